@@ -1,0 +1,21 @@
+# sigil_add_test(NAME SOURCES file... [LAYERS layer...] [LIBRARIES target...] [ENVIRONMENT VAR=value...]
+#                [TIMEOUT seconds])
+#
+# A GoogleTest program that ctest runs as NAME, linked with the objects of the named layers (name every layer that
+# the test needs, lower ones too). SIGILDESK_LIBRARY_FOLDER and SIGILDESK_TEST_DATA are defined for it.
+function(sigil_add_test name)
+    cmake_parse_arguments(test "" "TIMEOUT" "SOURCES;LAYERS;LIBRARIES;ENVIRONMENT" ${ARGN})
+    find_package(GTest REQUIRED)
+    list(TRANSFORM test_LAYERS PREPEND sigil_)
+    add_executable(${name} ${test_SOURCES})
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include)
+    target_link_libraries(${name} PRIVATE ${test_LAYERS} ${test_LIBRARIES} GTest::gmock GTest::gtest_main)
+    target_compile_definitions(${name} PRIVATE
+        SIGILDESK_LIBRARY_FOLDER="${SIGILDESK_LIBRARY_FOLDER}"
+        SIGILDESK_TEST_DATA="${CMAKE_CURRENT_SOURCE_DIR}/data")
+    add_test(NAME ${name} COMMAND ${name})
+    if(NOT test_TIMEOUT)
+        set(test_TIMEOUT 300)
+    endif()
+    set_tests_properties(${name} PROPERTIES TIMEOUT ${test_TIMEOUT} ENVIRONMENT "${test_ENVIRONMENT}")
+endfunction()

@@ -1,0 +1,42 @@
+/** @file
+ *  Bounded copies into the fixed character fields of records. Every write into such a field goes through here.
+ */
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+#include <string_view>
+
+namespace sigil {
+
+/** Copies at most @p capacity - 1 bytes of @p text into @p field and terminates it. Nothing for a capacity of 0. */
+inline void copyText(char* field, std::size_t capacity, std::string_view text)
+{
+    if (!field || capacity == 0)
+        return;
+    const std::size_t length = std::min(text.size(), capacity - 1);
+    std::memmove(field, text.data(), length);
+    field[length] = '\0';
+}
+
+/** As above for a field whose size the compiler knows. */
+template <std::size_t N>
+void copyText(char (&field)[N], std::string_view text)
+{
+    copyText(field, N, text);
+}
+
+/** The text held by a field of @p capacity bytes, also when it fills the field without a terminator. */
+inline std::string_view fieldText(const char* field, std::size_t capacity)
+{
+    return field ? std::string_view(field, strnlen(field, capacity)) : std::string_view();
+}
+
+template <std::size_t N>
+std::string_view fieldText(const char (&field)[N])
+{
+    return fieldText(field, N);
+}
+
+} // namespace sigil

@@ -1,0 +1,9 @@
+/** @file
+ *  Marks what a host may use. Everything else in the library has hidden visibility.
+ */
+#ifndef SIGILDESK_EXPORT_H
+#define SIGILDESK_EXPORT_H
+
+#define SIGIL_EXPORT __attribute__((visibility("default")))
+
+#endif
