@@ -1,0 +1,32 @@
+/** @file
+ *  Files named by settings and hosts: opened so that nothing but a regular file is ever read or written. A folder, a
+ *  device or a pipe in place of a file counts as missing instead of failing late or hanging the host program.
+ */
+#pragma once
+
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace sigil {
+
+struct FileCloser {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<std::FILE, FileCloser>;
+
+/** Opens a regular file for reading, unbuffered; null when there is none at @p path or @p path is null. */
+File openForReading(const char* path);
+
+/** Whose log files are written. */
+enum class LogOwner {
+    anyone,   /**< any regular file, also through a link */
+    userAlone /**< no link, and only a file of the user the process runs as: for folders that all users share */
+};
+
+/** Appends @p record in one piece to the log file @p path, which is created (mode 0600) when missing.
+ *  @return number of bytes written; -1 when the file cannot be opened or must not be written */
+long appendToLog(const std::string& path, LogOwner owner, std::string_view record);
+
+} // namespace sigil

@@ -1,0 +1,68 @@
+// CUtil: the language file and the texts in it.
+
+#include <sigildesk/profile.h>
+#include <sigildesk/util.h>
+
+#include "foundation/ascii.h"
+#include "foundation/environment.h"
+#include "foundation/text_field.h"
+
+#include <algorithm>
+#include <string>
+
+namespace {
+
+constexpr int korean = 1;
+constexpr int english = 2;
+
+std::string languageFile(int language, const char* folder)
+{
+    switch (language) {
+    case korean:
+        return std::string(sigil::textOf(folder)) + "/KOR.ini";
+    case english:
+        return std::string(sigil::textOf(folder)) + "/ENG.ini";
+    default:
+        return {};
+    }
+}
+
+int lookUp(const char* sectionName, char* langFile, char* key, int size, char* out)
+{
+    std::string section = sectionName;
+    char none[] = "";
+    char text[1024] = "";
+    FileGetPrivateProfileString(section.data(), key, none, text, sizeof text, langFile);
+    if (out && size > 0) {
+        std::fill_n(out, size, '\0');
+        sigil::copyText(out, static_cast<std::size_t>(size), text);
+    }
+    return 0;
+}
+
+} // namespace
+
+CUtil::CUtil()
+    : CUtil(korean, (sigil::environment().homeFolder() + "/HalvardSafe/Corvenna").data())
+{
+}
+
+CUtil::CUtil(int language, char* folder)
+    : m_szLangFile{}
+{
+    sigil::copyText(m_szLangFile, languageFile(language, folder));
+}
+
+CUtil::~CUtil() = default;
+
+int CUtil::GetLanguageUIText(char* langFile, char* key, int size, char* out)
+{
+    return lookUp("UserInterface", langFile, key, size, out);
+}
+
+int CUtil::GetLanguageMessageText(char* langFile, char* key, int size, char* out)
+{
+    return lookUp("Message", langFile, key, size, out);
+}
+
+int CUtil::GetLanguageCode() { return 100; }

@@ -1,0 +1,23 @@
+/** @file
+ *  Local calendar time and its text forms.
+ */
+#pragma once
+
+#include <ctime>
+#include <string>
+
+namespace sigil {
+
+/** @p seconds since the epoch as a local calendar time; that of the epoch itself when it lies beyond all years. */
+tm localTime(std::time_t seconds);
+
+/** The time of day by the environment's clock, in whole seconds. */
+std::time_t currentTime();
+
+/** A calendar time in a format of strftime(3), as the C locale writes it. */
+std::string formatTime(const tm& time, const char* format);
+
+/** The current local time in a format of strftime(3). */
+std::string currentTimeText(const char* format);
+
+} // namespace sigil

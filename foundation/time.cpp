@@ -1,0 +1,173 @@
+// CUtil: dates and periods of validity.
+
+#include <sigildesk/util.h>
+
+#include "foundation/ascii.h"
+#include "foundation/local_time.h"
+#include "foundation/text_field.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstring>
+#include <string>
+
+namespace {
+
+constexpr std::size_t longestTimeText = 29;
+constexpr int fieldCount = 6;
+constexpr int notATime = 6;
+constexpr int noText = 1001;
+
+enum Validity { valid, expiresSoon, expired };
+
+/** Splits a time text into its numbers. @return 0; the number (from 1) of the first missing field */
+int splitTime(std::string_view text, int (&fields)[fieldCount])
+{
+    std::string copy(text);
+    char* rest = copy.data();
+    for (int i = 0; i < fieldCount; ++i) {
+        const char* field = strtok_r(rest, "-: ", &rest);
+        if (!field)
+            return i + 1;
+        fields[i] = sigil::toInt(field);
+    }
+    return 0;
+}
+
+int clamped(long value) { return static_cast<int>(std::clamp<long>(value, INT_MIN, INT_MAX)); }
+
+/** The local time as seconds since the epoch; notATime when there is none. Normalises the fields. */
+std::time_t toSeconds(tm& local)
+{
+    local.tm_wday = -1;
+    const std::time_t seconds = mktime(&local);
+    // -1 alone may be the second before the epoch; only a failure leaves the week day as it was.
+    return seconds == -1 && local.tm_wday == -1 ? notATime : seconds;
+}
+
+constexpr long leapYearsUpTo(long year) { return year / 4 - year / 100 + year / 400; }
+
+constexpr bool isLeapYear(long year) { return (year % 4 == 0 && year % 100 != 0) || year % 400 == 0; }
+
+/** Days of a year, leap years left aside, before the first of @p month. */
+long daysBefore(int month)
+{
+    long days = 0;
+    for (int m = 1; m < std::min(month, 13); ++m)
+        days += CUtil::day(m);
+    return days + 31L * std::max(month - 13, 0);
+}
+
+int warningDays(int certKind, const char* policyText)
+{
+    constexpr int gpki = 1;
+    if (certKind != gpki)
+        return 30;
+    return sigil::textOf(policyText).find("1 2 410 100001 5 3") != std::string_view::npos ? 90 : 100;
+}
+
+Validity judge(std::time_t notAfter, int warning)
+{
+    const std::time_t now = sigil::currentTime();
+    if (notAfter < now)
+        return expired;
+    tm warningEnd = sigil::localTime(now);
+    warningEnd.tm_mday += warning;
+    warningEnd.tm_isdst = -1; // the same hour by the clock on the wall, also across a change of summer time
+    return notAfter > toSeconds(warningEnd) ? valid : expiresSoon;
+}
+
+void copyDate(const tm& date, int size, char* out)
+{
+    if (size > 0)
+        sigil::copyText(out, static_cast<std::size_t>(size), sigil::formatTime(date, "%Y-%m-%d"));
+}
+
+} // namespace
+
+time_t CUtil::str2time(char* text)
+{
+    const std::string_view whole = sigil::textOf(text);
+    if (whole.empty() || whole.size() > longestTimeText)
+        return noText;
+    int fields[fieldCount];
+    if (const int missing = splitTime(whole, fields))
+        return missing;
+
+    tm local{};
+    local.tm_year = clamped(fields[0] - 1900L);
+    local.tm_mon = clamped(fields[1] - 1L);
+    local.tm_mday = fields[2];
+    local.tm_hour = fields[3];
+    local.tm_min = fields[4];
+    local.tm_sec = fields[5];
+    local.tm_isdst = 0;
+    return toSeconds(local);
+}
+
+int CUtil::GetCurrentTimeDay(char* out)
+{
+    const std::string text = sigil::currentTimeText("%Y_%m_%d_%H_%M_%S");
+    if (text.empty() || !out)
+        return -1;
+    // Year and month only; the rest of the text is deliberately left out.
+    sigil::copyText(out, sizeof "2024_03_", text);
+    return 0;
+}
+
+int CUtil::day(int month)
+{
+    switch (month) {
+    case 2:
+        return 28;
+    case 4:
+    case 6:
+    case 9:
+    case 11:
+        return 30;
+    default:
+        return 31;
+    }
+}
+
+int CUtil::yun(tm* now, Calc target)
+{
+    if (!now)
+        return 0;
+    const long from = now->tm_year + 1900L;
+    const long to = target.year;
+    if (to < from)
+        return 0;
+    long days = leapYearsUpTo(to) - leapYearsUpTo(from - 1);
+    if (isLeapYear(from) && now->tm_mon > 1) // this year's 29 February is over
+        --days;
+    if (isLeapYear(to) && target.month <= 2) // that of the target year has not come
+        --days;
+    return clamped(days);
+}
+
+int CUtil::CalcDay(int year, int month, int day)
+{
+    tm now = sigil::localTime(sigil::currentTime());
+    const long years = year - (now.tm_year + 1900L);
+    if (years < 0)
+        return 0;
+    const long days = years * 365 + daysBefore(month) - daysBefore(now.tm_mon + 1) + day - now.tm_mday;
+    return clamped(days + yun(&now, Calc{year, month, day}));
+}
+
+int CUtil::GetValidity(bool bOtherKeySize, int certKind, char* policyText, char* notBefore, char* notAfter,
+    int fromSize, char* fromOut, int toSize, char* toOut, int* remainDays, int* state)
+{
+    const std::time_t end = str2time(notAfter);
+    const tm endDate = sigil::localTime(end);
+    copyDate(sigil::localTime(str2time(notBefore)), fromSize, fromOut);
+    copyDate(endDate, toSize, toOut);
+
+    const Validity validity = judge(end, warningDays(certKind, policyText));
+    if (state)
+        *state = validity + (bOtherKeySize ? 0 : 3);
+    if (validity == expiresSoon && remainDays)
+        *remainDays = CalcDay(endDate.tm_year + 1900, endDate.tm_mon + 1, endDate.tm_mday);
+    return 0;
+}
