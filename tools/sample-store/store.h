@@ -1,0 +1,36 @@
+/** @file
+ *  Makes the certificates and keys of a plan and writes them.
+ */
+#pragma once
+
+#include "toolkit/engine/library.h"
+#include "tools/sample-store/issuer.h"
+#include "tools/sample-store/key_pool.h"
+#include "tools/sample-store/layout.h"
+#include "tools/sample-store/options.h"
+#include "tools/sample-store/plan.h"
+
+#include <vector>
+
+namespace sample {
+
+class Store {
+public:
+    /** Makes the folders; throws std::runtime_error when the target holds a store already. */
+    Store(const Options& options, const std::vector<PlannedCertificate>& plan);
+
+    /** Makes and writes everything. Throws std::runtime_error or toolkit::Error; what was written so far stays. */
+    void write();
+
+private:
+    void writeCertificate(const PlannedCertificate& planned, std::size_t i);
+    void writeIssuers();
+
+    const Options& m_options;
+    const std::vector<PlannedCertificate>& m_plan;
+    toolkit::Library m_library;
+    KeyPool m_keys;
+    Issuers m_issuers;
+};
+
+} // namespace sample
