@@ -1,0 +1,47 @@
+/** @file
+ *  What a function requires of its arguments, said as values that are tested when their turn comes: a null handle is
+ *  answered before a null buffer, and no caller has to remember the order.
+ */
+#pragma once
+
+#include "facade/status.h"
+
+#include <sigildesk/binstr.h>
+
+#include <initializer_list>
+
+namespace sigil {
+
+/** One required argument, and the code that answers a call without it. */
+struct Need {
+    bool met;
+    int code;
+};
+
+using Needs = std::initializer_list<Need>;
+
+/** A text, buffer or out-pointer that must not be null. */
+inline Need need(const void* argument, int code = InvalidArgument) { return {argument != nullptr, code}; }
+
+/** A byte string that must hold data. A negative length counts as empty. */
+inline Need need(const BINSTR* bytes, int code = InvalidArgument)
+{
+    return {bytes && bytes->pData && bytes->nLength > 0, code};
+}
+
+/** A byte-string record that must be there, filled or not. */
+inline Need needRecord(const BINSTR* bytes) { return need(static_cast<const void*>(bytes)); }
+
+/** A byte count of at least 1. */
+inline Need needLength(int length) { return {length > 0, InvalidArgument}; }
+
+/** The code of the first requirement that is not met, or 0. */
+inline int firstUnmet(Needs needs)
+{
+    for (const Need& requirement : needs)
+        if (!requirement.met)
+            return requirement.code;
+    return Success;
+}
+
+} // namespace sigil

@@ -1,0 +1,172 @@
+/** @file
+ *  Storage media.
+ *
+ *  Files, certificates and private keys on disk, on cards and in the system certificate store (WINS). The GPKI library has
+ *  one set of functions for every medium: the façade puts the medium code first (1 disk, 2 card) and moves the number behind
+ *  the texts.
+ *  The rules that hold for every function (handle, codes, ownership, texts) stand in <sigildesk/crypto.h>.
+ */
+#ifndef SIGILDESK_CRYPTO_MEDIA_H
+#define SIGILDESK_CRYPTO_MEDIA_H
+
+#include <sigildesk/binstr.h>
+#include <sigildesk/export.h>
+
+/** Loads the driver of a medium.
+ *  @param name  text that names it to the toolkit
+ *  @return the common codes; 1001 when @p name is null */
+SIGIL_EXPORT int MediaLoad(void* handle, char* name);
+
+/** Releases what MediaLoad loaded.
+ *  @return the common codes */
+SIGIL_EXPORT int MediaUnLoad(void* handle);
+
+/** Reads a whole file.
+ *  @param path  path or name on the medium
+ *  @param data  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
+ *  @return the common codes; 1001 when @p path is null */
+SIGIL_EXPORT int MediaDiskReadFile(void* handle, char* path, BINSTR* data);
+
+/** Writes a whole file; folders are not created.
+ *  @param path  path or name on the medium
+ *  @param data  bytes of the file
+ *  @return the common codes; 1001 when @p data is empty or @p path is null */
+SIGIL_EXPORT int MediaDiskWriteFile(void* handle, char* path, BINSTR* data);
+
+/** Reads a certificate from disk.
+ *  @param path         path or name on the medium
+ *  @param kind         kind of certificate, a number of the GPKI library; the maker toolkit does not receive it
+ *  @param certificate  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
+ *  @return the common codes; 1001 when @p path is null */
+SIGIL_EXPORT int MediaDiskReadCert(void* handle, char* path, int kind, BINSTR* certificate);
+
+/** Reads a private key from disk.
+ *  @param path        path or name on the medium
+ *  @param password    password of the key, terminated
+ *  @param kind        kind of certificate, a number of the GPKI library; the maker toolkit does not receive it
+ *  @param privateKey  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
+ *  @return the common codes; 1001 when @p path or @p password is null */
+SIGIL_EXPORT int MediaDiskReadPriKey(void* handle, char* path, char* password, int kind, BINSTR* privateKey);
+
+/** Writes a certificate to disk.
+ *  @param path         path or name on the medium
+ *  @param kind         kind of certificate, a number of the GPKI library; the maker toolkit does not receive it
+ *  @param certificate  certificate
+ *  @return the common codes; 1001 when @p certificate is empty or @p path is null */
+SIGIL_EXPORT int MediaDiskWriteCert(void* handle, char* path, int kind, BINSTR* certificate);
+
+/** Writes a private key to disk. The GPKI library receives the second number before the first.
+ *  @param algorithm   first number: encryption algorithm of the toolkit
+ *  @param path        path or name on the medium
+ *  @param kind        second number, for the GPKI library only
+ *  @param password    password of the key, terminated
+ *  @param privateKey  private key
+ *  @return the common codes; 1001 when @p privateKey is empty or @p path or @p password is null */
+SIGIL_EXPORT int MediaDiskWritePriKey(
+    void* handle, int algorithm, char* path, int kind, char* password, BINSTR* privateKey);
+
+/** Deletes a certificate from disk.
+ *  @param path  path or name on the medium
+ *  @param kind  kind of certificate, a number of the GPKI library; the maker toolkit does not receive it
+ *  @return the common codes; 1001 when @p path is null */
+SIGIL_EXPORT int MediaDiskDeleteCert(void* handle, char* path, int kind);
+
+/** Deletes a private key from disk. The GPKI library receives the second text before the first.
+ *  The toolkits require both texts: a null first text answers 1001 too.
+ *  @param password  first text of the maker toolkit
+ *  @param kind      kind of certificate, a number of the GPKI library; the maker toolkit does not receive it
+ *  @param path      second text of the maker toolkit
+ *  @return the common codes; 1001 when @p path is null; 1001 when @p password is null, from the backend */
+SIGIL_EXPORT int MediaDiskDeletePriKey(void* handle, char* password, int kind, char* path);
+
+/** Reads a certificate from a card.
+ *  @param slot         slot number
+ *  @param path         path or name on the medium
+ *  @param certificate  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
+ *  @return the common codes; 1001 when @p path is null */
+SIGIL_EXPORT int MediaCardReadCert(void* handle, int slot, char* path, BINSTR* certificate);
+
+/** Reads a private key from a card.
+ *  @param slot        slot number
+ *  @param path        path or name on the medium
+ *  @param password    password of the key, terminated
+ *  @param privateKey  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
+ *  @return the common codes; 1001 when @p path or @p password is null */
+SIGIL_EXPORT int MediaCardReadPriKey(void* handle, int slot, char* path, char* password, BINSTR* privateKey);
+
+/** Writes a certificate to a card.
+ *  @param slot         slot number
+ *  @param path         path or name on the medium
+ *  @param certificate  certificate
+ *  @return the common codes; 1001 when @p certificate is empty or @p path is null */
+SIGIL_EXPORT int MediaCardWriteCert(void* handle, int slot, char* path, BINSTR* certificate);
+
+/** Writes a private key to a card. Unlike on disk, both toolkits receive the two numbers in the order given.
+ *  @param slot        slot number
+ *  @param algorithm   second number: encryption algorithm of the toolkit
+ *  @param path        path or name on the medium
+ *  @param password    password of the key, terminated
+ *  @param privateKey  private key
+ *  @return the common codes; 1001 when @p privateKey is empty or @p path or @p password is null */
+SIGIL_EXPORT int MediaCardWritePriKey(
+    void* handle, int slot, int algorithm, char* path, char* password, BINSTR* privateKey);
+
+/** Deletes a certificate from a card.
+ *  @param slot  slot number
+ *  @param path  path or name on the medium
+ *  @return the common codes; 1001 when @p path is null */
+SIGIL_EXPORT int MediaCardDeleteCert(void* handle, int slot, char* path);
+
+/** Deletes a private key from a card. The spelling of the name is part of the interface.
+ *  @param slot      slot number
+ *  @param path      path or name on the medium
+ *  @param password  password of the key, terminated
+ *  @return the common codes; 1001 when @p path or @p password is null */
+SIGIL_EXPORT int MediaCareDeletePriKey(void* handle, int slot, char* path, char* password);
+
+/** Writes a certificate and its key to the system store. The spelling of the name is part of the interface.
+ *  @param store     number of the toolkit
+ *  @param password  text of the toolkit, required
+ *  @param pfx       byte string of the toolkit, required
+ *  @return the common codes; 1001 when @p pfx is empty or @p password is null; 1003 on the GPKI library */
+SIGIL_EXPORT int MediaWinsWirteCertKey(void* handle, int store, char* password, BINSTR* pfx);
+
+/** Writes a certificate to the system store. The spelling of the name is part of the interface.
+ *  @param certificate  certificate
+ *  @return the common codes; 1001 when @p certificate is empty; 1003 on the GPKI library */
+SIGIL_EXPORT int MediaWinsWirteCert(void* handle, BINSTR* certificate);
+
+/** Counts the certificates of a system store.
+ *  @param store  name of the store
+ *  @param count  receives the number
+ *  @return the common codes; 1001 when @p store is null; 1001 when @p count is null, from the backend; 1003 on the
+ *          GPKI library */
+SIGIL_EXPORT int MediaWinsCertCnt(void* handle, char* store, int* count);
+
+/** Gives the names of one certificate of the system store.
+ *  @param index    position of the certificate; the toolkit says where it counts from
+ *  @param kind     number that the toolkit may write
+ *  @param subject  text that the toolkit may write
+ *  @param issuer   text that the toolkit may write
+ *  @return the common codes; 1003 on the GPKI library */
+SIGIL_EXPORT int MediaWinsCertDN(void* handle, int index, int* kind, char* subject, char* issuer);
+
+/** Reads a certificate of the system store.
+ *  @param index        position of the certificate; the toolkit says where it counts from
+ *  @param certificate  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
+ *  @return the common codes; 1003 on the GPKI library */
+SIGIL_EXPORT int MediaWinsReadCert(void* handle, int index, BINSTR* certificate);
+
+/** Reads a private key of the system store. The spelling of the name is part of the interface.
+ *  @param index       position of the certificate; the toolkit says where it counts from
+ *  @param privateKey  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
+ *  @return the common codes; 1003 on the GPKI library */
+SIGIL_EXPORT int MediaWinsReadPrikey(void* handle, int index, BINSTR* privateKey);
+
+/** Reaches the same toolkit function as MediaWinsReadPrikey, deliberately: the two behave identically.
+ *  @param index         position of the certificate; the toolkit says where it counts from
+ *  @param certificates  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
+ *  @return the common codes; 1003 on the GPKI library */
+SIGIL_EXPORT int MediaWinsReadCaPubs(void* handle, int index, BINSTR* certificates);
+
+#endif

@@ -1,0 +1,255 @@
+/** @file
+ *  PKCS#11 tokens.
+ *
+ *  Sessions, objects and cryptography on a token, after the PKCS#11 standard (Cryptoki). One session is open per handle.
+ *  The rules that hold for every function (handle, codes, ownership, texts) stand in <sigildesk/crypto.h>.
+ */
+#ifndef SIGILDESK_CRYPTO_PKCS11_H
+#define SIGILDESK_CRYPTO_PKCS11_H
+
+#include <sigildesk/binstr.h>
+#include <sigildesk/export.h>
+
+/** Description of a token. Its layout belongs to the toolkits' PKCS#11 binding; the façade passes its address on. */
+struct PKCS11_TOKEN_INFO;
+
+/** Lists the slots.
+ *  @param slots  first pointer of the toolkit, required
+ *  @param count  second pointer of the toolkit
+ *  @return the common codes; 1001 when @p slots is null */
+SIGIL_EXPORT int PKCS11GetSlotList(void* handle, unsigned long* slots, unsigned long* count);
+
+/** Describes the token in a slot.
+ *  @param slotId  slot identifier
+ *  @param info    record of the toolkit's PKCS#11 binding; the façade does not read it
+ *  @return the common codes */
+SIGIL_EXPORT int PKCS11GetTokenInfo(void* handle, unsigned long slotId, PKCS11_TOKEN_INFO* info);
+
+/** Initialises a token.
+ *  @param soPin  first text of the toolkit
+ *  @param label  second text of the toolkit
+ *  @return the common codes; 1001 when @p soPin or @p label is null; 1003 on the GPKI library */
+SIGIL_EXPORT int PKCS11InitToken(void* handle, char* soPin, char* label);
+
+/** Initialises the token in a slot.
+ *  @param slotId  slot identifier
+ *  @param soPin   first text of the toolkit
+ *  @param pin     second text of the toolkit
+ *  @param label   third text of the toolkit
+ *  @return the common codes; 1001 when @p soPin, @p pin or @p label is null; 1003 on the GPKI library */
+SIGIL_EXPORT int PKCS11InitTokenWithSlotID(void* handle, unsigned long slotId, char* soPin, char* pin, char* label);
+
+/** Opens a session with the token in a slot.
+ *  The GPKI library opens the session and, when that succeeded and @p pin is not null, logs in; the result is then the
+ *  login's.
+ *  @param slotId  slot identifier
+ *  @param pin     PIN, terminated; null opens without logging in
+ *  @param flags   flags of the toolkit
+ *  @return the common codes */
+SIGIL_EXPORT int PKCS11OpenSessionWithSlotID(void* handle, unsigned long slotId, char* pin, int flags);
+
+/** Opens a session with a token by its name.
+ *  @param token  token name
+ *  @param flags  flags of the toolkit
+ *  @return the common codes; 1001 when @p token is null; 1003 on the GPKI library */
+SIGIL_EXPORT int PKCS11OpenSessionWithTokenName(void* handle, char* token, int flags);
+
+/** Logs in on the open session.
+ *  @param pin  PIN, terminated
+ *  @return the common codes; 1001 when @p pin is null */
+SIGIL_EXPORT int PKCS11Login(void* handle, char* pin);
+
+/** Logs out of the open session.
+ *  @return the common codes */
+SIGIL_EXPORT int PKCS11Logout(void* handle);
+
+/** Closes the open session.
+ *  @return the common codes */
+SIGIL_EXPORT int PKCS11CloseSession(void* handle);
+
+/** Changes the PIN.
+ *  @param oldPin  PIN in use, terminated
+ *  @param newPin  PIN to be, terminated
+ *  @return the common codes; 1001 when @p oldPin or @p newPin is null */
+SIGIL_EXPORT int PKCS11ChangePIN(void* handle, char* oldPin, char* newPin);
+
+/** Counts the certificates on the token.
+ *  @param count  receives the number; null answers 1001
+ *  @return the common codes; 1001 when @p count is null, from the backend */
+SIGIL_EXPORT int PKCS11GetCertCnt(void* handle, int* count);
+
+/** Gives one certificate of the token.
+ *  @param index        position of the certificate; the toolkit says where it counts from
+ *  @param kind         number that the toolkit may write
+ *  @param id           filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
+ *  @param certificate  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
+ *  @return the common codes */
+SIGIL_EXPORT int PKCS11GetCertInfo(void* handle, int index, int* kind, BINSTR* id, BINSTR* certificate);
+
+/** Reads a certificate by its identifier.
+ *  @param id           identifier of the object
+ *  @param certificate  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
+ *  @return the common codes; 1001 when @p id is empty */
+SIGIL_EXPORT int PKCS11ReadCert(void* handle, BINSTR* id, BINSTR* certificate);
+
+/** Reads the random value R of a key on the token (see VIDVerify).
+ *  @param id      identifier of the object
+ *  @param random  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
+ *  @return the common codes; 1001 when @p id is empty */
+SIGIL_EXPORT int PKCS11ReadRandomForVID(void* handle, BINSTR* id, BINSTR* random);
+
+/** Writes a pair to the token.
+ *  @param certificate  certificate
+ *  @param privateKey   private key
+ *  @return the common codes; 1001 when @p certificate or @p privateKey is empty */
+SIGIL_EXPORT int PKCS11WriteCertAndPriKey(void* handle, BINSTR* certificate, BINSTR* privateKey);
+
+/** Deletes a pair from the token.
+ *  @param id  identifier of the object
+ *  @return the common codes; 1001 when @p id is empty */
+SIGIL_EXPORT int PKCS11DeleteCertAndPriKey(void* handle, BINSTR* id);
+
+/** Generates a key pair on the token.
+ *  @param algorithm  first number of the toolkit
+ *  @param bits       second number of the toolkit
+ *  @param publicKey  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
+ *  @return the common codes; 1003 on the GPKI library */
+SIGIL_EXPORT int PKCS11GenKeyPair(void* handle, int algorithm, int bits, BINSTR* publicKey);
+
+/** Signs data with a key on the token.
+ *  @param id         identifier of the key
+ *  @param data       data
+ *  @param signature  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
+ *  @return the common codes; 1001 when @p id or @p data is empty; 1003 on the GPKI library */
+SIGIL_EXPORT int PKCS11Sign(void* handle, BINSTR* id, BINSTR* data, BINSTR* signature);
+
+/** Verifies a signature with a key on the token.
+ *  @param id         identifier of the key
+ *  @param data       data
+ *  @param signature  signature
+ *  @return the common codes; 1001 when @p id, @p data or @p signature is empty; 1003 on the GPKI library */
+SIGIL_EXPORT int PKCS11Verify(void* handle, BINSTR* id, BINSTR* data, BINSTR* signature);
+
+/** Encrypts data with a key on the token.
+ *  @param id      identifier of the key
+ *  @param data    data
+ *  @param cipher  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
+ *  @return the common codes; 1001 when @p id or @p data is empty; 1003 on the GPKI library */
+SIGIL_EXPORT int PKCS11Encrypt(void* handle, BINSTR* id, BINSTR* data, BINSTR* cipher);
+
+/** Decrypts data with a key on the token.
+ *  @param id      identifier of the key
+ *  @param cipher  encrypted data
+ *  @param data    filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
+ *  @return the common codes; 1001 when @p id or @p cipher is empty; 1003 on the GPKI library */
+SIGIL_EXPORT int PKCS11Decrypt(void* handle, BINSTR* id, BINSTR* cipher, BINSTR* data);
+
+/** Makes a signed message (RFC 5652) with a key on the token.
+ *  @param id             identifier of the key
+ *  @param data           data
+ *  @param signedMessage  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
+ *  @return the common codes; 1001 when @p id or @p data is empty */
+SIGIL_EXPORT int PKCS11SignData(void* handle, BINSTR* id, BINSTR* data, BINSTR* signedMessage);
+
+/** Makes a detached signed message with a key on the token.
+ *  @param id             identifier of the key
+ *  @param data           data
+ *  @param signedMessage  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
+ *  @return the common codes; 1001 when @p id or @p data is empty; 1003 on the GPKI library */
+SIGIL_EXPORT int PKCS11SignDataNoContent(void* handle, BINSTR* id, BINSTR* data, BINSTR* signedMessage);
+
+/** Decrypts an enveloped message (RFC 5652) with a key on the token.
+ *  @param id       identifier of the key
+ *  @param message  enveloped message
+ *  @param data     filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
+ *  @return the common codes; 1001 when @p id or @p message is empty; 1003 on the GPKI library */
+SIGIL_EXPORT int PKCS11DecryptData(void* handle, BINSTR* id, BINSTR* message, BINSTR* data);
+
+/** Signs data with a key on the token and encrypts it for a recipient.
+ *  @param id                identifier of the key
+ *  @param recipient         recipient's certificate
+ *  @param data              data
+ *  @param envelopedMessage  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
+ *  @return the common codes; 1001 when @p id, @p recipient or @p data is empty; 1003 on the GPKI library */
+SIGIL_EXPORT int PKCS11SignAndEnvData(
+    void* handle, BINSTR* id, BINSTR* recipient, BINSTR* data, BINSTR* envelopedMessage);
+
+/** Decrypts a message of PKCS11SignAndEnvData and verifies it.
+ *  @param id                 identifier of the key
+ *  @param message            signed-and-enveloped message
+ *  @param data               filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
+ *  @param signerCertificate  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
+ *  @return the common codes; 1001 when @p id or @p message is empty; 1003 on the GPKI library */
+SIGIL_EXPORT int PKCS11VerifyAndDecData(
+    void* handle, BINSTR* id, BINSTR* message, BINSTR* data, BINSTR* signerCertificate);
+
+/** Verifies a bare signature value.
+ *  @param hash         text of the toolkit
+ *  @param certificate  certificate
+ *  @param signature    signature
+ *  @return the common codes; 1001 when @p certificate or @p signature is empty or @p hash is null; 1003 on the GPKI
+ *          library */
+SIGIL_EXPORT int PKCS11VerifySignatureValue(void* handle, char* hash, BINSTR* certificate, BINSTR* signature);
+
+/** Requests a certificate for a key made on the token (RFC 4210).
+ *  @param address        first text: address of the CA
+ *  @param port           number of the toolkit
+ *  @param reference      second text: reference number
+ *  @param secret         third text: authentication code
+ *  @param pin            fourth text
+ *  @param token          fifth text
+ *  @param caCertificate  first byte string of the toolkit
+ *  @param certificate    second byte string; filled by the toolkit; release it with HV_BINSTR_Delete on the same
+ *                        handle
+ *  @return the common codes; 1001 when @p address, @p reference, @p secret, @p pin or @p token is null; 1003 on the
+ *          GPKI library */
+SIGIL_EXPORT int PKCS11CMPCertRequest(void* handle, char* address, int port, char* reference, char* secret,
+    char* pin, char* token, BINSTR* caCertificate, BINSTR* certificate);
+
+/** Renews a certificate on the token (RFC 4210).
+ *  @param address         first text: address of the CA
+ *  @param port            number of the toolkit
+ *  @param newKey          flag of the toolkit
+ *  @param pin             second text
+ *  @param token           third text
+ *  @param certificate     first byte string, required
+ *  @param newCertificate  second byte string, required by the façade
+ *  @return the common codes; 1001 when @p certificate or @p newCertificate is empty or @p address, @p pin or @p
+ *          token is null; 1003 on the GPKI library */
+SIGIL_EXPORT int PKCS11CMPCertUpdate(void* handle, char* address, int port, bool newKey, char* pin, char* token,
+    BINSTR* certificate, BINSTR* newCertificate);
+
+/** Renews the certificates on the token (RFC 4210).
+ *  @param address         first text: address of the CA
+ *  @param port            first number of the toolkit
+ *  @param newKey          flag of the toolkit
+ *  @param keyBits         second number of the toolkit
+ *  @param pin             second text
+ *  @param token           third text
+ *  @param certificate     first byte string, required
+ *  @param caCertificate   second byte string, required
+ *  @param newCertificate  third byte string; filled by the toolkit; release it with HV_BINSTR_Delete on the same
+ *                         handle
+ *  @param newId           fourth byte string; filled by the toolkit; release it with HV_BINSTR_Delete on the same
+ *                         handle
+ *  @param kmCertificate   fifth byte string; filled by the toolkit; release it with HV_BINSTR_Delete on the same
+ *                         handle
+ *  @param kmId            sixth byte string; filled by the toolkit; release it with HV_BINSTR_Delete on the same
+ *                         handle
+ *  @return the common codes; 1001 when @p certificate or @p caCertificate is empty or @p address, @p pin or @p
+ *          token is null; 1003 on the GPKI library */
+SIGIL_EXPORT int PKCS11CMPCertUpdate2(void* handle, char* address, int port, bool newKey, int keyBits, char* pin,
+    char* token, BINSTR* certificate, BINSTR* caCertificate, BINSTR* newCertificate, BINSTR* newId,
+    BINSTR* kmCertificate, BINSTR* kmId);
+
+/** Revokes a certificate of the token (RFC 4210).
+ *  @param address      address of the CA
+ *  @param port         first number of the toolkit
+ *  @param reason       second number of the toolkit
+ *  @param certificate  first byte string of the toolkit
+ *  @param id           second byte string of the toolkit
+ *  @return the common codes; 1001 when @p address is null; 1003 on the GPKI library */
+SIGIL_EXPORT int PKCS11CMPCertRevoke(
+    void* handle, char* address, int port, int reason, BINSTR* certificate, BINSTR* id);
+
+#endif
