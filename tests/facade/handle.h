@@ -1,0 +1,43 @@
+/** @file
+ *  A façade handle for tests.
+ */
+#pragma once
+
+#include <sigildesk/crypto.h>
+
+#include <string>
+
+namespace {
+
+/** A handle of one toolkit type, bound to the libraries of @p folder and finished with the object. */
+class Handle {
+public:
+    Handle(int type, std::string folder)
+        : m_result(HV_Initalize(&m_handle, type, folder.data()))
+    {
+    }
+    ~Handle() { HV_Finish(m_handle); }
+    Handle(const Handle&) = delete;
+    Handle& operator=(const Handle&) = delete;
+
+    operator void*() const { return m_handle; } // NOLINT: stands where the handle itself does
+    /** What HV_Initalize answered. */
+    int result() const { return m_result; }
+
+private:
+    void* m_handle = nullptr;
+    int m_result;
+};
+
+/** In what the toolkit types differ, for tests that run over both. */
+struct Type {
+    int number;
+    const char* prefix;
+    int notLoaded;
+
+    std::string symbol(const char* name) const { return std::string(prefix) + name; }
+};
+
+constexpr Type bothTypes[] = {{0, "HVTK_", 1023}, {1, "GPKI_", 1024}};
+
+} // namespace
