@@ -1,0 +1,229 @@
+/** @file
+ *  Result codes and option values of the open toolkit: the OpenSSL-backed libraries `libHVCToolkitV30.so` and
+ *  `libgpkiapi_v15.so` that are installed beside SigilDesk and serve a machine without a licensed toolkit.
+ *
+ *  Both libraries answer the same codes. The façade passes them through unchanged, and HV_GetErrInfo and HV_GetErrInfo2
+ *  give an English sentence for the last failure, with OpenSSL's own reason appended where there is one. Texts never hold
+ *  passwords or key bytes. The numbers are stable. This header compiles as C and as C++.
+ *
+ *  General rules of every function: byte strings in are DER unless said otherwise (certificates may also be PEM); byte
+ *  strings out are allocated by the toolkit and released with HV_BINSTR_Delete; texts out are CP949, terminated, and
+ *  capacities count the terminator. On failure no output is written.
+ */
+#ifndef SIGILDESK_OPEN_TOOLKIT_H
+#define SIGILDESK_OPEN_TOOLKIT_H
+
+/** Result codes; 0 is success. */
+enum SigilToolkitCode {
+    SIGIL_TK_OK = 0,
+
+    /* Private keys. The list processor knows the first three and tells the user about them. */
+    SIGIL_TK_KEY_MALFORMED = 2000,      /**< not an EncryptedPrivateKeyInfo, or parameters out of bounds */
+    SIGIL_TK_KEY_UNSUPPORTED = 2001,    /**< encrypted with an algorithm that the toolkit does not have */
+    SIGIL_TK_KEY_WRONG_PASSWORD = 2004, /**< the password does not open the key */
+    SIGIL_TK_KEY_MISMATCH = 2005,       /**< certificate and private key do not belong together */
+    SIGIL_TK_KEY_UNUSABLE = 2006,       /**< the decrypted key is not a PrivateKeyInfo that OpenSSL can use */
+    SIGIL_TK_KEY_OPTION = 2007,         /**< unknown key-encryption algorithm code */
+
+    /* The call itself. */
+    SIGIL_TK_ARGUMENT = 3000,         /**< a required argument is missing, empty or out of range */
+    SIGIL_TK_CONTEXT = 3001,          /**< the context is null or was never initialised */
+    SIGIL_TK_NO_MEMORY = 3002,        /**< memory ran out */
+    SIGIL_TK_BUFFER_TOO_SMALL = 3003, /**< the text does not fit into the buffer and must not be cut */
+    SIGIL_TK_INTERNAL = 3004,         /**< a failure that has no code of its own; see the text */
+    SIGIL_TK_NO_PROVIDER = 3005,      /**< OpenSSL's "default" or "legacy" provider cannot be loaded */
+    SIGIL_TK_OPTION = 3006,           /**< unknown option value */
+    SIGIL_TK_ENCODING = 3007,         /**< not valid base64, PEM, time text or object list */
+    SIGIL_TK_INDEX = 3008,            /**< index outside the list */
+    SIGIL_TK_NAMES_DIFFER = 3009,     /**< UTIL_CompareDN: the names are different */
+
+    /* Certificates and their verification. */
+    SIGIL_TK_CERT_NOT_LOADED = 3100,  /**< a field was asked for before CERT_Load */
+    SIGIL_TK_CERT_MALFORMED = 3101,   /**< not an X.509 certificate */
+    SIGIL_TK_CRL_MALFORMED = 3102,    /**< not a certificate revocation list */
+    SIGIL_TK_VERIFY_FAILED = 3200,    /**< the certificate does not verify, for a reason not listed below */
+    SIGIL_TK_VERIFY_NO_ISSUER = 3201, /**< no path to a trusted certificate */
+    SIGIL_TK_VERIFY_EXPIRED = 3202,   /**< a certificate of the path has expired */
+    SIGIL_TK_VERIFY_NOT_YET = 3203,   /**< a certificate of the path is not valid yet */
+    SIGIL_TK_VERIFY_REVOKED = 3204,   /**< a certificate of the path is revoked */
+    SIGIL_TK_VERIFY_SIGNATURE = 3205, /**< a signature in the path or on a revocation list is wrong */
+    SIGIL_TK_VERIFY_USAGE = 3206,     /**< the certificate is not meant for the wanted usage */
+    SIGIL_TK_VERIFY_POLICY = 3207,    /**< the path is not valid under the wanted policies */
+    SIGIL_TK_VERIFY_NO_CRL = 3208,    /**< no usable revocation list could be found */
+
+    /* Files. */
+    SIGIL_TK_FILE_NOT_FOUND = 3300, /**< the file or folder does not exist */
+    SIGIL_TK_FILE_READ = 3301,      /**< the file cannot be read, is not a regular file, or is larger than 64 MiB */
+    SIGIL_TK_FILE_WRITE = 3302,     /**< the file cannot be written */
+    SIGIL_TK_FILE_DELETE = 3303,    /**< the file cannot be deleted */
+    SIGIL_TK_MEDIUM = 3304,         /**< the storage medium is not available */
+
+    /* Primitives. */
+    SIGIL_TK_ALGORITHM = 3400,      /**< unknown or unusable algorithm code, or wrong key size for it */
+    SIGIL_TK_NO_SESSION_KEY = 3401, /**< CRYPT_Encrypt and its like before a key was set or made */
+    SIGIL_TK_DECRYPT = 3402,        /**< the data cannot be decrypted with this key */
+    SIGIL_TK_SIGNATURE = 3403,      /**< the signature is wrong */
+    SIGIL_TK_MAC = 3404,            /**< the message authentication code is wrong */
+
+    /* Identity. */
+    SIGIL_TK_VID_NO_RANDOM = 3500, /**< the private key holds no random value */
+    SIGIL_TK_VID_NO_DATA = 3501,   /**< the certificate holds no identity data */
+    SIGIL_TK_VID_MISMATCH = 3502,  /**< the identity number does not belong to the certificate */
+
+    /* Network. */
+    SIGIL_TK_URL = 3600,       /**< not an ldap or http address */
+    SIGIL_TK_FETCH = 3601,     /**< the server cannot be reached or refused */
+    SIGIL_TK_NOT_FOUND = 3602, /**< the server has no such entry or attribute */
+
+    /* PKCS#12. */
+    SIGIL_TK_PFX_MALFORMED = 4500,      /**< not a PKCS#12 file, or parameters out of bounds */
+    SIGIL_TK_PFX_UNSUPPORTED = 4501,    /**< protected with an algorithm that the toolkit does not have */
+    SIGIL_TK_PFX_NO_PAIR = 4502,        /**< no certificate with its private key in it */
+    SIGIL_TK_PFX_NO_MAC = 4503,         /**< no password integrity; read it with SIGIL_TK_PFX_WITHOUT_MAC */
+    SIGIL_TK_PFX_WRONG_PASSWORD = 4505, /**< the password does not open the file */
+};
+
+/** Encryption of a key file, `algorithm` of PRIKEY_Encrypt and MEDIA_DISK_WritePriKey. Readers need not know it: the file
+ *  says it. Iteration count 2048 and a salt of 8 random bytes in all of them. */
+enum SigilToolkitKeyEncryption {
+    SIGIL_TK_KEY_DEFAULT = 0,        /**< the same as SIGIL_TK_KEY_SEED */
+    SIGIL_TK_KEY_SEED_FIXED_IV = 1,  /**< SEED-CBC (1.2.410.200004.1.4) with PBKDF1 and a fixed vector: old files */
+    SIGIL_TK_KEY_PKCS12_3DES = 2,    /**< PKCS#12 pbeWithSHAAnd3-KeyTripleDES-CBC, RFC 7292 */
+    SIGIL_TK_KEY_PBES2_3DES = 3,     /**< PBES2, RFC 8018: HMAC-SHA1, 3DES-CBC */
+    SIGIL_TK_KEY_PBES2_AES128 = 4,   /**< PBES2: HMAC-SHA256, AES-128-CBC */
+    SIGIL_TK_KEY_PBES2_AES256 = 5,   /**< PBES2: HMAC-SHA256, AES-256-CBC */
+    SIGIL_TK_KEY_PBES2_ARIA128 = 6,  /**< PBES2: HMAC-SHA256, ARIA-128-CBC (RFC 5794) */
+    SIGIL_TK_KEY_SEED = 48,          /**< seedCBCWithSHA1 (1.2.410.200004.1.15), PBKDF1: what every reader knows */
+    SIGIL_TK_KEY_PBES2_SEED = 64,    /**< PBES2: HMAC-SHA1, SEED-CBC; current readers and plain OpenSSL */
+    SIGIL_TK_KEY_PBES2_ARIA256 = 224 /**< PBES2: HMAC-SHA256, ARIA-256-CBC (RFC 5794) */
+};
+
+/** Hash algorithm of CRYPT_Hash, CRYPT_Sign, CRYPT_GenMAC, API_SetHashAlgo and their like. */
+enum SigilToolkitHash {
+    SIGIL_TK_HASH_DEFAULT = 0, /**< what API_SetHashAlgo chose; SHA-256 before that */
+    SIGIL_TK_HASH_SHA1 = 1,
+    SIGIL_TK_HASH_SHA224 = 2,
+    SIGIL_TK_HASH_SHA256 = 3,
+    SIGIL_TK_HASH_SHA384 = 4,
+    SIGIL_TK_HASH_SHA512 = 5,
+    SIGIL_TK_HASH_MD5 = 6
+};
+
+/** Symmetric algorithm of CRYPT_GenKeyAndIV and CRYPT_SetKeyAndIV. All are CBC with PKCS#7 padding. */
+enum SigilToolkitCipher {
+    SIGIL_TK_CIPHER_SEED = 1,
+    SIGIL_TK_CIPHER_3DES = 2,
+    SIGIL_TK_CIPHER_AES128 = 3,
+    SIGIL_TK_CIPHER_AES192 = 4,
+    SIGIL_TK_CIPHER_AES256 = 5,
+    SIGIL_TK_CIPHER_ARIA128 = 6,
+    SIGIL_TK_CIPHER_ARIA192 = 7,
+    SIGIL_TK_CIPHER_ARIA256 = 8
+};
+
+/** Key pair of CRYPT_GenKeyPair. */
+enum SigilToolkitKeyPair {
+    SIGIL_TK_KEYPAIR_RSA1024 = 1024,
+    SIGIL_TK_KEYPAIR_RSA2048 = 2048,
+    SIGIL_TK_KEYPAIR_RSA3072 = 3072,
+    SIGIL_TK_KEYPAIR_RSA4096 = 4096,
+    SIGIL_TK_KEYPAIR_P256 = 256,
+    SIGIL_TK_KEYPAIR_P384 = 384
+};
+
+/** Signature scheme for RSA keys, CRYPT_SetRSAVersion (RFC 8017). */
+enum SigilToolkitRsaVersion {
+    SIGIL_TK_RSA_V15 = 1, /**< RSASSA-PKCS1-v1_5, the default */
+    SIGIL_TK_RSA_PSS = 2  /**< RSASSA-PSS, salt as long as the hash */
+};
+
+/** Padding of CRYPT_AsymEncrypt and CRYPT_AsymDecrypt, set by CRYPT_SetPaddingType (RFC 8017). */
+enum SigilToolkitPadding {
+    SIGIL_TK_PADDING_V15 = 1, /**< RSAES-PKCS1-v1_5, the default */
+    SIGIL_TK_PADDING_OAEP = 2 /**< RSAES-OAEP with the hash of API_SetHashAlgo (SHA-256 unless set) */
+};
+
+/** Which key CRYPT_AsymEncrypt and CRYPT_AsymDecrypt receive. */
+enum SigilToolkitAsymKey {
+    SIGIL_TK_ASYM_PUBLIC = 0, /**< a certificate or SubjectPublicKeyInfo: encrypt for its holder, or open what the
+                                   holder's private key closed */
+    SIGIL_TK_ASYM_PRIVATE = 1 /**< a PrivateKeyInfo: decrypt, or close with the private key (PKCS#1 v1.5 only) */
+};
+
+/** Key derivation of CRYPT_GenSharedKey. */
+enum SigilToolkitSharedKey {
+    SIGIL_TK_SHARED_RAW = 0 /**< the shared secret itself; any SigilToolkitHash: its hash */
+};
+
+/** Protection of a PKCS#12 file, `option` of PFX_Export (RFC 7292). Certificates stand unencrypted in the first one, as
+ *  Korean tools write them. */
+enum SigilToolkitPfxOption {
+    SIGIL_TK_PFX_3DES = 0,   /**< PKCS#12 3DES, HMAC-SHA1: read by every tool */
+    SIGIL_TK_PFX_SEED = 1,   /**< PBES2 SEED-CBC, HMAC-SHA1 */
+    SIGIL_TK_PFX_AES256 = 2, /**< PBES2 AES-256-CBC, HMAC-SHA256: current tools */
+};
+
+/** `mode` of PFX_ImportMultiPair2. */
+enum SigilToolkitPfxMode {
+    SIGIL_TK_PFX_STRICT = 0, /**< the file must have a MAC, and the password must match it */
+    SIGIL_TK_PFX_WITHOUT_MAC =
+        16 /**< a file without a MAC is read too; a wrong password shows when a key is opened */
+};
+
+/** `type` of PEM_Encode: the label of RFC 7468. */
+enum SigilToolkitPemType {
+    SIGIL_TK_PEM_CERTIFICATE = 0,
+    SIGIL_TK_PEM_PRIVATE_KEY = 1,
+    SIGIL_TK_PEM_ENCRYPTED_PRIVATE_KEY = 2,
+    SIGIL_TK_PEM_PUBLIC_KEY = 3,
+    SIGIL_TK_PEM_CMS = 4,
+    SIGIL_TK_PEM_CRL = 5,
+    SIGIL_TK_PEM_CERTIFICATE_REQUEST = 6
+};
+
+/** First number of CERT_SetVerifyEnv1 and SetVerifyEnv: where issuers come from. */
+enum SigilToolkitPathSource {
+    SIGIL_TK_PATH_GIVEN = 0, /**< trusted certificates, CaPubs and those given to CERT_Verify */
+    SIGIL_TK_PATH_FETCH = 1 /**< and, for a missing issuer, the caIssuers address in the certificate (http, ldap) */
+};
+
+/** Second number of CERT_SetVerifyEnv1 and SetVerifyEnv: which certificates are checked for revocation. */
+enum SigilToolkitRevocation {
+    SIGIL_TK_REVOCATION_PATH = 0, /**< every certificate below the trusted one */
+    SIGIL_TK_REVOCATION_LEAF = 1, /**< the certificate itself */
+    SIGIL_TK_REVOCATION_NONE = 2
+};
+
+/** `usage` of CERT_Verify. */
+enum SigilToolkitUsage {
+    SIGIL_TK_USAGE_ANY = 0,
+    SIGIL_TK_USAGE_USER = 1,           /**< a user's certificate: not an authority's */
+    SIGIL_TK_USAGE_SIGN = 2,           /**< as above, and digitalSignature or nonRepudiation */
+    SIGIL_TK_USAGE_KEY_MANAGEMENT = 3, /**< as above, and keyEncipherment, dataEncipherment or keyAgreement */
+    SIGIL_TK_USAGE_AUTHORITY = 4       /**< an authority's certificate */
+};
+
+/** What CERT_CheckStatByCRL reports. */
+enum SigilToolkitCertStatus { SIGIL_TK_STATUS_GOOD = 0, SIGIL_TK_STATUS_REVOKED = 1 };
+
+/** `mode` of HVAP_GetDataByURL: what is asked for when an ldap address names no attribute. For an http address every mode
+ *  answers the body. */
+enum SigilToolkitFetch {
+    SIGIL_TK_FETCH_ANY = 0,       /**< certificates first, then revocation lists */
+    SIGIL_TK_FETCH_CA_CERT = 1,   /**< cACertificate;binary */
+    SIGIL_TK_FETCH_USER_CERT = 2, /**< userCertificate;binary */
+    SIGIL_TK_FETCH_CRL = 3,       /**< certificateRevocationList;binary */
+    SIGIL_TK_FETCH_ARL = 4        /**< authorityRevocationList;binary */
+};
+
+/** `medium` of the GPKI storage functions. */
+enum SigilToolkitMedium {
+    SIGIL_TK_MEDIUM_DISK = 1 /**< the only medium that the open toolkit has */
+};
+
+/** `option` of GPKI_API_SetOption. */
+enum SigilToolkitOption {
+    SIGIL_TK_OPTION_NONE = 0 /**< the toolkit has no switches; every other value is refused */
+};
+
+#endif

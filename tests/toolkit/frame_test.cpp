@@ -1,0 +1,130 @@
+// The frame of both libraries: contexts, error texts, byte strings, and what they leave alone.
+
+#include "tests/toolkit/toolkit_library.h"
+#include "tests/toolkit/workshop.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <openssl/err.h>
+#include <openssl/evp.h>
+#include <openssl/objects.h>
+#include <openssl/provider.h>
+
+#include <array>
+#include <thread>
+
+using namespace toolkit_test;
+
+namespace {
+
+class Frame : public testing::TestWithParam<const char*> {
+protected:
+    ToolkitLibrary toolkit{GetParam()};
+};
+
+std::string nameOf(const testing::TestParamInfo<const char*>& info) { return std::string(info.param, 4); }
+
+} // namespace
+
+INSTANTIATE_TEST_SUITE_P(Faces, Frame, testing::Values("HVTK_"), nameOf);
+
+TEST_P(Frame, ACallWithoutAContextIsRefused)
+{
+    std::array<char, 64> out{"untouched"};
+    void* none = nullptr;
+    EXPECT_EQ(toolkit.bare("CERT_GetUID", none, 64, out.data()), SIGIL_TK_CONTEXT);
+    EXPECT_EQ(toolkit.bare("API_GetErrInfo", none, 64, out.data()), SIGIL_TK_CONTEXT);
+    EXPECT_STREQ(out.data(), "untouched");
+    EXPECT_EQ(toolkit.bare("API_Init", static_cast<void**>(nullptr), text("")), SIGIL_TK_ARGUMENT);
+}
+
+TEST_P(Frame, FinishClearsTheContextAndIsHarmlessTwice)
+{
+    void* context = nullptr;
+    ASSERT_EQ(toolkit.bare("API_Init", &context, text("")), 0);
+    ASSERT_NE(context, nullptr);
+    EXPECT_EQ(toolkit.bare("API_Finish", &context), 0);
+    EXPECT_EQ(context, nullptr);
+    EXPECT_EQ(toolkit.bare("API_Finish", &context), 0);
+    EXPECT_EQ(toolkit.bare("API_Finish", static_cast<void**>(nullptr)), 0);
+}
+
+TEST_P(Frame, TheTextOfTheLastFailureIsKeptAndCut)
+{
+    ByteString garbage(toolkit, "garbage");
+    EXPECT_EQ(toolkit("CERT_Load", garbage.get()), SIGIL_TK_CERT_MALFORMED);
+    EXPECT_THAT(toolkit.errorText(), testing::StartsWith("The certificate is damaged ("));
+    std::array<char, 8> small;
+    EXPECT_EQ(toolkit("API_GetErrInfo", 8, small.data()), 0);
+    EXPECT_STREQ(small.data(), "The cer");
+    EXPECT_EQ(toolkit("API_GetErrInfo", 0, small.data()), SIGIL_TK_ARGUMENT);
+    EXPECT_EQ(toolkit("API_GetErrInfo", 8, static_cast<char*>(nullptr)), SIGIL_TK_ARGUMENT);
+}
+
+TEST_P(Frame, ByteStringsAreCopiesWithATerminator)
+{
+    BINSTR record{reinterpret_cast<unsigned char*>(1), 7};
+    EXPECT_EQ(toolkit.bare("BINSTR_Create", &record), 0);
+    EXPECT_EQ(record.pData, nullptr);
+    EXPECT_EQ(record.nLength, 0);
+    std::array<unsigned char, 3> bytes{'a', 'b', 'c'};
+    EXPECT_EQ(toolkit.bare("BINSTR_SetData", bytes.data(), 3, &record), 0);
+    EXPECT_NE(record.pData, bytes.data());
+    EXPECT_STREQ(reinterpret_cast<char*>(record.pData), "abc");
+    EXPECT_EQ(toolkit.bare("BINSTR_Delete", &record), 0);
+    EXPECT_EQ(record.pData, nullptr);
+    EXPECT_EQ(toolkit.bare("BINSTR_Delete", &record), 0);
+    EXPECT_EQ(toolkit.bare("BINSTR_Delete", static_cast<BINSTR*>(nullptr)), SIGIL_TK_ARGUMENT);
+    EXPECT_EQ(toolkit.bare("BINSTR_Create", static_cast<BINSTR*>(nullptr)), SIGIL_TK_ARGUMENT);
+    EXPECT_EQ(toolkit.bare("BINSTR_SetData", bytes.data(), 0, &record), SIGIL_TK_ARGUMENT);
+    EXPECT_EQ(toolkit.bare("BINSTR_SetData", bytes.data(), -1, &record), SIGIL_TK_ARGUMENT);
+}
+
+TEST_P(Frame, TheHostsOpenSslStaysAsItIs)
+{
+    ERR_clear_error();
+    ERR_raise(ERR_LIB_USER, 42);
+    const unsigned long before = ERR_peek_last_error();
+    ByteString garbage(toolkit, "garbage");
+    toolkit("CERT_Load", garbage.get());
+    EXPECT_EQ(ERR_peek_last_error(), before);
+    EXPECT_EQ(ERR_peek_error(), before);
+    ERR_clear_error();
+    EXPECT_EQ(OSSL_PROVIDER_available(nullptr, "legacy"), 0);
+    EVP_CIPHER* const seed = EVP_CIPHER_fetch(nullptr, "SEED-CBC", nullptr);
+    EXPECT_EQ(seed, nullptr);
+    EVP_CIPHER_free(seed);
+    EXPECT_EQ(OBJ_txt2nid("1.2.410.200004.1.15"), NID_undef);
+    EXPECT_EQ(OBJ_txt2nid("1.2.410.200004.10.1.1.3"), NID_undef);
+    ERR_clear_error();
+}
+
+TEST_P(Frame, AHostMayCloseTheLibraryWithoutFinishing)
+{
+    void* context = nullptr;
+    ASSERT_EQ(toolkit.bare("API_Init", &context, text("")), 0);
+    EXPECT_NE(context, nullptr); // released with the library; the leak checker would tell otherwise
+}
+
+TEST_P(Frame, TwoContextsInTwoThreadsDoNotDisturbEachOther)
+{
+    Workshop workshop;
+    workshop.certificate("one", "/C=KR/O=yessign/CN=one", "");
+    workshop.certificate("two", "/C=KR/O=yessign/CN=two", "");
+    const auto reads = [&](const std::string& name) {
+        const ToolkitLibrary own(GetParam());
+        ByteString certificate(own, workshop.read(name + ".crt"));
+        int right = 0;
+        for (int i = 0; i < 50; ++i) {
+            std::array<char, 64> uid{};
+            own("CERT_Load", certificate.get());
+            own("CERT_GetUID", 64, uid.data());
+            right += uid.data() == name;
+        }
+        EXPECT_EQ(right, 50);
+    };
+    std::thread first(reads, "one");
+    std::thread second(reads, "two");
+    first.join();
+    second.join();
+}

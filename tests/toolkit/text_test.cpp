@@ -1,0 +1,90 @@
+#include "toolkit/engine/text.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <ctime>
+
+using namespace toolkit;
+
+namespace {
+
+/** The time zone of the process for one test. */
+class Zone {
+public:
+    explicit Zone(const char* name)
+    {
+        setenv("TZ", name, 1);
+        tzset();
+    }
+    ~Zone()
+    {
+        unsetenv("TZ");
+        tzset();
+    }
+    Zone(const Zone&) = delete;
+    Zone& operator=(const Zone&) = delete;
+};
+
+constexpr std::time_t julyNoon = 1720612800;    // 2024-07-10 12:00:00 UTC
+constexpr std::time_t januaryNoon = 1704888000; // 2024-01-10 12:00:00 UTC
+
+/** What the readers of these texts do. */
+std::time_t readBack(const std::string& text)
+{
+    std::tm fields{};
+    strptime(text.c_str(), "%Y-%m-%d %H:%M:%S", &fields);
+    fields.tm_isdst = 0;
+    return std::mktime(&fields);
+}
+
+} // namespace
+
+TEST(TimeText, IsLocalTime)
+{
+    const Zone seoul("Asia/Seoul");
+    EXPECT_EQ(timeText(julyNoon), "2024-07-10 21:00:00");
+    EXPECT_EQ(readBack(timeText(julyNoon)), julyNoon);
+}
+
+TEST(TimeText, IsNeverShiftedByDaylightSaving)
+{
+    const Zone newYork("America/New_York");
+    EXPECT_EQ(timeText(januaryNoon), "2024-01-10 07:00:00");
+    EXPECT_EQ(timeText(julyNoon), "2024-07-10 07:00:00");
+    EXPECT_EQ(readBack(timeText(julyNoon)), julyNoon);
+    EXPECT_EQ(readBack(timeText(januaryNoon)), januaryNoon);
+    EXPECT_EQ(timeFromText("2024-07-10 07:00:00"), julyNoon);
+}
+
+TEST(TimeText, OtherFormsAreRefused)
+{
+    EXPECT_FALSE(timeFromText("2024-07-10"));
+    EXPECT_FALSE(timeFromText("2024-07-10 07:00:00 and more"));
+    EXPECT_FALSE(timeFromText(""));
+}
+
+TEST(Cp949, HangulAndAsciiAreConverted)
+{
+    EXPECT_EQ(cp949FromUtf8("cn=홍길동"), "cn=\xC8\xAB\xB1\xE6\xB5\xBF");
+    EXPECT_EQ(cp949FromUtf8("똠방각하"), "\x8C\x63\xB9\xE6\xB0\xA2\xC7\xCF"); // outside KS X 1001
+    EXPECT_EQ(utf8FromCp949("\xC8\xAB\xB1\xE6\xB5\xBF"), "홍길동");
+}
+
+TEST(Cp949, WhatCannotBeConvertedBecomesAQuestionMark)
+{
+    EXPECT_EQ(cp949FromUtf8("a😀b"), "a?b");
+    EXPECT_EQ(cp949FromUtf8("a\xFF\xFE가"), "a??\xB0\xA1");
+    EXPECT_EQ(cp949FromUtf8(std::string_view("a\0\nb", 4)), "a??b");
+    EXPECT_FALSE(utf8FromCp949("\xC8"));
+}
+
+TEST(CutText, NeverCutsACharacter)
+{
+    const std::string name = cp949FromUtf8("a홍길");
+    EXPECT_EQ(cutText(name, 5), name);
+    EXPECT_EQ(cutText(name, 4), name.substr(0, 3));
+    EXPECT_EQ(cutText(name, 2), "a");
+    EXPECT_EQ(cutText(name, 0), "");
+    EXPECT_EQ(cutText("a\xC8", 9), "a");
+}

@@ -1,0 +1,97 @@
+#include "tests/toolkit/workshop.h"
+
+#include <gtest/gtest.h>
+#include <openssl/evp.h>
+
+#include <array>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <sys/wait.h>
+
+namespace toolkit_test {
+namespace fs = std::filesystem;
+
+Workshop::Workshop()
+{
+    std::string name = (fs::temp_directory_path() / "toolkit_test.XXXXXX").string();
+    if (!mkdtemp(name.data()))
+        throw std::runtime_error("no temporary folder");
+    m_folder = name;
+}
+
+Workshop::~Workshop()
+{
+    std::error_code ignored;
+    fs::remove_all(m_folder, ignored);
+}
+
+void Workshop::write(const std::string& name, const std::string& bytes) const
+{
+    std::ofstream(path(name), std::ios::binary) << bytes;
+}
+
+std::string Workshop::read(const std::string& name) const
+{
+    std::ifstream file(path(name), std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+int Workshop::tryRun(const std::string& command) const
+{
+    const int status =
+        std::system(("cd '" + m_folder.string() + "' && (" + command + ") >output.txt 2>&1").c_str());
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+std::string Workshop::run(const std::string& command) const
+{
+    const int status = tryRun(command);
+    EXPECT_EQ(status, 0) << command << "\n" << read("output.txt");
+    return read("output.txt");
+}
+
+void Workshop::certificate(const std::string& name, const std::string& subject, const std::string& extensions,
+    const std::string& issuer, const std::string& options, const std::string& keyAlgorithm) const
+{
+    write(name + ".cnf",
+        "[req]\ndistinguished_name=dn\nstring_mask=utf8only\nutf8=yes\n[dn]\n[ext]\n" + extensions + "\n");
+    run("openssl req -utf8 -new -config " + name + ".cnf -newkey " + keyAlgorithm + " -nodes -keyout " + name +
+        ".key.pem -subj '" + subject + "' -out " + name + ".csr");
+    const std::string signer =
+        issuer.empty() ? "-signkey " + name + ".key.pem" : "-CA " + issuer + ".pem -CAkey " + issuer + ".key.pem";
+    run("openssl x509 -req -in " + name + ".csr -sha256 " + signer + " -extfile " + name + ".cnf -extensions ext " +
+        (options.find("-set_serial") == options.npos && !issuer.empty() ? "-CAcreateserial " : "") + options +
+        " -out " + name + ".pem");
+    run("openssl x509 -in " + name + ".pem -outform DER -out " + name +
+        ".crt && openssl pkcs8 -topk8 -nocrypt -in " + name + ".key.pem -outform DER -out " + name + ".key");
+}
+
+std::string fromHex(const std::string& hex)
+{
+    std::string bytes;
+    for (std::size_t i = 0; i + 1 < hex.size(); i += 2)
+        bytes += static_cast<char>(std::stoi(hex.substr(i, 2), nullptr, 16));
+    return bytes;
+}
+
+std::string toHex(const std::string& bytes)
+{
+    constexpr std::string_view digits = "0123456789abcdef";
+    std::string hex;
+    for (const char c : bytes) {
+        hex += digits[static_cast<unsigned char>(c) >> 4];
+        hex += digits[static_cast<unsigned char>(c) & 15];
+    }
+    return hex;
+}
+
+std::string sha256Hex(const std::string& bytes)
+{
+    std::string hash(32, '\0');
+    EVP_Digest(
+        bytes.data(), bytes.size(), reinterpret_cast<unsigned char*>(hash.data()), nullptr, EVP_sha256(), nullptr);
+    return toHex(hash);
+}
+
+} // namespace toolkit_test

@@ -1,0 +1,43 @@
+/** @file
+ *  A folder of its own for a test, programs run in it, and certificates made by the `openssl` command.
+ */
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace toolkit_test {
+
+class Workshop {
+public:
+    Workshop();
+    ~Workshop();
+    Workshop(const Workshop&) = delete;
+    Workshop& operator=(const Workshop&) = delete;
+
+    std::string path(const std::string& name) const { return (m_folder / name).string(); }
+    void write(const std::string& name, const std::string& bytes) const;
+    std::string read(const std::string& name) const;
+    /** Runs a shell command in the folder and returns its output; fails the test when the command fails. */
+    std::string run(const std::string& command) const;
+    /** Exit status of a shell command in the folder; its output is dropped. */
+    int tryRun(const std::string& command) const;
+
+    /** Makes NAME.crt (DER), NAME.key (PKCS#8, DER) and NAME.pem/NAME.key.pem.
+     *  @param subject "/C=KR/O=.../CN=..." in UTF-8
+     *  @param extensions lines of an extension section
+     *  @param issuer name of another one made here; empty for a self-signed one
+     *  @param options more options of `openssl x509`/`openssl req`, for example "-days 30" */
+    void certificate(const std::string& name, const std::string& subject, const std::string& extensions,
+        const std::string& issuer = {}, const std::string& options = "-days 365",
+        const std::string& keyAlgorithm = "rsa:2048") const;
+
+private:
+    std::filesystem::path m_folder;
+};
+
+std::string fromHex(const std::string& hex);
+std::string toHex(const std::string& bytes);
+std::string sha256Hex(const std::string& bytes);
+
+} // namespace toolkit_test

@@ -1,0 +1,54 @@
+/** @file
+ *  Byte containers of the engine.
+ */
+#pragma once
+
+#include <openssl/crypto.h>
+
+#include <cstddef>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace toolkit {
+
+using Bytes = std::vector<unsigned char>;
+
+/** Bytes that are read and never kept. */
+using View = std::span<const unsigned char>;
+
+/** Allocator that wipes every block before it is freed, so that a growing buffer leaves no copy behind. */
+template <class T>
+struct WipingAllocator {
+    using value_type = T;
+
+    WipingAllocator() = default;
+    template <class U>
+    WipingAllocator(const WipingAllocator<U>&) noexcept
+    {
+    }
+    T* allocate(std::size_t n) { return std::allocator<T>().allocate(n); }
+    void deallocate(T* p, std::size_t n) noexcept
+    {
+        OPENSSL_cleanse(p, n * sizeof(T));
+        std::allocator<T>().deallocate(p, n);
+    }
+    friend bool operator==(const WipingAllocator&, const WipingAllocator&) { return true; }
+};
+
+/** Bytes of a key, or of anything that a password protects; wiped on release. */
+using Secret = std::vector<unsigned char, WipingAllocator<unsigned char>>;
+
+inline View view(std::string_view text)
+{
+    return {reinterpret_cast<const unsigned char*>(text.data()), text.size()};
+}
+
+inline Bytes toBytes(View bytes) { return {bytes.begin(), bytes.end()}; }
+inline Secret toSecret(View bytes) { return {bytes.begin(), bytes.end()}; }
+
+/** The bytes as OpenSSL's password arguments want them. */
+inline const char* chars(View bytes) { return reinterpret_cast<const char*>(bytes.data()); }
+
+} // namespace toolkit

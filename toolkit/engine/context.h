@@ -1,0 +1,42 @@
+/** @file
+ *  What one toolkit context holds between calls. Contexts share nothing; each is used by one thread at a time.
+ */
+#pragma once
+
+#include "toolkit/engine/certificate.h"
+#include "toolkit/engine/error.h"
+#include "toolkit/engine/library.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace toolkit {
+
+/** Version of the open toolkit, shorter than 64 bytes. */
+constexpr const char* versionText = "SigilDesk open toolkit 1.0.0";
+
+class Context {
+public:
+    const Library& library() const { return m_library; }
+
+    /** The certificate of the getters. Throws SIGIL_TK_CERT_NOT_LOADED. */
+    const Certificate& certificate() const;
+    void load(Certificate certificate) { m_certificate = std::move(certificate); }
+    void unload() { m_certificate.reset(); }
+
+    /** Text of the last failure. */
+    std::string lastError;
+    /** Hash that SIGIL_TK_HASH_DEFAULT stands for. */
+    int hashAlgorithm = SIGIL_TK_HASH_SHA256;
+    int rsaVersion = SIGIL_TK_RSA_V15;
+    int padding = SIGIL_TK_PADDING_V15;
+    /** Folder that relative paths begin at; empty for the process's own. */
+    std::string mediaFolder;
+
+private:
+    Library m_library;
+    std::optional<Certificate> m_certificate;
+};
+
+} // namespace toolkit

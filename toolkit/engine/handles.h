@@ -1,0 +1,64 @@
+/** @file
+ *  Owners for OpenSSL objects.
+ */
+#pragma once
+
+#include <openssl/asn1.h>
+#include <openssl/bio.h>
+#include <openssl/bn.h>
+#include <openssl/evp.h>
+#include <openssl/pkcs12.h>
+#include <openssl/x509.h>
+#include <openssl/x509_vfy.h>
+#include <openssl/x509v3.h>
+
+#include <memory>
+
+namespace toolkit {
+
+template <auto Release>
+struct Releaser {
+    template <class T>
+    void operator()(T* object) const
+    {
+        Release(object);
+    }
+};
+
+template <class T, auto Release>
+using Handle = std::unique_ptr<T, Releaser<Release>>;
+
+inline void releaseBuffer(void* buffer) { OPENSSL_free(buffer); }
+
+using X509Handle = Handle<X509, X509_free>;
+using CrlHandle = Handle<X509_CRL, X509_CRL_free>;
+using KeyHandle = Handle<EVP_PKEY, EVP_PKEY_free>;
+using KeyContextHandle = Handle<EVP_PKEY_CTX, EVP_PKEY_CTX_free>;
+using KeyInfoHandle = Handle<PKCS8_PRIV_KEY_INFO, PKCS8_PRIV_KEY_INFO_free>;
+using EncryptedKeyHandle = Handle<X509_SIG, X509_SIG_free>;
+using AlgorithmHandle = Handle<X509_ALGOR, X509_ALGOR_free>;
+using CipherHandle = Handle<EVP_CIPHER, EVP_CIPHER_free>;
+using CipherContextHandle = Handle<EVP_CIPHER_CTX, EVP_CIPHER_CTX_free>;
+using DigestHandle = Handle<EVP_MD, EVP_MD_free>;
+using DigestContextHandle = Handle<EVP_MD_CTX, EVP_MD_CTX_free>;
+using MacHandle = Handle<EVP_MAC, EVP_MAC_free>;
+using MacContextHandle = Handle<EVP_MAC_CTX, EVP_MAC_CTX_free>;
+using BioHandle = Handle<BIO, BIO_free_all>;
+using ObjectHandle = Handle<ASN1_OBJECT, ASN1_OBJECT_free>;
+using NumberHandle = Handle<BIGNUM, BN_clear_free>;
+using BufferHandle = Handle<unsigned char, releaseBuffer>;
+
+/** DER of an object, through its i2d function. Empty when OpenSSL cannot encode it. */
+template <class Container, class T, class Encoder>
+Container encode(const T* object, Encoder i2d)
+{
+    const int length = i2d(const_cast<T*>(object), nullptr);
+    if (length <= 0)
+        return {};
+    Container der(static_cast<std::size_t>(length));
+    unsigned char* out = der.data();
+    i2d(const_cast<T*>(object), &out);
+    return der;
+}
+
+} // namespace toolkit

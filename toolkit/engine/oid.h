@@ -1,0 +1,28 @@
+/** @file
+ *  Object identifiers of Korean certificates and keys. OpenSSL's table of names is shared by the whole process, so the
+ *  engine adds nothing to it and compares dotted texts.
+ */
+#pragma once
+
+#include <openssl/asn1.h>
+
+#include <string>
+
+namespace toolkit {
+
+namespace oid {
+constexpr const char* identifyData = "1.2.410.200004.10.1.1";
+constexpr const char* virtualId = "1.2.410.200004.10.1.1.1";
+constexpr const char* randomNumber = "1.2.410.200004.10.1.1.3";
+constexpr const char* seedCbcWithSha1 = "1.2.410.200004.1.15";
+constexpr const char* seedCbc = "1.2.410.200004.1.4";
+constexpr const char* pbes2 = "1.2.840.113549.1.5.13";
+constexpr const char* pbkdf2 = "1.2.840.113549.1.5.12";
+constexpr const char* pkcs12Pbe = "1.2.840.113549.1.12.1.";
+constexpr const char* pbes1 = "1.2.840.113549.1.5.";
+} // namespace oid
+
+/** Dotted text of an object identifier. */
+std::string dottedOid(const ASN1_OBJECT* object);
+
+} // namespace toolkit

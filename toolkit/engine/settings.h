@@ -1,0 +1,32 @@
+/** @file
+ *  Settings of a context.
+ */
+#pragma once
+
+#include "toolkit/engine/asymmetric.h"
+#include "toolkit/engine/context.h"
+
+#include <string_view>
+
+namespace toolkit {
+
+/** Bytes that the version texts need at most. */
+constexpr int versionCapacity = 64;
+
+/** "OpenSSL 3.0.2 15 Mar 2022". */
+std::string_view opensslVersion();
+
+/** The open toolkit has no settings file: a path is only checked to name a readable file, so that a mistyped one shows.
+ *  An empty path is accepted. */
+void requireConfFile(std::string_view path);
+
+/** Throws SIGIL_TK_ALGORITHM for an unknown hash; SIGIL_TK_HASH_DEFAULT goes back to SHA-256. */
+void setHashAlgorithm(Context& context, int algorithm);
+
+/** The hash that @p algorithm stands for in this context. */
+int resolveHash(const Context& context, int algorithm);
+
+/** @p algorithm with the context's RSA scheme. */
+SignatureScheme signatureScheme(const Context& context, int algorithm);
+
+} // namespace toolkit
