@@ -1,5 +1,8 @@
 #include "tools/sample-store/kinds.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace sample {
 
 namespace {
@@ -102,12 +105,18 @@ constexpr Kind ppki[] = {
         {"1.2.410.200004.5.5.1.4.1"}, {}},
 };
 
+constexpr std::string_view familyNames[] = {"npki", "gpki", "mpki", "ppki"};
+
 } // namespace
 
-std::string_view familyName(Family family)
+std::string_view familyName(Family family) { return familyNames[static_cast<std::size_t>(family)]; }
+
+std::optional<Family> familyOf(std::string_view name)
 {
-    constexpr std::string_view names[] = {"npki", "gpki", "mpki", "ppki"};
-    return names[static_cast<std::size_t>(family)];
+    const auto found = std::ranges::find(familyNames, name);
+    if (found == std::end(familyNames))
+        return std::nullopt;
+    return static_cast<Family>(found - std::begin(familyNames));
 }
 
 std::span<const Kind> kindsOf(Family family)

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <span>
 #include <string_view>
 
@@ -15,6 +16,9 @@ enum class Family { Npki, Gpki, Mpki, Ppki };
 
 /** "npki", "gpki", "mpki", "ppki". */
 std::string_view familyName(Family family);
+
+/** The family of such a name. */
+std::optional<Family> familyOf(std::string_view name);
 
 /** An issuing authority. */
 struct Authority {

@@ -1,7 +1,5 @@
 #include "tools/sample-store/layout.h"
 
-#include "tools/sample-store/hex.h"
-
 #include <set>
 #include <stdexcept>
 
@@ -21,13 +19,11 @@ fs::path certificateFolder(const fs::path& target, const PlannedCertificate& pla
 }
 
 /** Folders right below the target; none of them may exist. */
-std::set<fs::path> topFolders(const fs::path& target, const std::vector<PlannedCertificate>& plan, bool pfx)
+std::set<fs::path> topFolders(const fs::path& target, const std::vector<PlannedCertificate>& plan)
 {
     std::set<fs::path> tops = {issuerFolder(target)};
     for (const PlannedCertificate& planned : plan)
         tops.insert(target / *fs::path(planned.kind->folder).begin());
-    if (pfx)
-        tops.insert(target / "pfx");
     return tops;
 }
 
@@ -52,16 +48,11 @@ CertificateFiles filesOf(const fs::path& target, const PlannedCertificate& plann
         folder / (id + "_env.key")};
 }
 
-fs::path pfxFileOf(const fs::path& target, const PlannedCertificate& planned)
-{
-    return target / "pfx" / (planned.subject.commonName() + "_" + hexText(planned.serial) + ".pfx");
-}
-
 fs::path issuerFolder(const fs::path& target) { return target / "ca"; }
 
-void makeFolders(const fs::path& target, const std::vector<PlannedCertificate>& plan, bool pfx)
+void makeFolders(const fs::path& target, const std::vector<PlannedCertificate>& plan)
 {
-    const std::set<fs::path> tops = topFolders(target, plan, pfx);
+    const std::set<fs::path> tops = topFolders(target, plan);
     for (const fs::path& top : tops)
         if (fs::exists(fs::symlink_status(top)))
             throw std::runtime_error(top.string() +

@@ -34,13 +34,30 @@ void addChoice(CLI::App& app, const char* name, std::optional<T>& value, std::ma
 
 void addFamilies(CLI::App& app, Options& options)
 {
-    const std::map<std::string, Family> families = {
-        {"npki", Family::Npki}, {"gpki", Family::Gpki}, {"mpki", Family::Mpki}, {"ppki", Family::Ppki}};
-    app.add_option(
-           "-f,--families", options.families, "Families to make, separated by commas: npki, gpki, mpki, ppki")
+    app.add_option_function<std::vector<std::string>>(
+           "-f,--families",
+           [&options](const std::vector<std::string>& names) {
+               options.families.clear();
+               for (const std::string& name : names)
+                   options.families.push_back(*familyOf(name));
+           },
+           "Families to make, separated by commas: npki, gpki, mpki, ppki")
         ->delimiter(',')
-        ->transform(CLI::CheckedTransformer(families, CLI::ignore_case))
+        ->check([](const std::string& name) { return familyOf(name) ? "" : "not a family: " + name; })
+        ->type_name("NAME,...")
         ->default_str("npki");
+}
+
+void addFormat(CLI::App& app, Options& options)
+{
+    app.add_option_function<std::string>(
+           "--format",
+           [&options](const std::string& name) {
+               options.format = name == "json" ? Format::Json : name == "tsv" ? Format::Tsv : Format::Table;
+           },
+           "How to print what was made: table for people, tsv and json with every field for programs")
+        ->check(CLI::IsMember({"table", "tsv", "json"}))
+        ->default_str("table");
 }
 
 void addMixtures(CLI::App& app, Options& options)
@@ -68,10 +85,11 @@ std::string_view stateName(State state)
 void declareOptions(CLI::App& app, Options& options)
 {
     app.add_option("-t,--target", options.target,
-           "Folder that gets the store: NPKI/, GPKI/, MPKI/, Halvard/, ca/ and pfx/ are made below it and must not "
+           "Folder that gets the store: NPKI/, GPKI/, MPKI/, Halvard/ and ca/ are made below it and must not "
            "exist yet")
         ->required();
-    app.add_option("-p,--password", options.password, "Password of every key file and PKCS#12 file")
+    app.add_option("-p,--password", options.password, "Password of every key file")
+        ->check([](const std::string& word) { return word.empty() ? "the password is empty" : ""; })
         ->capture_default_str();
     app.add_option("-n,--count", options.count, "Number of certificate folders")
         ->check(CLI::Range(1, mostCertificates))
@@ -88,11 +106,7 @@ void declareOptions(CLI::App& app, Options& options)
         ->check(CLI::Range(2, mostKeys))
         ->capture_default_str();
     addMixtures(app, options);
-    app.add_flag("--pfx", options.pfx, "Also write each certificate and its keys as a PKCS#12 file into pfx/");
-    app.add_option("--format", options.format, "How to print what was made: table, tsv or json")
-        ->transform(CLI::CheckedTransformer(
-            std::map<std::string, Format>{{"table", Format::Table}, {"tsv", Format::Tsv}, {"json", Format::Json}}))
-        ->default_str("table");
+    addFormat(app, options);
 }
 
 } // namespace sample

@@ -90,7 +90,7 @@ Store::Store(const Options& options, const std::vector<PlannedCertificate>& plan
     , m_keys(static_cast<std::size_t>(options.keys))
     , m_issuers(options.now)
 {
-    makeFolders(options.target, plan, options.pfx);
+    makeFolders(options.target, plan);
 }
 
 void Store::write()
