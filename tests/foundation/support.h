@@ -1,0 +1,113 @@
+/** @file
+ *  What the tests of the foundations share.
+ */
+#pragma once
+
+#include "foundation/environment.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <ctime>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <string_view>
+
+/** A text for a `char*` parameter; lives to the end of the full expression. */
+class Arg {
+public:
+    Arg(std::string_view text)
+        : m_text(text)
+    {
+    }
+    Arg(const char* text)
+        : m_text(text ? text : "")
+        , m_null(!text)
+    {
+    }
+    Arg(const std::string& text)
+        : m_text(text)
+    {
+    }
+    operator char*() { return m_null ? nullptr : m_text.data(); }
+
+private:
+    std::string m_text;
+    bool m_null = false;
+};
+
+/** A folder of its own for each test, removed at its end. */
+class TemporaryFolder {
+public:
+    TemporaryFolder()
+    {
+        std::string pattern = (std::filesystem::temp_directory_path() / "sigildesk-test-XXXXXX").string();
+        m_path = mkdtemp(pattern.data());
+    }
+    ~TemporaryFolder() { std::filesystem::remove_all(m_path); }
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    std::string path(std::string_view name = "") const
+    {
+        return name.empty() ? m_path : m_path + "/" + std::string(name);
+    }
+    std::string write(std::string_view name, std::string_view content) const
+    {
+        std::ofstream(path(name), std::ios::binary).write(content.data(), std::ssize(content));
+        return path(name);
+    }
+
+private:
+    std::string m_path;
+};
+
+inline std::string contentOf(const std::string& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+/** Clock, folders and time zone of the library for one test; the machine's own come back at its end. */
+class EnvironmentTest : public testing::Test {
+protected:
+    EnvironmentTest()
+        : m_saved(sigil::environment())
+    {
+        const char* zone = std::getenv("TZ");
+        m_hadZone = zone != nullptr;
+        m_zone = zone ? zone : "";
+        sigil::environment().now = [] { return s_now; };
+        setZone("UTC");
+    }
+    ~EnvironmentTest() override
+    {
+        sigil::environment() = m_saved;
+        m_hadZone ? setenv("TZ", m_zone.c_str(), 1) : unsetenv("TZ");
+        tzset();
+    }
+
+    static void setZone(const char* zone)
+    {
+        setenv("TZ", zone, 1);
+        tzset();
+    }
+    /** Sets the clock to a local time of the zone in use, "2024-03-01 12:00:00". */
+    static void setClock(const char* localTime, long nanoseconds = 0)
+    {
+        tm local{};
+        ASSERT_NE(strptime(localTime, "%Y-%m-%d %H:%M:%S", &local), nullptr) << localTime;
+        local.tm_isdst = -1;
+        s_now = {mktime(&local), nanoseconds};
+    }
+
+    TemporaryFolder folder;
+
+private:
+    static inline timespec s_now{};
+    sigil::Environment m_saved;
+    std::string m_zone;
+    bool m_hadZone = false;
+};
