@@ -26,9 +26,15 @@ TEST(BinaryHelpers, LeftAndRight)
         std::string right;
     };
     const Case cases[] = {
-        {"abcdef", 2, "ab", "ef"}, {"abcdef", 6, "abcdef", "abcdef"}, {"abcdef", 0, "", ""}, {"a\0b"s, 2, "a\0"s, "\0b"s},
-        {"abcdef", 7, "abcdef", "abcdef"}, {"abcdef", INT_MAX, "abcdef", "abcdef"}, {"abcdef", -1, "", ""},
-        {"abcdef", INT_MIN, "", ""}, {"", 3, "", ""},
+        {"abcdef", 2, "ab", "ef"},
+        {"abcdef", 6, "abcdef", "abcdef"},
+        {"abcdef", 0, "", ""},
+        {"a\0b"s, 2, "a\0"s, "\0b"s},
+        {"abcdef", 7, "abcdef", "abcdef"},
+        {"abcdef", INT_MAX, "abcdef", "abcdef"},
+        {"abcdef", -1, "", ""},
+        {"abcdef", INT_MIN, "", ""},
+        {"", 3, "", ""},
     };
     for (const Case& c : cases) {
         CBinary out = binary("old");
@@ -48,8 +54,18 @@ TEST(BinaryHelpers, Mid)
         const char* expected;
     };
     const Case cases[] = {
-        {0, 6, "abcdef"}, {1, 2, "bc"}, {5, 1, "f"}, {3, 0, ""}, {3, 10, "def"}, {6, 1, ""}, {9, 2, ""}, {-1, 3, "ab"},
-        {2, -1, ""}, {INT_MAX, INT_MAX, ""}, {INT_MIN, INT_MAX, ""}, {1, INT_MAX, "bcdef"},
+        {0, 6, "abcdef"},
+        {1, 2, "bc"},
+        {5, 1, "f"},
+        {3, 0, ""},
+        {3, 10, "def"},
+        {6, 1, ""},
+        {9, 2, ""},
+        {-1, 3, "ab"},
+        {2, -1, ""},
+        {INT_MAX, INT_MAX, ""},
+        {INT_MIN, INT_MAX, ""},
+        {1, INT_MAX, "bcdef"},
     };
     for (const Case& c : cases) {
         CBinary out = binary("old");
@@ -76,15 +92,29 @@ TEST(BinaryHelpers, Find2)
         int index;
     };
     const Case cases[] = {
-        {"a|b|c", "|", 0, 1}, {"a|b|c", "|", 1, 1}, {"a|b|c", "|", 2, 3}, {"a|b|c", "|", 4, -1}, {"a|b|c", "|", 5, -1},
-        {"a|b|c", "|", 6, -1}, {"a|b|c", "|", -1, -1}, {"a|b|c", "|", INT_MAX, -1}, {"a|b|c", "b|c", 1, 2},
+        {"a|b|c", "|", 0, 1},
+        {"a|b|c", "|", 1, 1},
+        {"a|b|c", "|", 2, 3},
+        {"a|b|c", "|", 4, -1},
+        {"a|b|c", "|", 5, -1},
+        {"a|b|c", "|", 6, -1},
+        {"a|b|c", "|", -1, -1},
+        {"a|b|c", "|", INT_MAX, -1},
+        {"a|b|c", "b|c", 1, 2},
         // From 0 the search covers all bytes; from any other start it ends at a zero byte.
-        {"a\0b|"s, "|", 0, 3}, {"ab\0|"s, "|", 1, -1}, {"ab\0|"s, "|", 3, 3},
-        {"abc", "", 0, -1}, {"abc", "", 1, -1}, {"abc", nullptr, 0, -1}, {"abc", nullptr, 1, -1}, {"", "a", 0, -1},
+        {"a\0b|"s, "|", 0, 3},
+        {"ab\0|"s, "|", 1, -1},
+        {"ab\0|"s, "|", 3, 3},
+        {"abc", "", 0, -1},
+        {"abc", "", 1, -1},
+        {"abc", nullptr, 0, -1},
+        {"abc", nullptr, 1, -1},
+        {"", "a", 0, -1},
         {"", "a", 1, -1},
     };
     for (const Case& c : cases)
-        EXPECT_EQ(CUtil::BinaryFind2(binary(c.source), Arg(c.text), c.start), c.index) << c.source << ' ' << c.start;
+        EXPECT_EQ(CUtil::BinaryFind2(binary(c.source), Arg(c.text), c.start), c.index)
+            << c.source << ' ' << c.start;
 }
 
 TEST(BinaryHelpers, FindCount)
@@ -96,9 +126,18 @@ TEST(BinaryHelpers, FindCount)
         int pos;
     };
     const Case cases[] = {
-        {"a|b|c", "|", 2, 3}, {"a|b|c|", "|", 3, 5}, {"abc", "|", 0, -1}, {"aaaa", "aa", 3, 2}, {"abababa", "aba", 3, 4},
+        {"a|b|c", "|", 2, 3},
+        {"a|b|c|", "|", 3, 5},
+        {"abc", "|", 0, -1},
+        {"aaaa", "aa", 3, 2},
+        {"abababa", "aba", 3, 4},
         // A single hit is reported one further than where it is.
-        {"a|b", "|", 1, 2}, {"|", "|", 1, 1}, {"|ab", "|", 1, 1}, {"x\0x"s, "x", 2, 2}, {"", "x", 0, -1}, {"abc", "", 0, -1},
+        {"a|b", "|", 1, 2},
+        {"|", "|", 1, 1},
+        {"|ab", "|", 1, 1},
+        {"x\0x"s, "x", 2, 2},
+        {"", "x", 0, -1},
+        {"abc", "", 0, -1},
         {"abc", nullptr, 0, -1},
     };
     for (const Case& c : cases) {
@@ -116,11 +155,21 @@ TEST(BinaryHelpers, ParingFindCnt)
         int count;
     };
     const Case cases[] = {
-        {"a|b|c", "|", 2}, {"a|b|c|", "|", 3}, {"|||", "|", 3}, {"abc", "|", 0}, {"", "|", 0}, {"line\nline\nrest", "\n", 2},
+        {"a|b|c", "|", 2},
+        {"a|b|c|", "|", 3},
+        {"|||", "|", 3},
+        {"abc", "|", 0},
+        {"", "|", 0},
+        {"line\nline\nrest", "\n", 2},
         // The walk goes on one byte behind the start of a hit, whatever the length of the separator.
-        {"a,,b", ",,", 1}, {"a,,,b", ",,", 2}, {"a\r\nb\r\n", "\r\n", 2},
+        {"a,,b", ",,", 1},
+        {"a,,,b", ",,", 2},
+        {"a\r\nb\r\n", "\r\n", 2},
         // Behind the first separator a zero byte ends the search, before it does not.
-        {"a\0b|c|"s, "|", 2}, {"a|b\0c|"s, "|", 1}, {"abc", "", 0}, {"abc", nullptr, 0},
+        {"a\0b|c|"s, "|", 2},
+        {"a|b\0c|"s, "|", 1},
+        {"abc", "", 0},
+        {"abc", nullptr, 0},
     };
     for (const Case& c : cases) {
         int count = 77;
@@ -138,9 +187,17 @@ TEST(BinaryHelpers, ReplaceAll)
         const char* expected;
     };
     const Case cases[] = {
-        {"1.2.410", ".", " ", "1 2 410"}, {"a.b", ".", "", "ab"}, {"...", ".", "", ""}, {"aaa", "aa", "b", "ba"},
-        {"aaaa", "aa", "aaa", "aaaaaa"}, {"abc", "x", "y", "abc"}, {"abc", "abc", "y", "y"}, {"", "x", "y", ""},
-        {"xaxbx", "x", "long", "longalongblong"}, {"abcabc", "abcabcd", "x", "abcabc"}, {"abc", "b", nullptr, "ac"},
+        {"1.2.410", ".", " ", "1 2 410"},
+        {"a.b", ".", "", "ab"},
+        {"...", ".", "", ""},
+        {"aaa", "aa", "b", "ba"},
+        {"aaaa", "aa", "aaa", "aaaaaa"},
+        {"abc", "x", "y", "abc"},
+        {"abc", "abc", "y", "y"},
+        {"", "x", "y", ""},
+        {"xaxbx", "x", "long", "longalongblong"},
+        {"abcabc", "abcabcd", "x", "abcabc"},
+        {"abc", "b", nullptr, "ac"},
         {nullptr, "b", "x", ""},
     };
     for (const Case& c : cases) {

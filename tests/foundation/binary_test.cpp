@@ -330,9 +330,23 @@ TEST(Binary, GetSub)
         const char* expected;
     };
     const Case cases[] = {
-        {0, 6, "abcdef"}, {0, 1, "a"}, {5, 1, "f"}, {2, 3, "cde"}, {6, 1, ""}, {0, 0, ""}, {3, 0, ""}, {0, 7, ""},
-        {5, 2, ""}, {7, 0, ""}, {100, 1, ""}, {-1, 2, ""}, {0, -1, ""}, {2, -1, ""}, {1, INT_MAX, ""},
-        {INT_MAX, INT_MAX, ""}, {INT_MIN, INT_MIN, ""},
+        {0, 6, "abcdef"},
+        {0, 1, "a"},
+        {5, 1, "f"},
+        {2, 3, "cde"},
+        {6, 1, ""},
+        {0, 0, ""},
+        {3, 0, ""},
+        {0, 7, ""},
+        {5, 2, ""},
+        {7, 0, ""},
+        {100, 1, ""},
+        {-1, 2, ""},
+        {0, -1, ""},
+        {2, -1, ""},
+        {1, INT_MAX, ""},
+        {INT_MAX, INT_MAX, ""},
+        {INT_MIN, INT_MIN, ""},
     };
     CBinary source = binary("abcdef");
     for (const Case& c : cases) {
@@ -374,10 +388,20 @@ TEST(Binary, FromHexString)
         std::string bytes;
     };
     const Case cases[] = {
-        {"00ab", 0, "\x00\xAB"s}, {"0123456789abcdefABCDEF", 0, "\x01\x23\x45\x67\x89\xAB\xCD\xEF\xAB\xCD\xEF"},
-        {"0A1", 0, "\x0A"}, {"f", 0, ""}, {"", 0, ""}, {"zz", -1, "\0"s}, {"12g4", -1, "\x12\0"s},
-        {"124g56", -1, "\x12\0\0"s}, {"41424:44", -1, "AB\0\0"s}, {"@1", -1, "\0"s}, {"1/", -1, "\0"s},
-        {"1 2", -1, "\0"s}, {"12 ", 0, "\x12"}, {"\xB0\xA1", -1, "\0"s},
+        {"00ab", 0, "\x00\xAB"s},
+        {"0123456789abcdefABCDEF", 0, "\x01\x23\x45\x67\x89\xAB\xCD\xEF\xAB\xCD\xEF"},
+        {"0A1", 0, "\x0A"},
+        {"f", 0, ""},
+        {"", 0, ""},
+        {"zz", -1, "\0"s},
+        {"12g4", -1, "\x12\0"s},
+        {"124g56", -1, "\x12\0\0"s},
+        {"41424:44", -1, "AB\0\0"s},
+        {"@1", -1, "\0"s},
+        {"1/", -1, "\0"s},
+        {"1 2", -1, "\0"s},
+        {"12 ", 0, "\x12"},
+        {"\xB0\xA1", -1, "\0"s},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.hex);
@@ -400,8 +424,18 @@ TEST(Binary, Find)
         int index;
     };
     const Case cases[] = {
-        {"ab", 2, 0}, {"cab", 3, 2}, {"abcab", 5, 0}, {"\0x"s, 2, 5}, {"x", 1, 6}, {"zz", 2, -1}, {"abcab\0x"s, 7, 0},
-        {"abcab\0xy"s, 8, -1}, {"ab", 0, -1}, {"ab", -1, -1}, {"ab", LONG_MAX, -1}, {"ab", 1, 0},
+        {"ab", 2, 0},
+        {"cab", 3, 2},
+        {"abcab", 5, 0},
+        {"\0x"s, 2, 5},
+        {"x", 1, 6},
+        {"zz", 2, -1},
+        {"abcab\0x"s, 7, 0},
+        {"abcab\0xy"s, 8, -1},
+        {"ab", 0, -1},
+        {"ab", -1, -1},
+        {"ab", LONG_MAX, -1},
+        {"ab", 1, 0},
     };
     CBinary source = binary("abcab\0x"s);
     for (const Case& c : cases) {

@@ -87,7 +87,11 @@ TEST(ProfileLines, SplitsBehind4094Bytes)
         std::vector<std::size_t> pieces;
     };
     const Case cases[] = {
-        {4093, {4094}}, {4094, {4094, 1}}, {4095, {4094, 2}}, {8187, {4094, 4094}}, {8188, {4094, 4094, 1}},
+        {4093, {4094}},
+        {4094, {4094, 1}},
+        {4095, {4094, 2}},
+        {8187, {4094, 4094}},
+        {8188, {4094, 4094, 1}},
         {20'000, {4094, 4094, 4094, 4094, 3625}},
     };
     for (const Case& c : cases) {
@@ -160,7 +164,8 @@ TEST(ProfileLines, RecognisesComments)
         const char* line;
         int comment;
     };
-    for (const Case& c : {Case{"#", 1}, {"# x", 1}, {" \t\r\n\v\f#", 1}, {"", 0}, {"   ", 0}, {"a#", 0}, {";", 0}, {"\xA3#", 0}})
+    for (const Case& c :
+        {Case{"#", 1}, {"# x", 1}, {" \t\r\n\v\f#", 1}, {"", 0}, {"   ", 0}, {"a#", 0}, {";", 0}, {"\xA3#", 0}})
         EXPECT_EQ(_IsCommentLine(Arg(c.line)), c.comment) << c.line;
 }
 

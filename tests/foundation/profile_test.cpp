@@ -121,7 +121,8 @@ TEST_F(Profile, LongLinesAreCutIntoLinesOf4094Bytes)
     EXPECT_EQ(look(content, "S", "second"), (Found{5, "piece"}));
     EXPECT_EQ(look(content, "S", "third"), (Found{4, "line"}));
     // One byte less, and the line end of the physical line belongs to the next piece.
-    EXPECT_EQ(look("[S]\nk=" + std::string(4091, 'v') + "\nx=1\n", "S", "k"), (Found{4091, std::string(4091, 'v')}));
+    EXPECT_EQ(
+        look("[S]\nk=" + std::string(4091, 'v') + "\nx=1\n", "S", "k"), (Found{4091, std::string(4091, 'v')}));
     EXPECT_EQ(look("[S]\nk=" + std::string(4092, 'v') + "\nx=1\n", "S", "x"), (Found{1, "1"}));
     // Pieces are judged one by one: a "[" in one ends the section, "#" at the start of one makes it a comment.
     EXPECT_EQ(look("[S]\n" + first + "a[b\nx=1\n", "S", "x"), (Found{0, ""}));
@@ -141,7 +142,8 @@ TEST_F(Profile, EveryKeyOfALargeFileIsFound)
 {
     std::string content = "[A]\nx=1\n[S]\n";
     for (int i = 0; i < 5000; ++i)
-        content += "key_" + std::to_string(i) + "=" + std::string(static_cast<std::size_t>(i % 300 + 1), 'v') + "\n";
+        content +=
+            "key_" + std::to_string(i) + "=" + std::string(static_cast<std::size_t>(i % 300 + 1), 'v') + "\n";
     for (int i : {0, 1, 2, 299, 300, 777, 2500, 4998, 4999})
         EXPECT_EQ(look(content, "S", ("key_" + std::to_string(i)).c_str()).result, i % 300 + 1) << i;
 }
@@ -156,7 +158,8 @@ TEST_F(Profile, ClearsTheWholeOutput)
         EXPECT_EQ(out[63], 'x');
     }
     std::string out(64, 'x');
-    EXPECT_EQ(FileGetPrivateProfileString(Arg("S"), Arg("k"), Arg("D"), out.data(), 63, Arg(folder.path("none"))), 0);
+    EXPECT_EQ(
+        FileGetPrivateProfileString(Arg("S"), Arg("k"), Arg("D"), out.data(), 63, Arg(folder.path("none"))), 0);
     EXPECT_EQ(std::count(out.begin(), out.begin() + 63, '\0'), 63);
     EXPECT_EQ(out[63], 'x');
 }
@@ -219,9 +222,19 @@ TEST_F(Profile, IntegerOfTheValue)
         int number;
     };
     const Case cases[] = {
-        {"[S]\nk=42\n", 42}, {"[S]\nk= -7 \n", -7}, {"[S]\nk=12abc\n", 12}, {"[S]\nk=abc\n", 0}, {"[S]\nk=\n", 0},
-        {"[S]\nx=1\n", 0}, {"[T]\nk=1\n", 0}, {"", 0}, {"[S]\nk=0x10\n", 0}, {"[S]\nk=010\n", 10}, {"[S]\nk=+3\n", 3},
-        {"[S]\nk=99999999999999999999\n", 2147483647}, {"[S]\nk=-99999999999999999999\n", -2147483647 - 1},
+        {"[S]\nk=42\n", 42},
+        {"[S]\nk= -7 \n", -7},
+        {"[S]\nk=12abc\n", 12},
+        {"[S]\nk=abc\n", 0},
+        {"[S]\nk=\n", 0},
+        {"[S]\nx=1\n", 0},
+        {"[T]\nk=1\n", 0},
+        {"", 0},
+        {"[S]\nk=0x10\n", 0},
+        {"[S]\nk=010\n", 10},
+        {"[S]\nk=+3\n", 3},
+        {"[S]\nk=99999999999999999999\n", 2147483647},
+        {"[S]\nk=-99999999999999999999\n", -2147483647 - 1},
     };
     for (const Case& c : cases)
         EXPECT_EQ(number(c.content), c.number) << c.content;
@@ -242,8 +255,15 @@ TEST(StrTrim, RemovesWhiteSpaceAtBothEnds)
         const char* trimmed;
     };
     const Case cases[] = {
-        {"", ""}, {" ", ""}, {" \t\r\n\v\f", ""}, {"a", "a"}, {"  a b  ", "a b"}, {"a ", "a"}, {" a", "a"},
-        {"\xA0 x \x85", "\xA0 x \x85"}, {"\xC7\xD1 ", "\xC7\xD1"},
+        {"", ""},
+        {" ", ""},
+        {" \t\r\n\v\f", ""},
+        {"a", "a"},
+        {"  a b  ", "a b"},
+        {"a ", "a"},
+        {" a", "a"},
+        {"\xA0 x \x85", "\xA0 x \x85"},
+        {"\xC7\xD1 ", "\xC7\xD1"},
     };
     for (const Case& c : cases) {
         std::string text = c.text;

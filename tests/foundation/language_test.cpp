@@ -1,0 +1,107 @@
+#include "tests/foundation/support.h"
+
+#include <sigildesk/util.h>
+
+#include <algorithm>
+#include <pwd.h>
+#include <unistd.h>
+
+namespace {
+
+class Language : public EnvironmentTest {
+protected:
+    Language()
+        : file(folder.write("KOR.ini",
+              "[UserInterface]\nDLG_A=\xC8\xAE\xC0\xCE\nDLG_LONG=" + std::string(2000, 'x') +
+                  "\nDLG_EMPTY=\n[Message]\nMSG_A=text of a message\n"))
+    {
+    }
+    std::string uiText(const char* key, int size = 1024) { return text(CUtil::GetLanguageUIText, key, size); }
+    std::string messageText(const char* key, int size = 1024)
+    {
+        return text(CUtil::GetLanguageMessageText, key, size);
+    }
+
+    std::string file;
+
+private:
+    std::string text(int (*lookUp)(char*, char*, int, char*), const char* key, int size)
+    {
+        std::string out(1100, '#');
+        EXPECT_EQ(lookUp(Arg(file), Arg(key), size, out.data()), 0);
+        // The whole stated size is cleared, and not a byte more.
+        EXPECT_EQ(std::count(out.begin(), out.end(), '#'), 1100 - size);
+        return out.c_str();
+    }
+};
+
+} // namespace
+
+TEST_F(Language, TextsOfBothSections)
+{
+    EXPECT_EQ(uiText("DLG_A"), "\xC8\xAE\xC0\xCE");
+    EXPECT_EQ(messageText("MSG_A"), "text of a message");
+    EXPECT_EQ(uiText("MSG_A"), "");
+    EXPECT_EQ(messageText("DLG_A"), "");
+    EXPECT_EQ(uiText("DLG_EMPTY"), "");
+    EXPECT_EQ(uiText("DLG_NONE"), "");
+    file = folder.path("missing");
+    EXPECT_EQ(uiText("DLG_A"), "");
+    EXPECT_EQ(messageText("MSG_A"), "");
+}
+
+TEST_F(Language, TextsAreCutToTheOutput)
+{
+    EXPECT_EQ(messageText("MSG_A", 5), "text");
+    EXPECT_EQ(messageText("MSG_A", 1), "");
+    EXPECT_EQ(uiText("DLG_LONG", 1100), std::string(1023, 'x'));
+    EXPECT_EQ(uiText("DLG_LONG", 260), std::string(259, 'x'));
+}
+
+TEST_F(Language, NothingIsWrittenWithoutRoom)
+{
+    char out[4] = "old";
+    EXPECT_EQ(CUtil::GetLanguageUIText(Arg(file), Arg("DLG_A"), 0, out), 0);
+    EXPECT_EQ(CUtil::GetLanguageUIText(Arg(file), Arg("DLG_A"), -1, out), 0);
+    EXPECT_STREQ(out, "old");
+    EXPECT_EQ(CUtil::GetLanguageUIText(Arg(file), Arg("DLG_A"), 4, nullptr), 0);
+    EXPECT_EQ(CUtil::GetLanguageUIText(nullptr, nullptr, 4, out), 0);
+    EXPECT_STREQ(out, "");
+}
+
+TEST_F(Language, TheDefaultFileIsTheUsersKoreanOne)
+{
+    sigil::environment().homeFolder = [] { return std::string("/home/hong"); };
+    EXPECT_STREQ(CUtil().m_szLangFile, "/home/hong/HalvardSafe/Corvenna/KOR.ini");
+    sigil::environment().homeFolder = [] { return std::string(300, 'h'); };
+    EXPECT_EQ(CUtil().m_szLangFile, std::string(259, 'h'));
+}
+
+TEST_F(Language, TheHomeFolderIsThatOfThePasswordDatabase)
+{
+    const passwd* entry = getpwuid(getuid());
+    EXPECT_EQ(CUtil().m_szLangFile, std::string(entry ? entry->pw_dir : "") + "/HalvardSafe/Corvenna/KOR.ini");
+}
+
+TEST_F(Language, TheFileOfALanguage)
+{
+    struct Case {
+        int language;
+        std::string folder;
+        std::string file;
+    };
+    const Case cases[] = {
+        {1, "/lib", "/lib/KOR.ini"},
+        {2, "/lib", "/lib/ENG.ini"},
+        {0, "/lib", ""},
+        {3, "/lib", ""},
+        {-1, "/lib", ""},
+        {1, "", "/KOR.ini"},
+        {2, std::string(300, 'f'), std::string(259, 'f')},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(CUtil(c.language, Arg(c.folder)).m_szLangFile, c.file);
+    EXPECT_STREQ(CUtil(1, nullptr).m_szLangFile, "/KOR.ini");
+}
+
+TEST_F(Language, TheCodeIsAlways100) { EXPECT_EQ(CUtil::GetLanguageCode(), 100); }
