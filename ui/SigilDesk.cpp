@@ -1,0 +1,100 @@
+// The entry points of the dialogs, with C linkage.
+
+#include "ui/SigilDesk.h"
+
+#include "foundation/text_field.h"
+#include "ui/select_cert_dialog.h"
+
+#include <sigildesk/dialogs.h>
+#include <sigildesk/log.h>
+
+#include <QApplication>
+#include <chrono>
+#include <memory>
+#include <thread>
+#include <utility>
+
+// Plain pointers: a host may leave the process from inside the event loop, and Qt does not take kindly to an application
+// object that is destroyed after that.
+QApplication* g_pQApplication = nullptr;
+SelectCertDialog* g_dlgUserCert = nullptr;
+
+namespace {
+
+constexpr int cancelled = -1;
+constexpr int fromHardDisk = 1;
+constexpr int fromMemory = 6;
+
+/** Applies the caller's options and connects to the processor. @return 0, else the entry point's result */
+int prepare(SelectCertDialog& dialog, tagINITOPT* init, tagLOADSELECTCERTOPTION* load, tagEXTRAOPTION* extra)
+{
+    const int rv = dialog.SetInitOption(init, load, extra);
+    if (rv != 0)
+        return rv;
+    dialog.SetLibraryFolder(sigil::fieldText(init->szLibraryFolder));
+    dialog.InitSetControl();
+    return dialog.Initalize();
+}
+
+void openMedium(SelectCertDialog& dialog, const tagLOADSELECTCERTOPTION* load)
+{
+    dialog.SetInitMediaCert(load && load->byMemoryCert != 0 ? fromMemory : fromHardDisk);
+}
+
+/** @return the entry point's result; the keys are handed out or forgotten */
+int finish(SelectCertDialog& dialog, bool accepted, tagSELCERTINFO* result)
+{
+    if (accepted)
+        dialog.GetSelectCertinfo(result);
+    dialog.ForgetKeys();
+    return accepted ? 0 : cancelled;
+}
+
+} // namespace
+
+int ShowUserCertInit(int argc, char** argv)
+{
+    if (!g_pQApplication)
+        g_pQApplication = std::make_unique<QApplication>(argc, argv).release();
+    if (!g_dlgUserCert)
+        g_dlgUserCert = std::make_unique<SelectCertDialog>(nullptr).release();
+    int result = 0;
+    do
+        result = QApplication::exec();
+    while (g_dlgUserCert->FinishFlag() != 1);
+    std::unique_ptr<SelectCertDialog>(std::exchange(g_dlgUserCert, nullptr)).reset();
+    QCoreApplication::exit(0);
+    std::unique_ptr<QApplication>(std::exchange(g_pQApplication, nullptr)).reset();
+    return result;
+}
+
+int ShowUserCert(void*, void*, tagINITOPT* pInit, tagLOADSELECTCERTOPTION* pLoad, void*, tagEXTRAOPTION* pExtra,
+    tagSELCERTINFO* pResult)
+{
+    // Without ShowUserCertInit there is nothing to wait for; hosts rely on the call not coming back with a code.
+    while (!g_pQApplication)
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    SelectCertDialog& dialog = *g_dlgUserCert;
+    dialog.SetFinishFlag(0);
+    const int rv = prepare(dialog, pInit, pLoad, pExtra);
+    LOG_LEVEL("DEBUG", __FILE__, __LINE__, __func__, "Initalize : %d", rv);
+    if (rv != 0)
+        return rv;
+    openMedium(dialog, pLoad);
+    dialog.setModal(true);
+    dialog.exec();
+    const int result = finish(dialog, dialog.AcceptedFlag() == 1, pResult);
+    LOG_LEVEL("DEBUG", __FILE__, __LINE__, __func__, "ShowUserCert end");
+    return result;
+}
+
+int ShowUserCert_T(
+    tagINITOPT* pInit, tagLOADSELECTCERTOPTION* pLoad, void*, tagEXTRAOPTION* pExtra, tagSELCERTINFO* pResult)
+{
+    SelectCertDialog dialog;
+    const int rv = prepare(dialog, pInit, pLoad, pExtra);
+    if (rv != 0)
+        return rv;
+    openMedium(dialog, pLoad);
+    return finish(dialog, dialog.exec() == QDialog::Accepted, pResult);
+}

@@ -1,0 +1,238 @@
+#include "ui/cert_records.h"
+
+#include "foundation/secret.h"
+#include "foundation/text_field.h"
+#include "ui/language_texts.h"
+
+#include <sigildesk/util.h>
+
+#include <algorithm>
+#include <cstring>
+#include <iterator>
+
+namespace sigil {
+
+namespace {
+
+/** A field of a record by its place; the records are packed, so places are all that can be tabulated. */
+struct Field {
+    std::size_t offset;
+    std::size_t size;
+};
+
+/** A data item and the 32-bit number that holds its length. */
+struct Item {
+    Field data;
+    std::size_t lengthOffset;
+};
+
+// The three macros spell a field once; the language has no other way from a member's name to its place.
+#define SIGIL_FIELD(record, member)                                                                                \
+    Field { offsetof(record, member), sizeof(record::member) }
+#define SIGIL_ENTRY_TEXT(member) SIGIL_FIELD(tagCERTINFO, member)
+#define SIGIL_ITEM(record, by, n)                                                                                  \
+    Item { SIGIL_FIELD(record, by), offsetof(record, n) }
+
+constexpr Field entryTexts[] = {
+    SIGIL_ENTRY_TEXT(szVersion),
+    SIGIL_ENTRY_TEXT(szSerialNum),
+    SIGIL_ENTRY_TEXT(szSignAlg),
+    SIGIL_ENTRY_TEXT(szSubjectDN),
+    SIGIL_ENTRY_TEXT(szUID),
+    SIGIL_ENTRY_TEXT(szPubKey),
+    SIGIL_ENTRY_TEXT(szPubKeyAlg),
+    SIGIL_ENTRY_TEXT(szKeyLength),
+    SIGIL_ENTRY_TEXT(szKeyUsage),
+    SIGIL_ENTRY_TEXT(szCRLDP),
+    SIGIL_ENTRY_TEXT(szCertPolicy),
+    SIGIL_ENTRY_TEXT(szPolicyID),
+    SIGIL_ENTRY_TEXT(szIssuerDN),
+    SIGIL_ENTRY_TEXT(szIssuerName),
+    SIGIL_ENTRY_TEXT(szIssuerCN),
+    SIGIL_ENTRY_TEXT(szPolicyName),
+    SIGIL_ENTRY_TEXT(szSignCertPath),
+    SIGIL_ENTRY_TEXT(szSignPriKeyPath),
+    SIGIL_ENTRY_TEXT(szKmCertPath),
+    SIGIL_ENTRY_TEXT(szKmPriKeyPath),
+    SIGIL_ENTRY_TEXT(szNotBefore),
+    SIGIL_ENTRY_TEXT(szNotAfter),
+    SIGIL_ENTRY_TEXT(szValidFrom),
+    SIGIL_ENTRY_TEXT(szValidTo),
+    // Copied as a text on purpose: the random value of an entry ends at its first zero byte here. The one that is
+    // handed out comes from CLP_GetPriKeyRandom and is whole.
+    SIGIL_ENTRY_TEXT(byRandom),
+    SIGIL_ENTRY_TEXT(szSubjectAltName),
+    SIGIL_ENTRY_TEXT(szAuthKeyID),
+    SIGIL_ENTRY_TEXT(szSubKeyID),
+    SIGIL_ENTRY_TEXT(szAIA),
+    SIGIL_ENTRY_TEXT(szMediaText3),
+    SIGIL_ENTRY_TEXT(szPassword),
+};
+
+constexpr Item entryItems[] = {
+    SIGIL_ITEM(tagCERTINFO, bySignCert, nSignCertLen),
+    SIGIL_ITEM(tagCERTINFO, bySignPriKey, nSignPriKeyLen),
+    SIGIL_ITEM(tagCERTINFO, byKmCert, nKmCertLen),
+    SIGIL_ITEM(tagCERTINFO, byKmPriKey, nKmPriKeyLen),
+    SIGIL_ITEM(tagCERTINFO, byEncSignPriKey, nEncSignPriKeyLen),
+    SIGIL_ITEM(tagCERTINFO, byEncKmPriKey, nEncKmPriKeyLen),
+};
+constexpr std::size_t keptEntryItems = 4; // the encrypted keys, last in the table, stay with the processor
+
+constexpr Item resultItems[] = {
+    // in the order of entryItems
+    SIGIL_ITEM(tagSELCERTINFO, bySignCert, nSignCertLen),
+    SIGIL_ITEM(tagSELCERTINFO, bySignPriKey, nSignPriKeyLen),
+    SIGIL_ITEM(tagSELCERTINFO, byKmCert, nKmCertLen),
+    SIGIL_ITEM(tagSELCERTINFO, byKmPriKey, nKmPriKeyLen),
+    SIGIL_ITEM(tagSELCERTINFO, byEncSignPriKey, nEncSignPriKeyLen),
+    SIGIL_ITEM(tagSELCERTINFO, byEncKmPriKey, nEncKmPriKeyLen),
+};
+static_assert(std::size(entryItems) == std::size(resultItems));
+
+/** A text of the result and the text of the entry that it is taken from. */
+struct TextPair {
+    Field from;
+    Field to;
+};
+#define SIGIL_TEXT_PAIR(member, target)                                                                            \
+    TextPair { SIGIL_ENTRY_TEXT(member), SIGIL_FIELD(tagSELCERTINFO, target) }
+
+constexpr TextPair resultTexts[] = {
+    SIGIL_TEXT_PAIR(szSubjectDN, szSubjectDN),
+    SIGIL_TEXT_PAIR(szIssuerDN, szIssuerDN),
+    SIGIL_TEXT_PAIR(szIssuerName, szIssuerName),
+    SIGIL_TEXT_PAIR(szCertPolicy, szCertPolicy),
+    SIGIL_TEXT_PAIR(szSerialNum, szSerialNum),
+    SIGIL_TEXT_PAIR(szValidFrom, szValidFrom),
+    SIGIL_TEXT_PAIR(szValidTo, szValidTo),
+};
+constexpr TextPair diskTexts[] = {
+    SIGIL_TEXT_PAIR(szSignCertPath, szSignCertPath),
+    SIGIL_TEXT_PAIR(szKmCertPath, szKmCertPath),
+    SIGIL_TEXT_PAIR(szKmPriKeyPath, szKmPriKeyPath),
+};
+constexpr TextPair diskKeyText = SIGIL_TEXT_PAIR(szSignPriKeyPath, szSignPriKeyPath);
+constexpr TextPair tokenText1 = SIGIL_TEXT_PAIR(szMediaText1, szMediaText1);
+constexpr TextPair tokenText2 = SIGIL_TEXT_PAIR(szMediaText2, szMediaText2);
+
+#undef SIGIL_TEXT_PAIR
+#undef SIGIL_ITEM
+#undef SIGIL_ENTRY_TEXT
+#undef SIGIL_FIELD
+
+/** Bytes of a record, to be looked at by place. */
+const char* bytesOf(const void* record) { return static_cast<const char*>(record); }
+char* bytesOf(void* record) { return static_cast<char*>(record); }
+
+/** Copies a text that is not empty. */
+void copyField(const void* from, const Field& source, void* to, const Field& target)
+{
+    const std::string_view text = fieldText(bytesOf(from) + source.offset, source.size);
+    if (!text.empty())
+        copyText(bytesOf(to) + target.offset, target.size, text);
+}
+
+void copyTexts(const tagCERTINFO& from, tagSELCERTINFO& to, const TextPair& pair)
+{
+    copyField(&from, pair.from, &to, pair.to);
+}
+
+/** Copies a data item with its length; nothing when the length is not above 0. Neither end is passed. */
+void copyItem(const void* from, const Item& source, void* to, const Item& target)
+{
+    int length = 0;
+    std::memcpy(&length, bytesOf(from) + source.lengthOffset, sizeof length);
+    if (length <= 0)
+        return;
+    length = static_cast<int>(std::min({static_cast<std::size_t>(length), source.data.size, target.data.size}));
+    std::memcpy(
+        bytesOf(to) + target.data.offset, bytesOf(from) + source.data.offset, static_cast<std::size_t>(length));
+    std::memcpy(bytesOf(to) + target.lengthOffset, &length, sizeof length);
+}
+
+bool isDisk(int medium) { return medium == 1 || medium == 2; }
+bool isCard(int medium) { return medium == 3 || medium == 4; }
+
+template <std::size_t N>
+void turnIntoUtf8(char (&field)[N])
+{
+    const std::string utf8 = toUtf8(fromEucKr(fieldText(field)), N - 1);
+    std::memset(field, 0, N);
+    copyText(field, utf8);
+}
+
+} // namespace
+
+void copyEntry(const tagCERTINFO& from, tagCERTINFO& to)
+{
+    to.nPKIType = from.nPKIType;
+    to.nStatusFlag = from.nStatusFlag;
+    to.nValidStatus = from.nValidStatus;
+    to.nRemainDays = from.nRemainDays;
+    to.nExpired = from.nExpired;
+    to.nMediaType = from.nMediaType;
+    to.nRandomLen = from.nRandomLen;
+    for (std::size_t i = 0; i < keptEntryItems; ++i)
+        copyItem(&from, entryItems[i], &to, entryItems[i]);
+    for (const Field& text : entryTexts)
+        copyField(&from, text, &to, text);
+}
+
+void stageResult(const tagCERTINFO& from, int medium, tagSELCERTINFO& to)
+{
+    wipe(&to, sizeof to);
+    to.nMediaType = static_cast<unsigned int>(medium);
+    for (std::size_t i = 0; i < std::size(entryItems); ++i)
+        copyItem(&from, entryItems[i], &to, resultItems[i]);
+    copyText(to.szSubjectName, subjectName(from));
+    for (const TextPair& pair : resultTexts)
+        copyTexts(from, to, pair);
+    if (isDisk(medium)) {
+        for (const TextPair& pair : diskTexts)
+            copyTexts(from, to, pair);
+        if (from.szSignCertPath[0] != '\0')
+            copyTexts(from, to, diskKeyText);
+    }
+    if (isCard(medium))
+        copyTexts(from, to, tokenText1);
+    if (isCard(medium) || medium == 7)
+        copyTexts(from, to, tokenText2);
+}
+
+void handOutResult(const tagSELCERTINFO& from, tagSELCERTINFO& to)
+{
+    to = from; // the staged record was zero-filled before it was filled, and is copied whole
+    turnIntoUtf8(to.szSubjectDN);
+    turnIntoUtf8(to.szCertPolicy);
+}
+
+void wipeKeys(tagCERTINFO& entry)
+{
+    wipe(entry.bySignPriKey, sizeof entry.bySignPriKey);
+    wipe(entry.byKmPriKey, sizeof entry.byKmPriKey);
+    entry.nSignPriKeyLen = 0;
+    entry.nKmPriKeyLen = 0;
+}
+
+void setItem(unsigned char* item, std::size_t capacity, int& length, const char* data, int size)
+{
+    if (!data || size <= 0)
+        return;
+    const std::size_t taken = std::min(static_cast<std::size_t>(size), capacity);
+    std::memcpy(item, data, taken);
+    length = static_cast<int>(taken);
+}
+
+std::string subjectName(const tagCERTINFO& entry)
+{
+    if (entry.szUID[0] != '\0')
+        return std::string(fieldText(entry.szUID));
+    std::string name(fieldText(entry.szSubjectDN));
+    char commonName[sizeof entry.szSubjectDN] = {};
+    if (CUtil::GetCNString(name.data(), sizeof commonName, commonName) == 0 && commonName[0] != '\0')
+        return commonName;
+    return name;
+}
+
+} // namespace sigil

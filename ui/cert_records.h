@@ -1,0 +1,34 @@
+/** @file
+ *  Copies between the certificate records: from the processor's entry into the dialog's own, and from there into the
+ *  result. Field by field, because each record leaves out something of the one before.
+ */
+#pragma once
+
+#include <sigildesk/dialogs.h>
+#include <sigildesk/records.h>
+
+#include <string>
+
+namespace sigil {
+
+/** Copies into the dialog's own entry what the dialog uses: the numbers, the certificates and keys with a length, the
+ *  texts that are not empty. The encrypted keys and the two texts of token media stay out. */
+void copyEntry(const tagCERTINFO& from, tagCERTINFO& to);
+
+/** Fills @p to, except for the random value, from the entry of a certificate found on @p medium. All texts stay in
+ *  EUC-KR. What @p to held before is wiped. */
+void stageResult(const tagCERTINFO& from, int medium, tagSELCERTINFO& to);
+
+/** Zero-fills @p to and copies the staged result, with the subject name and the policy turned into UTF-8. */
+void handOutResult(const tagSELCERTINFO& from, tagSELCERTINFO& to);
+
+/** Overwrites the decrypted keys of an entry. */
+void wipeKeys(tagCERTINFO& entry);
+
+/** Puts @p size bytes into a data item of an entry, cut to its capacity. Nothing for a null @p data or a size below 1. */
+void setItem(unsigned char* item, std::size_t capacity, int& length, const char* data, int size);
+
+/** The subject as the list shows it, EUC-KR: the unique identifier, else the common name, else the whole name. */
+std::string subjectName(const tagCERTINFO& entry);
+
+} // namespace sigil

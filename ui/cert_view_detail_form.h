@@ -1,0 +1,46 @@
+/** @file
+ *  The detail tab of the certificate viewer: one row per field, and the whole text of the selected one.
+ */
+#pragma once
+
+#include <sigildesk/records.h>
+#include <sigildesk/util.h>
+
+#include <QStandardItemModel>
+#include <QWidget>
+#include <memory>
+
+class QItemSelection;
+class Ui_CertViewDetailForm;
+
+namespace sigil {
+class LanguageTexts;
+}
+
+class CertViewDetailForm : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit CertViewDetailForm(QWidget* parent = nullptr);
+    ~CertViewDetailForm() override;
+
+    /** What is shown. @param entry stays the caller's and must outlive the form */
+    void SetCertificate(const char* langFile, tagCERTINFO* entry);
+    /** Headers and rows. */
+    void InitSetControl();
+
+public slots:
+    void on_tableView_certinfolist_clicked(const QModelIndex& index);
+    /** Shows the selected cell in full; for the public-key row the key itself. */
+    void on_tableViewSelection(const QItemSelection& selected, const QItemSelection& deselected);
+
+private:
+    void SetRow(int row, const QString& caption, const QString& value);
+    QString Location(const sigil::LanguageTexts& texts) const;
+
+    char m_szLangFile[260] = {};
+    tagCERTINFO* m_Entry = nullptr;
+    QStandardItemModel m_Model;
+    std::unique_ptr<Ui_CertViewDetailForm> m_Form;
+    CUtil m_Util;
+};

@@ -1,0 +1,54 @@
+#include "ui/cert_view_main_dialog.h"
+
+#include "foundation/text_field.h"
+#include "ui/cert_view_detail_form.h"
+#include "ui/cert_view_normal_form.h"
+#include "ui/dialog_support.h"
+#include "ui/language_texts.h"
+#include "ui_cert_view_main_dialog.h"
+
+CertViewMainDialog::CertViewMainDialog(QWidget* parent)
+    : QDialog(parent)
+    , m_Form(std::make_unique<Ui_CertViewMainDialog>())
+{
+    m_Form->setupUi(this);
+    m_NormalForm = new CertViewNormalForm(m_Form->tab_normal); // a widget belongs to its parent
+    m_DetailForm = new CertViewDetailForm(m_Form->tab_detail);
+}
+
+CertViewMainDialog::~CertViewMainDialog() = default;
+
+void CertViewMainDialog::SetCertificate(const char* langFile, void* processor, tagCERTINFO* entry)
+{
+    sigil::copyText(m_szLangFile, langFile ? langFile : "");
+    m_hProcessor = processor;
+    m_Entry = entry;
+}
+
+void CertViewMainDialog::InitSetControl()
+{
+    const sigil::LanguageTexts texts(m_Util, m_szLangFile);
+    m_Form->tabWidget->setTabText(0, texts.ui("DLG_CERVIEWMAIN_TABNORMAL"));
+    m_Form->tabWidget->setTabText(1, texts.ui("DLG_CERVIEWMAIN_TABDETAIL"));
+    m_NormalForm->SetCertificate(m_szLangFile, m_hProcessor, m_Entry);
+    m_NormalForm->InitSetControl();
+    m_DetailForm->SetCertificate(m_szLangFile, m_Entry);
+    m_DetailForm->InitSetControl();
+    setWindowTitle(texts.ui("DLG_CERTVIEW_CAPITON"));
+    m_Form->pushButton_ok->setText(texts.ui("DLG_BUTTON_OK"));
+    m_Form->pushButton_verify->setText(texts.ui("DLG_BUTTON_VERIFY"));
+    m_Form->pushButton_verify->clearFocus();
+    m_Form->tabWidget->setAccessibleName(windowTitle());
+}
+
+void CertViewMainDialog::on_pushButton_verify_clicked() { m_nRv = m_NormalForm->VerifyCert(); }
+
+void CertViewMainDialog::on_pushButton_ok_clicked() { reject(); }
+
+void CertViewMainDialog::mousePressEvent(QMouseEvent*) { }
+
+void CertViewMainDialog::keyPressEvent(QKeyEvent* event)
+{
+    const auto close = [this] { on_pushButton_ok_clicked(); };
+    sigil::takeKey(event, close, close);
+}

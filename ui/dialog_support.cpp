@@ -1,0 +1,47 @@
+#include "ui/dialog_support.h"
+
+#include <QAbstractItemView>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QTableView>
+
+namespace sigil {
+
+int showInformation(QWidget* parent, const QString& caption, const QString& text)
+{
+    QMessageBox box(QMessageBox::Information, caption, text, QMessageBox::Ok, parent);
+    box.setObjectName("messageBox");
+    box.setTextFormat(Qt::PlainText);
+    return box.exec();
+}
+
+void takeKey(QKeyEvent* event, const std::function<void()>& cancel, const std::function<void()>& confirm)
+{
+    event->accept();
+    if (event->key() == Qt::Key_Escape)
+        cancel();
+    else if (event->key() == Qt::Key_Return)
+        confirm();
+}
+
+void showWholeRows(QTableView* table)
+{
+    table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    table->setSelectionMode(QAbstractItemView::SingleSelection);
+    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+}
+
+void wipeField(QLineEdit* field)
+{
+    QString text = field->text(); // shares the field's own memory, so that wiping it wipes what was typed
+    field->setText({});           // also forgets the undo history
+    wipe(text.data(), static_cast<std::size_t>(text.size()) * sizeof(QChar));
+}
+
+TypedPassword::TypedPassword(const QLineEdit* field)
+    : m_bytes(field->text().toLocal8Bit())
+{
+}
+
+} // namespace sigil

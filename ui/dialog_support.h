@@ -1,0 +1,60 @@
+/** @file
+ *  What all dialogs do alike: information boxes, the two keys that they know, and passwords in fields.
+ */
+#pragma once
+
+#include "foundation/secret.h"
+
+#include <QByteArray>
+#include <QString>
+#include <cstddef>
+#include <functional>
+#include <string_view>
+
+class QKeyEvent;
+class QLineEdit;
+class QTableView;
+class QWidget;
+
+namespace sigil {
+
+/** Shows @p text as it is, without markup, in an information box with one OK button, and waits for it.
+ *  @return the button that closed the box, a QMessageBox::StandardButton */
+int showInformation(QWidget* parent, const QString& caption, const QString& text);
+
+/** Escape runs @p cancel and Return runs @p confirm; the keypad's Enter deliberately does neither. Every key ends here:
+ *  the dialog's base class must not see it, or Enter would press a default button. */
+void takeKey(QKeyEvent* event, const std::function<void()>& cancel, const std::function<void()>& confirm);
+
+/** Makes a list of whole rows, one at a time, that cannot be edited. */
+void showWholeRows(QTableView* table);
+
+/** Empties a password field and overwrites the text that it held. */
+void wipeField(QLineEdit* field);
+
+/** The text of a password field in the local 8-bit encoding; overwritten when it goes. */
+class TypedPassword {
+public:
+    explicit TypedPassword(const QLineEdit* field);
+    ~TypedPassword() { wipe(m_bytes.data(), static_cast<std::size_t>(m_bytes.size())); }
+    TypedPassword(const TypedPassword&) = delete;
+    TypedPassword& operator=(const TypedPassword&) = delete;
+
+    std::string_view bytes() const { return {m_bytes.constData(), static_cast<std::size_t>(m_bytes.size())}; }
+
+private:
+    QByteArray m_bytes;
+};
+
+/** A character field for a password; overwritten when it goes. */
+template <std::size_t N>
+struct PasswordBuffer {
+    char text[N] = {};
+
+    PasswordBuffer() = default;
+    ~PasswordBuffer() { wipe(text, N); }
+    PasswordBuffer(const PasswordBuffer&) = delete;
+    PasswordBuffer& operator=(const PasswordBuffer&) = delete;
+};
+
+} // namespace sigil

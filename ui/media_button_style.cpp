@@ -1,0 +1,59 @@
+#include "ui/media_button_style.h"
+
+#include <QIcon>
+#include <QPainter>
+#include <QStyleOptionButton>
+#include <QWidget>
+
+namespace sigil {
+
+namespace {
+
+/** The lower part of the button, inside the picture's frame. */
+QRect textPart(const QRect& button) { return button.adjusted(4, 36, -4, -5); }
+
+/** The largest font, down to hardly readable, in which @p text stays inside @p part. */
+QFont fittingFont(QFont font, const QRect& part, const QString& text)
+{
+    for (int pixels = 11; pixels >= 7; --pixels) {
+        font.setPixelSize(pixels);
+        const QRect needed = QFontMetrics(font).boundingRect(part, Qt::AlignCenter | Qt::TextWordWrap, text);
+        if (part.contains(needed))
+            break;
+    }
+    return font;
+}
+
+void drawPicture(const QStyleOptionButton& option, QPainter* painter, const QRect& button)
+{
+    const auto mode = option.state & QStyle::State_Enabled ? QIcon::Normal : QIcon::Disabled;
+    QRect place(QPoint(), option.iconSize);
+    place.moveCenter(button.center());
+    option.icon.paint(painter, place, Qt::AlignCenter, mode, QIcon::On);
+}
+
+void drawText(const QStyle& style, const QStyleOptionButton& option, QPainter* painter, const QRect& button)
+{
+    const QRect part = textPart(button);
+    painter->setFont(fittingFont(painter->font(), part, option.text));
+    style.drawItemText(painter, part, Qt::AlignCenter | Qt::TextWordWrap, option.palette,
+        option.state & QStyle::State_Enabled, option.text, QPalette::ButtonText);
+}
+
+} // namespace
+
+void MediaButtonStyle::drawControl(
+    ControlElement element, const QStyleOption* option, QPainter* painter, const QWidget* widget) const
+{
+    const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
+    if (element != CE_PushButtonLabel || !button || !widget) {
+        QProxyStyle::drawControl(element, option, painter, widget);
+        return;
+    }
+    painter->save();
+    drawPicture(*button, painter, widget->rect());
+    drawText(*this, *button, painter, widget->rect());
+    painter->restore();
+}
+
+} // namespace sigil

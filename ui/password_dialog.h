@@ -1,0 +1,45 @@
+/** @file
+ *  Asks for the password of a PKCS#12 file.
+ *
+ *  Order of use: SetCaller, InitSetControl, exec(); when that returned 1, Password.
+ */
+#pragma once
+
+#include <sigildesk/util.h>
+
+#include <QDialog>
+#include <memory>
+
+class Ui_PasswordDialog;
+
+class PasswordDialog : public QDialog {
+    Q_OBJECT
+
+public:
+    explicit PasswordDialog(QWidget* parent = nullptr);
+    /** Overwrites the password. */
+    ~PasswordDialog() override;
+
+    /** @param folder of the language files, at most 1023 characters */
+    void SetCaller(int language, const char* folder);
+    /** Texts in the caller's language. */
+    void InitSetControl();
+    /** The password in the local 8-bit encoding, at most 1023 bytes; empty before one was confirmed. */
+    const char* Password() const { return m_szPassword; }
+
+public slots:
+    void on_pushButton_ok_clicked();
+    void on_pushButton_cancel_clicked();
+    /** Escape cancels, Return confirms, every other key ends here. */
+    void keyPressEvent(QKeyEvent* event) override;
+    /** Leaves no password in the field, whichever way the dialog ends. */
+    void done(int result) override;
+
+private:
+    int m_nLanguage = 0;
+    char m_szLibraryFolder[1024] = {};
+    char m_szPassword[1024] = {};
+    char m_szLangFile[260] = {};
+    std::unique_ptr<Ui_PasswordDialog> m_Form;
+    CUtil m_Util;
+};

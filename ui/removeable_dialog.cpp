@@ -1,0 +1,110 @@
+#include "ui/removeable_dialog.h"
+
+#include "foundation/text_field.h"
+#include "ui/dialog_support.h"
+#include "ui/language_texts.h"
+#include "ui_removeable_dialog.h"
+
+#include <sigildesk/certlist.h>
+
+#include <QItemSelectionModel>
+#include <new>
+
+namespace {
+
+constexpr int noMemory = 1000;
+constexpr int noDrive = 1111;
+
+} // namespace
+
+RemoveableDialog::RemoveableDialog(QWidget* parent)
+    : QDialog(parent)
+    , m_Form(std::make_unique<Ui_RemoveableDialog>())
+{
+    m_Form->setupUi(this);
+    m_Form->label_text->setFocus();
+}
+
+RemoveableDialog::~RemoveableDialog() = default;
+
+void RemoveableDialog::SetCaller(int language, const char* folder, void* processor)
+{
+    m_nLanguage = language;
+    sigil::copyText(m_szLibraryFolder, folder ? folder : "");
+    m_hProcessor = processor;
+}
+
+void RemoveableDialog::InitSetControl()
+{
+    sigil::copyText(m_szLangFile, sigil::languageFile(m_szLibraryFolder, m_nLanguage));
+    const sigil::LanguageTexts texts(m_Util, m_szLangFile);
+    setWindowTitle(texts.ui("DLG_REMOVABLE_CAPTION"));
+    m_Form->label_text->setText(texts.ui("DLG_REMOVABLE_TITLE"));
+    m_Form->pushButton_ok->setText(texts.ui("DLG_BUTTON_OK"));
+    m_Form->pushButton_cancel->setText(texts.ui("DLG_BUTTON_CANCEL"));
+    m_Form->tableView_remobable->setAccessibleName(texts.ui("DLG_REMOVABLE_LIST"));
+}
+
+int RemoveableDialog::GetRemovableDisk()
+{
+    int count = 0;
+    m_nRv = CLP_GetRemDriveCount(m_hProcessor, &count);
+    if (m_nRv == 0 && count > 0)
+        m_nRv = ReadDrives(count);
+    else
+        m_nRv = noDrive;
+    if (m_nRv == 0)
+        SetListItem();
+    return m_nRv;
+}
+
+int RemoveableDialog::ReadDrives(int count)
+{
+    try {
+        m_Drives.assign(static_cast<std::size_t>(count), tagDRIVEINFO{});
+    } catch (const std::bad_alloc&) {
+        return noMemory;
+    }
+    return CLP_GetRemDrive(m_hProcessor, m_Drives.data()) == 0 ? 0 : noDrive;
+}
+
+void RemoveableDialog::SetListItem()
+{
+    QTableView* list = m_Form->tableView_remobable;
+    QFont font = list->font();
+    font.setPointSize(8);
+    list->setFont(font);
+    sigil::showWholeRows(list);
+    m_Model.clear();
+    m_Model.setHorizontalHeaderLabels({sigil::LanguageTexts(m_Util, m_szLangFile).ui("DLG_REMOVABLE_LIST")});
+    list->setModel(&m_Model);
+    list->setColumnWidth(0, 284);
+    for (const tagDRIVEINFO& drive : m_Drives) {
+        const int row = m_Model.rowCount();
+        m_Model.insertRow(row);
+        m_Model.setData(m_Model.index(row, 0), sigil::fromEucKr(sigil::fieldText(drive.szDisplay)));
+    }
+}
+
+void RemoveableDialog::on_pushButton_ok_clicked()
+{
+    const QItemSelectionModel* selection = m_Form->tableView_remobable->selectionModel();
+    if (selection && selection->hasSelection()) {
+        const int row = selection->selectedIndexes().first().row();
+        sigil::copyText(m_szChosenDrive, sigil::fieldText(m_Drives[static_cast<std::size_t>(row)].szMountDir));
+        accept();
+        return;
+    }
+    const sigil::LanguageTexts texts(m_Util, m_szLangFile);
+    m_nBoxResult = sigil::showInformation(this, texts.ui("DLG_REMOVABLE_CAPTION"), texts.ui("DLG_REMOVABLE_TITLE"));
+}
+
+void RemoveableDialog::on_pushButton_cancel_clicked() { reject(); }
+
+void RemoveableDialog::on_tableView_remobable_doubleClicked(const QModelIndex&) { on_pushButton_ok_clicked(); }
+
+void RemoveableDialog::keyPressEvent(QKeyEvent* event)
+{
+    sigil::takeKey(
+        event, [this] { on_pushButton_cancel_clicked(); }, [this] { on_pushButton_ok_clicked(); });
+}
