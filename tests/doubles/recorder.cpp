@@ -52,14 +52,7 @@ int setByteString(const Call& call)
     return 0;
 }
 
-int deleteByteString(const Call& call)
-{
-    auto* bytes = call.pointer<BINSTR>(0);
-    if (record().byteStrings.erase(bytes->pData) == 0)
-        return foreignByteString;
-    *bytes = BINSTR{};
-    return 0;
-}
+int deleteByteString(const Call& call) { return release(call.pointer<BINSTR>(0)); }
 
 /** What a symbol does when no test has said otherwise; found by what follows the library's prefix. */
 int defaultAnswer(const Call& call)
@@ -136,6 +129,14 @@ void fill(BINSTR* target, std::string_view bytes)
     std::copy(bytes.begin(), bytes.end(), memory.get());
     *target = {memory.get(), static_cast<int>(bytes.size())};
     record().byteStrings.emplace(target->pData, std::move(memory));
+}
+
+int release(BINSTR* target)
+{
+    if (record().byteStrings.erase(target->pData) == 0)
+        return foreignByteString;
+    *target = BINSTR{};
+    return 0;
 }
 
 std::string contents(const BINSTR* source)

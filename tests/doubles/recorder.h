@@ -75,6 +75,10 @@ Answer fills(std::size_t i, std::string bytes, int result = 0);
 /** Fills a record with a copy of @p bytes in toolkit memory, as an output of a toolkit; for use inside an Answer. */
 void fill(BINSTR* record, std::string_view bytes);
 
+/** Gives the memory of a record back and empties it, as a toolkit does with a list that it makes anew.
+ *  @return 0; foreignByteString when the memory was not handed out */
+int release(BINSTR* record);
+
 /** The contents of a record, null or empty ones as an empty text. */
 std::string contents(const BINSTR* record);
 
