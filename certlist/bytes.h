@@ -1,0 +1,25 @@
+/** @file
+ *  Bytes of a CBinary as a view, and back.
+ */
+#pragma once
+
+#include <sigildesk/binary.h>
+
+#include <string_view>
+
+namespace sigil {
+
+inline std::string_view bytesOf(const CBinary& bytes)
+{
+    return bytes.m_pData && bytes.m_nLength > 0
+        ? std::string_view(bytes.m_pData, static_cast<std::size_t>(bytes.m_nLength))
+        : std::string_view();
+}
+
+/** Copies @p bytes into @p out. */
+inline void assign(CBinary& out, std::string_view bytes)
+{
+    out.set(const_cast<char*>(bytes.data()), static_cast<int>(bytes.size())); // it only reads them
+}
+
+} // namespace sigil

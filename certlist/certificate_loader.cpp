@@ -1,0 +1,55 @@
+#include "certlist/certificate_loader.h"
+
+#include "certlist/codes.h"
+#include "certlist/entry.h"
+#include "certlist/toolkit_calls.h"
+#include "foundation/text_field.h"
+
+namespace sigil {
+
+namespace {
+
+template <std::size_t N, std::size_t M>
+bool take(char (&to)[N], const char (&from)[M])
+{
+    const std::string_view text = fieldText(from);
+    if (!text.empty())
+        copyText(to, text);
+    return !text.empty();
+}
+
+} // namespace
+
+void CertificateLoader::setOptions(const tagLOADCERTOPT& options)
+{
+    m_options.pkiTypes = options.nPKITypes;
+    m_options.keyPairType = options.nKeyPairType;
+    m_options.excludeExpired = options.bExcludeExpired != 0;
+    m_options.removableFlag = options.bRemovableFlag != 0;
+    if (take(m_options.policyIds, options.szPolicyIDs))
+        SetPolicyIDS();
+    take(m_options.serialNum, options.szSerialNum);
+    take(m_options.subjectDn, options.szSubjectDN);
+    take(m_options.option, options.szOption);
+}
+
+int CertificateLoader::SetPolicyIDS()
+{
+    m_filter.choose(m_options.policyIds);
+    return success;
+}
+
+int CertificateLoader::readRandom(tagCERTINFO& entry, const char* where)
+{
+    SecretToolkitBytes key(m_hToolkit);
+    SecretToolkitBytes random(m_hToolkit);
+    fill(key, value(entry, field::signKey));
+    const int rc = VIDGetRandomFromPriKey(m_hToolkit, key.get(), random.get());
+    if (rc == success && setBytes(entry, field::random, bytesOf(random)))
+        return success;
+    const bool none = rc == toolkitNoRandom;
+    return m_log.failed(where, none ? error::notExistRandom : error::getRandom, "VIDGetRandomFromPriKey()", rc,
+        none ? noRandomInKey : randomNotRead);
+}
+
+} // namespace sigil

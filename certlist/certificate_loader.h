@@ -1,0 +1,50 @@
+/** @file
+ *  What the two loaders that list certificates share: which certificates are wanted.
+ */
+#pragma once
+
+#include "certlist/loader.h"
+
+#include <sigildesk/records.h>
+
+namespace sigil {
+
+/** What CLP_SetType chose. */
+struct LoadOptions {
+    int pkiTypes = 0;
+    int keyPairType = 0;
+    bool excludeExpired = false;
+    bool removableFlag = false;
+    char policyIds[2048] = {};
+    char serialNum[1024] = {};
+    char subjectDn[1024] = {}; ///< UTF-8
+    char option[260] = {};
+};
+
+class CertificateReader;
+
+class CertificateLoader : public Loader {
+public:
+    using Loader::Loader;
+
+    /** Takes over the caller's choice; an empty text leaves the one of before in place. */
+    void setOptions(const tagLOADCERTOPT& options);
+    /** Builds the policy filter from the policies chosen. @return 0 */
+    int SetPolicyIDS();
+
+protected:
+    ~CertificateLoader() = default;
+
+    /** Takes the identity random value out of the entry's decrypted signing key into the entry.
+     *  @param where  name of the calling function in the log
+     *  @return 0; 1118 the key holds none; 1119 it could not be read */
+    int readRandom(tagCERTINFO& entry, const char* where);
+
+    int m_nMediaType = 0;
+    LoadOptions m_options;
+    PolicyFilter m_filter;
+
+    friend class CertificateReader;
+};
+
+} // namespace sigil

@@ -1,0 +1,237 @@
+#include "certlist/certificate_reader.h"
+
+#include "certlist/codes.h"
+#include "certlist/toolkit_calls.h"
+#include "foundation/ascii.h"
+#include "foundation/text_field.h"
+
+#include <cstring>
+
+namespace sigil {
+
+namespace {
+
+constexpr int textCapacity = 2048; // what every text getter is offered
+constexpr int dateCapacity = 40;
+constexpr char bits2048[] = "2048 Bits";
+
+bool expired(int state) { return state == 2 || state == 5; }
+
+} // namespace
+
+int CertificateReader::read()
+{
+    // The order tells which reason a certificate with several faults is rejected for.
+    static constexpr Step steps[] = {&CertificateReader::load, &CertificateReader::version,
+        &CertificateReader::identity, &CertificateReader::family, &CertificateReader::subjectFilter,
+        &CertificateReader::serialFilter, &CertificateReader::uid, &CertificateReader::publicKey,
+        &CertificateReader::usageAndIssuer, &CertificateReader::issuerName, &CertificateReader::policies,
+        &CertificateReader::policyFilter, &CertificateReader::policyName, &CertificateReader::keyIds,
+        &CertificateReader::optionalTexts, &CertificateReader::validityTexts, &CertificateReader::validityState,
+        &CertificateReader::expiry};
+    for (Step step : steps) {
+        const int rc = (this->*step)();
+        if (rc != success)
+            return rc;
+    }
+    return success;
+}
+
+int CertificateReader::load()
+{
+    ToolkitBytes certificate(m_loader.m_hToolkit);
+    fill(certificate, value(m_entry, field::signCert));
+    const int rc = CertLoad(m_loader.m_hToolkit, certificate.get());
+    return rc == success ? success : failed("CertLoad()", rc);
+}
+
+int CertificateReader::version()
+{
+    char text[textCapacity + 2] = "V";
+    if (CertGetVersion(m_loader.m_hToolkit, textCapacity, text + 1) == success)
+        setText(m_entry, field::version, text);
+    return success;
+}
+
+int CertificateReader::identity()
+{
+    static constexpr TextStep steps[] = {{CertGetSerialNum, "CertGetSerialNum()", field::serialNum},
+        {CertGetSignatureAlgorithm, "CertGetSignatureAlgorithm()", field::signAlg},
+        {CertGetSubjectName, "CertGetSubjectName()", field::subjectDn}};
+    return readTexts(steps);
+}
+
+int CertificateReader::family()
+{
+    if (!m_style.familyFromSubject)
+        return success;
+    char organisation[1024] = {};
+    int type = 0;
+    CUtil::GetOString(m_entry.szSubjectDN, sizeof organisation, organisation);
+    CUtil::GetCertCAType(organisation, &type);
+    m_entry.nPKIType = type;
+    if (type & m_loader.m_options.pkiTypes)
+        return success;
+    return rejected(m_style.filterFunction, error::notIncludeType, "Check DN pass", nullptr);
+}
+
+int CertificateReader::subjectFilter()
+{
+    if (!*m_loader.m_options.subjectDn)
+        return success;
+    char subject[2 * sizeof m_entry.szSubjectDN] = {}; // UTF-8 takes at most half as much again
+    int length = 0;
+    CUtil::UTF8ToMultibyte(m_entry.szSubjectDN, subject, &length);
+    if (equalsIgnoringCase(subject, m_loader.m_options.subjectDn))
+        return success;
+    return rejected(m_style.function, error::pass, "DN Check pass", "DN Check pass");
+}
+
+int CertificateReader::serialFilter()
+{
+    const char* wanted = m_loader.m_options.serialNum;
+    if (!*wanted || equalsIgnoringCase(wanted, m_entry.szSerialNum))
+        return success;
+    return rejected(m_style.filterFunction, error::pass, "Check SerialNumber pass", "Check SerialNumber pass");
+}
+
+int CertificateReader::uid() { return readText({CertGetUID, "CertGetUID()", field::uid}); }
+
+int CertificateReader::publicKey()
+{
+    char algorithm[textCapacity + 1] = {};
+    char keyLength[textCapacity + 1] = {};
+    char key[textCapacity + 1] = {};
+    ToolkitBytes der(m_loader.m_hToolkit);
+    const int rc = CertGetPubKeyInfo(m_loader.m_hToolkit, algorithm, keyLength, textCapacity, key, der.get());
+    if (rc != success)
+        return failed("CertGetPubKeyInfo()", rc);
+    setText(m_entry, field::pubKey, key);
+    setText(m_entry, field::keyLength, keyLength);
+    setText(m_entry, field::pubKeyAlg, algorithm);
+    return success;
+}
+
+int CertificateReader::usageAndIssuer()
+{
+    static constexpr TextStep steps[] = {{CertGetKeyUsage, "CertGetKeyUsage()", field::keyUsage},
+        {CertGetCRLDP, "CertGetCRLDP()", field::crlDp},
+        {CertGetIssuerName, "CertGetIssuerName()", field::issuerDn}};
+    return readTexts(steps);
+}
+
+int CertificateReader::issuerName()
+{
+    CUtil::GetCNString(m_entry.szIssuerDN, sizeof m_entry.szIssuerCN, m_entry.szIssuerCN);
+    setText(m_entry, field::issuerName, value(m_entry, field::issuerCn));
+    if (const std::string* name = m_loader.m_issuers.nameOf(value(m_entry, field::issuerCn)))
+        setText(m_entry, field::issuerName, *name);
+    return success;
+}
+
+int CertificateReader::policies()
+{
+    static constexpr TextStep steps[] = {{CertGetCertPolicy, "CertGetCertPolicy()", field::certPolicy},
+        {CertGetPolicyID, "CertGetPolicyID()", field::policyId}};
+    return readTexts(steps);
+}
+
+int CertificateReader::policyFilter()
+{
+    CUtil::MakeCommonPolicyID(&m_entry);
+    if (m_loader.m_filter.accepts(m_entry.szPolicyID))
+        return success;
+    return rejected(m_style.function, error::pass, "CheckPolicyID() check pass", nullptr);
+}
+
+int CertificateReader::policyName()
+{
+    char room[1024] = {};
+    setText(m_entry, field::policyName, m_loader.m_policies.nameOf(m_entry.szPolicyID, room));
+    return success;
+}
+
+int CertificateReader::keyIds()
+{
+    static constexpr TextStep steps[] = {{CertGetAuthKeyID, "CertGetAuthKeyID()", field::authKeyId},
+        {CertGetSubKeyID, "CertGetSubKeyID()", field::subKeyId}};
+    return readTexts(steps);
+}
+
+int CertificateReader::optionalTexts()
+{
+    char text[textCapacity + 1] = {};
+    if (CertGetSubjectAltName(m_loader.m_hToolkit, textCapacity, text) == success)
+        setText(m_entry, field::subjectAltName, text);
+    char access[textCapacity + 1] = {};
+    if (CertGetAIA(m_loader.m_hToolkit, textCapacity, access) == success)
+        setText(m_entry, field::aia, access);
+    return success;
+}
+
+int CertificateReader::validityTexts()
+{
+    // The façade does not tell the toolkits how much room there is, so leave more than it was told.
+    char notBefore[textCapacity + 1] = {};
+    char notAfter[textCapacity + 1] = {};
+    const int rc = CertGetValidity(m_loader.m_hToolkit, dateCapacity, notBefore, dateCapacity, notAfter);
+    if (rc != success)
+        return failed("CertGetValidity()", rc);
+    setText(m_entry, field::notBefore, {notBefore, strnlen(notBefore, dateCapacity - 1)});
+    setText(m_entry, field::notAfter, {notAfter, strnlen(notAfter, dateCapacity - 1)});
+    return success;
+}
+
+int CertificateReader::validityState()
+{
+    const bool otherKeySize = m_style.statesByKeySize && !equalsIgnoringCase(m_entry.szKeyLength, bits2048);
+    int remainDays = 0;
+    int state = 0;
+    const int rc = CUtil::GetValidity(otherKeySize, m_entry.nPKIType, m_entry.szPolicyID, m_entry.szNotBefore,
+        m_entry.szNotAfter, sizeof m_entry.szValidFrom, m_entry.szValidFrom, sizeof m_entry.szValidTo,
+        m_entry.szValidTo, &remainDays, &state);
+    if (rc != success)
+        return failed("GetValidity() check err", rc);
+    m_entry.nRemainDays = remainDays;
+    m_entry.nValidStatus = state;
+    return success;
+}
+
+int CertificateReader::expiry()
+{
+    m_entry.nExpired = expired(m_entry.nValidStatus) ? 1 : 0;
+    const bool leaveOut = m_style.mayExcludeExpired && m_loader.m_options.excludeExpired;
+    return leaveOut && m_entry.nExpired == 1 ? filteredOut : success;
+}
+
+int CertificateReader::readTexts(std::span<const TextStep> steps)
+{
+    for (const TextStep& step : steps) {
+        const int rc = readText(step);
+        if (rc != success)
+            return rc;
+    }
+    return success;
+}
+
+int CertificateReader::readText(const TextStep& step)
+{
+    char text[textCapacity + 1] = {};
+    const int rc = step.get(m_loader.m_hToolkit, textCapacity, text);
+    if (rc != success)
+        return failed(step.call, rc);
+    setText(m_entry, step.field, text);
+    return success;
+}
+
+int CertificateReader::failed(const char* call, int toolkitCode)
+{
+    return m_loader.m_log.failed(m_style.function, m_style.errorName, call, toolkitCode, certificateUnreadable);
+}
+
+int CertificateReader::rejected(const char* function, const char* errorName, const char* what, const char* message)
+{
+    return m_loader.m_log.refused(function, errorName, what, filteredOut, message);
+}
+
+} // namespace sigil

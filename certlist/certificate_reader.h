@@ -1,0 +1,76 @@
+/** @file
+ *  Reads one certificate into an entry and judges whether it belongs in the list.
+ */
+#pragma once
+
+#include "certlist/certificate_loader.h"
+#include "certlist/entry.h"
+
+#include <span>
+
+namespace sigil {
+
+/** What differs between the loaders when they read a certificate. */
+struct ReaderStyle {
+    const char* function;       ///< name of the reading function in log records
+    const char* filterFunction; ///< the same in the records of the family and serial-number filters
+    const char* errorName;      ///< of failed steps; null for none
+    bool familyFromSubject;     ///< the subject's "o=" tells the family, which must be one of those wanted
+    bool statesByKeySize;       ///< keys that are not of 2048 bits get the validity states 0, 1, 2
+    bool mayExcludeExpired;     ///< the caller's wish to leave out expired certificates is heeded
+};
+
+class CertificateReader {
+public:
+    /** @param entry  holds the certificate and its family; receives the rest */
+    CertificateReader(CertificateLoader& loader, const ReaderStyle& style, tagCERTINFO& entry)
+        : m_loader(loader)
+        , m_style(style)
+        , m_entry(entry)
+    {
+    }
+
+    /** Fills the entry, step by step, until one fails or rejects the certificate.
+     *  @return 0 keep it; 1122 unreadable (logged); 1502 not wanted (logged) */
+    int read();
+
+private:
+    using Step = int (CertificateReader::*)();
+    using Getter = int (*)(void* handle, int capacity, char* text);
+    /** One text of the certificate. */
+    struct TextStep {
+        Getter get;
+        const char* call;
+        EntryField field;
+    };
+
+    int load();
+    int version();
+    int identity();
+    int family();
+    int subjectFilter();
+    int serialFilter();
+    int uid();
+    int publicKey();
+    int usageAndIssuer();
+    int issuerName();
+    int policies();
+    int policyFilter();
+    int policyName();
+    int keyIds();
+    int optionalTexts();
+    int validityTexts();
+    int validityState();
+    int expiry();
+
+    int readTexts(std::span<const TextStep> steps);
+    int readText(const TextStep& step);
+    int failed(const char* call, int toolkitCode);
+    int rejected(const char* function, const char* errorName, const char* what, const char* message);
+
+    CertificateLoader& m_loader;
+    const ReaderStyle& m_style;
+    tagCERTINFO& m_entry;
+};
+
+} // namespace sigil

@@ -1,0 +1,36 @@
+/** @file
+ *  The files to which a copy of a certificate and its keys is written.
+ */
+#pragma once
+
+namespace sigil {
+
+/** Paths of at most 259 bytes each; a longer one stays empty. */
+struct CertPaths {
+    char signCert[260] = {};
+    char signKey[260] = {};
+    char kmCert[260] = {};
+    char kmKey[260] = {};
+};
+
+/** Parts of a certificate's subject that name its files. */
+struct SubjectNames {
+    const char* dn;
+    const char* cn;
+    const char* organisation;
+    const char* organisationUnit;
+};
+
+/** Forms the files of a copy.
+ *
+ *  The layout differs from the one that listing reads, in separators, capital letters and the folder "User": it is that
+ *  of other systems' media and is kept exactly so. A "/" in a name of the certificate becomes "_", so that no
+ *  certificate chooses its own folder. Certificates of the private CA ("Halvard") have no files: @p paths stays empty.
+ *  @param toHardDisk  the user's home folder is the base; else a removable disk
+ *  @param base        folder to copy to */
+void formCopyPaths(bool toHardDisk, const char* base, const SubjectNames& subject, CertPaths& paths);
+
+/** Creates the folders above @p path that are missing, for their owner only. Failures show when the file is written. */
+void createFoldersOf(const char* path);
+
+} // namespace sigil

@@ -1,0 +1,132 @@
+#include "certlist/entry.h"
+
+#include "foundation/text_field.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstring>
+#include <iterator>
+
+namespace sigil {
+
+namespace {
+
+constexpr std::size_t numberOffsets[] = {offsetof(tagCERTINFO, nPKIType), offsetof(tagCERTINFO, nMediaType),
+    offsetof(tagCERTINFO, nStatusFlag), offsetof(tagCERTINFO, nValidStatus), offsetof(tagCERTINFO, nRemainDays),
+    offsetof(tagCERTINFO, nExpired)};
+
+constexpr EntryField fields[] = {field::signCert, field::signKey, field::kmCert, field::kmKey, field::encSignKey,
+    field::encKmKey, field::random, field::version, field::serialNum, field::signAlg, field::subjectDn, field::uid,
+    field::pubKey, field::pubKeyAlg, field::keyLength, field::keyUsage, field::crlDp, field::certPolicy,
+    field::policyId, field::issuerDn, field::issuerName, field::issuerCn, field::policyName, field::signCertPath,
+    field::signKeyPath, field::kmCertPath, field::kmKeyPath, field::notBefore, field::notAfter, field::validFrom,
+    field::validTo, field::subjectAltName, field::authKeyId, field::subKeyId, field::aia, field::mediaText1,
+    field::mediaText3, field::password};
+
+char* at(tagCERTINFO& entry, std::size_t offset) { return reinterpret_cast<char*>(&entry) + offset; }
+const char* at(const tagCERTINFO& entry, std::size_t offset)
+{
+    return reinterpret_cast<const char*>(&entry) + offset;
+}
+
+int number(const tagCERTINFO& entry, std::size_t offset)
+{
+    int n;
+    std::memcpy(&n, at(entry, offset), sizeof n);
+    return n;
+}
+
+void setNumber(tagCERTINFO& entry, std::size_t offset, int n) { std::memcpy(at(entry, offset), &n, sizeof n); }
+
+/** What precedes the bytes of a field in a packed entry. */
+struct PackedField {
+    std::uint16_t index; ///< into the table of fields
+    std::uint16_t length;
+};
+
+template <class T>
+void append(SecretBytes& out, const T& item)
+{
+    const auto* bytes = reinterpret_cast<const char*>(&item);
+    out.insert(out.end(), bytes, bytes + sizeof item);
+}
+
+template <class T>
+const char* take(const char* from, T& item)
+{
+    std::memcpy(&item, from, sizeof item);
+    return from + sizeof item;
+}
+
+} // namespace
+
+std::string_view value(const tagCERTINFO& entry, const EntryField& field)
+{
+    const char* data = at(entry, field.offset);
+    if (field.isText())
+        return fieldText(data, field.capacity - 1);
+    const int length = number(entry, field.lengthOffset);
+    return {data, std::min(field.capacity, static_cast<std::size_t>(std::max(length, 0)))};
+}
+
+void setText(tagCERTINFO& entry, const EntryField& field, std::string_view text)
+{
+    copyText(at(entry, field.offset), field.capacity, text);
+}
+
+bool setBytes(tagCERTINFO& entry, const EntryField& field, std::string_view bytes)
+{
+    if (bytes.size() > field.capacity)
+        return false;
+    wipe(at(entry, field.offset), value(entry, field).size());
+    std::copy(bytes.begin(), bytes.end(), at(entry, field.offset));
+    setNumber(entry, field.lengthOffset, static_cast<int>(bytes.size()));
+    return true;
+}
+
+void PackedEntry::store(const tagCERTINFO& entry)
+{
+    std::array<std::string_view, std::size(fields)> values;
+    std::size_t size = sizeof(int) * std::size(numberOffsets);
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        values[i] = value(entry, fields[i]);
+        size += values[i].empty() ? 0 : sizeof(PackedField) + values[i].size();
+    }
+    SecretBytes packed;
+    packed.reserve(size);
+    for (std::size_t offset : numberOffsets)
+        append(packed, number(entry, offset));
+    for (std::uint16_t i = 0; i < values.size(); ++i) {
+        if (values[i].empty())
+            continue;
+        append(packed, PackedField{i, static_cast<std::uint16_t>(values[i].size())});
+        packed.insert(packed.end(), values[i].begin(), values[i].end());
+    }
+    m_bytes.swap(packed);
+}
+
+void PackedEntry::copyTo(tagCERTINFO& entry) const
+{
+    const char* from = m_bytes.data();
+    const char* end = from + m_bytes.size();
+    for (std::size_t offset : numberOffsets) {
+        int n = 0; // an entry that was never filled has zeros
+        if (from != end)
+            from = take(from, n);
+        setNumber(entry, offset, n);
+    }
+    while (from != end) {
+        PackedField packed;
+        from = take(from, packed);
+        const std::string_view bytes(from, packed.length);
+        const EntryField& to = fields[packed.index];
+        if (to.isText())
+            setText(entry, to, bytes);
+        else
+            setBytes(entry, to, bytes);
+        from += packed.length;
+    }
+}
+
+} // namespace sigil

@@ -1,0 +1,232 @@
+#include "certlist/load_disk.h"
+
+#include "certlist/certificate_reader.h"
+#include "certlist/codes.h"
+#include "certlist/store_layout.h"
+#include "certlist/toolkit_calls.h"
+#include "foundation/environment.h"
+#include "foundation/text_field.h"
+
+#include <dirent.h>
+#include <sys/stat.h>
+
+#include <memory>
+
+using namespace sigil;
+
+namespace {
+
+constexpr SettingsReporter reporter{
+    "CLoadDISK::SetPolicyIDNameList()", "CLoadDISK::SetPolicyIDNameList()", "CLoadDISK::SetIssuerNameList()"};
+
+constexpr char parsingCert[] = "CLoadDISK::ParsingCert()";
+constexpr ReaderStyle readerStyle{parsingCert, parsingCert, nullptr, false, false, true};
+
+struct CloseFolder {
+    void operator()(DIR* folder) const { closedir(folder); }
+};
+using Folder = std::unique_ptr<DIR, CloseFolder>;
+
+/** False for what is no file or would not fit into an entry; a path that leads nowhere is left to the toolkit. */
+bool mayBeRead(const char* path)
+{
+    struct stat status;
+    if (stat(path, &status) != 0)
+        return true;
+    return S_ISREG(status.st_mode) && status.st_size <= static_cast<off_t>(field::signCert.capacity);
+}
+
+} // namespace
+
+struct CLoadDISK::FamilyOperations {
+    int code;
+    int (CLoadDISK::*directory)(const char* szHome, int* pnCount);
+    int (CLoadDISK::*list)(bool bCountOnly, int nStart, int* pnOut);
+};
+
+// In the order in which the families are listed.
+const CLoadDISK::FamilyOperations CLoadDISK::familyOperations[] = {
+    {gpki, &CLoadDISK::GetGPKICertDirectory, &CLoadDISK::GetGPKICertList},
+    {npki, &CLoadDISK::GetNPKICertDirectory, &CLoadDISK::GetNPKICertList},
+    {mpki, &CLoadDISK::GetMPKICertDirectory, &CLoadDISK::GetMPKICertList},
+    {ppki, &CLoadDISK::GetPPKICertDirectory, &CLoadDISK::GetPPKICertList},
+};
+
+CLoadDISK::CLoadDISK(int nLanguage, const char* szHomePath)
+    : CertificateLoader(nLanguage, szHomePath, reporter)
+{
+    m_nMediaType = hardDisk;
+}
+
+void CLoadDISK::setDrive(const char* szPath) { copyText(m_szDrivePath, szPath); }
+
+int CLoadDISK::GetDirectoryCount(int nPKIType) const
+{
+    const FamilyLayout* family = familyLayout(nPKIType);
+    return family ? family->slots(m_nMediaType) : 0;
+}
+
+int CLoadDISK::GetCertDirectory(int nPKIType)
+{
+    const std::string home = environment().homeFolder();
+    for (const FamilyOperations& family : familyOperations) {
+        int written = 0;
+        if (family.code == nPKIType && (this->*family.directory)(home.c_str(), &written) != success)
+            return foldersNotFormed;
+    }
+    return success;
+}
+
+int CLoadDISK::GetGPKICertDirectory(const char* szHome, int* pnCount) { return formFolders(gpki, szHome, pnCount); }
+int CLoadDISK::GetNPKICertDirectory(const char* szHome, int* pnCount) { return formFolders(npki, szHome, pnCount); }
+int CLoadDISK::GetMPKICertDirectory(const char* szHome, int* pnCount) { return formFolders(mpki, szHome, pnCount); }
+int CLoadDISK::GetPPKICertDirectory(const char* szHome, int* pnCount) { return formFolders(ppki, szHome, pnCount); }
+
+int CLoadDISK::formFolders(int family, const char* home, int* count)
+{
+    *count = 0;
+    const std::string base = m_nMediaType == removableDisk ? m_szDrivePath : home;
+    if (!*home || base.empty())
+        return badArgument;
+    std::vector<std::string>& list = m_folders[family];
+    for (const char* folder : familyLayout(family)->folders(m_nMediaType)) {
+        const auto place = static_cast<std::size_t>(*count);
+        if (place == list.size())
+            break;
+        list[place] = cutPath(base + folder);
+        ++*count;
+    }
+    return success;
+}
+
+int CLoadDISK::GetGPKICertList(bool bCountOnly, int nStart, int* pnOut)
+{
+    return search(gpki, bCountOnly, nStart, pnOut);
+}
+int CLoadDISK::GetNPKICertList(bool bCountOnly, int nStart, int* pnOut)
+{
+    return search(npki, bCountOnly, nStart, pnOut);
+}
+int CLoadDISK::GetMPKICertList(bool bCountOnly, int nStart, int* pnOut)
+{
+    return search(mpki, bCountOnly, nStart, pnOut);
+}
+int CLoadDISK::GetPPKICertList(bool bCountOnly, int nStart, int* pnOut)
+{
+    return search(ppki, bCountOnly, nStart, pnOut);
+}
+
+int CLoadDISK::search(int family, bool countOnly, int start, int* out)
+{
+    const auto list = m_folders.find(family);
+    if (list == m_folders.end())
+        return success;
+    const FamilyLayout& layout = *familyLayout(family);
+    ScratchEntry entry;
+    int next = countOnly ? 0 : start;
+    for (const std::string& path : list->second) {
+        const Folder folder(opendir(path.c_str()));
+        while (const dirent* item = folder ? readdir(folder.get()) : nullptr) {
+            if (!isCandidate(layout, path, item->d_name))
+                continue;
+            entry.clear();
+            entry->nPKIType = family;
+            setPaths(layout, path, item->d_name, *entry);
+            if (ParsingCert(countOnly, &*entry) != success)
+                continue;
+            // Files that came after the counting find no place in the list and are left for the next listing.
+            if (!countOnly && next == count())
+                break;
+            if (!countOnly)
+                CopyCertInfo(next, &*entry);
+            ++next;
+        }
+    }
+    *out = next;
+    return success;
+}
+
+int CLoadDISK::LoadCertList()
+{
+    std::map<const FamilyOperations*, int> found;
+    int total = 0;
+    for (const FamilyOperations& family : familyOperations) {
+        if (!(m_options.pkiTypes & family.code) || GetDirectoryCount(family.code) < 1)
+            continue;
+        const int rc = countFamily(family, &found[&family]);
+        if (rc != success)
+            return rc;
+        total += found[&family];
+    }
+    if (total == 0)
+        return noCertificate;
+    ClearCertList();
+    m_entries.resize(static_cast<std::size_t>(total));
+    int next = 0;
+    for (const FamilyOperations& family : familyOperations)
+        if (found[&family] > 0)
+            (this->*family.list)(false, next, &next);
+    return success;
+}
+
+int CLoadDISK::countFamily(const FamilyOperations& family, int* found)
+{
+    m_folders[family.code].assign(static_cast<std::size_t>(GetDirectoryCount(family.code)), {});
+    const int rc = GetCertDirectory(family.code);
+    return rc == success ? (this->*family.list)(true, 0, found) : rc;
+}
+
+void CLoadDISK::ClearCertInfo(tagCERTINFO* pEntry) { wipe(pEntry, sizeof *pEntry); }
+
+void CLoadDISK::CopyCertInfo(int nIndex, const tagCERTINFO* pEntry)
+{
+    if (pEntry && hasEntry(nIndex))
+        m_entries[static_cast<std::size_t>(nIndex)].store(*pEntry);
+}
+
+// Counting and filling judge a certificate alike, so that the second pass finds what the first one counted.
+int CLoadDISK::ParsingCert(bool /*bCountOnly*/, tagCERTINFO* pEntry)
+{
+    const CertificateUnloader unload(m_hToolkit);
+    pEntry->nMediaType = m_nMediaType;
+    int rc = readSignPair(*pEntry);
+    if (rc == success)
+        rc = readKmPair(*pEntry);
+    return rc == success ? CertificateReader(*this, readerStyle, *pEntry).read() : rc;
+}
+
+int CLoadDISK::readFile(char* path, const EntryField& field, tagCERTINFO& entry)
+{
+    if (!mayBeRead(path))
+        return certificateUnreadable;
+    ToolkitBytes content(m_hToolkit);
+    const int rc = MediaDiskReadFile(m_hToolkit, path, content.get());
+    if (rc != success)
+        return rc;
+    return setBytes(entry, field, bytesOf(content)) ? success : certificateUnreadable;
+}
+
+int CLoadDISK::readSignPair(tagCERTINFO& entry)
+{
+    int rc = readFile(entry.szSignCertPath, field::signCert, entry);
+    if (rc != success) // the shortened name is the one that readers of the log know
+        return m_log.failed(parsingCert, nullptr, "MediaDiskReadFil()", rc, certificateUnreadable);
+    rc = readFile(entry.szSignPriKeyPath, field::encSignKey, entry);
+    if (rc != success)
+        return m_log.failed(parsingCert, nullptr, "MediaDiskReadFile()", rc, certificateUnreadable);
+    return success;
+}
+
+int CLoadDISK::readKmPair(tagCERTINFO& entry)
+{
+    const bool wanted = m_options.keyPairType == kmPairWanted;
+    if (!*entry.szKmCertPath || !*entry.szKmPriKeyPath)
+        return wanted ? filteredOut : success;
+    const int certificate = readFile(entry.szKmCertPath, field::kmCert, entry);
+    const int key = readFile(entry.szKmPriKeyPath, field::encKmKey, entry);
+    if (!wanted || (certificate == success && key == success))
+        return success;
+    setText(entry, field::kmCertPath, {});
+    setText(entry, field::kmKeyPath, {});
+    return filteredOut;
+}

@@ -1,0 +1,141 @@
+/** @file
+ *  CLoadDISK: certificates kept as files on the hard disk or on a removable disk.
+ */
+#pragma once
+
+#include "certlist/cert_n_key.h"
+#include "certlist/certificate_loader.h"
+#include "certlist/copy_target.h"
+#include "certlist/entry.h"
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace sigil {
+class ToolkitBytes;
+}
+
+class CLoadDISK : public sigil::CertificateLoader {
+public:
+    /** Nothing is read yet. @param szHomePath  library folder with the settings files */
+    CLoadDISK(int nLanguage, const char* szHomePath);
+
+    void setMedium(int nMedium) { m_nMediaType = nMedium; }
+    /** Mount folder of the removable disk, at most 259 bytes. */
+    void setDrive(const char* szPath);
+
+    /** @name The list
+     *  @{ */
+    /** Number of places in the folder list of a family on the current medium; 0 for an unknown family. */
+    int GetDirectoryCount(int nPKIType) const;
+    /** Fills the folder list of a family. @return 0, also for an unknown family; 1111 no base folder */
+    int GetCertDirectory(int nPKIType);
+    /** Searches all families that the options name. @return 0; 1111; 1115 none found */
+    int LoadCertList();
+    /** Forgets the list; its secrets are wiped. */
+    void ClearCertList() { m_entries.clear(); }
+    static void ClearCertInfo(tagCERTINFO* pEntry);
+    int count() const { return static_cast<int>(m_entries.size()); }
+    bool hasEntry(int nIndex) const { return nIndex >= 0 && nIndex < count(); }
+    const sigil::PackedEntry& entry(int nIndex) const { return m_entries.at(static_cast<std::size_t>(nIndex)); }
+    /** Reads the files of an entry and judges it. @return 0 keep; 1122 unreadable; 1502 not wanted */
+    int ParsingCert(bool bCountOnly, tagCERTINFO* pEntry);
+    /** Stores a judged entry; nothing for a null entry or an index outside the list. */
+    void CopyCertInfo(int nIndex, const tagCERTINFO* pEntry);
+    /** @} */
+
+    /** @name Private keys of an entry
+     *  An index outside the list gives 1001.
+     *  @{ */
+    /** Decrypts the keys and keeps them in the entry. @return 0; 1001; 1113; 1114; a toolkit code */
+    int DecryptPriKey(int nIndex, char* szPassword, CBinary* pSignKey, CBinary* pKmKey);
+    /** Keeps the identity random value in the entry. @return 0; 1001; 1118; 1119 */
+    int GetPrikeyRandom(int nIndex, char* szPassword);
+    /** @return 0; 1001; 1114; 1118; 1119; 1132 */
+    int VerifyVID(int nIndex, char* szIdn, char* szPassword);
+    /** Encrypts the key files anew. Nothing is undone when the second file fails. @return 0; 1001; 1113; 1123; 1124;
+     *  1131 */
+    int ChangePassword(int nIndex, char* szOldPassword, char* szNewPassword);
+    /** Algorithm code with which a key is encrypted for a copy. @return 0; 1001; 1122 */
+    int GetPrikeyAlg(const CBinary& certificate, int* pnAlg);
+    /** @} */
+
+    /** @name Import, export, copy, delete
+     *  @{ */
+    /** Reads a PKCS#12 file. @return 0; 1113; 1115; 1129; a toolkit code */
+    int GetPKCS12(char* szPath, char* szPassword, sigil::CertNKey& out);
+    /** Makes a PKCS#12 file of an entry whose keys were decrypted. @return 0; 1001; 1127; 1128 */
+    int MakePKCS12(int nIndex, char* szPassword, CBinary& pfx);
+    /** @return 0; 1001 nothing to write; a toolkit code */
+    int WriteFile(const CBinary& data, char* szPath);
+    /** Writes a certificate and its key.
+     *  @param bCertOnly   leave out the key
+     *  @param bKeyAsIs    the key is encrypted already
+     *  @return 0; 1001 something is missing; 1124 */
+    int WriteCertNKey(bool bCertOnly, bool bKeyAsIs, char* szPassword, int nAlg, char* szCertPath, char* szKeyPath,
+        const CBinary& certificate, const CBinary& key);
+    /** Hands out an entry's certificates and keys: the key files as stored, or the decrypted keys. An index equal to
+     *  the count passes the check, deliberately, and hands out nothing. @return 0; 1001 */
+    int ReadCertNKey(bool bStoredKey, int nIndex, sigil::CertNKey& out);
+    /** Reads a certificate and a key file. @return 0; 1123 */
+    int ReadCertNKeyFromPath(char* szCertPath, char* szKeyPath, CBinary& certificate, CBinary& key);
+    /** Deletes an entry's files. The first entry cannot be deleted. @return 0; 1001; 1113; 1125 */
+    int DeleteCertNKey(int nIndex, char* szPassword);
+    /** Forms the files that a copy of a certificate is written to; none for certificates of the private CA.
+     *  @return 0; 1122 */
+    int MakeCertPath(
+        int nTargetMedia, const char* szTargetPath, const CBinary& certificate, sigil::CertPaths& paths);
+    /** @} */
+
+private:
+    /** @name One family each: its folder list, and the search through it
+     *  The folder operations give 1001 without a base folder; @p pnCount receives the number of folders written.
+     *  The searches count (@p pnOut receives the number) or store entries from @p nStart on (@p pnOut receives the
+     *  next free place).
+     *  @{ */
+    int GetGPKICertDirectory(const char* szHome, int* pnCount);
+    int GetNPKICertDirectory(const char* szHome, int* pnCount);
+    int GetMPKICertDirectory(const char* szHome, int* pnCount);
+    int GetPPKICertDirectory(const char* szHome, int* pnCount);
+    int GetGPKICertList(bool bCountOnly, int nStart, int* pnOut);
+    int GetNPKICertList(bool bCountOnly, int nStart, int* pnOut);
+    int GetMPKICertList(bool bCountOnly, int nStart, int* pnOut);
+    int GetPPKICertList(bool bCountOnly, int nStart, int* pnOut);
+    /** @} */
+
+    struct FamilyOperations;
+    static const FamilyOperations familyOperations[];
+
+    int formFolders(int family, const char* home, int* count);
+    int search(int family, bool countOnly, int start, int* out);
+    int countFamily(const FamilyOperations& family, int* found);
+
+    int readFile(char* path, const sigil::EntryField& field, tagCERTINFO& entry);
+    int readSignPair(tagCERTINFO& entry);
+    int readKmPair(tagCERTINFO& entry);
+
+    int decryptKey(
+        tagCERTINFO& entry, const sigil::EntryField& stored, const sigil::EntryField& key, char* szPassword);
+    void decryptForRandom(tagCERTINFO& entry, char* szPassword);
+    int decryptForIdentity(int nIndex, char* szPassword);
+    int changeKeyFile(
+        tagCERTINFO& entry, const sigil::EntryField& stored, char* path, char* szOldPassword, char* szNewPassword);
+
+    struct PfxLists;
+    int openPfx(char* szPath, char* szPassword, PfxLists& lists);
+    int importPfx(int mode, sigil::ToolkitBytes& file, char* szPassword, PfxLists& lists);
+    int countPairs(PfxLists& lists);
+    int takePair(PfxLists& lists, int index, sigil::CertNKey& out);
+    int takeKeyOf(sigil::ToolkitBytes& certificate, PfxLists& lists, CBinary& certOut, CBinary& keyOut);
+    int exportOnePair(const tagCERTINFO& entry, char* szPassword, sigil::ToolkitBytes& out);
+    int exportTwoPairs(const tagCERTINFO& entry, char* szPassword, sigil::ToolkitBytes& out);
+
+    int writeLogged(const CBinary& data, char* path);
+    int writeEncrypted(const CBinary& key, char* szPassword, int nAlg, char* path);
+    int deletePair(char* szPassword, int kind, char* keyPath, char* certPath);
+
+    char m_szDrivePath[260] = {};
+    std::map<int, std::vector<std::string>> m_folders; // by family code; no list before the first search
+    std::vector<sigil::PackedEntry> m_entries;
+};

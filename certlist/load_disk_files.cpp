@@ -1,0 +1,156 @@
+// Files of certificates and keys: write, read, delete, and where copies go.
+
+#include "certlist/codes.h"
+#include "certlist/load_disk.h"
+#include "certlist/toolkit_calls.h"
+#include "foundation/environment.h"
+
+#include <unistd.h>
+
+using namespace sigil;
+
+namespace {
+
+/** Kinds of key and certificate that the toolkit's deleting functions take. */
+constexpr int signing = 1;
+constexpr int keyManagement = 2;
+
+constexpr char deleteCertNKey[] = "CLoadDISK::DeleteCertNKey()";
+
+} // namespace
+
+int CLoadDISK::WriteFile(const CBinary& data, char* szPath)
+{
+    if (bytesOf(data).empty())
+        return badArgument;
+    SecretToolkitBytes bytes(m_hToolkit, data.m_pData, data.m_nLength);
+    return MediaDiskWriteFile(m_hToolkit, szPath, bytes.get());
+}
+
+int CLoadDISK::WriteCertNKey(bool bCertOnly, bool bKeyAsIs, char* szPassword, int nAlg, char* szCertPath,
+    char* szKeyPath, const CBinary& certificate, const CBinary& key)
+{
+    if (!szCertPath || bytesOf(certificate).empty())
+        return badArgument;
+    if (!bCertOnly && (!szPassword || !szKeyPath || bytesOf(key).empty()))
+        return badArgument;
+    const int rc = writeLogged(certificate, szCertPath);
+    if (rc != success || bCertOnly)
+        return rc;
+    return bKeyAsIs ? writeLogged(key, szKeyPath) : writeEncrypted(key, szPassword, nAlg, szKeyPath);
+}
+
+int CLoadDISK::writeLogged(const CBinary& data, char* path)
+{
+    const int rc = WriteFile(data, path);
+    return rc == success ? success
+                         : m_log.failed("CLoadDISK::WriteCertNKey()", error::writeCertNKey, "MediaDiskWriteFile()",
+                               rc, fileNotWritten);
+}
+
+int CLoadDISK::writeEncrypted(const CBinary& key, char* szPassword, int nAlg, char* path)
+{
+    SecretToolkitBytes plain(m_hToolkit, key.m_pData, key.m_nLength);
+    ToolkitBytes encrypted(m_hToolkit);
+    const int rc = PriKeyEncrypt(m_hToolkit, nAlg, szPassword, plain.get(), encrypted.get());
+    if (rc != success)
+        return m_log.failed(
+            "CLoadDISK::WriteCertNKey()", error::writeCertNKey, "PriKeyEncrypt()", rc, fileNotWritten);
+    return writeLogged(encrypted.copy(), path);
+}
+
+int CLoadDISK::ReadCertNKey(bool bStoredKey, int nIndex, CertNKey& out)
+{
+    if (nIndex < 0 || nIndex > count())
+        return badArgument;
+    ScratchEntry entry;
+    if (hasEntry(nIndex))
+        this->entry(nIndex).copyTo(*entry);
+    assign(out.signCert, value(*entry, field::signCert));
+    assign(out.signKey, value(*entry, bStoredKey ? field::encSignKey : field::signKey));
+    assign(out.kmCert, value(*entry, field::kmCert));
+    assign(out.kmKey, value(*entry, bStoredKey ? field::encKmKey : field::kmKey));
+    return success;
+}
+
+int CLoadDISK::ReadCertNKeyFromPath(char* szCertPath, char* szKeyPath, CBinary& certificate, CBinary& key)
+{
+    constexpr char where[] = "CLoadDISK::ReadCertNKeyFromPath()";
+    const auto read = [&](char* path, CBinary& out) {
+        ToolkitBytes content(m_hToolkit);
+        const int rc = MediaDiskReadFile(m_hToolkit, path, content.get());
+        assign(out, bytesOf(content));
+        return rc == success ? success
+                             : m_log.failed(where, error::readCertNKey, "MediaDiskReadFile()", rc, fileNotRead);
+    };
+    int rc = read(szCertPath, certificate);
+    if (rc == success)
+        rc = read(szKeyPath, key);
+    if (rc == success && (bytesOf(certificate).empty() || bytesOf(key).empty()))
+        rc = m_log.refused(where, error::readCertNKey, nullptr, fileNotRead, "Cert&Key data is null");
+    return rc;
+}
+
+// The first entry of a list cannot be deleted; dialogs rely on it.
+int CLoadDISK::DeleteCertNKey(int nIndex, char* szPassword)
+{
+    if (!szPassword || nIndex < 1 || !hasEntry(nIndex))
+        return badArgument;
+    ScratchEntry entry(this->entry(nIndex));
+    int rc = deletePair(szPassword, signing, entry->szSignPriKeyPath, entry->szSignCertPath);
+    if (rc == success && *entry->szKmPriKeyPath && *entry->szKmCertPath)
+        rc = deletePair(szPassword, keyManagement, entry->szKmPriKeyPath, entry->szKmCertPath);
+    // Removes nothing but an empty home folder: the certificate's own folder stays, deliberately.
+    if (rc == success && (entry->nPKIType == npki || entry->nPKIType == ppki))
+        rmdir(environment().homeFolder().c_str());
+    return rc;
+}
+
+int CLoadDISK::deletePair(char* szPassword, int kind, char* keyPath, char* certPath)
+{
+    int rc = MediaDiskDeletePriKey(m_hToolkit, szPassword, kind, keyPath);
+    if (rc == toolkitWrongPassword)
+        return m_log.failed(deleteCertNKey, error::invalidPassword, "MediaDiskDeletePriKey()", rc, wrongPassword);
+    if (rc != success)
+        return m_log.failed(deleteCertNKey, error::deleteCertNKey, "MediaDiskDeletePriKey()", rc, fileNotDeleted);
+    rc = MediaDiskDeleteCert(m_hToolkit, certPath, kind);
+    return rc == success
+        ? success
+        : m_log.failed(deleteCertNKey, error::deleteCertNKey, "MediaDiskDeleteCert()", rc, fileNotDeleted);
+}
+
+int CLoadDISK::MakeCertPath(
+    int nTargetMedia, const char* szTargetPath, const CBinary& certificate, CertPaths& paths)
+{
+    constexpr int subjectCapacity = 1024;
+    constexpr int keyCapacity = 2048;
+    char subject[subjectCapacity + 1] = {};
+    char algorithm[keyCapacity] = {};
+    char keyLength[keyCapacity] = {};
+    char key[keyCapacity + 1] = {};
+    const CertificateUnloader unload(m_hToolkit);
+    ToolkitBytes record(m_hToolkit, certificate.m_pData, certificate.m_nLength);
+    ToolkitBytes der(m_hToolkit);
+    int rc = CertLoad(m_hToolkit, record.get());
+    if (rc != success)
+        return m_log.failed(
+            "CLoadDISK::MakeCertPath()", error::parsingCert, "CertLoad()", rc, certificateUnreadable);
+    const CallResult read = callAll({
+        {"CertGetSubjectName()", [&] { return CertGetSubjectName(m_hToolkit, subjectCapacity, subject); }},
+        {"CertGetPubKeyInfo()",
+            [&] { return CertGetPubKeyInfo(m_hToolkit, algorithm, keyLength, keyCapacity, key, der.get()); }},
+    });
+    if (read.code != success) // the name in the record is one that readers of the log know
+        return m_log.failed(
+            "CLoadDISK::ParsingCert()", error::parsingCert, read.name, read.code, certificateUnreadable);
+    char cn[subjectCapacity] = {};
+    char organisation[subjectCapacity] = {};
+    char organisationUnit[subjectCapacity] = {};
+    CUtil::GetCNString(subject, sizeof cn, cn);
+    CUtil::GetOString(subject, sizeof organisation, organisation);
+    CUtil::GetOUString(subject, sizeof organisationUnit, organisationUnit);
+    const bool toHardDisk = nTargetMedia == hardDisk;
+    const std::string base = toHardDisk ? environment().homeFolder() : szTargetPath ? szTargetPath : "";
+    formCopyPaths(toHardDisk, base.c_str(), {subject, cn, organisation, organisationUnit}, paths);
+    return success;
+}

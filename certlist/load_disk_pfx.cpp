@@ -1,0 +1,195 @@
+// PKCS#12 files: import into certificate/key pairs, export of a listed certificate.
+
+#include "certlist/codes.h"
+#include "certlist/load_disk.h"
+#include "certlist/toolkit_calls.h"
+
+#include <cstring>
+
+using namespace sigil;
+
+namespace {
+
+constexpr char getPkcs12[] = "CLoadDISK::GetPKCS12()";
+constexpr char makePkcs12[] = "CLoadDISK::MakePKCS12()";
+
+/** Modes of PFXImportMultiPair2: the usual one, and the one for files that it does not read. */
+constexpr int usualMode = 0;
+constexpr int otherMode = 16;
+
+/** An output that the façade requires to hold data: a byte of our own stands in it, and is taken out again where the
+ *  toolkit left it alone. */
+class FilledOutput {
+public:
+    explicit FilledOutput(ToolkitBytes& record)
+        : m_record(record)
+    {
+        *m_record.get() = {&m_placeholder, 1};
+    }
+    ~FilledOutput()
+    {
+        if (m_record.get()->pData == &m_placeholder)
+            *m_record.get() = {};
+    }
+    FilledOutput(const FilledOutput&) = delete;
+    FilledOutput& operator=(const FilledOutput&) = delete;
+
+private:
+    ToolkitBytes& m_record;
+    unsigned char m_placeholder = 0;
+};
+
+} // namespace
+
+/** The lists that a PKCS#12 file holds, in the toolkit's form. */
+struct CLoadDISK::PfxLists {
+    explicit PfxLists(void* facade)
+        : certificates(facade)
+        , keys(facade)
+        , extra(facade)
+    {
+    }
+    ToolkitBytes certificates;
+    SecretToolkitBytes keys;
+    ToolkitBytes extra;
+    int count = 0;
+};
+
+int CLoadDISK::GetPKCS12(char* szPath, char* szPassword, CertNKey& out)
+{
+    const CertificateUnloader unload(m_hToolkit);
+    PfxLists lists(m_hToolkit);
+    int rc = openPfx(szPath, szPassword, lists);
+    if (rc == success)
+        rc = countPairs(lists);
+    for (int i = 0; rc == success && i < lists.count; ++i)
+        rc = takePair(lists, i, out);
+    return rc;
+}
+
+int CLoadDISK::openPfx(char* szPath, char* szPassword, PfxLists& lists)
+{
+    ToolkitBytes file(m_hToolkit);
+    int rc = MediaDiskReadFile(m_hToolkit, szPath, file.get());
+    if (rc != success)
+        return m_log.failed(getPkcs12, error::readCertNKey, "MediaDiskReadFile()", rc, rc);
+    rc = importPfx(usualMode, file, szPassword, lists);
+    if (rc == toolkitWrongPfxPassword)
+        return m_log.failed(getPkcs12, error::invalidPassword, "PFXImportMultiPair2()", rc, wrongPassword);
+    if (rc != success)
+        rc = importPfx(otherMode, file, szPassword, lists);
+    return rc == success ? success
+                         : m_log.failed(getPkcs12, error::importCert, "PFXImportMultiPair2()", rc, importRefused);
+}
+
+int CLoadDISK::importPfx(int mode, ToolkitBytes& file, char* szPassword, PfxLists& lists)
+{
+    lists.certificates.clear();
+    lists.keys.clear();
+    lists.extra.clear();
+    const FilledOutput certificates(lists.certificates);
+    const FilledOutput keys(lists.keys);
+    const FilledOutput extra(lists.extra);
+    return PFXImportMultiPair2(
+        m_hToolkit, mode, file.get(), szPassword, lists.certificates.get(), lists.keys.get(), lists.extra.get());
+}
+
+int CLoadDISK::countPairs(PfxLists& lists)
+{
+    int keys = 0;
+    const CallResult counted = callAll({
+        {"UTILGetObjectCount()",
+            [&] { return UTILGetObjectCount(m_hToolkit, lists.certificates.get(), &lists.count); }},
+        {"UTILGetObjectCount()", [&] { return UTILGetObjectCount(m_hToolkit, lists.keys.get(), &keys); }},
+    });
+    if (counted.code != success)
+        return m_log.failed(getPkcs12, error::importCert, counted.name, counted.code, importRefused);
+    if (lists.count < 1 || lists.count != keys)
+        return m_log.refused(getPkcs12, error::notExistCert, "UTILGetObjectCount()", noCertificate, nullptr);
+    return success;
+}
+
+int CLoadDISK::takePair(PfxLists& lists, int index, CertNKey& out)
+{
+    constexpr int usageCapacity = 1024;
+    char usage[usageCapacity + 1] = {};
+    ToolkitBytes certificate(m_hToolkit);
+    const CallResult read = callAll({
+        {"UTILGetObject()",
+            [&] { return UTILGetObject(m_hToolkit, lists.certificates.get(), index, certificate.get()); }},
+        {"CertLoad()", [&] { return CertLoad(m_hToolkit, certificate.get()); }},
+        {"CertGetKeyUsage()", [&] { return CertGetKeyUsage(m_hToolkit, usageCapacity, usage); }},
+    });
+    if (read.code != success)
+        return m_log.failed(getPkcs12, error::importCert, read.name, read.code, read.code);
+    const bool signs = std::strstr(usage, "digitalSignature");
+    return takeKeyOf(certificate, lists, signs ? out.signCert : out.kmCert, signs ? out.signKey : out.kmKey);
+}
+
+// A certificate without a key in the file is passed over.
+int CLoadDISK::takeKeyOf(ToolkitBytes& certificate, PfxLists& lists, CBinary& certOut, CBinary& keyOut)
+{
+    for (int j = 0; j < lists.count; ++j) {
+        SecretToolkitBytes key(m_hToolkit);
+        const int rc = UTILGetObject(m_hToolkit, lists.keys.get(), j, key.get());
+        if (rc != success)
+            return m_log.failed(getPkcs12, error::importCert, "UTILGetObject()", rc, rc);
+        if (PriKeyCheckKeyPair(m_hToolkit, certificate.get(), key.get()) != success)
+            continue;
+        assign(certOut, bytesOf(certificate));
+        assign(keyOut, bytesOf(key));
+        break;
+    }
+    return success;
+}
+
+int CLoadDISK::MakePKCS12(int nIndex, char* szPassword, CBinary& pfx)
+{
+    if (!hasEntry(nIndex))
+        return badArgument;
+    ScratchEntry entry(this->entry(nIndex));
+    if (entry->nSignPriKeyLen < 1)
+        return noDecryptedKey;
+    ToolkitBytes out(m_hToolkit);
+    const bool hasKmPair = entry->nKmCertLen >= 1 && entry->nKmPriKeyLen >= 1;
+    const int rc = hasKmPair ? exportTwoPairs(*entry, szPassword, out) : exportOnePair(*entry, szPassword, out);
+    if (rc == success)
+        assign(pfx, bytesOf(out));
+    return rc;
+}
+
+int CLoadDISK::exportOnePair(const tagCERTINFO& entry, char* szPassword, ToolkitBytes& out)
+{
+    ToolkitBytes certificate(m_hToolkit);
+    SecretToolkitBytes key(m_hToolkit);
+    ToolkitBytes none(m_hToolkit);
+    fill(certificate, value(entry, field::signCert));
+    fill(key, value(entry, field::signKey));
+    const int rc =
+        PFXExport(m_hToolkit, 0, szPassword, certificate.get(), key.get(), none.get(), none.get(), out.get());
+    // The record names another export; readers of the log know it so.
+    return rc == success ? success : m_log.failed(makePkcs12, error::exportCert, "PFXExport2()", rc, exportRefused);
+}
+
+int CLoadDISK::exportTwoPairs(const tagCERTINFO& entry, char* szPassword, ToolkitBytes& out)
+{
+    ToolkitBytes certificates(m_hToolkit);
+    SecretToolkitBytes keys(m_hToolkit);
+    const auto add = [&](const EntryField& field, ToolkitBytes& list) {
+        SecretToolkitBytes object(m_hToolkit);
+        fill(object, value(entry, field));
+        return UTILAddObject(m_hToolkit, object.get(), list.get());
+    };
+    const CallResult made = callAll({
+        {"UTILAddObject()", [&] { return add(field::signCert, certificates); }},
+        {"UTILAddObject()", [&] { return add(field::kmCert, certificates); }},
+        {"UTILAddObject()", [&] { return add(field::signKey, keys); }},
+        {"UTILAddObject()", [&] { return add(field::kmKey, keys); }},
+        {"PFXExportMultiPair()",
+            [&] {
+                return PFXExportMultiPair(m_hToolkit, 0, szPassword, certificates.get(), keys.get(), out.get());
+            }},
+    });
+    return made.code == success ? success
+                                : m_log.failed(makePkcs12, error::exportCert, made.name, made.code, exportRefused);
+}

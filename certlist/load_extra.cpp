@@ -1,0 +1,170 @@
+#include "certlist/load_extra.h"
+
+#include "certlist/codes.h"
+#include "certlist/toolkit_calls.h"
+#include "foundation/ascii.h"
+#include "foundation/text_field.h"
+
+#include <sigildesk/profile.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+using namespace sigil;
+
+namespace {
+
+// One record names the disk loader; readers of the log know it so.
+constexpr SettingsReporter reporter{
+    "CLoadDISK::SetPolicyIDNameList()", "CLoadExtra::SetPolicyIDNameList()", "CLoadExtra::SetIssuerNameList()"};
+
+constexpr char verifyCert[] = "CLoadExtra::VerifyCert()";
+
+/** More authorities than any list of trust holds: a damaged number must not keep the caller waiting. */
+constexpr int mostAuthorities = 4096;
+
+/** The root that is never fetched. */
+constexpr char militaryRoot[] = "cn=Root CA,ou=MPKI,o=Ministry of National Defense,c=KR";
+
+struct Authority {
+    char dn[100];
+    char url[100];
+
+    bool isRoot() const { return std::string_view(dn).find("Root") != std::string_view::npos; }
+};
+
+int authorityCount(const char* confFile)
+{
+    char section[] = "VALIDATOIN_OPTION"; // spelt so in the toolkit's settings
+    char key[] = "CA_INFO_COUNT";
+    return std::min(FileGetPrivateProfileInt(section, key, 0, const_cast<char*>(confFile)), mostAuthorities);
+}
+
+Authority readAuthority(const char* confFile, int number)
+{
+    Authority authority{};
+    std::string section = "CA_INFO" + std::to_string(number);
+    char dnKey[] = "CA_DN";
+    char urlKey[] = "DIR_URL";
+    char none[] = "";
+    char* file = const_cast<char*>(confFile); // only read
+    FileGetPrivateProfileString(section.data(), dnKey, none, authority.dn, sizeof authority.dn, file);
+    FileGetPrivateProfileString(section.data(), urlKey, none, authority.url, sizeof authority.url, file);
+    return authority;
+}
+
+} // namespace
+
+CLoadExtra::CLoadExtra(int language, const char* folder)
+    : Loader(language, folder, reporter)
+{
+    formPath(m_szConfFile, folder, "HVCToolkitV30.conf");
+}
+
+int CLoadExtra::GetRootCertCount(const char* confFile, int* count)
+{
+    constexpr char where[] = "CLoadExtra::GetRootCertCount()";
+    if (isEmpty(confFile))
+        return m_log.refused(where, error::invalidInput, nullptr, badArgument, nullptr);
+    const int authorities = authorityCount(confFile);
+    if (authorities < 1)
+        return m_log.refused(where, error::loadConf, "FileGetPrivateProfileInt()", settingsIncomplete, nullptr);
+    *count = 0;
+    for (int i = 1; i <= authorities; ++i)
+        *count += readAuthority(confFile, i).isRoot() ? 1 : 0;
+    return success;
+}
+
+int CLoadExtra::GetRootCertURL(const char* confFile, std::span<tagROOTCERTURLINFO> list)
+{
+    if (isEmpty(confFile))
+        return m_log.refused("CLoadExtra::GetRootCertURL()", error::invalidInput, nullptr, badArgument, nullptr);
+    const int authorities = authorityCount(confFile);
+    if (authorities < 1)
+        return settingsIncomplete;
+    auto next = list.begin();
+    for (int i = 1; i <= authorities && next != list.end(); ++i) {
+        const Authority authority = readAuthority(confFile, i);
+        if (!authority.isRoot())
+            continue;
+        copyText(next->szDN, authority.dn);
+        copyText(next->szURL, authority.url);
+        ++next;
+    }
+    return success;
+}
+
+int CLoadExtra::VerifyCert(const char* cert, int len, CBinary* errText)
+{
+    if (!cert)
+        return m_log.refused(verifyCert, error::invalidInput, nullptr, badArgument, nullptr);
+    const int rc = trustRoots();
+    return rc == success ? verify(cert, len, errText) : rc;
+}
+
+int CLoadExtra::trustRoots()
+{
+    int count = 0;
+    int rc = GetRootCertCount(m_szConfFile, &count);
+    if (rc != success)
+        return m_log.failed(verifyCert, error::verifyCert, "GetRootCertCount()", rc, notVerified);
+    std::vector<tagROOTCERTURLINFO> roots(static_cast<std::size_t>(count));
+    rc = GetRootCertURL(m_szConfFile, roots);
+    if (rc != success)
+        return m_log.failed(verifyCert, error::verifyCert, "GetRootCertURL()", rc, notVerified);
+    for (const tagROOTCERTURLINFO& root : roots) {
+        rc = trustRoot(root);
+        if (rc != success)
+            return m_log.failed(verifyCert, error::verifyCert, "CertAddTrustedCert()", rc, notVerified);
+    }
+    return success;
+}
+
+// A root that cannot be fetched is passed over: the certificate may verify without it.
+int CLoadExtra::trustRoot(const tagROOTCERTURLINFO& root)
+{
+    if (equalsIgnoringCase(root.szDN, militaryRoot))
+        return success;
+    char address[1024];
+    copyText(address, std::string(root.szURL) + "/" + root.szDN);
+    ToolkitBytes certificate(m_hToolkit);
+    if (HVAPGetDataByURL(m_hToolkit, 1, address, certificate.get()) != success)
+        return success;
+    return CertAddTrustedCert(m_hToolkit, certificate.get());
+}
+
+int CLoadExtra::verify(const char* cert, int len, CBinary* errText)
+{
+    int rc = CertSetVerifyEnv(m_hToolkit, 0, 2, false, nullptr, nullptr);
+    if (rc != success)
+        return m_log.failed(verifyCert, error::verifyCert, "CertSetVerifyEnv()", rc, notVerified);
+    ToolkitBytes certificate(m_hToolkit, cert, len);
+    rc = CertVerify(m_hToolkit, certificate.get(), 1, nullptr, m_szConfFile, false, nullptr, nullptr);
+    if (rc == success)
+        return success;
+    m_log.failed(verifyCert, error::verifyCert, "CertVerify()", rc, notVerified);
+    *errText = m_log.text();
+    return notVerified;
+}
+
+int CLoadExtra::CheckKeyPair(const CertNKey& pairs)
+{
+    if (!pairs.hasSignPair())
+        return m_log.refused("CLoadExtra::CheckKeyPair()", error::invalidInput, nullptr, badArgument, nullptr);
+    const int rc = checkPair(pairs.signCert, pairs.signKey, "PriKeyCheckKeyPair( usage : sign )");
+    if (rc != success || !pairs.hasKmPair())
+        return rc;
+    return checkPair(pairs.kmCert, pairs.kmKey, "PriKeyCheckKeyPair( usage : km )");
+}
+
+int CLoadExtra::checkPair(const CBinary& certificate, const CBinary& key, const char* callee)
+{
+    ToolkitBytes certificateRecord(m_hToolkit, certificate.m_pData, certificate.m_nLength);
+    SecretToolkitBytes keyRecord(m_hToolkit, key.m_pData, key.m_nLength);
+    const int rc = PriKeyCheckKeyPair(m_hToolkit, certificateRecord.get(), keyRecord.get());
+    // The record deliberately names another operation.
+    return rc == success
+        ? success
+        : m_log.failed("CLoadExtra::GetRootCertInfo()", error::diffCertKeyPair, callee, rc, pairMismatch);
+}

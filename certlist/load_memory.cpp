@@ -1,0 +1,80 @@
+#include "certlist/load_memory.h"
+
+#include "certlist/certificate_reader.h"
+#include "certlist/codes.h"
+#include "certlist/toolkit_calls.h"
+
+using namespace sigil;
+
+namespace {
+
+constexpr SettingsReporter reporter{
+    "CLoadMemory::SetPolicyIDNameList()", "CLoadMemory::SetPolicyIDNameList()", "CLoadMemory::SetIssuerNameList()"};
+
+// Two records name the disk loader; readers of the log know them so.
+constexpr ReaderStyle readerStyle{
+    "CLoadMemory::ParsingCert()", "CLoadDISK::ParsingCert()", error::parsingCert, true, true, false};
+
+constexpr char loadCertList[] = "CLoadMemory::LoadCertList()";
+
+/** The bytes handed over; none for a null pointer or a length below 1. */
+std::string_view part(const char* data, int length)
+{
+    return data && length > 0 ? std::string_view(data, static_cast<std::size_t>(length)) : std::string_view();
+}
+
+} // namespace
+
+CLoadMemory::CLoadMemory(int nLanguage, const char* szHomePath)
+    : CertificateLoader(nLanguage, szHomePath, reporter)
+{
+}
+
+int CLoadMemory::LoadCertList(const char* signCert, int signCertLen, const char* signKey, int signKeyLen,
+    const char* kmCert, int kmCertLen, const char* kmKey, int kmKeyLen)
+{
+    ScratchEntry entry;
+    const std::string_view certificate = part(signCert, signCertLen);
+    const std::string_view key = part(signKey, signKeyLen);
+    const bool fits = setBytes(*entry, field::signCert, certificate) && setBytes(*entry, field::signKey, key) &&
+        setBytes(*entry, field::kmCert, part(kmCert, kmCertLen)) &&
+        setBytes(*entry, field::kmKey, part(kmKey, kmKeyLen));
+    if (certificate.empty() || key.empty() || !fits)
+        return m_log.refused(loadCertList, error::invalidInput, nullptr, badArgument, nullptr);
+    clear();
+    // Deliberately refused even when all four parts are there.
+    if (m_options.keyPairType == kmPairWanted)
+        return m_log.refused(loadCertList, error::notExistKmCert, nullptr, kmPairRequired, nullptr);
+    if (ParsingCert(&*entry) == success) {
+        CopyCertInfo(&*entry);
+        m_bLoaded = true;
+    }
+    return success; // also after a refusal: the caller learns it from the count
+}
+
+int CLoadMemory::ParsingCert(tagCERTINFO* entry)
+{
+    const CertificateUnloader unload(m_hToolkit);
+    entry->nMediaType = m_nMediaType;
+    return CertificateReader(*this, readerStyle, *entry).read();
+}
+
+void CLoadMemory::CopyCertInfo(const tagCERTINFO* entry) { m_entry.store(*entry); }
+
+void CLoadMemory::ClearCertInfo(tagCERTINFO* entry) { wipe(entry, sizeof *entry); }
+
+int CLoadMemory::GetPrikeyRandom()
+{
+    if (!m_bLoaded)
+        return badArgument;
+    ScratchEntry entry(m_entry);
+    const int rc = readRandom(*entry, "CLoadMemory::GetPrikeyRandom()");
+    m_entry.store(*entry);
+    return rc;
+}
+
+void CLoadMemory::clear()
+{
+    m_entry = PackedEntry();
+    m_bLoaded = false;
+}

@@ -1,0 +1,78 @@
+#include "certlist/loader.h"
+
+#include "certlist/codes.h"
+#include "foundation/text_field.h"
+
+#include <string>
+
+namespace sigil {
+
+namespace {
+
+constexpr int english = 2;
+
+} // namespace
+
+void formPath(char (&path)[260], const char* folder, const char* name)
+{
+    copyText(path, std::string(folder ? folder : "") + "/" + name);
+}
+
+Loader::Loader(int language, const char* folder, const SettingsReporter& reporter)
+    : m_reporter(reporter)
+{
+    const bool inEnglish = language == english;
+    formPath(m_szPolicyConfPath, folder, inEnglish ? "Policy_ENG.conf" : "Policy_KOR.conf");
+    formPath(m_szIssuerConfPath, folder, inEnglish ? "Issuer_ENG.conf" : "Issuer_KOR.conf");
+    formPath(m_szLangIniPath, folder, inEnglish ? "ENG.ini" : "KOR.ini");
+}
+
+void Loader::bind(int toolkitType, void* toolkit, const char* logPath)
+{
+    m_nToolkitType = toolkitType;
+    m_hToolkit = toolkit;
+    m_log.bind(toolkit, logPath);
+}
+
+int Loader::SetInitalize()
+{
+    const int rc = SetPolicyIDNameList();
+    return rc != success ? rc : SetIssuerNameList();
+}
+
+int Loader::SetPolicyIDNameList()
+{
+    CBinary content;
+    const PolicyFileResult read = readPolicyFile(m_szPolicyConfPath, content);
+    if (read.code == settingsIncomplete)
+        return m_log.refused(m_reporter.policyOpen, error::loadConf, read.failedCall, read.code, nullptr);
+    if (read.code != success)
+        return m_log.refused(m_reporter.policyRead, error::fileReadNoData, read.failedCall, read.code, nullptr);
+    PolicyParingData(content);
+    return success;
+}
+
+void Loader::PolicyParingData(const CBinary& content)
+{
+    m_policies.build({content.m_pData, static_cast<std::size_t>(content.m_nLength)});
+}
+
+int Loader::SetIssuerNameList()
+{
+    const char* mistake = m_issuers.read(m_szIssuerConfPath);
+    return mistake ? m_log.refused(m_reporter.issuer, error::loadConf, nullptr, settingsIncomplete, mistake)
+                   : success;
+}
+
+int Loader::GetErrInfo(CBinary* out) { return toolkitErrorText(m_hToolkit, *out); }
+
+int Loader::MemFree(void** ppBuf)
+{
+    if (!ppBuf || !*ppBuf)
+        return badArgument;
+    delete[] static_cast<char*>(*ppBuf); // the contract of the buffers that are handed out
+    *ppBuf = nullptr;
+    return success;
+}
+
+} // namespace sigil

@@ -1,0 +1,99 @@
+#include "certlist/policy_table.h"
+
+#include "certlist/codes.h"
+#include "foundation/text_field.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstdio>
+#include <memory>
+#include <string>
+
+namespace sigil {
+
+namespace {
+
+struct CloseFile {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<std::FILE, CloseFile>;
+
+long sizeOf(std::FILE* file)
+{
+    if (std::fseek(file, 0, SEEK_END) != 0)
+        return 0;
+    const long size = std::ftell(file);
+    std::rewind(file);
+    return size;
+}
+
+} // namespace
+
+PolicyFileResult readPolicyFile(const char* path, CBinary& content)
+{
+    const File file(*path ? std::fopen(path, "rbe") : nullptr);
+    if (!file)
+        return {settingsIncomplete, "fopen"};
+    const long size = sizeOf(file.get());
+    // A folder opens too, and then claims to be as long as a file can be.
+    if (size < 1 || size >= INT_MAX)
+        return {settingsUnreadable, "fseek"};
+    std::string bytes(static_cast<std::size_t>(size), '\0');
+    bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));
+    if (bytes.empty())
+        return {settingsUnreadable, "fread"};
+    content.set(bytes.data(), static_cast<int>(bytes.size()));
+    return {success, nullptr};
+}
+
+void PolicyTable::build(std::string_view content)
+{
+    m_rows.clear();
+    for (std::size_t start = 0, end; (end = content.find('\n', start)) != content.npos; start = end + 1) {
+        const std::string_view line = content.substr(start, end - start);
+        const std::size_t equals = line.find('=');
+        if (equals == line.npos)
+            continue;
+        tagPOLICYID row{};
+        copyText(row.szOID, line.substr(0, equals));
+        copyText(row.szName, line.substr(equals + 1));
+        std::replace(std::begin(row.szOID), std::end(row.szOID), '.', ' ');
+        m_rows.push_back(row);
+    }
+}
+
+std::string_view PolicyTable::nameOf(char* oid, char (&room)[1024])
+{
+    const int count = static_cast<int>(m_rows.size());
+    return CUtil::GetPolicyName(oid, m_rows.data(), count, room) == 1 ? fieldText(room) : std::string_view(oid);
+}
+
+void PolicyFilter::choose(std::string_view list)
+{
+    m_count = ParsingPolicyIDS(list, false);
+    if (m_rows.empty() && m_count > 0)
+        ParsingPolicyIDS(list, true);
+    m_count = std::min(m_count, static_cast<int>(m_rows.size()));
+}
+
+int PolicyFilter::ParsingPolicyIDS(std::string_view list, bool bStore)
+{
+    int count = 0;
+    for (std::size_t start = 0, bar; (bar = list.find('|', start)) != list.npos; start = bar + 1) {
+        if (bStore) {
+            m_rows.push_back({});
+            copyText(m_rows.back().szOID, list.substr(start, bar - start));
+        }
+        ++count;
+        if (bar == 0)
+            break;
+    }
+    return count;
+}
+
+bool PolicyFilter::accepts(char* oid)
+{
+    return m_count == 0 || CUtil::CheckPolicyID(oid, m_rows.data(), m_count) == 1;
+}
+
+} // namespace sigil

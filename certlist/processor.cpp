@@ -1,0 +1,236 @@
+#include "certlist/processor.h"
+
+#include "certlist/codes.h"
+#include "certlist/toolkit_calls.h"
+#include "foundation/secret.h"
+#include "foundation/text_field.h"
+
+#include <sigildesk/crypto.h>
+#include <sigildesk/profile.h>
+#include <sigildesk/util.h>
+
+#include <new>
+
+using namespace sigil;
+
+namespace {
+
+bool isMemory(int medium) { return medium == memoryReserved || medium == memory; }
+
+bool isToken(int medium) { return medium == tokenFirst || medium == tokenLast; }
+
+template <class T>
+void createMissing(std::unique_ptr<T>& loader, int language, const char* folder)
+{
+    try {
+        if (!loader)
+            loader = std::make_unique<T>(language, folder);
+    } catch (const std::bad_alloc&) {
+        loader.reset();
+    }
+}
+
+} // namespace
+
+CCertListProcInterface::~CCertListProcInterface()
+{
+    UnInitalize();
+    wipe(szTokenPassword, sizeof szTokenPassword);
+}
+
+void CCertListProcInterface::setUp(int language, char* szHomePath)
+{
+    nLanguage = language;
+    m_HomePath = szHomePath;
+}
+
+int CCertListProcInterface::Inialize(void* /*pReserved*/, int nToolkitType)
+{
+    finish(success);
+    char folder[260] = {};
+    copyText(folder, m_HomePath.isEmpty() ? "" : m_HomePath.toString());
+    m_HomePath = folder;
+    if (!createLoaders())
+        return finish(noHandle);
+    const int rc = HV_Initalize(&m_hToolkit, nToolkitType, folder);
+    if (rc == facadeNoMakerToolkit || rc == facadeNoGovernmentToolkit)
+        return finish(toolkitNotLoaded);
+    if (rc != success)
+        return finish(toolkitRefused);
+    readLogPath();
+    return bInitDone ? nErr : finish(initLoaders(nToolkitType));
+}
+
+bool CCertListProcInterface::createLoaders()
+{
+    const char* folder = m_HomePath.isEmpty() ? "" : m_HomePath.m_pData;
+    createMissing(m_pLoadDisk, nLanguage, folder);
+    createMissing(m_pLoadMemory, nLanguage, folder);
+    createMissing(m_pLoadExtra, nLanguage, folder);
+    return ready();
+}
+
+void CCertListProcInterface::readLogPath()
+{
+    char file[260];
+    char section[] = "TW_Info";
+    char key[] = "PATH";
+    char none[] = "";
+    formPath(file, m_HomePath.m_pData, "TWAPI_LOG.ini");
+    FileGetPrivateProfileString(section, key, none, szLogPath, sizeof szLogPath, file);
+}
+
+int CCertListProcInterface::initLoaders(int nToolkitType)
+{
+    for (Loader* loader : {static_cast<Loader*>(m_pLoadDisk.get()), static_cast<Loader*>(m_pLoadMemory.get()),
+             static_cast<Loader*>(m_pLoadExtra.get())}) {
+        loader->bind(nToolkitType, m_hToolkit, szLogPath);
+        const int rc = loader->SetInitalize();
+        if (rc != success)
+            return rc;
+    }
+    bInitDone = 1;
+    return success;
+}
+
+void CCertListProcInterface::UnInitalize()
+{
+    m_pLoadDisk.reset();
+    m_pLoadMemory.reset();
+    m_pLoadExtra.reset();
+    HV_Finish(m_hToolkit);
+    m_hToolkit = nullptr;
+}
+
+int CCertListProcInterface::SetLoadCertType(tagLOADCERTOPT* pOption)
+{
+    if (!pOption)
+        return finish(badArgument);
+    bRemovableFlag = pOption->bRemovableFlag;
+    m_pLoadDisk->setOptions(*pOption);
+    m_pLoadMemory->setOptions(*pOption);
+    return finish(success);
+}
+
+int CCertListProcInterface::SetMediaType(int nMedia, char* szPath, int /*nReserved*/)
+{
+    if (nMedia >= tokenFirst && nMedia <= memoryReserved)
+        return finish(badArgument);
+    nMediaType = nMedia;
+    if (onDisk())
+        m_pLoadDisk->setMedium(nMedia);
+    if (nMedia == removableDisk && !isEmpty(szPath)) // without a folder the one of before stays
+        m_pLoadDisk->setDrive(szPath);
+    if (nMedia == memory)
+        m_pLoadMemory->setMedium(nMedia);
+    return finish(success);
+}
+
+int CCertListProcInterface::GetRemDriveCount(int* pnCount)
+{
+    return finish(pnCount ? CUtil::GetRemDriveCount(bRemovableFlag != 0, pnCount) : badArgument);
+}
+
+int CCertListProcInterface::GetRemDriveList(tagDRIVEINFO* pArray)
+{
+    return finish(pArray ? CUtil::GetRemDriveInfo(bRemovableFlag != 0, pArray) : badArgument);
+}
+
+int CCertListProcInterface::LoadCertList()
+{
+    if (nMediaType == memory || nMediaType == otherMedium)
+        return finish(success);
+    if (!onDisk())
+        return finish(badArgument);
+    m_pLoadDisk->setMedium(nMediaType);
+    m_pLoadDisk->ClearCertList();
+    return finish(m_pLoadDisk->LoadCertList());
+}
+
+int CCertListProcInterface::GetCertCount() const
+{
+    return isMemory(nMediaType) ? m_pLoadMemory->count() : m_pLoadDisk->count();
+}
+
+int CCertListProcInterface::GetCertInfo(int nIndex, tagCERTINFO* pInfo)
+{
+    finish(success);
+    if (isMemory(nMediaType)) {
+        if (m_pLoadMemory->count() == 0)
+            return finish(badArgument);
+        m_pLoadMemory->entry().copyTo(*pInfo); // the single entry, whatever the index
+    } else if (onDisk()) {
+        if (!m_pLoadDisk->hasEntry(nIndex))
+            return finish(badArgument);
+        m_pLoadDisk->entry(nIndex).copyTo(*pInfo);
+    }
+    return nErr;
+}
+
+int CCertListProcInterface::LoadMemoryCert(const char* pSignCert, int nSignCertLen, const char* pSignKey,
+    int nSignKeyLen, const char* pKmCert, int nKmCertLen, const char* pKmKey, int nKmKeyLen)
+{
+    if (!isMemory(nMediaType))
+        return finish(notMemoryMedium);
+    return finish(m_pLoadMemory->LoadCertList(
+        pSignCert, nSignCertLen, pSignKey, nSignKeyLen, pKmCert, nKmCertLen, pKmKey, nKmKeyLen));
+}
+
+int CCertListProcInterface::VerifyCert(char* pCert, int nCertLen, CBinary* pErrText)
+{
+    return finish(m_pLoadExtra->VerifyCert(pCert, nCertLen, pErrText));
+}
+
+int CCertListProcInterface::DecryptPriKey(int nIndex, char* szPassword, CBinary* pSignKey, CBinary* pKmKey)
+{
+    if (!onDisk())
+        return finish(notOnThisMedium);
+    CBinary signKey;
+    CBinary kmKey;
+    finish(m_pLoadDisk->DecryptPriKey(nIndex, szPassword, &signKey, &kmKey));
+    if (nErr != success)
+        return nErr;
+    if (signKey.m_nLength < 0)
+        return finish(keyNotDecrypted);
+    *pSignKey = signKey;
+    if (!kmKey.isEmpty())
+        *pKmKey = kmKey;
+    return nErr;
+}
+
+int CCertListProcInterface::GetPriKeyRandom(int nIndex, char* szPassword, CBinary* pRandom)
+{
+    if (isToken(nMediaType))
+        copyText(szTokenPassword, szPassword);
+    if (!onDisk())
+        return finish(success);
+    finish(m_pLoadDisk->GetPrikeyRandom(nIndex, szPassword));
+    if (nErr == success)
+        assign(*pRandom, value(*ScratchEntry(m_pLoadDisk->entry(nIndex)), field::random));
+    return nErr;
+}
+
+int CCertListProcInterface::VerifyVID(int nIndex, char* szIdn, void* /*pReserved*/, char* szPassword)
+{
+    if (isToken(nMediaType) || isEmpty(szIdn) || isEmpty(szPassword) || nIndex < 0)
+        return finish(badArgument);
+    if (!onDisk()) // deliberately without any check
+        return finish(success);
+    CBinary signKey;
+    CBinary kmKey;
+    finish(m_pLoadDisk->DecryptPriKey(nIndex, szPassword, &signKey, &kmKey));
+    return nErr == success ? finish(m_pLoadDisk->VerifyVID(nIndex, szIdn, szPassword)) : nErr;
+}
+
+int CCertListProcInterface::ChangePassword(int nIndex, char* szOldPassword, char* szNewPassword)
+{
+    if (isEmpty(szOldPassword) || isEmpty(szNewPassword) || nIndex < 0)
+        return finish(badArgument);
+    if (!onDisk())
+        return finish(notOnThisMedium);
+    return finish(m_pLoadDisk->ChangePassword(nIndex, szOldPassword, szNewPassword));
+}
+
+int CCertListProcInterface::MemFree(void** ppBuf) { return finish(Loader::MemFree(ppBuf)); }
+
+int CCertListProcInterface::GetErrInfo(CBinary* pOut) { return finish(toolkitErrorText(m_hToolkit, *pOut)); }

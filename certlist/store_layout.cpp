@@ -1,0 +1,119 @@
+#include "certlist/store_layout.h"
+
+#include "certlist/codes.h"
+#include "certlist/entry.h"
+
+#include <fcntl.h>
+#include <strings.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstring>
+#include <string_view>
+
+namespace sigil {
+
+namespace {
+
+constexpr const char* gpkiFolders[] = {"/GPKI/Certificate/class1/", "/GPKI/Certificate/class2/"};
+constexpr const char* npkiFolders[] = {"/NPKI/yessign/USER/", "/NPKI/SignKorea/USER/", "/NPKI/TradeSign/USER/",
+    "/NPKI/CrossCert/USER/", "/NPKI/SignGate/USER/", "/NPKI/KICA/USER/", "/NPKI/NCASign/USER/"};
+constexpr const char* mpkiFolders[] = {"/MPKI/USER/"};
+constexpr const char* ppkiFolders[] = {"/Halvard/TALOCERT/TALO/", "/NPKI/TALO/User/"};
+constexpr const char* ppkiRemovableFolders[] = {"/Halvard/TALOCERT/TALO/", "/NPKI/TALO/User/", "/TALO/User/"};
+
+// Kept so: PPKI has two unused places in its hard-disk list, and although its folders on a removable disk are known,
+// it has no place in the list there and is not searched. MPKI and PPKI paths carry a doubled "/".
+constexpr FamilyLayout layouts[] = {
+    {gpki, gpkiFolders, gpkiFolders, 2, 2, true, "", false},
+    {npki, npkiFolders, npkiFolders, 7, 7, false, "", true},
+    {mpki, mpkiFolders, mpkiFolders, 1, 1, false, "/", true},
+    {ppki, ppkiFolders, ppkiRemovableFolders, 4, 0, false, "/", false},
+};
+
+constexpr std::string_view signCertMark = "_sig.cer";
+constexpr std::size_t extension = std::string_view(".cer").size();
+
+mode_t kindOf(const std::string& path)
+{
+    struct stat status;
+    return lstat(path.c_str(), &status) == 0 ? status.st_mode & S_IFMT : 0;
+}
+
+bool opens(const std::string& path)
+{
+    // Without waiting: a pipe under this name would otherwise hold the caller up.
+    const int file = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (file < 0)
+        return false;
+    close(file);
+    return true;
+}
+
+void setFilePaths(const std::string& path, tagCERTINFO& entry)
+{
+    const std::string stem = path.substr(0, path.size() - signCertMark.size());
+    setText(entry, field::signCertPath, path);
+    setText(entry, field::signKeyPath, path.substr(0, path.size() - extension) + ".key");
+    setText(entry, field::kmCertPath, stem + "_env.cer");
+    setText(entry, field::kmKeyPath, stem + "_env.key");
+}
+
+void setFolderPaths(const std::string& path, bool probesKmCert, tagCERTINFO& entry)
+{
+    const std::string kmCert = cutPath(path + "/kmCert.der");
+    setText(entry, field::signCertPath, path + "/signCert.der");
+    setText(entry, field::signKeyPath, path + "/signPri.key");
+    // The certificate is probed for its key too, deliberately: a pair without its key file is noticed on reading.
+    if (!probesKmCert || opens(kmCert))
+        setText(entry, field::kmCertPath, kmCert);
+    if (!probesKmCert || opens(kmCert))
+        setText(entry, field::kmKeyPath, path + "/kmPri.key");
+}
+
+} // namespace
+
+std::span<const char* const> FamilyLayout::folders(int medium) const
+{
+    if (medium == hardDisk)
+        return hardDiskFolders;
+    return medium == removableDisk ? removableFolders : std::span<const char* const>();
+}
+
+int FamilyLayout::slots(int medium) const { return medium == removableDisk ? removableSlots : hardDiskSlots; }
+
+std::span<const FamilyLayout> families() { return layouts; }
+
+const FamilyLayout* familyLayout(int code)
+{
+    const auto* layout =
+        std::find_if(std::begin(layouts), std::end(layouts), [&](const FamilyLayout& l) { return l.code == code; });
+    return layout == std::end(layouts) ? nullptr : layout;
+}
+
+std::string cutPath(std::string path)
+{
+    constexpr std::size_t longest = sizeof(tagCERTINFO::szSignCertPath) - 1;
+    path.resize(std::min(path.size(), longest));
+    return path;
+}
+
+bool isCandidate(const FamilyLayout& family, const std::string& folder, const char* name)
+{
+    if (family.filePerCertificate)
+        return std::strstr(name, signCertMark.data()) && kindOf(cutPath(folder + name)) == S_IFREG;
+    if (strcasecmp(name, ".") == 0 || strcasecmp(name, "..") == 0)
+        return false;
+    return kindOf(cutPath(folder + name)) == S_IFDIR;
+}
+
+void setPaths(const FamilyLayout& family, const std::string& folder, const std::string& name, tagCERTINFO& entry)
+{
+    if (family.filePerCertificate)
+        setFilePaths(cutPath(folder + name), entry);
+    else
+        setFolderPaths(folder + family.separator + name, family.probesKmCert, entry);
+}
+
+} // namespace sigil
