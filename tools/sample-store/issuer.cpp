@@ -4,7 +4,6 @@
 #include "tools/sample-store/check.h"
 #include "tools/sample-store/dates.h"
 #include "tools/sample-store/extensions.h"
-#include "tools/sample-store/key_pool.h"
 
 namespace sample {
 
@@ -42,22 +41,21 @@ void sign(X509* cert, const X509* issuer, EVP_PKEY* key, const EVP_MD* hash)
 }
 
 /** The root is like the one in use: it says that it is an authority and nothing about its key's usage. */
-Issuer makeRoot(std::time_t now)
+Issuer makeRoot(EVP_PKEY* key, std::time_t now)
 {
-    toolkit::KeyHandle key = makeKey(authorityKeyBits);
-    X509Handle cert = begin(DistinguishedName(rootName), {1}, key.get());
+    X509Handle cert = begin(DistinguishedName(rootName), {1}, key);
     setValidity(cert.get(), now - 10 * oneYear, now + 10 * oneYear);
     addAuthorityConstraints(cert.get(), -1);
     addPolicies(cert.get(), anyPolicy, {}, false);
-    sign(cert.get(), cert.get(), key.get(), EVP_sha256());
-    return {std::move(cert), std::move(key)};
+    sign(cert.get(), cert.get(), key, EVP_sha256());
+    return {std::move(cert), key};
 }
 
-Issuer makeAuthority(const Authority& authority, unsigned char serial, const Issuer& root, std::time_t now)
+Issuer makeAuthority(
+    const Authority& authority, EVP_PKEY* key, unsigned char serial, const Issuer& root, std::time_t now)
 {
     const DistinguishedName name(authority.dn);
-    toolkit::KeyHandle key = makeKey(authorityKeyBits);
-    X509Handle cert = begin(name, {0x10, serial}, key.get());
+    X509Handle cert = begin(name, {0x10, serial}, key);
     setValidity(cert.get(), now - 5 * oneYear, now + 5 * oneYear);
     addAuthorityKeyId(cert.get(), root.certificate.get());
     addKeyUsage(cert.get(), {KeyCertSign, CrlSign});
@@ -66,8 +64,8 @@ Issuer makeAuthority(const Authority& authority, unsigned char serial, const Iss
     addAuthorityConstraints(cert.get(), 0);
     addPolicyConstraints(cert.get());
     addCrlDistributionPoint(cert.get(), authority.crlUrl);
-    sign(cert.get(), root.certificate.get(), root.key.get(), EVP_sha256());
-    return {std::move(cert), std::move(key)};
+    sign(cert.get(), root.certificate.get(), root.key, EVP_sha256());
+    return {std::move(cert), key};
 }
 
 /** Short keys come from the days of SHA-1. */
@@ -81,18 +79,22 @@ toolkit::Bytes nextSerial(toolkit::Bytes serial)
 
 } // namespace
 
-Issuers::Issuers(std::time_t now)
+Issuers::Issuers(std::time_t now, std::size_t keys)
     : m_now(now)
-    , m_root(makeRoot(now))
+    , m_rootKey(1)
+    , m_keys(keys)
+    , m_root(makeRoot(m_rootKey.key(authorityKeyBits, 0), now))
 {
 }
 
-Issuer& Issuers::issuerOf(const Authority& authority)
+const Issuer& Issuers::issuerOf(const Authority& authority)
 {
-    Issuer& issuer = m_authorities[&authority];
-    if (!issuer.certificate)
-        issuer = makeAuthority(authority, static_cast<unsigned char>(m_authorities.size()), m_root, m_now);
-    return issuer;
+    const auto found = m_authorities.find(&authority);
+    if (found != m_authorities.end())
+        return found->second;
+    const std::size_t number = m_authorities.size() + 1;
+    return m_authorities[&authority] = makeAuthority(
+               authority, m_keys.key(authorityKeyBits, number), static_cast<unsigned char>(number), m_root, m_now);
 }
 
 X509Handle Issuers::beginUserCertificate(const PlannedCertificate& planned, EVP_PKEY* key, bool keyManagement)
@@ -114,7 +116,7 @@ X509Handle Issuers::finishUserCertificate(const PlannedCertificate& planned, X50
     addCrlDistributionPoint(cert.get(), authority.crlUrl);
     addStatusResponder(cert.get(), authority.ocspUrl);
     const Issuer& issuer = issuerOf(authority);
-    sign(cert.get(), issuer.certificate.get(), issuer.key.get(), hashFor(planned.keyBits));
+    sign(cert.get(), issuer.certificate.get(), issuer.key, hashFor(planned.keyBits));
     return cert;
 }
 

@@ -5,6 +5,7 @@
 
 #include "toolkit/engine/bytes.h"
 #include "toolkit/engine/handles.h"
+#include "tools/sample-store/key_pool.h"
 #include "tools/sample-store/plan.h"
 
 #include <ctime>
@@ -12,16 +13,17 @@
 
 namespace sample {
 
-/** A certificate with the key that it is for. */
+/** A certificate with the key that it is for, which belongs to a pool. */
 struct Issuer {
     toolkit::X509Handle certificate;
-    toolkit::KeyHandle key;
+    EVP_PKEY* key;
 };
 
 /** All issuers of one store; an authority is made when its first certificate is issued. */
 class Issuers {
 public:
-    explicit Issuers(std::time_t now);
+    /** @param keys key pairs that the authorities share */
+    Issuers(std::time_t now, std::size_t keys);
 
     const X509* root() const { return m_root.certificate.get(); }
     const X509* certificateOf(const Authority& authority) { return issuerOf(authority).certificate.get(); }
@@ -34,11 +36,13 @@ public:
     toolkit::X509Handle issueKeyManagement(const PlannedCertificate& planned, EVP_PKEY* key);
 
 private:
-    Issuer& issuerOf(const Authority& authority);
+    const Issuer& issuerOf(const Authority& authority);
     toolkit::X509Handle beginUserCertificate(const PlannedCertificate& planned, EVP_PKEY* key, bool keyManagement);
     toolkit::X509Handle finishUserCertificate(const PlannedCertificate& planned, toolkit::X509Handle certificate);
 
     std::time_t m_now;
+    KeyPool m_rootKey;
+    KeyPool m_keys;
     Issuer m_root;
     std::map<const Authority*, Issuer> m_authorities;
 };

@@ -4,18 +4,13 @@
 
 namespace sample {
 
-toolkit::KeyHandle makeKey(int bits)
-{
-    return toolkit::KeyHandle(check(EVP_RSA_gen(static_cast<unsigned>(bits)), "make an RSA key"));
-}
-
 EVP_PKEY* KeyPool::key(int bits, std::size_t i)
 {
     std::vector<toolkit::KeyHandle>& keys = m_keys[bits];
     keys.resize(m_size);
     toolkit::KeyHandle& key = keys[i % m_size];
     if (!key)
-        key = makeKey(bits);
+        key.reset(check(EVP_RSA_gen(static_cast<unsigned>(bits)), "make an RSA key"));
     return key.get();
 }
 

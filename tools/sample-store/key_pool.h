@@ -10,9 +10,6 @@
 
 namespace sample {
 
-/** A new RSA key; throws std::runtime_error. */
-toolkit::KeyHandle makeKey(int bits);
-
 class KeyPool {
 public:
     /** @param size keys of each length, at least 1 */
@@ -21,7 +18,7 @@ public:
     {
     }
 
-    /** Key number @p i modulo the size, made when it is first asked for. */
+    /** Key number @p i modulo the size, made when it is first asked for. Throws std::runtime_error. */
     EVP_PKEY* key(int bits, std::size_t i);
 
 private:

@@ -1,6 +1,7 @@
 // sample-store: makes a certificate store to try things on. Root, authorities, certificates and keys are invented, but
 // have the names, fields, folders and key-file encryptions of real stores.
 #include "tools/sample-store/dates.h"
+#include "tools/sample-store/layout.h"
 #include "tools/sample-store/options.h"
 #include "tools/sample-store/plan.h"
 #include "tools/sample-store/report.h"
@@ -31,6 +32,7 @@ int main(int argc, char** argv)
     umask(S_IRWXG | S_IRWXO);
     try {
         const auto plan = sample::planStore(options);
+        sample::makeFolders(options.target, plan);
         sample::Store(options, plan).write();
         sample::printReport(std::cout, options, plan);
         return 0;

@@ -102,7 +102,8 @@ void declareOptions(CLI::App& app, Options& options)
            "Reference day YYYY-MM-DD of the validity states")
         ->check([](const std::string& day) { return isDay(day) ? "" : "not a day YYYY-MM-DD: " + day; })
         ->default_str("today");
-    app.add_option("--keys", options.keys, "Key pairs to make for each key length; certificates share them")
+    app.add_option(
+           "--keys", options.keys, "Key pairs to make for each key length and for the authorities, who share them")
         ->check(CLI::Range(2, mostKeys))
         ->capture_default_str();
     addMixtures(app, options);

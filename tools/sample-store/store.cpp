@@ -88,9 +88,8 @@ Store::Store(const Options& options, const std::vector<PlannedCertificate>& plan
     : m_options(options)
     , m_plan(plan)
     , m_keys(static_cast<std::size_t>(options.keys))
-    , m_issuers(options.now)
+    , m_issuers(options.now, static_cast<std::size_t>(options.keys))
 {
-    makeFolders(options.target, plan);
 }
 
 void Store::write()

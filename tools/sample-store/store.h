@@ -16,7 +16,7 @@ namespace sample {
 
 class Store {
 public:
-    /** Makes the folders; throws std::runtime_error when the target holds a store already. */
+    /** The folders of the plan are there: makeFolders(). */
     Store(const Options& options, const std::vector<PlannedCertificate>& plan);
 
     /** Makes and writes everything. Throws std::runtime_error or toolkit::Error; what was written so far stays. */
