@@ -5,7 +5,6 @@
 
 #include <fstream>
 #include <iconv.h>
-#include <regex>
 #include <set>
 #include <sstream>
 #include <string>
@@ -72,9 +71,8 @@ TEST_P(PolicyFile, EndsEveryLineWithALineFeedAlone)
 
 TEST_P(PolicyFile, HoldsOidsAndNamesThatFitTheirFields)
 {
-    const std::regex dotted("[0-2](\\.[0-9]+)+");
     for (const Policy& policy : policiesOf(GetParam())) {
-        EXPECT_TRUE(std::regex_match(policy.oid, dotted)) << policy.oid;
+        EXPECT_THAT(policy.oid, testing::MatchesRegex("[0-2](\\.[0-9]+)+"));
         EXPECT_LE(policy.oid.size(), 29u) << policy.oid;
         EXPECT_FALSE(policy.name.empty()) << policy.oid;
         EXPECT_LE(policy.name.size(), 59u) << policy.oid;
