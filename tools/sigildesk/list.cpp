@@ -1,0 +1,71 @@
+#include "handles.h"
+#include "text.h"
+
+#include <sigildesk/certlist.h>
+
+#include <cstdio>
+#include <memory>
+
+namespace host {
+
+namespace {
+
+constexpr int kHardDisk = 1;
+constexpr int kNoCertificate = 1115;
+
+const char* stateName(const tagCERTINFO& entry)
+{
+    switch (entry.nValidStatus) {
+    case 3:
+        return "valid";
+    case 4:
+        return "expires soon";
+    case 5:
+        return "expired";
+    default:
+        return "unknown";
+    }
+}
+
+void printEntry(int index, const tagCERTINFO& entry)
+{
+    std::printf("%d\n", index);
+    printField("  subject", entry.szSubjectDN);
+    printField("  issuer", entry.szIssuerName);
+    printField("  usage", entry.szPolicyName);
+    printField("  valid to", entry.szValidTo);
+    printField("  state", stateName(entry));
+}
+
+} // namespace
+
+int listCertificates(const Setting& setting, int pkiTypes)
+{
+    const Processor processor(setting);
+    int status = processor.status();
+    tagLOADCERTOPT options{};
+    options.nPKITypes = pkiTypes;
+    if (status == 0)
+        status = CLP_SetType(processor.handle(), &options);
+    if (status == 0)
+        status = CLP_SetMediaType(processor.handle(), kHardDisk, nullptr, 0);
+    if (status == 0)
+        status = CLP_LoadCertList(processor.handle());
+    if (status == kNoCertificate) {
+        std::puts("No certificate found.");
+        return 0;
+    }
+    if (status != 0) {
+        std::fprintf(stderr, "The list could not be loaded (code %d).\n", status);
+        return 2;
+    }
+    const int count = CLP_GetCertCount(processor.handle());
+    for (int i = 0; i < count; ++i) {
+        auto entry = std::make_unique<tagCERTINFO>();
+        if (CLP_GetCertInfo(processor.handle(), i, entry.get()) == 0)
+            printEntry(i, *entry);
+    }
+    return 0;
+}
+
+} // namespace host

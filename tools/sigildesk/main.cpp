@@ -1,0 +1,71 @@
+#include "commands.h"
+
+#include <CLI/CLI.hpp>
+
+#include <exception>
+#include <filesystem>
+#include <iostream>
+#include <map>
+
+namespace {
+
+std::string folderBesideTheProgram()
+{
+    const auto program = std::filesystem::read_symlink("/proc/self/exe");
+    return (program.parent_path() / SIGILDESK_FOLDER_FROM_BIN).lexically_normal().string();
+}
+
+int run(int argc, char** argv)
+{
+    CLI::App app{"Pick a Korean PKI certificate, unlock its key, sign with it."};
+    app.set_version_flag("--version", "sigildesk " SIGILDESK_VERSION);
+    app.require_subcommand(1);
+
+    host::Setting setting;
+    setting.folder = folderBesideTheProgram();
+    app.add_option("--folder", setting.folder, "Library folder with toolkits, settings and language files")
+        ->check(CLI::ExistingDirectory)
+        ->capture_default_str();
+    app.add_option("--language", setting.language, "Language of dialogs and names: ko or en")
+        ->transform(CLI::CheckedTransformer(std::map<std::string, int>{{"ko", 1}, {"en", 2}}));
+
+    int result = 0;
+
+    std::string text, signature, certificate;
+    auto* select = app.add_subcommand("select", "Open the selection dialog and print what was chosen");
+    select->add_option("--certificate", certificate, "Write the chosen certificate (DER) to this file");
+    auto* sign = select->add_option("--sign", text, "Sign this file with the chosen key (SHA-256)")
+                     ->check(CLI::ExistingFile);
+    select->add_option("--signature", signature, "Write the signature to this file")->needs(sign);
+    sign->needs("--signature");
+    select->callback([&] { result = host::selectCertificate(setting, text, signature, certificate); });
+
+    int types = 15;
+    auto* list = app.add_subcommand("list", "Print the certificates in your home folder");
+    list->add_option("--types", types, "Sum of the families: 1 GPKI, 2 NPKI, 4 MPKI, 8 PPKI")
+        ->check(CLI::Range(1, 15))
+        ->capture_default_str();
+    list->callback([&] { result = host::listCertificates(setting, types); });
+
+    int toolkit = 0;
+    std::string file;
+    auto* show = app.add_subcommand("show", "Print the fields of a certificate file (DER)");
+    show->add_option("file", file, "Certificate")->required()->check(CLI::ExistingFile);
+    show->add_option("--toolkit", toolkit, "0 maker toolkit, 1 government API")->check(CLI::Range(0, 1));
+    show->callback([&] { result = host::showCertificate(setting, toolkit, file); });
+
+    CLI11_PARSE(app, argc, argv);
+    return result;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    try {
+        return run(argc, argv);
+    } catch (const std::exception& failure) {
+        std::cerr << failure.what() << '\n';
+        return 2;
+    }
+}

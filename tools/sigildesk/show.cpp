@@ -1,0 +1,70 @@
+#include "handles.h"
+#include "text.h"
+
+#include <sigildesk/crypto.h>
+
+#include <array>
+#include <cstdio>
+
+namespace host {
+
+namespace {
+
+using Getter = int (*)(void* handle, int capacity, char* buffer);
+
+struct Field {
+    const char* name;
+    Getter get;
+};
+
+constexpr std::array<Field, 15> kFields{{
+    {"version", CertGetVersion},
+    {"serial number", CertGetSerialNum},
+    {"signature algorithm", CertGetSignatureAlgorithm},
+    {"issuer", CertGetIssuerName},
+    {"subject", CertGetSubjectName},
+    {"unique identifier", CertGetUID},
+    {"key usage", CertGetKeyUsage},
+    {"extended key usage", CertGetExtKeyUsage},
+    {"basic constraints", CertGetBasicConstraints},
+    {"policy", CertGetPolicyID},
+    {"alternative name", CertGetSubjectAltName},
+    {"authority key id", CertGetAuthKeyID},
+    {"subject key id", CertGetSubKeyID},
+    {"revocation list", CertGetCRLDP},
+    {"authority access", CertGetAIA},
+}};
+
+void printFields(const Crypto& crypto)
+{
+    for (const Field& field : kFields) {
+        std::array<char, 2049> text{};
+        if (field.get(crypto.handle(), 2048, text.data()) == 0 && text[0])
+            printField(field.name, text.data());
+    }
+    std::array<char, 41> from{}, to{};
+    if (CertGetValidity(crypto.handle(), 40, from.data(), 40, to.data()) == 0)
+        printField("validity", std::string(from.data()) + " ~ " + to.data());
+}
+
+} // namespace
+
+int showCertificate(const Setting& setting, int toolkitType, const std::string& file)
+{
+    const std::string certificate = readFile(file);
+    const Crypto crypto(setting, toolkitType);
+    if (crypto.status() != 0) {
+        std::fprintf(stderr, "The toolkit could not be opened (code %d).\n", crypto.status());
+        return 2;
+    }
+    Bytes bytes(crypto, certificate);
+    if (const int status = CertLoad(crypto.handle(), bytes.get()); status != 0) {
+        std::fprintf(stderr, "Not a certificate (code %d): %s\n", status, crypto.errorText().c_str());
+        return 2;
+    }
+    printFields(crypto);
+    CertUnLoad(crypto.handle());
+    return 0;
+}
+
+} // namespace host
