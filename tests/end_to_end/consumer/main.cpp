@@ -21,8 +21,8 @@ bool hashesThroughTheFacade(char* folder)
     HV_BINSTR_Create(handle, &data);
     HV_BINSTR_Create(handle, &digest);
     unsigned char abc[] = {'a', 'b', 'c'};
-    bool good =
-        HV_BINSTR_SetData(handle, abc, 3, &data) == 0 && CRYPTHash(handle, SIGIL_HASH_SHA256, &data, &digest) == 0;
+    bool good = HV_BINSTR_SetData(handle, abc, 3, &data) == 0 &&
+        CRYPTHash(handle, SIGIL_TK_HASH_SHA256, &data, &digest) == 0;
     if (good) {
         CBinary copy(reinterpret_cast<char*>(digest.pData), digest.nLength);
         good = std::strcmp(copy.toHexString(), kSha256OfAbc) == 0;
