@@ -1,0 +1,25 @@
+# sigil_export_only(TARGET FOLDER)
+#
+# Makes the checked-in lists FOLDER/*.txt (one demangled symbol a line) the whole interface of TARGET. What is visible
+# by other attributes, such as instances of the standard library's and Qt's templates, stays inside.
+function(sigil_export_only target folder)
+    file(GLOB lists CONFIGURE_DEPENDS ${folder}/*.txt)
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${lists})
+    set(c_names "")
+    set(cpp_names "")
+    foreach(list ${lists})
+        file(STRINGS ${list} symbols)
+        foreach(symbol IN LISTS symbols)
+            if(symbol MATCHES "^[A-Za-z0-9_]+$")
+                string(APPEND c_names "    ${symbol};\n")
+            else()
+                string(APPEND cpp_names "      \"${symbol}\";\n")
+            endif()
+        endforeach()
+    endforeach()
+    set(script ${CMAKE_CURRENT_BINARY_DIR}/${target}.map)
+    file(CONFIGURE OUTPUT ${script} @ONLY CONTENT
+        "{\n  global:\n${c_names}    extern \"C++\" {\n${cpp_names}    };\n  local: *;\n};\n")
+    target_link_options(${target} PRIVATE -Wl,--version-script=${script})
+    set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${script})
+endfunction()
