@@ -110,7 +110,7 @@ std::string opensslPrints(const std::string& options)
 
 } // namespace
 
-INSTANTIATE_TEST_SUITE_P(Faces, CertificateFields, testing::Values("HVTK_"), faceName);
+INSTANTIATE_TEST_SUITE_P(Faces, CertificateFields, testing::Values("HVTK_", "GPKI_"), faceName);
 
 TEST_P(CertificateFields, NamesAreMostSpecificFirstInCp949)
 {

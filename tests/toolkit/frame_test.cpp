@@ -26,7 +26,7 @@ std::string nameOf(const testing::TestParamInfo<const char*>& info) { return std
 
 } // namespace
 
-INSTANTIATE_TEST_SUITE_P(Faces, Frame, testing::Values("HVTK_"), nameOf);
+INSTANTIATE_TEST_SUITE_P(Faces, Frame, testing::Values("HVTK_", "GPKI_"), nameOf);
 
 TEST_P(Frame, ACallWithoutAContextIsRefused)
 {

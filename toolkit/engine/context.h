@@ -6,6 +6,7 @@
 #include "toolkit/engine/certificate.h"
 #include "toolkit/engine/error.h"
 #include "toolkit/engine/library.h"
+#include "toolkit/engine/session_cipher.h"
 
 #include <optional>
 #include <string>
@@ -31,6 +32,8 @@ public:
     int hashAlgorithm = SIGIL_TK_HASH_SHA256;
     int rsaVersion = SIGIL_TK_RSA_V15;
     int padding = SIGIL_TK_PADDING_V15;
+    /** Key of CRYPT_Encrypt and its like. */
+    SessionCipher sessionCipher;
     /** Folder that relative paths begin at; empty for the process's own. */
     std::string mediaFolder;
 

@@ -32,4 +32,18 @@ SignatureScheme signatureScheme(const Context& context, int algorithm)
     return {resolveHash(context, algorithm), context.rsaVersion};
 }
 
+EncryptionScheme encryptionScheme(const Context& context) { return {context.padding, context.hashAlgorithm}; }
+
+void setRsaVersion(Context& context, int version)
+{
+    require(version == SIGIL_TK_RSA_V15 || version == SIGIL_TK_RSA_PSS, SIGIL_TK_OPTION, "RSA version");
+    context.rsaVersion = version;
+}
+
+void setPadding(Context& context, int padding)
+{
+    require(padding == SIGIL_TK_PADDING_V15 || padding == SIGIL_TK_PADDING_OAEP, SIGIL_TK_OPTION, "padding");
+    context.padding = padding;
+}
+
 } // namespace toolkit

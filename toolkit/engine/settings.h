@@ -29,4 +29,11 @@ int resolveHash(const Context& context, int algorithm);
 /** @p algorithm with the context's RSA scheme. */
 SignatureScheme signatureScheme(const Context& context, int algorithm);
 
+EncryptionScheme encryptionScheme(const Context& context);
+
+/** @param version SigilToolkitRsaVersion; throws SIGIL_TK_OPTION for another. */
+void setRsaVersion(Context& context, int version);
+/** @param padding SigilToolkitPadding; throws SIGIL_TK_OPTION for another. */
+void setPadding(Context& context, int padding);
+
 } // namespace toolkit

@@ -74,6 +74,37 @@ std::size_t utf8Length(std::string_view text)
     return length;
 }
 
+std::string_view trimmed(std::string_view text)
+{
+    while (!text.empty() && text.front() == ' ')
+        text.remove_prefix(1);
+    while (!text.empty() && text.back() == ' ')
+        text.remove_suffix(1);
+    return text;
+}
+
+/** "cn=a" of "CN = A": lower-case ASCII letters, no blanks around "=". */
+std::string normalPart(std::string_view part)
+{
+    const std::size_t equals = part.find('=');
+    std::string text(trimmed(part.substr(0, equals)));
+    if (equals != part.npos)
+        text += "=" + std::string(trimmed(part.substr(equals + 1)));
+    std::transform(text.begin(), text.end(), text.begin(), [](unsigned char c) { return std::tolower(c); });
+    return text;
+}
+
+std::vector<std::string> nameParts(std::string_view name)
+{
+    std::vector<std::string> parts;
+    for (std::size_t at = 0; at <= name.size();) {
+        const std::size_t end = std::min(name.find(',', at), name.size());
+        parts.push_back(normalPart(name.substr(at, end - at)));
+        at = end + 1;
+    }
+    return parts;
+}
+
 std::string withoutControls(std::string text)
 {
     for (char& c : text)
@@ -185,6 +216,13 @@ std::string nameText(const X509_NAME* name)
         text += key + "=" + asn1Text(X509_NAME_ENTRY_get_data(entry));
     }
     return text;
+}
+
+bool sameName(std::string_view left, std::string_view right)
+{
+    const std::vector<std::string> a = nameParts(left);
+    const std::vector<std::string> b = nameParts(right);
+    return a == b || std::equal(a.begin(), a.end(), b.rbegin(), b.rend());
 }
 
 std::string join(const std::vector<std::string>& parts, std::string_view separator)

@@ -36,6 +36,9 @@ std::string blankOid(const ASN1_OBJECT* object);
 std::string dotted(std::string_view oidText);
 /** "cn=...,ou=...,o=...,c=KR": most specific first, lower-case types, values as they are (a comma is not escaped). */
 std::string nameText(const X509_NAME* name);
+/** Whether two such texts name the same entry: letter case, blanks around the separators and the order of the whole
+ *  (most specific first or last) do not matter. */
+bool sameName(std::string_view left, std::string_view right);
 std::string join(const std::vector<std::string>& parts, std::string_view separator);
 
 /** "YYYY-MM-DD HH:MM:SS" in local standard time: daylight saving never shifts it, because readers convert it back with

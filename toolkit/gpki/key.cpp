@@ -1,0 +1,47 @@
+// GPKI_PRIKEY_ and GPKI_VID_: private keys and the identity of their holders.
+
+#include "toolkit/engine/face.h"
+#include "toolkit/engine/identity.h"
+#include "toolkit/engine/key_file.h"
+#include "toolkit/engine/private_key.h"
+
+using namespace toolkit;
+
+TOOLKIT_FUNCTION GPKI_PRIKEY_Encrypt(void* context, int algorithm, char* password, BINSTR* key, BINSTR* out)
+{
+    return call(context,
+        [&](Context& state) { put(encryptKeyFile(state.library(), algorithm, in(key), in(password)), out); });
+}
+
+TOOLKIT_FUNCTION GPKI_PRIKEY_Decrypt(void* context, char* password, BINSTR* file, BINSTR* out)
+{
+    return call(
+        context, [&](Context& state) { put(decryptKeyFile(state.library(), in(file), in(password)), out); });
+}
+
+TOOLKIT_FUNCTION GPKI_PRIKEY_ChangePasswd(
+    void* context, char* oldPassword, char* newPassword, BINSTR* file, BINSTR* out)
+{
+    return call(context, [&](Context& state) {
+        put(changePassword(state.library(), in(file), in(oldPassword), in(newPassword)), out);
+    });
+}
+
+TOOLKIT_FUNCTION GPKI_PRIKEY_CheckKeyPair(void* context, BINSTR* certificate, BINSTR* key)
+{
+    return call(context, [&](Context& state) {
+        checkKeyPair(state.library(), {state.library(), in(certificate)}, in(key));
+    });
+}
+
+TOOLKIT_FUNCTION GPKI_VID_GetRandomFromPriKey(void* context, BINSTR* key, BINSTR* out)
+{
+    return call(context, [&](Context&) { put(identityRandom(in(key)), out); });
+}
+
+TOOLKIT_FUNCTION GPKI_VID_Verify(void* context, BINSTR* certificate, BINSTR* random, char* idn)
+{
+    return call(context, [&](Context& state) {
+        verifyIdentity(state.library(), {state.library(), in(certificate)}, in(random), in(idn));
+    });
+}
