@@ -8,8 +8,6 @@
 
 #include <sigildesk/binstr.h>
 
-#include <initializer_list>
-
 namespace sigil {
 
 /** One required argument, and the code that answers a call without it. */
@@ -18,7 +16,15 @@ struct Need {
     int code;
 };
 
-using Needs = std::initializer_list<Need>;
+/** A call's requirements, written {need(a), need(b)}: keeps the code of the first that is not met, or 0. */
+struct Needs {
+    template <class... N>
+    Needs(const N&... needs)
+    {
+        ((unmet = unmet || needs.met ? unmet : needs.code), ...);
+    }
+    int unmet = Success;
+};
 
 /** A text, buffer or out-pointer that must not be null. */
 inline Need need(const void* argument, int code = InvalidArgument) { return {argument != nullptr, code}; }
@@ -34,14 +40,5 @@ inline Need needRecord(const BINSTR* bytes) { return need(static_cast<const void
 
 /** A byte count of at least 1. */
 inline Need needLength(int length) { return {length > 0, InvalidArgument}; }
-
-/** The code of the first requirement that is not met, or 0. */
-inline int firstUnmet(Needs needs)
-{
-    for (const Need& requirement : needs)
-        if (!requirement.met)
-            return requirement.code;
-    return Success;
-}
 
 } // namespace sigil

@@ -41,8 +41,8 @@ int CWrapperAPI::pick(sigil::Needs needs, const Maker& maker, const Gpki& gpki)
 {
     if (!CheckInit())
         return sigil::NotInitialised;
-    if (const int code = sigil::firstUnmet(needs))
-        return code;
+    if (needs.unmet)
+        return needs.unmet;
     switch (m_nToolkitType) {
     case 0:
         return maker(*m_pHVTKWrap);

@@ -14,9 +14,10 @@ int CWrapperAPI::PFXExport(int option, char* password, BINSTR* certificate, BINS
     return pick({need(password), need(certificate), need(privateKey)},
         to(&CHVTKWrap::PFXExport, option, password, certificate, privateKey, pfx), [=](CGPKIWrap& gpki) {
             // Only the GPKI library takes the key-management pair, and it takes no file without one.
-            const int code = firstUnmet({need(kmCertificate), need(kmPrivateKey)});
-            return code ? code
-                        : gpki.PFXExport(password, certificate, privateKey, kmCertificate, kmPrivateKey, pfx);
+            const Needs needs{need(kmCertificate), need(kmPrivateKey)};
+            if (needs.unmet)
+                return needs.unmet;
+            return gpki.PFXExport(password, certificate, privateKey, kmCertificate, kmPrivateKey, pfx);
         });
 }
 

@@ -60,7 +60,7 @@ public:
     std::string_view errorText() const;
 
     /** Why a call with these requirements cannot be made: the library is not loaded, or one is not met. 0 when it can. */
-    int refusal(Needs needs) const { return m_library ? firstUnmet(needs) : Traits.notLoaded; }
+    int refusal(Needs needs) const { return m_library ? needs.unmet : Traits.notLoaded; }
     /** Whether the library, which must be loaded, has the function. */
     bool has(const char* symbol) const { return dlsym(m_library.get(), symbol) != nullptr; }
 

@@ -35,7 +35,7 @@ private:
     std::string m_path;
 };
 
-/** A folder with a copy of both doubles in which one symbol has another name, so that dlsym does not find it. */
+/** A folder with both doubles in which one symbol has another name, so that dlsym does not find it. */
 class FolderWithout : public TemporaryFolder {
 public:
     explicit FolderWithout(const std::string& symbol)
@@ -45,7 +45,7 @@ public:
         const char* complete = maker ? "libgpkiapi_v15.so" : "libHVCToolkitV30.so";
         const std::filesystem::path from = DOUBLES_FOLDER;
         const std::filesystem::path to = path();
-        std::filesystem::copy_file(from / complete, to / complete);
+        std::filesystem::create_symlink(from / complete, to / complete);
         std::ofstream(to / lacking, std::ios::binary) << renamed(from / lacking, symbol);
     }
 

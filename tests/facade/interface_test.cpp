@@ -1,0 +1,177 @@
+// The lists that must stay equal: the checked-in list of exports, what the objects export, what the headers declare, the
+// table of members, and the toolkit symbols that the doubles offer.
+
+#include "tests/facade/member.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <memory>
+#include <set>
+#include <sstream>
+
+namespace {
+
+using Names = std::set<std::string>;
+
+std::string fileText(const std::filesystem::path& path)
+{
+    std::ifstream file(path);
+    std::stringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+std::vector<std::string> lines(const std::string& text)
+{
+    std::istringstream in(text);
+    std::vector<std::string> all;
+    for (std::string line; std::getline(in, line);)
+        all.push_back(line);
+    return all;
+}
+
+/** The dynamic symbols that a shared object defines, demangled. */
+Names exportsOf(const std::string& library)
+{
+    const std::unique_ptr<FILE, int (*)(FILE*)> nm(
+        popen(("nm -DC --defined-only '" + library + "'").c_str(), "r"), pclose);
+    std::string text;
+    std::array<char, 4096> buffer;
+    while (const std::size_t n = fread(buffer.data(), 1, buffer.size(), nm.get()))
+        text.append(buffer.data(), n);
+    Names names;
+    for (const std::string& line : lines(text)) // "00000000000012ab T CertLoad(void*, BINSTR*)"
+        if (line.find("__asan") == std::string::npos && line.find("__odr_asan") == std::string::npos)
+            names.insert(line.substr(line.find(' ') + 3));
+    return names;
+}
+
+Names checkedIn()
+{
+    Names names;
+    for (const std::string& line : lines(fileText(FACADE_EXPORTS)))
+        names.insert(line);
+    return names;
+}
+
+/** "BINSTR* certificate" without its name: "BINSTR*". */
+std::string typeOf(const std::string& parameter)
+{
+    const auto start = parameter.find_first_not_of(" \n");
+    return parameter.substr(start, parameter.find_last_of(' ') - start);
+}
+
+/** The functions that a header declares, as the demangler writes them. */
+void addDeclared(const std::string& header, Names& names)
+{
+    for (auto at = header.find("SIGIL_EXPORT "); at != std::string::npos;
+         at = header.find("SIGIL_EXPORT ", at + 1)) {
+        const auto open = header.find('(', at);
+        const std::string before = header.substr(at, open - at);
+        std::istringstream parameters(header.substr(open + 1, header.find(')', open) - open - 1));
+        std::string types;
+        for (std::string parameter; std::getline(parameters, parameter, ',');)
+            types += (types.empty() ? "" : ", ") + typeOf(parameter);
+        names.insert(before.substr(before.find_last_of(' ') + 1) + "(" + types + ")");
+    }
+}
+
+std::string withoutTypes(const std::string& function) { return function.substr(0, function.find('(')); }
+
+/** "HVTK_MEDIA_DISK_ReadCert" belongs to "MEDIA". */
+std::string familyOf(const std::string& symbol)
+{
+    const auto start = symbol.find('_') + 1;
+    return symbol.substr(start, symbol.find('_', start) - start);
+}
+
+} // namespace
+
+TEST(Interface, ListIsSortedAndHasNoDoubles)
+{
+    const std::vector<std::string> list = lines(fileText(FACADE_EXPORTS));
+    EXPECT_TRUE(std::is_sorted(list.begin(), list.end()));
+    EXPECT_EQ(list.size(), checkedIn().size());
+    EXPECT_EQ(list.size(), 214U);
+}
+
+TEST(Interface, ObjectsExportExactlyTheList) { EXPECT_EQ(exportsOf(FACADE_ALONE), checkedIn()); }
+
+TEST(Interface, HeadersDeclareExactlyTheList)
+{
+    Names declared;
+    for (const auto& entry : std::filesystem::directory_iterator(FACADE_HEADERS))
+        addDeclared(fileText(entry.path()), declared);
+    EXPECT_EQ(declared, checkedIn());
+}
+
+TEST(Interface, EveryHeaderIsPartOfTheUmbrella)
+{
+    const std::string umbrella = fileText(std::string(FACADE_HEADERS) + ".h");
+    for (const auto& entry : std::filesystem::directory_iterator(FACADE_HEADERS))
+        EXPECT_NE(umbrella.find("<sigildesk/crypto/" + entry.path().filename().string() + ">"), std::string::npos)
+            << entry.path();
+}
+
+TEST(Interface, EveryMemberIsInTheTable)
+{
+    Names members, frame;
+    for (const Member& member : allMembers())
+        EXPECT_TRUE(members.insert(member.name).second) << member.name << " is in the table twice";
+    for (const std::string& function : checkedIn())
+        (function.starts_with("HV_") ? frame : members).insert(withoutTypes(function));
+    EXPECT_EQ(members.size(), allMembers().size()) << "a member is exported that the table does not hold";
+    EXPECT_EQ(frame,
+        (Names{"HV_Initalize", "HV_Finish", "HV_GetErrInfo", "HV_GetErrInfo2", "HV_GetVersion", "HV_SetOption",
+            "HV_SetConfFile", "HV_SetCaPubs", "HV_FreeCaPubs", "HV_Str2Time", "HV_SetHashAlg", "HV_BINSTR_Create",
+            "HV_BINSTR_Delete", "HV_BINSTR_SetData"}))
+        << "tested by hand in frame_test.cpp";
+}
+
+TEST(Interface, EverySymbolOfTheDoublesIsBoundByAMember)
+{
+    // Bound by the frame and by methods that no export reaches; frame_test.cpp and backend_test.cpp call them.
+    Names bound{"HVTK_API_Init", "HVTK_API_Finish", "HVTK_API_GetErrInfo", "HVTK_API_GetInfo",
+        "HVTK_API_SetConfFile", "HVTK_API_SetHashAlgo", "HVTK_BINSTR_Create", "HVTK_BINSTR_Delete",
+        "HVTK_BINSTR_SetData", "HVTK_CERT_SetCaPubs", "HVTK_CERT_FreeCaPubs", "HVTK_CERT_GetSubjectName_DERFormat",
+        "HVTK_CERT_GetPolicyConstraints", "HVTK_CMS_GetEnvDataRecipCnt", "HVTK_CMS_GetEnvDataRecipInfo",
+        "HVTK_CMS_MakeEnvelopedData_WithContent_File", "HVTK_PKCS11_OpenSession", "HVTK_OCSP_CheckCertStatus",
+        "HVTK_CRYPT_SignFile", "GPKI_API_Init", "GPKI_API_Finish", "GPKI_API_GetErrInfo", "GPKI_API_GetVersion",
+        "GPKI_API_GetInfo", "GPKI_API_SetOption", "GPKI_API_SetConfFile", "GPKI_API_SetCaPubs",
+        "GPKI_API_FreeCaPubs", "GPKI_API_Str2Time", "GPKI_API_SetHashAlgo", "GPKI_BINSTR_Create",
+        "GPKI_BINSTR_Delete", "GPKI_BINSTR_SetData", "GPKI_CMS_ProcessSignedData",
+        "GPKI_CMS_MakeEnvelopedData_NoContent_File", "GPKI_WCMS_MakeSignedContent",
+        "GPKI_WCMS_ProcessSignedContent", "GPKI_WCMS_MakeWapEnvelopedData", "GPKI_WCMS_ProcessWapEnvelopedData",
+        "GPKI_CRYPT_Sign_File"};
+    for (const Member& member : allMembers())
+        for (int type : {0, 1})
+            for (const std::string& symbol : member.symbolsOn(type))
+                bound.insert(symbol);
+    Names offered = exportsOf(DOUBLES_FOLDER "/libHVCToolkitV30.so");
+    offered.merge(exportsOf(DOUBLES_FOLDER "/libgpkiapi_v15.so"));
+    EXPECT_EQ(offered, bound);
+}
+
+TEST(Interface, FamiliesHaveTheirSizes)
+{
+    using Sizes = std::map<std::string, int>;
+    const auto sizesOf = [](const char* library) {
+        Sizes sizes;
+        for (const std::string& symbol : exportsOf(library))
+            ++sizes[familyOf(symbol)];
+        return sizes;
+    };
+    EXPECT_EQ(sizesOf(DOUBLES_FOLDER "/libHVCToolkitV30.so"),
+        (Sizes{{"API", 6}, {"BINSTR", 3}, {"CERT", 36}, {"PRIKEY", 4}, {"MEDIA", 22}, {"CMS", 23}, {"VID", 3},
+            {"PKCS11", 32}, {"CMP", 9}, {"PFX", 6}, {"TSP", 8}, {"OCSP", 4}, {"CRYPT", 25}, {"BASE64", 2},
+            {"PEM", 2}, {"HVAP", 2}, {"WPKI", 5}, {"UNI", 3}, {"UTIL", 7}}));
+    EXPECT_EQ(sizesOf(DOUBLES_FOLDER "/libgpkiapi_v15.so"),
+        (Sizes{{"API", 11}, {"BINSTR", 3}, {"CERT", 33}, {"PRIKEY", 4}, {"STORAGE", 10}, {"CMS", 24}, {"WCMS", 4},
+            {"VID", 3}, {"PFX", 2}, {"TSP", 6}, {"OCSP", 4}, {"CRYPT", 18}, {"HSM", 14}, {"BASE64", 2}, {"LDAP", 5},
+            {"SIGEA", 3}}));
+}
