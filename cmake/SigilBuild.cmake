@@ -27,6 +27,12 @@ if(SIGILDESK_SANITIZE)
     add_link_options(-fsanitize=${SIGILDESK_SANITIZE})
 endif()
 
+# The fuzzer learns from the code under test, so the layers are instrumented too, not only the targets.
+if(SIGILDESK_FUZZ)
+    add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=undefined)
+    add_link_options(-fsanitize=address,undefined)
+endif()
+
 if(SIGILDESK_COVERAGE)
     add_compile_options(--coverage)
     add_link_options(--coverage)
