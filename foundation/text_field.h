@@ -16,7 +16,8 @@ inline void copyText(char* field, std::size_t capacity, std::string_view text)
     if (!field || capacity == 0)
         return;
     const std::size_t length = std::min(text.size(), capacity - 1);
-    std::memmove(field, text.data(), length);
+    if (length > 0) // an empty view may hold a null pointer, which memmove does not take
+        std::memmove(field, text.data(), length);
     field[length] = '\0';
 }
 

@@ -55,7 +55,7 @@ long daysBefore(int month)
     long days = 0;
     for (int m = 1; m < std::min(month, 13); ++m)
         days += CUtil::day(m);
-    return days + 31L * std::max(month - 13, 0);
+    return days + 31 * std::max(month - 13L, 0L);
 }
 
 int warningDays(int certKind, const char* policyText)

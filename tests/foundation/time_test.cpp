@@ -177,6 +177,7 @@ TEST_F(Time, CalcDay)
         {"2024-05-10 12:00:00", {INT_MAX, 5, 1}, INT_MAX}, // bounded, and not counted year by year
         {"2024-01-01 12:00:00", {2024, 14, 1}, 397},
         {"2024-01-01 12:00:00", {2024, 0, 0}, -1},
+        {"2024-01-01 12:00:00", {2024, INT_MIN, 1}, 0},
     };
     for (const char* zone : zones) {
         setZone(zone);
