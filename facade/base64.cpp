@@ -10,22 +10,22 @@ using namespace sigil;
 
 int CWrapperAPI::Base64Encode(BINSTR* data, BINSTR* text)
 {
-    return pick({need(data)}, to(&CHVTKWrap::Base64Encode, data, text), to(&CGPKIWrap::Base64Encode, data, text));
+    return pick({need(data)}, to<&CHVTKWrap::Base64Encode>(data, text), to<&CGPKIWrap::Base64Encode>(data, text));
 }
 
 int CWrapperAPI::Base64Decode(BINSTR* text, BINSTR* data)
 {
-    return pick({need(text)}, to(&CHVTKWrap::Base64Decode, text, data), to(&CGPKIWrap::Base64Decode, text, data));
+    return pick({need(text)}, to<&CHVTKWrap::Base64Decode>(text, data), to<&CGPKIWrap::Base64Decode>(text, data));
 }
 
 int CWrapperAPI::PEMEncode(int kind, BINSTR* data, BINSTR* text)
 {
-    return pick({need(data)}, to(&CHVTKWrap::PEMEncode, kind, data, text), absent);
+    return pick({need(data)}, to<&CHVTKWrap::PEMEncode>(kind, data, text), absent);
 }
 
 int CWrapperAPI::PEMDecode(BINSTR* text, BINSTR* data)
 {
-    return pick({need(data)}, to(&CHVTKWrap::PEMDecode, text, data), absent);
+    return pick({need(data)}, to<&CHVTKWrap::PEMDecode>(text, data), absent);
 }
 
 // Exports

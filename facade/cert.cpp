@@ -73,39 +73,39 @@ constexpr auto ready = [](auto&) -> int { return Success; };
 
 int CWrapperAPI::CertLoad(BINSTR* certificate)
 {
-    return pick({}, to(&CHVTKWrap::CertLoad, certificate), to(&CGPKIWrap::CertLoad, certificate));
+    return pick({}, to<&CHVTKWrap::CertLoad>(certificate), to<&CGPKIWrap::CertLoad>(certificate));
 }
 
-int CWrapperAPI::CertUnLoad() { return pick({}, to(&CHVTKWrap::CertUnLoad), to(&CGPKIWrap::CertUnLoad)); }
+int CWrapperAPI::CertUnLoad() { return pick({}, to<&CHVTKWrap::CertUnLoad>(), to<&CGPKIWrap::CertUnLoad>()); }
 
 int CWrapperAPI::CertGetUID(int capacity, char* text)
 {
-    return pick({need(text, MissingField)}, to(&CHVTKWrap::CertGetUID, capacity, text),
-        to(&CGPKIWrap::CertGetUID, capacity, text));
+    return pick({need(text, MissingField)}, to<&CHVTKWrap::CertGetUID>(capacity, text),
+        to<&CGPKIWrap::CertGetUID>(capacity, text));
 }
 
 int CWrapperAPI::CertGetVersion(int capacity, char* text)
 {
-    return pick({need(text, MissingField)}, to(&CHVTKWrap::CertGetVersion, capacity, text),
-        to(&CGPKIWrap::CertGetVersion, capacity, text));
+    return pick({need(text, MissingField)}, to<&CHVTKWrap::CertGetVersion>(capacity, text),
+        to<&CGPKIWrap::CertGetVersion>(capacity, text));
 }
 
 int CWrapperAPI::CertGetSerialNum(int capacity, char* text)
 {
-    return pick({need(text, MissingField)}, to(&CHVTKWrap::CertGetSerialNum, capacity, text),
-        to(&CGPKIWrap::CertGetSerialNum, capacity, text));
+    return pick({need(text, MissingField)}, to<&CHVTKWrap::CertGetSerialNum>(capacity, text),
+        to<&CGPKIWrap::CertGetSerialNum>(capacity, text));
 }
 
 int CWrapperAPI::CertGetSignatureAlgorithm(int capacity, char* text)
 {
-    return pick({need(text, MissingField)}, to(&CHVTKWrap::CertGetSignatureAlgorithm, capacity, text),
-        to(&CGPKIWrap::CertGetSignatureAlgorithm, capacity, text));
+    return pick({need(text, MissingField)}, to<&CHVTKWrap::CertGetSignatureAlgorithm>(capacity, text),
+        to<&CGPKIWrap::CertGetSignatureAlgorithm>(capacity, text));
 }
 
 int CWrapperAPI::CertGetIssuerName(int capacity, char* text)
 {
-    return pick({need(text, MissingField)}, to(&CHVTKWrap::CertGetIssuerName, capacity, text),
-        to(&CGPKIWrap::CertGetIssuerName, capacity, text));
+    return pick({need(text, MissingField)}, to<&CHVTKWrap::CertGetIssuerName>(capacity, text),
+        to<&CGPKIWrap::CertGetIssuerName>(capacity, text));
 }
 
 int CWrapperAPI::CertGetValidity(int notBeforeCapacity, char* notBefore, int notAfterCapacity, char* notAfter)
@@ -122,8 +122,8 @@ int CWrapperAPI::CertGetValidity(int notBeforeCapacity, char* notBefore, int not
 
 int CWrapperAPI::CertGetSubjectName(int capacity, char* text)
 {
-    return pick({need(text, MissingField)}, to(&CHVTKWrap::CertGetSubjectName, capacity, text),
-        to(&CGPKIWrap::CertGetSubjectName, capacity, text));
+    return pick({need(text, MissingField)}, to<&CHVTKWrap::CertGetSubjectName>(capacity, text),
+        to<&CGPKIWrap::CertGetSubjectName>(capacity, text));
 }
 
 int CWrapperAPI::CertGetPubKeyInfo(
@@ -151,150 +151,150 @@ int CWrapperAPI::CertGetPubKeyInfo(
 
 int CWrapperAPI::CertGetSignature(int capacity, char* text)
 {
-    return pick({need(text, MissingField)}, to(&CHVTKWrap::CertGetSignature, capacity, text),
-        to(&CGPKIWrap::CertGetSignature, capacity, text));
+    return pick({need(text, MissingField)}, to<&CHVTKWrap::CertGetSignature>(capacity, text),
+        to<&CGPKIWrap::CertGetSignature>(capacity, text));
 }
 
 int CWrapperAPI::CertGetKeyUsage(int capacity, char* text)
 {
-    return pick({need(text, MissingField)}, to(&CHVTKWrap::CertGetKeyUsage, capacity, text),
-        to(&CGPKIWrap::CertGetKeyUsage, capacity, text));
+    return pick({need(text, MissingField)}, to<&CHVTKWrap::CertGetKeyUsage>(capacity, text),
+        to<&CGPKIWrap::CertGetKeyUsage>(capacity, text));
 }
 
 int CWrapperAPI::CertGetBasicConstraints(int capacity, char* text)
 {
-    return pick({need(text, MissingField)}, to(&CHVTKWrap::CertGetBasicConstraints, capacity, text),
-        to(&CGPKIWrap::CertGetBasicConstraints, capacity, text));
+    return pick({need(text, MissingField)}, to<&CHVTKWrap::CertGetBasicConstraints>(capacity, text),
+        to<&CGPKIWrap::CertGetBasicConstraints>(capacity, text));
 }
 
 int CWrapperAPI::CertGetCertPolicy(int capacity, char* text)
 {
-    return pick({need(text, MissingField)}, to(&CHVTKWrap::CertGetCertPolicy, capacity, text),
-        to(&CGPKIWrap::CertGetCertPolicy, capacity, text));
+    return pick({need(text, MissingField)}, to<&CHVTKWrap::CertGetCertPolicy>(capacity, text),
+        to<&CGPKIWrap::CertGetCertPolicy>(capacity, text));
 }
 
 int CWrapperAPI::CertGetPolicyID(int capacity, char* text)
 {
-    return pick({need(text, MissingField)}, to(&CHVTKWrap::CertGetPolicyID, capacity, text),
-        to(&CGPKIWrap::CertGetPolicyID, capacity, text));
+    return pick({need(text, MissingField)}, to<&CHVTKWrap::CertGetPolicyID>(capacity, text),
+        to<&CGPKIWrap::CertGetPolicyID>(capacity, text));
 }
 
 int CWrapperAPI::CertGetExtKeyUsage(int capacity, char* text)
 {
-    return pick({need(text, MissingField)}, to(&CHVTKWrap::CertGetExtKeyUsage, capacity, text),
-        to(&CGPKIWrap::CertGetExtKeyUsage, capacity, text));
+    return pick({need(text, MissingField)}, to<&CHVTKWrap::CertGetExtKeyUsage>(capacity, text),
+        to<&CGPKIWrap::CertGetExtKeyUsage>(capacity, text));
 }
 
 int CWrapperAPI::CertGetSubjectAltName(int capacity, char* text)
 {
-    return pick({need(text, MissingField)}, to(&CHVTKWrap::CertGetSubjectAltName, capacity, text),
-        to(&CGPKIWrap::CertGetSubjectAltName, capacity, text));
+    return pick({need(text, MissingField)}, to<&CHVTKWrap::CertGetSubjectAltName>(capacity, text),
+        to<&CGPKIWrap::CertGetSubjectAltName>(capacity, text));
 }
 
 int CWrapperAPI::CertGetIssuerAltName(int capacity, char* text)
 {
-    return pick({need(text, MissingField)}, to(&CHVTKWrap::CertGetIssuerAltName, capacity, text), absent);
+    return pick({need(text, MissingField)}, to<&CHVTKWrap::CertGetIssuerAltName>(capacity, text), absent);
 }
 
 int CWrapperAPI::CertGetAuthKeyID(int capacity, char* text)
 {
-    return pick({need(text, MissingField)}, to(&CHVTKWrap::CertGetAuthKeyID, capacity, text),
-        to(&CGPKIWrap::CertGetAuthKeyID, capacity, text));
+    return pick({need(text, MissingField)}, to<&CHVTKWrap::CertGetAuthKeyID>(capacity, text),
+        to<&CGPKIWrap::CertGetAuthKeyID>(capacity, text));
 }
 
 int CWrapperAPI::CertGetSubKeyID(int capacity, char* text)
 {
-    return pick({need(text, MissingField)}, to(&CHVTKWrap::CertGetSubKeyID, capacity, text),
-        to(&CGPKIWrap::CertGetSubKeyID, capacity, text));
+    return pick({need(text, MissingField)}, to<&CHVTKWrap::CertGetSubKeyID>(capacity, text),
+        to<&CGPKIWrap::CertGetSubKeyID>(capacity, text));
 }
 
 int CWrapperAPI::CertGetCRLDP(int capacity, char* text)
 {
-    return pick({need(text, MissingField)}, to(&CHVTKWrap::CertGetCRLDP, capacity, text),
-        to(&CGPKIWrap::CertGetCRLDP, capacity, text));
+    return pick({need(text, MissingField)}, to<&CHVTKWrap::CertGetCRLDP>(capacity, text),
+        to<&CGPKIWrap::CertGetCRLDP>(capacity, text));
 }
 
 int CWrapperAPI::CertGetCRLDPURL(int capacity, char* text)
 {
-    return pick({need(text, MissingField)}, to(&CHVTKWrap::CertGetCRLDPURL, capacity, text), absent);
+    return pick({need(text, MissingField)}, to<&CHVTKWrap::CertGetCRLDPURL>(capacity, text), absent);
 }
 
 int CWrapperAPI::CertGetAIA(int capacity, char* text)
 {
-    return pick({need(text, MissingField)}, to(&CHVTKWrap::CertGetAIA, capacity, text),
-        to(&CGPKIWrap::CertGetAIA, capacity, text));
+    return pick({need(text, MissingField)}, to<&CHVTKWrap::CertGetAIA>(capacity, text),
+        to<&CGPKIWrap::CertGetAIA>(capacity, text));
 }
 
 int CWrapperAPI::CertGetRemainDays(BINSTR* certificate, int* days)
 {
-    return pick({need(certificate, MissingField)}, to(&CHVTKWrap::CertGetRemainDays, certificate, days),
-        to(&CGPKIWrap::CertGetRemainDays, certificate, days));
+    return pick({need(certificate, MissingField)}, to<&CHVTKWrap::CertGetRemainDays>(certificate, days),
+        to<&CGPKIWrap::CertGetRemainDays>(certificate, days));
 }
 
 int CWrapperAPI::CertAddCert(BINSTR* certificate, BINSTR* list)
 {
-    return pick({need(certificate)}, absent, to(&CGPKIWrap::CertAddCert, certificate, list));
+    return pick({need(certificate)}, absent, to<&CGPKIWrap::CertAddCert>(certificate, list));
 }
 
 int CWrapperAPI::CertGetCertCount(BINSTR* list, int* count)
 {
-    return pick({need(list)}, absent, to(&CGPKIWrap::CertGetCertCount, list, count));
+    return pick({need(list)}, absent, to<&CGPKIWrap::CertGetCertCount>(list, count));
 }
 
 int CWrapperAPI::CertGetCert(BINSTR* list, int index, BINSTR* certificate)
 {
-    return pick({need(list, MissingField)}, absent, to(&CGPKIWrap::CertGetCert, list, index, certificate));
+    return pick({need(list, MissingField)}, absent, to<&CGPKIWrap::CertGetCert>(list, index, certificate));
 }
 
 int CWrapperAPI::CertAddTrustedCert(BINSTR* certificate)
 {
-    return pick({need(certificate)}, to(&CHVTKWrap::CertAddTrustedCert, certificate),
-        to(&CGPKIWrap::CertAddTrustedCert, certificate));
+    return pick({need(certificate)}, to<&CHVTKWrap::CertAddTrustedCert>(certificate),
+        to<&CGPKIWrap::CertAddTrustedCert>(certificate));
 }
 
 int CWrapperAPI::CertSetVerifyEnv(int range, int statusCheck, bool useCache, char* cachePath, char* confFile)
 {
-    return pick({}, to(&CHVTKWrap::CertSetVerifyEnv, range, statusCheck, useCache, confFile),
-        to(&CGPKIWrap::CertSetVerifyEnv, range, statusCheck, useCache, cachePath, confFile));
+    return pick({}, to<&CHVTKWrap::CertSetVerifyEnv>(range, statusCheck, useCache, confFile),
+        to<&CGPKIWrap::CertSetVerifyEnv>(range, statusCheck, useCache, cachePath, confFile));
 }
 
 int CWrapperAPI::CertSetVerifyEnv2(char* confFile, BINSTR* trustedCertificates, BINSTR* intermediates)
 {
-    return pick({}, to(&CHVTKWrap::CertSetVerifyEnv2, confFile, trustedCertificates, intermediates), absent);
+    return pick({}, to<&CHVTKWrap::CertSetVerifyEnv2>(confFile, trustedCertificates, intermediates), absent);
 }
 
 int CWrapperAPI::CertVerify(BINSTR* certificate, int purpose, char* time, char* confFile, bool checkStatus,
     BINSTR* intermediates, BINSTR* crl)
 {
     return pick({need(certificate)},
-        to(&CHVTKWrap::CertVerify, certificate, purpose, time, checkStatus, intermediates, crl),
-        to(&CGPKIWrap::CertVerify, certificate, purpose, time, confFile, checkStatus, intermediates, crl));
+        to<&CHVTKWrap::CertVerify>(certificate, purpose, time, checkStatus, intermediates, crl),
+        to<&CGPKIWrap::CertVerify>(certificate, purpose, time, confFile, checkStatus, intermediates, crl));
 }
 
 int CWrapperAPI::CertVerify2(BINSTR* certificate, int purpose, char* time, char* confFile)
 {
-    return pick({need(certificate)}, to(&CHVTKWrap::CertVerify2, certificate, purpose, time, confFile), absent);
+    return pick({need(certificate)}, to<&CHVTKWrap::CertVerify2>(certificate, purpose, time, confFile), absent);
 }
 
 int CWrapperAPI::CertVerifyByIVS(char* confFile, BINSTR* certificate, BINSTR* ivsCertificate)
 {
     return pick({need(confFile, MissingField), need(certificate, MissingField), need(ivsCertificate, MissingField)},
-        to(&CHVTKWrap::CertVerifyByIVS, confFile, certificate, ivsCertificate),
-        to(&CGPKIWrap::CertVerifyByIVS, confFile, certificate, ivsCertificate));
+        to<&CHVTKWrap::CertVerifyByIVS>(confFile, certificate, ivsCertificate),
+        to<&CGPKIWrap::CertVerifyByIVS>(confFile, certificate, ivsCertificate));
 }
 
 int CWrapperAPI::CertCheckStatByOCSP(BINSTR* certificate, bool signRequest, BINSTR* signerCertificate,
     BINSTR* signerKey, char* confFile, BINSTR* responderCertificate, char* revocationTime, int* reason)
 {
     return pick({need(certificate), need(signerKey), need(confFile), need(responderCertificate)}, absent,
-        to(&CGPKIWrap::CertCheckStatByOCSP, certificate, signRequest, signerCertificate, signerKey, confFile,
+        to<&CGPKIWrap::CertCheckStatByOCSP>(certificate, signRequest, signerCertificate, signerKey, confFile,
             responderCertificate, revocationTime, reason));
 }
 
 int CWrapperAPI::CertCheckStatByCRL(BINSTR* certificate, char* revocationTime, int* reason)
 {
-    return pick({need(certificate)}, to(&CHVTKWrap::CertCheckStatByCRL, certificate, revocationTime, reason),
-        to(&CGPKIWrap::CertCheckStatByCRL, certificate, revocationTime, reason));
+    return pick({need(certificate)}, to<&CHVTKWrap::CertCheckStatByCRL>(certificate, revocationTime, reason),
+        to<&CGPKIWrap::CertCheckStatByCRL>(certificate, revocationTime, reason));
 }
 
 // Exports

@@ -8,16 +8,16 @@ using namespace sigil;
 
 // Operations: what is required, what the maker toolkit receives, what the GPKI library receives
 
-int CWrapperAPI::CMPSetProtocol(int protocol) { return pick({}, to(&CHVTKWrap::CMPSetProtocol, protocol), absent); }
+int CWrapperAPI::CMPSetProtocol(int protocol) { return pick({}, to<&CHVTKWrap::CMPSetProtocol>(protocol), absent); }
 
-int CWrapperAPI::CMPSetCA(int ca) { return pick({}, to(&CHVTKWrap::CMPSetCA, ca), absent); }
+int CWrapperAPI::CMPSetCA(int ca) { return pick({}, to<&CHVTKWrap::CMPSetCA>(ca), absent); }
 
 int CWrapperAPI::CMPCertRequest(char* address, int port, char* reference, char* secret, char* subject,
     char* password, BINSTR* caCertificate, BINSTR* certificate, BINSTR* privateKey, BINSTR* kmCertificate,
     BINSTR* kmPrivateKey)
 {
     return pick({need(address), need(reference), need(secret), need(subject), need(password)},
-        to(&CHVTKWrap::CMPCertRequest, address, port, reference, secret, subject, password, caCertificate,
+        to<&CHVTKWrap::CMPCertRequest>(address, port, reference, secret, subject, password, caCertificate,
             certificate, privateKey, kmCertificate, kmPrivateKey),
         absent);
 }
@@ -26,7 +26,7 @@ int CWrapperAPI::CMPCertRequest2(char* address, int port, char* reference, char*
     char* password, BINSTR* certificate, BINSTR* privateKey, BINSTR* kmCertificate, BINSTR* kmPrivateKey)
 {
     return pick({need(address), need(reference), need(secret), need(subject), need(password)},
-        to(&CHVTKWrap::CMPCertRequest2, address, port, reference, secret, subject, password, certificate,
+        to<&CHVTKWrap::CMPCertRequest2>(address, port, reference, secret, subject, password, certificate,
             privateKey, kmCertificate, kmPrivateKey),
         absent);
 }
@@ -35,7 +35,7 @@ int CWrapperAPI::CMPCertUpdate(char* address, int port, bool newKey, char* passw
     BINSTR* certificate, BINSTR* privateKey, BINSTR* caCertificate, BINSTR* newCertificate, BINSTR* newPrivateKey)
 {
     return pick({need(address), need(password), need(newPassword), need(certificate), need(privateKey)},
-        to(&CHVTKWrap::CMPCertUpdate, address, port, newKey, password, newPassword, certificate, privateKey,
+        to<&CHVTKWrap::CMPCertUpdate>(address, port, newKey, password, newPassword, certificate, privateKey,
             caCertificate, newCertificate, newPrivateKey),
         absent);
 }
@@ -45,8 +45,8 @@ int CWrapperAPI::CMPCertUpdate2(char* address, int port, bool newKey, char* pass
 {
     return pick({need(address), need(password), need(newPassword), need(certificate), need(privateKey),
                     need(newCertificate)},
-        to(&CHVTKWrap::CMPCertUpdate2, address, port, newKey, password, newPassword, certificate, privateKey,
-            newCertificate, newPrivateKey),
+        to<&CHVTKWrap::CMPCertUpdate2>(
+            address, port, newKey, password, newPassword, certificate, privateKey, newCertificate, newPrivateKey),
         absent);
 }
 
@@ -54,7 +54,7 @@ int CWrapperAPI::CMPCertCertRevoke(char* address, int port, int reason, BINSTR* 
     BINSTR* caCertificate, BINSTR* result)
 {
     return pick({need(address), need(certificate), need(privateKey), need(caCertificate), need(result)},
-        to(&CHVTKWrap::CMPCertCertRevoke, address, port, reason, certificate, privateKey, caCertificate, result),
+        to<&CHVTKWrap::CMPCertCertRevoke>(address, port, reason, certificate, privateKey, caCertificate, result),
         absent);
 }
 
@@ -62,15 +62,15 @@ int CWrapperAPI::CMPCertCertRevoke2(
     char* address, int port, int reason, BINSTR* certificate, BINSTR* privateKey, BINSTR* result)
 {
     return pick({need(address), need(certificate), need(privateKey), need(result)},
-        to(&CHVTKWrap::CMPCertCertRevoke2, address, port, reason, certificate, privateKey, result), absent);
+        to<&CHVTKWrap::CMPCertCertRevoke2>(address, port, reason, certificate, privateKey, result), absent);
 }
 
 int CWrapperAPI::CMPCertCertRecovery(char* address, int port, char* reference, char* secret, BINSTR* certificate,
     BINSTR* privateKey, BINSTR* kmCertificate, BINSTR* kmPrivateKey)
 {
     return pick({need(address), need(reference), need(secret), need(certificate), need(privateKey)},
-        to(&CHVTKWrap::CMPCertCertRecovery, address, port, reference, secret, certificate, privateKey,
-            kmCertificate, kmPrivateKey),
+        to<&CHVTKWrap::CMPCertCertRecovery>(
+            address, port, reference, secret, certificate, privateKey, kmCertificate, kmPrivateKey),
         absent);
 }
 

@@ -14,6 +14,8 @@
 #include "facade/backends/hvtk_wrap.h"
 #include "facade/wrapper_api.h"
 
+#include <type_traits>
+
 namespace sigil {
 
 /** Passes an export's arguments on to the operation of its handle. */
@@ -24,11 +26,14 @@ int via(void* handle, int (CWrapperAPI::*operation)(P...), P... args)
     return api ? (api->*operation)(args...) : NotInitialised;
 }
 
-/** A backend's method and what it is given, for pick. The types must be the method's own. */
-template <class Backend, class... P>
-auto to(int (Backend::*method)(P...), P... args)
+/** A backend's method and what it is given, for pick. The types must be the method's own: nothing is converted. */
+template <auto method, class... A>
+auto to(A... args)
 {
-    return [=](Backend& backend) { return (backend.*method)(args...); };
+    return [=]<class Backend>(Backend& backend) {
+        static_assert(std::is_same_v<decltype(method), int (Backend::*)(A...)>);
+        return (backend.*method)(args...);
+    };
 }
 
 /** For pick: this toolkit has no such function. */

@@ -68,21 +68,9 @@ int CWrapperAPI::Finish()
     return Success;
 }
 
-bool CWrapperAPI::CheckInit() const
-{
-    switch (m_nToolkitType) {
-    case 0:
-        return m_pHVTKWrap != nullptr;
-    case 1:
-        return m_pGPKIWrap != nullptr;
-    default:
-        return true; // Initalize lets no other type in
-    }
-}
-
 int CWrapperAPI::GetErrInfo(int length, char* buffer)
 {
-    return pick({}, to(&CHVTKWrap::GetErrInfo, length, buffer), to(&CGPKIWrap::GetErrInfo, length, buffer));
+    return pick({}, to<&CHVTKWrap::GetErrInfo>(length, buffer), to<&CGPKIWrap::GetErrInfo>(length, buffer));
 }
 
 int CWrapperAPI::GetErrInfo2(int length, char* buffer)
@@ -99,47 +87,47 @@ int CWrapperAPI::GetVersion(int length, char* buffer)
 {
     char info[1024] = {}; // written by the maker toolkit and discarded; it is told no capacity
     return pick(
-        {}, to(&CHVTKWrap::GetInfo, buffer, static_cast<char*>(info)), to(&CGPKIWrap::GetVersion, length, buffer));
+        {}, to<&CHVTKWrap::GetInfo>(buffer, static_cast<char*>(info)), to<&CGPKIWrap::GetVersion>(length, buffer));
 }
 
-int CWrapperAPI::SetOption(int option) { return pick({}, absent, to(&CGPKIWrap::SetOption, option)); }
+int CWrapperAPI::SetOption(int option) { return pick({}, absent, to<&CGPKIWrap::SetOption>(option)); }
 
 int CWrapperAPI::SetConfFile(char* confFile)
 {
-    return pick({}, to(&CHVTKWrap::SetConfFile, confFile), to(&CGPKIWrap::SetConfFile, confFile));
+    return pick({}, to<&CHVTKWrap::SetConfFile>(confFile), to<&CGPKIWrap::SetConfFile>(confFile));
 }
 
 int CWrapperAPI::SetCaPubs(BINSTR* caPubs)
 {
-    return pick({}, to(&CHVTKWrap::SetCaPubs, caPubs), to(&CGPKIWrap::SetCaPubs, caPubs));
+    return pick({}, to<&CHVTKWrap::SetCaPubs>(caPubs), to<&CGPKIWrap::SetCaPubs>(caPubs));
 }
 
-int CWrapperAPI::FreeCaPubs() { return pick({}, to(&CHVTKWrap::FreeCaPubs), to(&CGPKIWrap::FreeCaPubs)); }
+int CWrapperAPI::FreeCaPubs() { return pick({}, to<&CHVTKWrap::FreeCaPubs>(), to<&CGPKIWrap::FreeCaPubs>()); }
 
 int CWrapperAPI::Str2Time(char* timeText, long* time)
 {
-    return pick({}, absent, to(&CGPKIWrap::Str2Time, timeText, time));
+    return pick({}, absent, to<&CGPKIWrap::Str2Time>(timeText, time));
 }
 
 int CWrapperAPI::SetHashAlg(int hashAlgorithm)
 {
-    return pick({}, to(&CHVTKWrap::SetHashAlgo, hashAlgorithm), to(&CGPKIWrap::SetHashAlgo, hashAlgorithm));
+    return pick({}, to<&CHVTKWrap::SetHashAlgo>(hashAlgorithm), to<&CGPKIWrap::SetHashAlgo>(hashAlgorithm));
 }
 
 int CWrapperAPI::BINCreate(BINSTR* binStr)
 {
-    return pick({}, to(&CHVTKWrap::BINSTR_Create, binStr), to(&CGPKIWrap::BINSTR_Create, binStr));
+    return pick({}, to<&CHVTKWrap::BINSTR_Create>(binStr), to<&CGPKIWrap::BINSTR_Create>(binStr));
 }
 
 int CWrapperAPI::BINDelete(BINSTR* binStr)
 {
-    return pick({}, to(&CHVTKWrap::BINSTR_Delete, binStr), to(&CGPKIWrap::BINSTR_Delete, binStr));
+    return pick({}, to<&CHVTKWrap::BINSTR_Delete>(binStr), to<&CGPKIWrap::BINSTR_Delete>(binStr));
 }
 
 int CWrapperAPI::BINSetData(unsigned char* data, int length, BINSTR* binStr)
 {
-    return pick({}, to(&CHVTKWrap::BINSTR_SetData, data, length, binStr),
-        to(&CGPKIWrap::BINSTR_SetData, data, length, binStr));
+    return pick({}, to<&CHVTKWrap::BINSTR_SetData>(data, length, binStr),
+        to<&CGPKIWrap::BINSTR_SetData>(data, length, binStr));
 }
 
 // Exports

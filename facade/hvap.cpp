@@ -10,31 +10,31 @@ using namespace sigil;
 
 int CWrapperAPI::HVAPGetDataByURL(int kind, char* url, BINSTR* data)
 {
-    return pick({need(url)}, to(&CHVTKWrap::HVAPGetDataByURL, kind, url, data),
-        to(&CGPKIWrap::LDAPGetDataByURL, kind, url, data));
+    return pick({need(url)}, to<&CHVTKWrap::HVAPGetDataByURL>(kind, url, data),
+        to<&CGPKIWrap::LDAPGetDataByURL>(kind, url, data));
 }
 
 int CWrapperAPI::HVAPGetCRLByCert(BINSTR* certificate, BINSTR* crl)
 {
-    return pick({need(certificate)}, to(&CHVTKWrap::HVAPGetCRLByCert, certificate, crl),
-        to(&CGPKIWrap::LDAPGetCRLByCert, certificate, crl));
+    return pick({need(certificate)}, to<&CHVTKWrap::HVAPGetCRLByCert>(certificate, crl),
+        to<&CGPKIWrap::LDAPGetCRLByCert>(certificate, crl));
 }
 
 int CWrapperAPI::LDAPGetDataByCN(char* address, int port, char* commonName, int kind, char* baseName, BINSTR* data)
 {
     return pick({need(address), need(commonName)}, absent,
-        to(&CGPKIWrap::LDAPGetDataByCN, address, port, commonName, kind, baseName, data));
+        to<&CGPKIWrap::LDAPGetDataByCN>(address, port, commonName, kind, baseName, data));
 }
 
 int CWrapperAPI::LDAPGetAnyDataByURL(char* url, char* attribute, BINSTR* data)
 {
-    return pick({need(url), need(attribute)}, absent, to(&CGPKIWrap::LDAPGetAnyDataByURL, url, attribute, data));
+    return pick({need(url), need(attribute)}, absent, to<&CGPKIWrap::LDAPGetAnyDataByURL>(url, attribute, data));
 }
 
 int CWrapperAPI::LDAPGetCertPath(BINSTR* certificate, char* address, BINSTR* path)
 {
     return pick(
-        {need(certificate), need(address)}, absent, to(&CGPKIWrap::LDAPGetCertPath, certificate, address, path));
+        {need(certificate), need(address)}, absent, to<&CGPKIWrap::LDAPGetCertPath>(certificate, address, path));
 }
 
 // Exports

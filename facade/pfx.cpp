@@ -12,7 +12,7 @@ int CWrapperAPI::PFXExport(int option, char* password, BINSTR* certificate, BINS
     BINSTR* kmCertificate, BINSTR* kmPrivateKey, BINSTR* pfx)
 {
     return pick({need(password), need(certificate), need(privateKey)},
-        to(&CHVTKWrap::PFXExport, option, password, certificate, privateKey, pfx), [=](CGPKIWrap& gpki) {
+        to<&CHVTKWrap::PFXExport>(option, password, certificate, privateKey, pfx), [=](CGPKIWrap& gpki) {
             // Only the GPKI library takes the key-management pair, and it takes no file without one.
             const Needs needs{need(kmCertificate), need(kmPrivateKey)};
             if (needs.unmet)
@@ -25,43 +25,43 @@ int CWrapperAPI::PFXExport2(
     int /*option*/, char* password, BINSTR* certificate, BINSTR* privateKey, BINSTR* caCertificates, BINSTR* pfx)
 {
     return pick({need(password), need(certificate), need(privateKey), need(caCertificates)},
-        to(&CHVTKWrap::PFXExport2, password, certificate, privateKey, caCertificates, pfx), absent);
+        to<&CHVTKWrap::PFXExport2>(password, certificate, privateKey, caCertificates, pfx), absent);
 }
 
 int CWrapperAPI::PFXImport(char* password, BINSTR* pfx, BINSTR* certificate, BINSTR* privateKey,
     BINSTR* kmCertificate, BINSTR* kmPrivateKey, BINSTR* caCertificates)
 {
     return pick({need(password), need(pfx)},
-        to(&CHVTKWrap::PFXImport, password, pfx, certificate, privateKey, caCertificates),
-        to(&CGPKIWrap::PFXImport, password, pfx, certificate, privateKey, kmCertificate, kmPrivateKey));
+        to<&CHVTKWrap::PFXImport>(password, pfx, certificate, privateKey, caCertificates),
+        to<&CGPKIWrap::PFXImport>(password, pfx, certificate, privateKey, kmCertificate, kmPrivateKey));
 }
 
 int CWrapperAPI::PFXExportMultiPair(
     int option, char* password, BINSTR* certificates, BINSTR* privateKeys, BINSTR* pfx)
 {
     return pick({need(password), need(certificates), need(privateKeys)},
-        to(&CHVTKWrap::PFXExportMultiPair, option, password, certificates, privateKeys, pfx), absent);
+        to<&CHVTKWrap::PFXExportMultiPair>(option, password, certificates, privateKeys, pfx), absent);
 }
 
 int CWrapperAPI::PFXExportMultiPair2(
     int /*option*/, char* password, BINSTR* certificates, BINSTR* privateKeys, BINSTR* caCertificates, BINSTR* pfx)
 {
     return pick({need(password), need(certificates), need(privateKeys), need(caCertificates)},
-        to(&CHVTKWrap::PFXExportMultiPair2, password, certificates, privateKeys, caCertificates, pfx), absent);
+        to<&CHVTKWrap::PFXExportMultiPair2>(password, certificates, privateKeys, caCertificates, pfx), absent);
 }
 
 int CWrapperAPI::PFXImportMultiPair(
     BINSTR* pfx, char* password, BINSTR* certificates, BINSTR* privateKeys, BINSTR* caCertificates)
 {
     return pick({need(password), need(certificates), need(privateKeys), need(caCertificates)},
-        to(&CHVTKWrap::PFXImportMultiPair, password, pfx, certificates, privateKeys, caCertificates), absent);
+        to<&CHVTKWrap::PFXImportMultiPair>(password, pfx, certificates, privateKeys, caCertificates), absent);
 }
 
 int CWrapperAPI::PFXImportMultiPair2(
     int mode, BINSTR* pfx, char* password, BINSTR* certificates, BINSTR* privateKeys, BINSTR* caCertificates)
 {
     return pick({need(password), need(certificates), need(privateKeys), need(caCertificates)},
-        to(&CHVTKWrap::PFXImportMultiPair2, mode, password, pfx, certificates, privateKeys, caCertificates),
+        to<&CHVTKWrap::PFXImportMultiPair2>(mode, password, pfx, certificates, privateKeys, caCertificates),
         absent);
 }
 

@@ -10,30 +10,30 @@ using namespace sigil;
 
 int CWrapperAPI::PKCS11GetSlotList(unsigned long* slots, unsigned long* count)
 {
-    return pick({need(slots)}, to(&CHVTKWrap::PKCS11GetSlotList, slots, count),
-        to(&CGPKIWrap::HSMGetSlotList, slots, count));
+    return pick({need(slots)}, to<&CHVTKWrap::PKCS11GetSlotList>(slots, count),
+        to<&CGPKIWrap::HSMGetSlotList>(slots, count));
 }
 
 int CWrapperAPI::PKCS11GetTokenInfo(unsigned long slotId, PKCS11_TOKEN_INFO* info)
 {
     return pick(
-        {}, to(&CHVTKWrap::PKCS11GetTokenInfo, slotId, info), to(&CGPKIWrap::HSMGetTokenInfo, slotId, info));
+        {}, to<&CHVTKWrap::PKCS11GetTokenInfo>(slotId, info), to<&CGPKIWrap::HSMGetTokenInfo>(slotId, info));
 }
 
 int CWrapperAPI::PKCS11InitToken(char* soPin, char* label)
 {
-    return pick({need(soPin), need(label)}, to(&CHVTKWrap::PKCS11InitToken, soPin, label), absent);
+    return pick({need(soPin), need(label)}, to<&CHVTKWrap::PKCS11InitToken>(soPin, label), absent);
 }
 
 int CWrapperAPI::PKCS11InitTokenWithSlotID(unsigned long slotId, char* soPin, char* pin, char* label)
 {
     return pick({need(soPin), need(pin), need(label)},
-        to(&CHVTKWrap::PKCS11InitTokenWithSlotID, slotId, soPin, pin, label), absent);
+        to<&CHVTKWrap::PKCS11InitTokenWithSlotID>(slotId, soPin, pin, label), absent);
 }
 
 int CWrapperAPI::PKCS11OpenSessionWithSlotID(unsigned long slotId, char* pin, int flags)
 {
-    return pick({}, to(&CHVTKWrap::PKCS11OpenSessionWithSlotID, slotId, pin, flags), [=](CGPKIWrap& gpki) {
+    return pick({}, to<&CHVTKWrap::PKCS11OpenSessionWithSlotID>(slotId, pin, flags), [=](CGPKIWrap& gpki) {
         const int opened = gpki.HSMOpenSession(slotId, flags);
         return opened == Success && pin ? gpki.HSMLogin(pin) : opened;
     });
@@ -41,128 +41,128 @@ int CWrapperAPI::PKCS11OpenSessionWithSlotID(unsigned long slotId, char* pin, in
 
 int CWrapperAPI::PKCS11OpenSessionWithTokenName(char* token, int flags)
 {
-    return pick({need(token)}, to(&CHVTKWrap::PKCS11OpenSessionWithTokenName, token, flags), absent);
+    return pick({need(token)}, to<&CHVTKWrap::PKCS11OpenSessionWithTokenName>(token, flags), absent);
 }
 
 int CWrapperAPI::PKCS11Login(char* pin)
 {
-    return pick({need(pin)}, to(&CHVTKWrap::PKCS11Login, pin), to(&CGPKIWrap::HSMLogin, pin));
+    return pick({need(pin)}, to<&CHVTKWrap::PKCS11Login>(pin), to<&CGPKIWrap::HSMLogin>(pin));
 }
 
-int CWrapperAPI::PKCS11Logout() { return pick({}, to(&CHVTKWrap::PKCS11Logout), to(&CGPKIWrap::HSMLogout)); }
+int CWrapperAPI::PKCS11Logout() { return pick({}, to<&CHVTKWrap::PKCS11Logout>(), to<&CGPKIWrap::HSMLogout>()); }
 
 int CWrapperAPI::PKCS11CloseSession()
 {
-    return pick({}, to(&CHVTKWrap::PKCS11CloseSession), to(&CGPKIWrap::HSMCloseSession));
+    return pick({}, to<&CHVTKWrap::PKCS11CloseSession>(), to<&CGPKIWrap::HSMCloseSession>());
 }
 
 int CWrapperAPI::PKCS11ChangePIN(char* oldPin, char* newPin)
 {
-    return pick({need(oldPin), need(newPin)}, to(&CHVTKWrap::PKCS11ChangePIN, oldPin, newPin),
-        to(&CGPKIWrap::HSMChangePIN, oldPin, newPin));
+    return pick({need(oldPin), need(newPin)}, to<&CHVTKWrap::PKCS11ChangePIN>(oldPin, newPin),
+        to<&CGPKIWrap::HSMChangePIN>(oldPin, newPin));
 }
 
 int CWrapperAPI::PKCS11GetCertCnt(int* count)
 {
-    return pick({}, to(&CHVTKWrap::PKCS11GetCertCnt, count), to(&CGPKIWrap::HSMGetCertCnt, count));
+    return pick({}, to<&CHVTKWrap::PKCS11GetCertCnt>(count), to<&CGPKIWrap::HSMGetCertCnt>(count));
 }
 
 int CWrapperAPI::PKCS11GetCertInfo(int index, int* kind, BINSTR* id, BINSTR* certificate)
 {
-    return pick({}, to(&CHVTKWrap::PKCS11GetCertInfo, index, kind, id, certificate),
-        to(&CGPKIWrap::HSMGetCertInfo, index, kind, id, certificate));
+    return pick({}, to<&CHVTKWrap::PKCS11GetCertInfo>(index, kind, id, certificate),
+        to<&CGPKIWrap::HSMGetCertInfo>(index, kind, id, certificate));
 }
 
 int CWrapperAPI::PKCS11ReadCert(BINSTR* id, BINSTR* certificate)
 {
     return pick(
-        {need(id)}, to(&CHVTKWrap::PKCS11ReadCert, id, certificate), to(&CGPKIWrap::HSMReadCert, id, certificate));
+        {need(id)}, to<&CHVTKWrap::PKCS11ReadCert>(id, certificate), to<&CGPKIWrap::HSMReadCert>(id, certificate));
 }
 
 int CWrapperAPI::PKCS11ReadRandomForVID(BINSTR* id, BINSTR* random)
 {
-    return pick({need(id)}, to(&CHVTKWrap::PKCS11ReadRandomForVID, id, random),
-        to(&CGPKIWrap::HSMReadRandomForVID, id, random));
+    return pick({need(id)}, to<&CHVTKWrap::PKCS11ReadRandomForVID>(id, random),
+        to<&CGPKIWrap::HSMReadRandomForVID>(id, random));
 }
 
 int CWrapperAPI::PKCS11WriteCertAndPriKey(BINSTR* certificate, BINSTR* privateKey)
 {
     return pick({need(certificate), need(privateKey)},
-        to(&CHVTKWrap::PKCS11WriteCertAndPriKey, certificate, privateKey),
-        to(&CGPKIWrap::HSMWriteCertAndPriKey, certificate, privateKey));
+        to<&CHVTKWrap::PKCS11WriteCertAndPriKey>(certificate, privateKey),
+        to<&CGPKIWrap::HSMWriteCertAndPriKey>(certificate, privateKey));
 }
 
 int CWrapperAPI::PKCS11DeleteCertAndPriKey(BINSTR* id)
 {
     return pick(
-        {need(id)}, to(&CHVTKWrap::PKCS11DeleteCertAndPriKey, id), to(&CGPKIWrap::HSMDeleteCertAndPriKey, id));
+        {need(id)}, to<&CHVTKWrap::PKCS11DeleteCertAndPriKey>(id), to<&CGPKIWrap::HSMDeleteCertAndPriKey>(id));
 }
 
 int CWrapperAPI::PKCS11GenKeyPair(int algorithm, int bits, BINSTR* publicKey)
 {
-    return pick({}, to(&CHVTKWrap::PKCS11GenKeyPair, algorithm, bits, publicKey), absent);
+    return pick({}, to<&CHVTKWrap::PKCS11GenKeyPair>(algorithm, bits, publicKey), absent);
 }
 
 int CWrapperAPI::PKCS11Sign(BINSTR* id, BINSTR* data, BINSTR* signature)
 {
-    return pick({need(id), need(data)}, to(&CHVTKWrap::PKCS11Sign, id, data, signature), absent);
+    return pick({need(id), need(data)}, to<&CHVTKWrap::PKCS11Sign>(id, data, signature), absent);
 }
 
 int CWrapperAPI::PKCS11Verify(BINSTR* id, BINSTR* data, BINSTR* signature)
 {
-    return pick({need(id), need(data), need(signature)}, to(&CHVTKWrap::PKCS11Verify, id, data, signature), absent);
+    return pick({need(id), need(data), need(signature)}, to<&CHVTKWrap::PKCS11Verify>(id, data, signature), absent);
 }
 
 int CWrapperAPI::PKCS11Encrypt(BINSTR* id, BINSTR* data, BINSTR* cipher)
 {
-    return pick({need(id), need(data)}, to(&CHVTKWrap::PKCS11Encrypt, id, data, cipher), absent);
+    return pick({need(id), need(data)}, to<&CHVTKWrap::PKCS11Encrypt>(id, data, cipher), absent);
 }
 
 int CWrapperAPI::PKCS11Decrypt(BINSTR* id, BINSTR* cipher, BINSTR* data)
 {
-    return pick({need(id), need(cipher)}, to(&CHVTKWrap::PKCS11Decrypt, id, cipher, data), absent);
+    return pick({need(id), need(cipher)}, to<&CHVTKWrap::PKCS11Decrypt>(id, cipher, data), absent);
 }
 
 int CWrapperAPI::PKCS11SignData(BINSTR* id, BINSTR* data, BINSTR* signedMessage)
 {
-    return pick({need(id), need(data)}, to(&CHVTKWrap::PKCS11SignData, id, data, signedMessage),
-        to(&CGPKIWrap::HSMSignData, id, data, signedMessage));
+    return pick({need(id), need(data)}, to<&CHVTKWrap::PKCS11SignData>(id, data, signedMessage),
+        to<&CGPKIWrap::HSMSignData>(id, data, signedMessage));
 }
 
 int CWrapperAPI::PKCS11SignDataNoContent(BINSTR* id, BINSTR* data, BINSTR* signedMessage)
 {
-    return pick({need(id), need(data)}, to(&CHVTKWrap::PKCS11SignDataNoContent, id, data, signedMessage), absent);
+    return pick({need(id), need(data)}, to<&CHVTKWrap::PKCS11SignDataNoContent>(id, data, signedMessage), absent);
 }
 
 int CWrapperAPI::PKCS11DecryptData(BINSTR* id, BINSTR* message, BINSTR* data)
 {
-    return pick({need(id), need(message)}, to(&CHVTKWrap::PKCS11DecryptData, id, message, data), absent);
+    return pick({need(id), need(message)}, to<&CHVTKWrap::PKCS11DecryptData>(id, message, data), absent);
 }
 
 int CWrapperAPI::PKCS11SignAndEnvData(BINSTR* id, BINSTR* recipient, BINSTR* data, BINSTR* envelopedMessage)
 {
     return pick({need(id), need(recipient), need(data)},
-        to(&CHVTKWrap::PKCS11SignAndEnvData, id, recipient, data, envelopedMessage), absent);
+        to<&CHVTKWrap::PKCS11SignAndEnvData>(id, recipient, data, envelopedMessage), absent);
 }
 
 int CWrapperAPI::PKCS11VerifyAndDecData(BINSTR* id, BINSTR* message, BINSTR* data, BINSTR* signerCertificate)
 {
     return pick({need(id), need(message)},
-        to(&CHVTKWrap::PKCS11VerifyAndDecData, id, message, data, signerCertificate), absent);
+        to<&CHVTKWrap::PKCS11VerifyAndDecData>(id, message, data, signerCertificate), absent);
 }
 
 int CWrapperAPI::PKCS11VerifySignatureValue(char* hash, BINSTR* certificate, BINSTR* signature)
 {
     return pick({need(hash), need(certificate), need(signature)},
-        to(&CHVTKWrap::PKCS11VerifySignatureValue, hash, certificate, signature), absent);
+        to<&CHVTKWrap::PKCS11VerifySignatureValue>(hash, certificate, signature), absent);
 }
 
 int CWrapperAPI::PKCS11CMPCertRequest(char* address, int port, char* reference, char* secret, char* pin,
     char* token, BINSTR* caCertificate, BINSTR* certificate)
 {
     return pick({need(address), need(reference), need(secret), need(pin), need(token)},
-        to(&CHVTKWrap::PKCS11CMPCertRequest, address, port, reference, secret, pin, token, caCertificate,
-            certificate),
+        to<&CHVTKWrap::PKCS11CMPCertRequest>(
+            address, port, reference, secret, pin, token, caCertificate, certificate),
         absent);
 }
 
@@ -170,7 +170,7 @@ int CWrapperAPI::PKCS11CMPCertUpdate(
     char* address, int port, bool newKey, char* pin, char* token, BINSTR* certificate, BINSTR* newCertificate)
 {
     return pick({need(address), need(pin), need(token), need(certificate), need(newCertificate)},
-        to(&CHVTKWrap::PKCS11CMPCertUpdate, address, port, newKey, pin, token, certificate, newCertificate),
+        to<&CHVTKWrap::PKCS11CMPCertUpdate>(address, port, newKey, pin, token, certificate, newCertificate),
         absent);
 }
 
@@ -179,7 +179,7 @@ int CWrapperAPI::PKCS11CMPCertUpdate2(char* address, int port, bool newKey, int 
     BINSTR* kmId)
 {
     return pick({need(address), need(pin), need(token), need(certificate), need(caCertificate)},
-        to(&CHVTKWrap::PKCS11CMPCertUpdate2, address, port, newKey, keyBits, pin, token, certificate, caCertificate,
+        to<&CHVTKWrap::PKCS11CMPCertUpdate2>(address, port, newKey, keyBits, pin, token, certificate, caCertificate,
             newCertificate, newId, kmCertificate, kmId),
         absent);
 }
@@ -187,7 +187,7 @@ int CWrapperAPI::PKCS11CMPCertUpdate2(char* address, int port, bool newKey, int 
 int CWrapperAPI::PKCS11CMPCertRevoke(char* address, int port, int reason, BINSTR* certificate, BINSTR* id)
 {
     return pick(
-        {need(address)}, to(&CHVTKWrap::PKCS11CMPCertRevoke, address, port, reason, certificate, id), absent);
+        {need(address)}, to<&CHVTKWrap::PKCS11CMPCertRevoke>(address, port, reason, certificate, id), absent);
 }
 
 // Exports

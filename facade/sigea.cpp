@@ -10,19 +10,19 @@ using namespace sigil;
 
 int CWrapperAPI::SIGEAMakeChallenge(BINSTR* challenge)
 {
-    return pick({need(challenge)}, absent, to(&CGPKIWrap::SIGEAMakeChallenge, challenge));
+    return pick({need(challenge)}, absent, to<&CGPKIWrap::SIGEAMakeChallenge>(challenge));
 }
 
 int CWrapperAPI::SIGEAMakeResponse(BINSTR* challenge, BINSTR* certificate, BINSTR* privateKey, BINSTR* response)
 {
     return pick({need(challenge), need(certificate), need(privateKey)}, absent,
-        to(&CGPKIWrap::SIGEAMakeResponse, challenge, certificate, privateKey, response));
+        to<&CGPKIWrap::SIGEAMakeResponse>(challenge, certificate, privateKey, response));
 }
 
 int CWrapperAPI::SIGEAVerifyResponse(BINSTR* challenge, BINSTR* response, BINSTR* certificate)
 {
     return pick({need(challenge), need(response), need(certificate)}, absent,
-        to(&CGPKIWrap::SIGEAVerifyResponse, challenge, response, certificate));
+        to<&CGPKIWrap::SIGEAVerifyResponse>(challenge, response, certificate));
 }
 
 // Exports

@@ -10,18 +10,18 @@ using namespace sigil;
 
 int CWrapperAPI::UNIViewCert(BINSTR* certificate, char* text)
 {
-    return pick({need(certificate)}, to(&CHVTKWrap::UNIViewCert, certificate, text), absent);
+    return pick({need(certificate)}, to<&CHVTKWrap::UNIViewCert>(certificate, text), absent);
 }
 
 int CWrapperAPI::UNIVerifySignData(BINSTR* message, BINSTR* data, BINSTR* certificate)
 {
-    return pick({need(message)}, to(&CHVTKWrap::UNIVerifySignData, message, data, certificate), absent);
+    return pick({need(message)}, to<&CHVTKWrap::UNIVerifySignData>(message, data, certificate), absent);
 }
 
 int CWrapperAPI::UNIDecryptEnvData(BINSTR* certificate, BINSTR* privateKey, BINSTR* message, BINSTR* data)
 {
     return pick({need(certificate), need(privateKey), need(message)},
-        to(&CHVTKWrap::UNIDecryptEnvData, certificate, privateKey, message, data), absent);
+        to<&CHVTKWrap::UNIDecryptEnvData>(certificate, privateKey, message, data), absent);
 }
 
 // Exports

@@ -10,38 +10,38 @@ using namespace sigil;
 
 int CWrapperAPI::UTILAddObject(BINSTR* object, BINSTR* list)
 {
-    return pick({need(object)}, to(&CHVTKWrap::UTILAddObject, object, list), absent);
+    return pick({need(object)}, to<&CHVTKWrap::UTILAddObject>(object, list), absent);
 }
 
 int CWrapperAPI::UTILGetObjectCount(BINSTR* list, int* count)
 {
-    return pick({need(list)}, to(&CHVTKWrap::UTILGetObjectCount, list, count), absent);
+    return pick({need(list)}, to<&CHVTKWrap::UTILGetObjectCount>(list, count), absent);
 }
 
 int CWrapperAPI::UTILGetObject(BINSTR* list, int index, BINSTR* object)
 {
-    return pick({need(list)}, to(&CHVTKWrap::UTILGetObject, list, index, object), absent);
+    return pick({need(list)}, to<&CHVTKWrap::UTILGetObject>(list, index, object), absent);
 }
 
 int CWrapperAPI::UTILCompareDN(char* name1, char* name2)
 {
-    return pick({need(name1), need(name2)}, to(&CHVTKWrap::UTILCompareDN, name1, name2), absent);
+    return pick({need(name1), need(name2)}, to<&CHVTKWrap::UTILCompareDN>(name1, name2), absent);
 }
 
 int CWrapperAPI::UTILGetCertPath(BINSTR* certificate, BINSTR* path)
 {
-    return pick({need(certificate)}, to(&CHVTKWrap::UTILGetCertPath, certificate, path), absent);
+    return pick({need(certificate)}, to<&CHVTKWrap::UTILGetCertPath>(certificate, path), absent);
 }
 
 int CWrapperAPI::UTILGetRootCert(BINSTR* certificate, BINSTR* root)
 {
-    return pick({need(certificate)}, to(&CHVTKWrap::UTILGetRootCert, certificate, root), absent);
+    return pick({need(certificate)}, to<&CHVTKWrap::UTILGetRootCert>(certificate, root), absent);
 }
 
 int CWrapperAPI::UTILIsTrustCert(BINSTR* certificate, BINSTR* trusted, bool* isTrusted)
 {
     return pick({need(certificate), need(trusted)},
-        to(&CHVTKWrap::UTILIsTrustCert, certificate, trusted, isTrusted), absent);
+        to<&CHVTKWrap::UTILIsTrustCert>(certificate, trusted, isTrusted), absent);
 }
 
 // Exports

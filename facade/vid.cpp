@@ -10,23 +10,23 @@ using namespace sigil;
 
 int CWrapperAPI::VIDGetRandomFromPriKey(BINSTR* privateKey, BINSTR* random)
 {
-    return pick({need(privateKey)}, to(&CHVTKWrap::VIDGetRandomFromPriKey, privateKey, random),
-        to(&CGPKIWrap::VIDGetRandomFromPriKey, privateKey, random));
+    return pick({need(privateKey)}, to<&CHVTKWrap::VIDGetRandomFromPriKey>(privateKey, random),
+        to<&CGPKIWrap::VIDGetRandomFromPriKey>(privateKey, random));
 }
 
 int CWrapperAPI::VIDVerify(BINSTR* certificate, BINSTR* random, char* identity)
 {
     return pick({need(certificate), need(random), need(identity)},
-        to(&CHVTKWrap::VIDVerify, certificate, random, identity),
-        to(&CGPKIWrap::VIDVerify, certificate, random, identity));
+        to<&CHVTKWrap::VIDVerify>(certificate, random, identity),
+        to<&CGPKIWrap::VIDVerify>(certificate, random, identity));
 }
 
 int CWrapperAPI::VIDVerifyByIVS(
     char* confFile, BINSTR* certificate, BINSTR* random, char* identity, BINSTR* ivsCertificate)
 {
     return pick({need(confFile), need(certificate), need(random), need(identity), need(ivsCertificate)},
-        to(&CHVTKWrap::VIDVerifyByIVS, confFile, certificate, random, identity, ivsCertificate),
-        to(&CGPKIWrap::VIDVerifyByIVS, confFile, certificate, random, identity, ivsCertificate));
+        to<&CHVTKWrap::VIDVerifyByIVS>(confFile, certificate, random, identity, ivsCertificate),
+        to<&CGPKIWrap::VIDVerifyByIVS>(confFile, certificate, random, identity, ivsCertificate));
 }
 
 // Exports

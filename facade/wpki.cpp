@@ -11,30 +11,30 @@ using namespace sigil;
 int CWrapperAPI::WPKISignData(BINSTR* certificate, BINSTR* privateKey, BINSTR* data, BINSTR* message)
 {
     return pick({need(certificate), need(privateKey), need(data)},
-        to(&CHVTKWrap::WPKISignData, certificate, privateKey, data, message), absent);
+        to<&CHVTKWrap::WPKISignData>(certificate, privateKey, data, message), absent);
 }
 
 int CWrapperAPI::WPKIVerifyData(BINSTR* message, BINSTR* data, BINSTR* certificate)
 {
-    return pick({need(message)}, to(&CHVTKWrap::WPKIVerifyData, message, data, certificate), absent);
+    return pick({need(message)}, to<&CHVTKWrap::WPKIVerifyData>(message, data, certificate), absent);
 }
 
 int CWrapperAPI::WPKIEncryptData(
     BINSTR* certificate, BINSTR* privateKey, int algorithm, BINSTR* recipient, BINSTR* data, BINSTR* message)
 {
     return pick({need(certificate), need(privateKey), need(recipient), need(data)},
-        to(&CHVTKWrap::WPKIEncryptData, certificate, privateKey, algorithm, recipient, data, message), absent);
+        to<&CHVTKWrap::WPKIEncryptData>(certificate, privateKey, algorithm, recipient, data, message), absent);
 }
 
 int CWrapperAPI::WPKIDecryptData(BINSTR* certificate, BINSTR* privateKey, BINSTR* message, BINSTR* data)
 {
     return pick({need(certificate), need(privateKey), need(message)},
-        to(&CHVTKWrap::WPKIDecryptData, certificate, privateKey, message, data), absent);
+        to<&CHVTKWrap::WPKIDecryptData>(certificate, privateKey, message, data), absent);
 }
 
 int CWrapperAPI::WPKIVerifyCert(BINSTR* certificate)
 {
-    return pick({need(certificate)}, to(&CHVTKWrap::WPKIVerifyCert, certificate), absent);
+    return pick({need(certificate)}, to<&CHVTKWrap::WPKIVerifyCert>(certificate), absent);
 }
 
 // Exports

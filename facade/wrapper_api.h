@@ -28,7 +28,17 @@ public:
     /** Ends the toolkits thoroughly, their finish functions included, and returns 0. HV_Finish deliberately does less. */
     int Finish();
     /** Whether the backend of the object's type is there; its library need not be loaded. */
-    bool CheckInit() const;
+    bool CheckInit() const
+    {
+        switch (m_nToolkitType) {
+        case 0:
+            return m_pHVTKWrap != nullptr;
+        case 1:
+            return m_pGPKIWrap != nullptr;
+        default:
+            return true; // Initalize lets no other type in
+        }
+    }
 
     int GetErrInfo(int length, char* buffer);
     int GetErrInfo2(int length, char* buffer);

@@ -35,19 +35,21 @@ std::vector<std::string> lines(const std::string& text)
     return all;
 }
 
-/** The dynamic symbols that a shared object defines, demangled. */
+/** The functions that a shared object defines for others, demangled. Instances of the standard library's templates are
+ *  weak and do not count. */
 Names exportsOf(const std::string& library)
 {
-    const std::unique_ptr<FILE, int (*)(FILE*)> nm(
-        popen(("nm -DC --defined-only '" + library + "'").c_str(), "r"), pclose);
+    const std::string command = "nm -DC --defined-only '" + library + "'";
+    const std::unique_ptr<FILE, int (*)(FILE*)> nm(popen(command.c_str(), "r"), pclose);
     std::string text;
     std::array<char, 4096> buffer;
     while (const std::size_t n = fread(buffer.data(), 1, buffer.size(), nm.get()))
         text.append(buffer.data(), n);
+    const std::string function = " T "; // "00000000000012ab T CertLoad(void*, BINSTR*)"
     Names names;
-    for (const std::string& line : lines(text)) // "00000000000012ab T CertLoad(void*, BINSTR*)"
-        if (line.find("__asan") == std::string::npos && line.find("__odr_asan") == std::string::npos)
-            names.insert(line.substr(line.find(' ') + 3));
+    for (const std::string& line : lines(text))
+        if (const auto at = line.find(function); at != std::string::npos)
+            names.insert(line.substr(at + function.size()));
     return names;
 }
 
