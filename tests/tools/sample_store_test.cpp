@@ -148,14 +148,14 @@ TEST(SampleStorePromise, RefusesATargetThatHoldsAStore)
 // An empty folder, or a link that leads nowhere yet, is somebody's too.
 TEST(SampleStorePromise, WritesNothingWhenOneFolderExists)
 {
-    for (const std::string taken : {"NPKI", "GPKI", "MPKI", "Halvard", "ca"}) {
+    for (const std::string taken : {"NPKI", "GPKI", "MPKI", "Halvard", "ca", "pfx"}) {
         const TemporaryFolder target;
         if (taken == "ca")
             fs::create_directory_symlink(target.path() / "nowhere", target.path() / taken);
         else
             fs::create_directory(target.path() / taken);
-        const Outcome outcome = runSampleStore(
-            {"--target", target.path(), "--count", "4", "--families", "npki,gpki,mpki,ppki", "--keys", "2"});
+        const Outcome outcome = runSampleStore({"--target", target.path(), "--count", "4", "--families",
+            "npki,gpki,mpki,ppki", "--pfx", "--keys", "2"});
         EXPECT_EQ(outcome.status, 1) << taken;
         EXPECT_THAT(outcome.err, HasSubstr((target.path() / taken).string()));
         EXPECT_THAT(namesIn(target.path()), ElementsAre(taken));
@@ -265,7 +265,7 @@ TEST(SampleStoreCommandLine, ExplainsItself)
     const Outcome help = runSampleStore({"--help"});
     EXPECT_EQ(help.status, 0);
     for (const char* option : {"--target", "--password", "--count", "--families", "--seed", "--now", "--keys",
-             "--state", "--key-bits", "--key-variant", "--pairs", "--format"})
+             "--state", "--key-bits", "--key-variant", "--pairs", "--pfx", "--format"})
         EXPECT_THAT(help.out, HasSubstr(option));
 }
 

@@ -69,6 +69,19 @@ std::string Toolkit::randomOf(const std::string& key)
     return take(out);
 }
 
+std::pair<std::string, std::string> Toolkit::importPfx(const std::string& file, const std::string& password)
+{
+    BINSTR in = view(file);
+    BINSTR certificate{};
+    BINSTR key{};
+    BINSTR others{};
+    std::string word = password;
+    call<char*, BINSTR*, BINSTR*, BINSTR*, BINSTR*>(
+        "HVTK_PFX_Import", word.data(), &in, &certificate, &key, &others);
+    take(others);
+    return {take(certificate), take(key)};
+}
+
 int Toolkit::checkPair(const std::string& certificate, const std::string& key)
 {
     BINSTR first = view(certificate);

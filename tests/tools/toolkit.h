@@ -6,6 +6,7 @@
 #include <sigildesk/binstr.h>
 
 #include <string>
+#include <utility>
 
 class Toolkit {
 public:
@@ -18,6 +19,8 @@ public:
     std::string decryptKey(const std::string& file, const std::string& password);
     /** Identity random value of a plain key; empty when it has none. */
     std::string randomOf(const std::string& key);
+    /** Certificate and plain key of the signing pair of a PKCS#12 file; empty when the toolkit refuses. */
+    std::pair<std::string, std::string> importPfx(const std::string& file, const std::string& password);
     /** Result codes of the checks; 0 is success. */
     int checkPair(const std::string& certificate, const std::string& key);
     int verifyIdentity(const std::string& certificate, const std::string& random, std::string number);

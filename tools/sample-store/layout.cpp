@@ -1,5 +1,7 @@
 #include "tools/sample-store/layout.h"
 
+#include "tools/sample-store/hex.h"
+
 #include <set>
 #include <stdexcept>
 
@@ -18,12 +20,16 @@ fs::path certificateFolder(const fs::path& target, const PlannedCertificate& pla
     return planned.kind->family == Family::Gpki ? folder : folder / planned.subject.text();
 }
 
+fs::path pfxFolder(const fs::path& target) { return target / "pfx"; }
+
 /** Folders right below the target; none of them may exist. */
-std::set<fs::path> topFolders(const fs::path& target, const std::vector<PlannedCertificate>& plan)
+std::set<fs::path> topFolders(const fs::path& target, const std::vector<PlannedCertificate>& plan, bool pfx)
 {
     std::set<fs::path> tops = {issuerFolder(target)};
     for (const PlannedCertificate& planned : plan)
         tops.insert(target / *fs::path(planned.kind->folder).begin());
+    if (pfx)
+        tops.insert(pfxFolder(target));
     return tops;
 }
 
@@ -48,11 +54,16 @@ CertificateFiles filesOf(const fs::path& target, const PlannedCertificate& plann
         folder / (id + "_env.key")};
 }
 
+fs::path pfxFileOf(const fs::path& target, const PlannedCertificate& planned)
+{
+    return pfxFolder(target) / (planned.subject.commonName() + "_" + hexText(planned.serial) + ".pfx");
+}
+
 fs::path issuerFolder(const fs::path& target) { return target / "ca"; }
 
-void makeFolders(const fs::path& target, const std::vector<PlannedCertificate>& plan)
+void makeFolders(const fs::path& target, const std::vector<PlannedCertificate>& plan, bool pfx)
 {
-    const std::set<fs::path> tops = topFolders(target, plan);
+    const std::set<fs::path> tops = topFolders(target, plan, pfx);
     for (const fs::path& top : tops)
         if (fs::exists(fs::symlink_status(top)))
             throw std::runtime_error(top.string() +

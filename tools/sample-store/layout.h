@@ -22,12 +22,15 @@ struct CertificateFiles {
  *  kmCert.der, kmPri.key. The government family puts …/<CN>_sig.cer, _sig.key, _env.cer and _env.key side by side. */
 CertificateFiles filesOf(const std::filesystem::path& target, const PlannedCertificate& planned);
 
+/** The PKCS#12 file of a certificate, pfx/<CN>_<serial number in hex>.pfx. */
+std::filesystem::path pfxFileOf(const std::filesystem::path& target, const PlannedCertificate& planned);
+
 /** Folder of the issuers' certificates. */
 std::filesystem::path issuerFolder(const std::filesystem::path& target);
 
 /** Makes every folder of the store, for the user alone. Throws std::runtime_error before anything is made when the
- *  target holds a store already (NPKI, GPKI, MPKI, Halvard or ca, as far as the plan needs them, exists in
+ *  target holds a store already (NPKI, GPKI, MPKI, Halvard, ca or pfx, as far as the plan needs them, exists in
  *  whatever form), or when a path would be longer than the library reads. */
-void makeFolders(const std::filesystem::path& target, const std::vector<PlannedCertificate>& plan);
+void makeFolders(const std::filesystem::path& target, const std::vector<PlannedCertificate>& plan, bool pfx);
 
 } // namespace sample

@@ -32,7 +32,7 @@ int main(int argc, char** argv)
     umask(S_IRWXG | S_IRWXO);
     try {
         const auto plan = sample::planStore(options);
-        sample::makeFolders(options.target, plan);
+        sample::makeFolders(options.target, plan, options.pfx);
         sample::Store(options, plan).write();
         sample::printReport(std::cout, options, plan);
         return 0;

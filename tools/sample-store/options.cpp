@@ -85,10 +85,10 @@ std::string_view stateName(State state)
 void declareOptions(CLI::App& app, Options& options)
 {
     app.add_option("-t,--target", options.target,
-           "Folder that gets the store: NPKI/, GPKI/, MPKI/, Halvard/ and ca/ are made below it and must not "
+           "Folder that gets the store: NPKI/, GPKI/, MPKI/, Halvard/, ca/ and pfx/ are made below it and must not "
            "exist yet")
         ->required();
-    app.add_option("-p,--password", options.password, "Password of every key file")
+    app.add_option("-p,--password", options.password, "Password of every key file and PKCS#12 file")
         ->check([](const std::string& word) { return word.empty() ? "the password is empty" : ""; })
         ->capture_default_str();
     app.add_option("-n,--count", options.count, "Number of certificate folders")
@@ -107,6 +107,7 @@ void declareOptions(CLI::App& app, Options& options)
         ->check(CLI::Range(2, mostKeys))
         ->capture_default_str();
     addMixtures(app, options);
+    app.add_flag("--pfx", options.pfx, "Also write each certificate and its keys as a PKCS#12 file into pfx/");
     addFormat(app, options);
 }
 

@@ -33,6 +33,7 @@ struct Options {
     std::uint64_t seed = 1;
     std::time_t now = 0; ///< midnight UTC of the day that states refer to
     int keys = 4;        ///< key pairs made for each key length and for the authorities, who share them
+    bool pfx = false;
     Format format = Format::Table;
 
     // Empty: a mixture.

@@ -56,6 +56,7 @@ const Column columns[] = {
     {"signing_key", false, [](auto& o, auto& p) { return filesOf(o.target, p).signKey.string(); }},
     {"km_certificate", false, [](auto& o, auto& p) { return kmFile(o, p, &CertificateFiles::kmCert); }},
     {"km_key", false, [](auto& o, auto& p) { return kmFile(o, p, &CertificateFiles::kmKey); }},
+    {"pfx", false, [](auto& o, auto& p) { return o.pfx ? pfxFileOf(o.target, p).string() : std::string(); }},
 };
 
 std::string jsonText(const std::string& text)

@@ -44,6 +44,19 @@ int encryptionOf(char variant, std::size_t i)
     }
 }
 
+/** A PKCS#12 file is as old or new as the key files beside it. */
+int protectionOf(char variant)
+{
+    switch (variant) {
+    case 'C':
+        return SIGIL_TK_PFX_SEED;
+    case 'D':
+        return SIGIL_TK_PFX_AES256;
+    default:
+        return SIGIL_TK_PFX_3DES;
+    }
+}
+
 Secret makeRandomValue()
 {
     Secret random(randomValueSize);
@@ -99,29 +112,51 @@ void Store::write()
     writeIssuers();
 }
 
+toolkit::CertifiedKey Store::makeSigningPair(const PlannedCertificate& planned, EVP_PKEY* key)
+{
+    Secret keyInfo = toolkit::encodePrivateKey(key);
+    if (planned.kind->holder == Holder::Server)
+        return {derOf(m_issuers.issueSigning(planned, key, {}).get()), std::move(keyInfo)};
+    const Secret random = makeRandomValue();
+    const Bytes identity = identityDataOf(m_library, planned, random);
+    return {
+        derOf(m_issuers.issueSigning(planned, key, identity).get()), toolkit::withIdentityRandom(keyInfo, random)};
+}
+
+toolkit::CertifiedKey Store::makeKeyManagementPair(const PlannedCertificate& planned, EVP_PKEY* key)
+{
+    return {derOf(m_issuers.issueKeyManagement(planned, key).get()), toolkit::encodePrivateKey(key)};
+}
+
+void Store::writePair(const toolkit::CertifiedKey& pair, const std::filesystem::path& certFile,
+    const std::filesystem::path& keyFile, int encryption)
+{
+    writeNewFile(certFile, pair.certificate);
+    writeNewFile(keyFile, toolkit::encryptKeyFile(m_library, encryption, pair.keyInfo, m_options.password));
+}
+
+void Store::writePfx(const PlannedCertificate& planned, const toolkit::Pkcs12Content& content)
+{
+    writeNewFile(pfxFileOf(m_options.target, planned),
+        toolkit::writePkcs12(m_library, content, m_options.password, protectionOf(planned.variant)));
+}
+
 void Store::writeCertificate(const PlannedCertificate& planned, std::size_t i)
 {
     const CertificateFiles files = filesOf(m_options.target, planned);
     const int encryption = encryptionOf(planned.variant, i);
-    EVP_PKEY* signingKey = m_keys.key(planned.keyBits, 2 * i);
-    Secret signingInfo = toolkit::encodePrivateKey(signingKey);
-    Bytes identity;
-    if (planned.kind->holder != Holder::Server) {
-        const Secret random = makeRandomValue();
-        signingInfo = toolkit::withIdentityRandom(signingInfo, random);
-        identity = identityDataOf(m_library, planned, random);
+    toolkit::Pkcs12Content content;
+    content.pairs.push_back(makeSigningPair(planned, m_keys.key(planned.keyBits, 2 * i)));
+    writePair(content.pairs.back(), files.signCert, files.signKey, encryption);
+    if (planned.pairs == Pairs::Both) {
+        content.pairs.push_back(makeKeyManagementPair(planned, m_keys.key(planned.keyBits, 2 * i + 1)));
+        writePair(content.pairs.back(), files.kmCert, files.kmKey, encryption);
     }
-    writeNewFile(files.signCert, derOf(m_issuers.issueSigning(planned, signingKey, identity).get()));
-    writeNewFile(files.signKey, toolkit::encryptKeyFile(m_library, encryption, signingInfo, m_options.password));
     if (planned.kind->family == Family::Npki)
         writeNewFile(files.signCert.parent_path() / "CaPubs",
             caPubs(m_issuers.root(), m_issuers.certificateOf(*planned.kind->authority)));
-    if (planned.pairs == Pairs::SigningOnly)
-        return;
-    EVP_PKEY* kmKey = m_keys.key(planned.keyBits, 2 * i + 1);
-    const Secret kmInfo = toolkit::encodePrivateKey(kmKey);
-    writeNewFile(files.kmCert, derOf(m_issuers.issueKeyManagement(planned, kmKey).get()));
-    writeNewFile(files.kmKey, toolkit::encryptKeyFile(m_library, encryption, kmInfo, m_options.password));
+    if (m_options.pfx)
+        writePfx(planned, content);
 }
 
 void Store::writeIssuers()

@@ -4,12 +4,14 @@
 #pragma once
 
 #include "toolkit/engine/library.h"
+#include "toolkit/engine/pkcs12.h"
 #include "tools/sample-store/issuer.h"
 #include "tools/sample-store/key_pool.h"
 #include "tools/sample-store/layout.h"
 #include "tools/sample-store/options.h"
 #include "tools/sample-store/plan.h"
 
+#include <filesystem>
 #include <vector>
 
 namespace sample {
@@ -23,7 +25,12 @@ public:
     void write();
 
 private:
+    toolkit::CertifiedKey makeSigningPair(const PlannedCertificate& planned, EVP_PKEY* key);
+    toolkit::CertifiedKey makeKeyManagementPair(const PlannedCertificate& planned, EVP_PKEY* key);
     void writeCertificate(const PlannedCertificate& planned, std::size_t i);
+    void writePair(const toolkit::CertifiedKey& pair, const std::filesystem::path& certFile,
+        const std::filesystem::path& keyFile, int encryption);
+    void writePfx(const PlannedCertificate& planned, const toolkit::Pkcs12Content& content);
     void writeIssuers();
 
     const Options& m_options;
