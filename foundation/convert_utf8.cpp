@@ -2,7 +2,11 @@
 
 #include "foundation/cp949_tables.h"
 
+#include <algorithm>
+#include <array>
+#include <bit>
 #include <climits>
+#include <cstdint>
 #include <cstring>
 #include <memory>
 #include <new>
@@ -21,23 +25,54 @@ constexpr bool isSyllable(unsigned unit) { return unit - sigil::firstSyllable < 
 
 constexpr bool isLetter(unsigned unit) { return unit >= 0x3131 && unit <= 0x318F; }
 
-constexpr bool isContinuation(Byte byte) { return (byte & 0xC0) == 0x80; }
-
 // One character each: the readers move `in` behind what they took, the writers return the place behind what they put.
 
-/** Reads ASCII and Hangul syllables; the first byte of anything else counts as a "?" by itself, deliberately. */
-inline unsigned takeUtf8(const Byte*& in, const Byte* end)
+/** The fixed bits of a three-byte UTF-8 sequence, as they add up when its bytes are taken for a code point. */
+constexpr unsigned sequenceBits = (0xE0 << 12) + (0x80 << 6) + 0x80;
+
+/** Number (from U+AC00) of the Hangul syllable that the four bytes at @p in begin with; beyond the table for anything
+ *  else. Four bytes are looked at because one comparison then tells whether two continuation bytes are among them. */
+inline unsigned syllableAt(const Byte* in)
 {
-    const Byte first = *in++;
-    if (first < 0x80)
-        return first;
-    if ((first & 0xF0) != 0xE0 || end - in < 2 || !isContinuation(in[0]) || !isContinuation(in[1]))
-        return '?';
-    const unsigned unit = (first & 0x0Fu) << 12 | (in[0] & 0x3Fu) << 6 | (in[1] & 0x3Fu);
-    if (!isSyllable(unit))
-        return '?';
-    in += 2;
-    return unit;
+    constexpr auto mask = std::bit_cast<std::uint32_t>(std::array<Byte, 4>{0x00, 0xC0, 0xC0, 0x00});
+    constexpr auto marks = std::bit_cast<std::uint32_t>(std::array<Byte, 4>{0x00, 0x80, 0x80, 0x00});
+    std::uint32_t bytes;
+    std::memcpy(&bytes, in, sizeof bytes);
+    const unsigned codePoint = (in[0] << 12) + (in[1] << 6) + in[2] - sequenceBits;
+    return (bytes & mask) == marks ? codePoint - sigil::firstSyllable : UINT_MAX;
+}
+
+/** Converts what begins before @p end; three bytes behind it must be readable. Moves @p in behind what it took. */
+template <class PutSyllable, class PutByte>
+inline Byte* convertUtf8Part(const Byte*& in, const Byte* end, Byte* out, PutSyllable putSyllable, PutByte putOther)
+{
+    while (in < end) {
+        const unsigned syllable = syllableAt(in);
+        if (syllable < std::size(sigil::uni2ksc)) {
+            out = putSyllable(syllable, out);
+            in += 3;
+        } else {
+            out = putOther(*in < 0x80 ? *in : Byte{'?'}, out);
+            ++in;
+        }
+    }
+    return out;
+}
+
+/** Writes a text with @p putSyllable, given the number (from U+AC00) of each Hangul syllable, and @p putOther, given
+ *  every other byte: itself for ASCII, else a "?". So other characters give a "?" for each byte, deliberately.
+ *  @return the place behind what was written */
+template <class PutSyllable, class PutByte>
+inline Byte* convertUtf8(const Byte* in, std::size_t size, Byte* out, PutSyllable putSyllable, PutByte putOther)
+{
+    const Byte* const end = in + size;
+    if (size > 3)
+        out = convertUtf8Part(in, end - 3, out, putSyllable, putOther);
+    // The last bytes are read from a copy with zeros behind them.
+    Byte rest[6] = {};
+    std::copy(in, end, rest);
+    const Byte* from = rest;
+    return convertUtf8Part(from, rest + (end - in), out, putSyllable, putOther);
 }
 
 /** Reads a CP949 character: 0 for an unassigned code, noUnit for one outside the table. */
@@ -66,21 +101,25 @@ inline Byte* putUnit(unsigned unit, Byte* out)
     return out + 2;
 }
 
+inline Byte* putByte(Byte byte, Byte* out)
+{
+    *out = byte;
+    return out + 1;
+}
+
 inline Byte* putUtf8(unsigned unit, Byte* out)
 {
-    if (unit < 0x80) {
-        *out = static_cast<Byte>(unit);
-        return out + 1;
+    if (unit >= 0x800) { // Hangul first
+        out[0] = static_cast<Byte>(0xE0 | unit >> 12);
+        out[1] = static_cast<Byte>(0x80 | (unit >> 6 & 0x3F));
+        out[2] = static_cast<Byte>(0x80 | (unit & 0x3F));
+        return out + 3;
     }
-    if (unit < 0x800) {
-        out[0] = static_cast<Byte>(0xC0 | unit >> 6);
-        out[1] = static_cast<Byte>(0x80 | (unit & 0x3F));
-        return out + 2;
-    }
-    out[0] = static_cast<Byte>(0xE0 | unit >> 12);
-    out[1] = static_cast<Byte>(0x80 | (unit >> 6 & 0x3F));
-    out[2] = static_cast<Byte>(0x80 | (unit & 0x3F));
-    return out + 3;
+    if (unit < 0x80)
+        return putByte(static_cast<Byte>(unit), out);
+    out[0] = static_cast<Byte>(0xC0 | unit >> 6);
+    out[1] = static_cast<Byte>(0x80 | (unit & 0x3F));
+    return out + 2;
 }
 
 inline Byte* putCode(unsigned code, Byte* out)
@@ -95,8 +134,7 @@ inline Byte* putKsc(unsigned unit, Byte* out)
 {
     if (isSyllable(unit))
         return putCode(sigil::uni2ksc[unit - sigil::firstSyllable], out);
-    *out = unit < 0x80 ? static_cast<Byte>(unit) : '?';
-    return out + 1;
+    return putByte(unit < 0x80 ? static_cast<Byte>(unit) : '?', out);
 }
 
 std::size_t size(const void* in, int len) { return in && len > 0 ? static_cast<std::size_t>(len) : 0; }
@@ -145,10 +183,10 @@ Byte* kscToUtf8(const Byte* in, const Byte* end, Byte* out)
 int ConvertUTF8::utf82unicode(const unsigned char* in, int len, unsigned char** out, int& outLen)
 {
     const Bytes buffer = room(2 * size(in, len) + 2);
-    Byte* at = buffer.get();
-    for (const Byte* end = in + size(in, len); in < end;)
-        at = putUnit(takeUtf8(in, end), at);
-    return handOut(buffer, at, out, outLen);
+    const Byte* end = convertUtf8(
+        in, size(in, len), buffer.get(),
+        [](unsigned syllable, Byte* at) { return putUnit(sigil::firstSyllable + syllable, at); }, putUnit);
+    return handOut(buffer, end, out, outLen);
 }
 
 int ConvertUTF8::unicode2utf8(const unsigned char* in, int len, unsigned char** out, int& outLen)
@@ -190,11 +228,11 @@ int ConvertUTF8::utf82ascii(const char* in, int len, char* out, int& outLen)
     // UTF-8 gives no Hangul letters, so unlike that of unicode2ascii this conversion needs no capacity. The text is
     // put together aside, because the output may be the input.
     const Bytes buffer = room(size(in, len));
-    Byte* at = buffer.get();
     const Byte* from = reinterpret_cast<const Byte*>(in);
-    for (const Byte* end = from + size(in, len); from < end;)
-        at = putKsc(takeUtf8(from, end), at);
-    return copyOut(buffer, lengthOf(buffer, at), out, outLen);
+    const Byte* end = convertUtf8(
+        from, size(in, len), buffer.get(),
+        [](unsigned syllable, Byte* at) { return putCode(sigil::uni2ksc[syllable], at); }, putByte);
+    return copyOut(buffer, lengthOf(buffer, end), out, outLen);
 }
 
 int ConvertUTF8::ascii2unicode(const unsigned char* in, int len, unsigned char** out, int& outLen)

@@ -3,6 +3,10 @@
  */
 #pragma once
 
+// Declarations are not hidden by the compiler's default as definitions are; the conversions would look the tables'
+// addresses up again and again.
+#pragma GCC visibility push(hidden)
+
 namespace sigil {
 
 constexpr int firstSyllable = 0xAC00;
@@ -21,3 +25,5 @@ extern const unsigned short uni2ksc_consonant[96];
 extern const unsigned short ksc2uni[kscCodes];
 
 } // namespace sigil
+
+#pragma GCC visibility pop

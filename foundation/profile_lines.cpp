@@ -2,10 +2,12 @@
 
 #include "foundation/ascii.h"
 
+#include <algorithm>
 #include <cstring>
 #include <memory>
 #include <memory_resource>
 #include <new>
+#include <sys/stat.h>
 
 namespace sigil {
 
@@ -14,27 +16,39 @@ namespace {
 /** The first node and the memory of all other nodes and lines. A lookup reads the whole file: two heap allocations
  *  for every line would cost more than the reading. */
 struct ProfileLines : _ConfigProfile {
-    ProfileLines()
+    explicit ProfileLines(std::size_t expectedSize)
         : _ConfigProfile{nullptr, nullptr}
-        , memory(32 * 1024)
+        , memory(expectedSize)
     {
     }
 
     /** Adds a line behind @p last, the node that was added before; the first line goes into the first node. */
     _ConfigProfile* add(_ConfigProfile* last, const char* text, std::size_t length)
     {
-        _ConfigProfile* node = this;
+        // The text stands right behind its node.
+        void* room = memory.allocate(sizeof(_ConfigProfile) + length + 1, alignof(_ConfigProfile));
+        auto* node = new (room) _ConfigProfile{static_cast<char*>(room) + sizeof(_ConfigProfile), nullptr};
+        std::memcpy(node->line, text, length);
+        node->line[length] = '\0';
         if (line)
-            node = last->next = new (memory.allocate(sizeof *node, alignof(_ConfigProfile))) _ConfigProfile{};
-        char* copy = static_cast<char*>(memory.allocate(length + 1, 1));
-        std::memcpy(copy, text, length);
-        copy[length] = '\0';
-        node->line = copy;
-        return node;
+            return last->next = node;
+        line = node->line;
+        return this;
     }
 
     std::pmr::monotonic_buffer_resource memory;
 };
+
+/** Memory that the lines of a file will need, about: twice its size, within bounds. One block of the right size is
+ *  given back to the heap and used again by the next lookup; a row of growing ones would go back to the system. */
+std::size_t expectedSize(std::FILE* file)
+{
+    constexpr std::size_t least = 16 * 1024;
+    constexpr std::size_t most = 16 * 1024 * 1024;
+    struct stat status { };
+    const bool known = fstat(fileno(file), &status) == 0 && status.st_size > 0;
+    return known ? std::clamp(2 * static_cast<std::size_t>(status.st_size), least, most) : least;
+}
 
 /** Length of the line at the start of the @p size bytes at @p text; 0 when its end has not been read yet. */
 std::size_t lineLength(const char* text, std::size_t size, bool atEnd)
@@ -47,7 +61,7 @@ std::size_t lineLength(const char* text, std::size_t size, bool atEnd)
 
 void readLines(ProfileLines& lines, std::FILE* file)
 {
-    char buffer[16 * 1024];
+    char buffer[32 * 1024];
     std::size_t held = 0;
     _ConfigProfile* last = &lines;
     for (bool atEnd = false; !atEnd;) {
@@ -74,7 +88,7 @@ int _DecodeConfigProfile(_ConfigProfile** list, std::FILE* file)
 {
     *list = nullptr;
     try {
-        ProfileLines* lines = std::make_unique<ProfileLines>().release();
+        ProfileLines* lines = std::make_unique<ProfileLines>(expectedSize(file)).release();
         *list = lines;
         readLines(*lines, file);
         return 0;
