@@ -8,6 +8,7 @@
 #include <QDialog>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QTableView>
 #include <QtTest>
 

@@ -1,0 +1,186 @@
+// The selection dialog: the find button and what comes out of a PKCS#12 file.
+
+#include "tests/ui/fixture.h"
+
+#include <QFileDialog>
+#include <QTemporaryDir>
+#include <QTimer>
+
+using driver::answerBox;
+using driver::Box;
+using driver::presses;
+using driver::whenShown;
+
+class ImportTest : public SelectionTest {
+protected:
+    void SetUp() override
+    {
+        SelectionTest::SetUp();
+        QFile file(folder.filePath("mine.p12"));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        scripted::processor().importCert = "certificate";
+        scripted::processor().importKey = "key";
+        open();
+        scripted::processor().entries = {scripted::sampleEntry("가져온이")};
+    }
+
+    QString path() const { return folder.filePath("mine.p12"); }
+
+    /** Answers the file dialog, then the password dialog. */
+    void find(const char* password, const char* button = "pushButton_ok")
+    {
+        whenShown([=, this](QDialog& chooser) {
+            driver::find<QLineEdit>(chooser, "fileNameEdit").setText(path());
+            whenShown([=](QDialog& asking) {
+                EXPECT_EQ(asking.windowTitle(), driver::ui(korean, "DLG_CERTPASSWORD_CAPITON"));
+                driver::types(asking, "lineEdit_password", password);
+                presses(asking, button);
+            });
+            QMetaObject::invokeMethod(&chooser, "accept");
+        });
+    }
+    Box findWithBox(const char* password)
+    {
+        Box box;
+        find(password);
+        QTimer::singleShot(0, [&] { waitForBox(box); });
+        presses(*dialog, "pushButton_find");
+        return box;
+    }
+    static void waitForBox(Box& box)
+    {
+        if (auto* shown = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            if (!box.shown)
+                box = {shown->windowTitle(), shown->text(), true, shown->buttons().size(), shown->icon()};
+            ++boxes;
+            shown->accept();
+            if (boxes == awaitedBoxes)
+                return;
+        }
+        QTimer::singleShot(1, [&box] { waitForBox(box); });
+    }
+    QTemporaryDir folder;
+    static int boxes, awaitedBoxes;
+};
+int ImportTest::boxes = 0;
+int ImportTest::awaitedBoxes = 1;
+
+TEST_F(ImportTest, AsksForAPfxOrP12FileFromTheRoot)
+{
+    QStringList filters;
+    QString caption, start;
+    whenShown([&](QDialog& chooser) {
+        auto& files = dynamic_cast<QFileDialog&>(chooser);
+        filters = files.nameFilters();
+        caption = files.windowTitle();
+        start = files.directory().path();
+        chooser.reject();
+    });
+    presses(*dialog, "pushButton_find");
+    EXPECT_EQ(filters, QStringList({"PFX(*.PFX *.pfx)", "p12(*.P12 *.p12)"}));
+    EXPECT_EQ(caption, "Open File...");
+    EXPECT_EQ(start, "/");
+    EXPECT_EQ(scripted::processor().lastCallOf("CLP_ImportPFX"), "") << "without a file nothing happens";
+}
+
+TEST_F(ImportTest, ListsTheImportedCertificate)
+{
+    scripted::processor().importKmCert = "km certificate";
+    scripted::processor().importKmKey = "km key";
+    find("Secret");
+    presses(*dialog, "pushButton_find");
+    EXPECT_EQ(
+        scripted::processor().lastCallOf("CLP_ImportPFX"), "CLP_ImportPFX " + path().toStdString() + " Secret");
+    EXPECT_EQ(scripted::processor().lastCallOf("CLP_LoadMemoryCert"),
+        "CLP_LoadMemoryCert certificate|key|km certificate|km key");
+    EXPECT_EQ(dialog->Medium(), 6);
+    ASSERT_EQ(rows(), 1);
+    EXPECT_EQ(driver::cell(*dialog, "tableView_certlist", 0, 0), QStringLiteral("가져온이"));
+    EXPECT_TRUE(widget<QTableView>("tableView_certlist").selectionModel()->isRowSelected(0, {}));
+    EXPECT_EQ(status(), driver::message(korean, "MSG_SELECTCERT_SELCERTINPUTPWD"));
+}
+
+TEST_F(ImportTest, ConfirmsWithTheImportPasswordIgnoringCase)
+{
+    find("Secret");
+    presses(*dialog, "pushButton_find");
+    driver::types(*dialog, "lineEdit_password", "other");
+    Box box;
+    answerBox(box);
+    presses(*dialog, "pushButton_ok");
+    EXPECT_EQ(box.text, driver::message(korean, "MSG_SELECTCERT_PASSWORD_DIFFERENT"));
+    widget<QLineEdit>("lineEdit_password").clear();
+    driver::types(*dialog, "lineEdit_password", "sECRET");
+    presses(*dialog, "pushButton_ok");
+    EXPECT_EQ(dialog->AcceptedFlag(), 1);
+    EXPECT_EQ(scripted::processor().lastCallOf("CLP_DecryptPriKey"), "");
+    tagSELCERTINFO out{};
+    dialog->GetSelectCertinfo(&out);
+    EXPECT_EQ(out.nMediaType, 6u);
+    EXPECT_STREQ(out.szSignCertPath, "") << "paths belong to the disks";
+}
+
+TEST_F(ImportTest, StopsWhenNoPasswordIsGiven)
+{
+    find("", "pushButton_cancel");
+    presses(*dialog, "pushButton_find");
+    EXPECT_EQ(scripted::processor().lastCallOf("CLP_ImportPFX"), "");
+    EXPECT_EQ(rows(), 3);
+}
+
+TEST_F(ImportTest, ExplainsAFailedImport)
+{
+    struct Failure {
+        int code;
+        const char* text;
+        const char* caption;
+    };
+    const Failure failures[] = {
+        {1113, "MSG_SELECTCERT_PASSWORD_DIFFERENT", "DLG_SELCERT_CAPITON"},
+        {-1, "MSG_MANAGEUSER_ALERTCANCEL_CERTIMPORT", "MSG_MANAGEUSER_ALERT_TITLE_IMPORT"},
+        {1137, "MSG_MANAGEUSER_ALERTFAIL_CERTIMPORT", "MSG_MANAGEUSER_ALERT_TITLE_IMPORT"},
+    };
+    for (const Failure& failure : failures) {
+        scripted::processor().results["CLP_ImportPFX"] = failure.code;
+        boxes = 0;
+        const Box box = findWithBox("x");
+        EXPECT_EQ(box.text, driver::message(korean, failure.text));
+        EXPECT_EQ(box.caption, driver::ui(korean, failure.caption));
+        EXPECT_FALSE(box.caption.isEmpty());
+        EXPECT_EQ(rows(), 3) << "the list stays";
+        EXPECT_EQ(dialog->LastResult(), failure.code);
+    }
+}
+
+TEST_F(ImportTest, TellsThatTheSigningPairIsMissingAndCountsTheImportAsDone)
+{
+    scripted::processor().importKey.clear();
+    boxes = 0;
+    EXPECT_EQ(findWithBox("x").text, driver::message(korean, "MSG_SELECTCERT_NOCERT_SIGN"));
+    EXPECT_EQ(rows(), 3);
+    EXPECT_EQ(dialog->LastResult(), 0);
+    EXPECT_EQ(status(), driver::message(korean, "MSG_SELECTCERT_SELCERTINPUTPWD"));
+}
+
+TEST_F(ImportTest, TellsThatTheFileYieldedNoCertificate)
+{
+    scripted::processor().entries.clear();
+    boxes = 0;
+    awaitedBoxes = 2; // one from the import, one from the find button
+    EXPECT_EQ(findWithBox("x").text, driver::message(korean, "MSG_SELECTCERT_NOCERT"));
+    EXPECT_EQ(boxes, 2);
+    awaitedBoxes = 1;
+    EXPECT_EQ(dialog->LastResult(), 1115);
+    EXPECT_EQ(rows(), 0);
+}
+
+TEST_F(ImportTest, TellsThatTheProcessorRefusedTheCertificate)
+{
+    scripted::processor().results["CLP_LoadMemoryCert"] = 1117;
+    Box box;
+    answerBox(box);
+    char file[] = "/x.p12", password[] = "x";
+    EXPECT_EQ(dialog->LoadCertPKCS12(file, password), 1117);
+    EXPECT_EQ(box.text, driver::message(korean, "MSG_MANAGEUSER_ALERTFAIL_CERTIMPORT"));
+    EXPECT_EQ(box.caption, driver::ui(korean, "DLG_SELCERT_CAPITON"));
+}
