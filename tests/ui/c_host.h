@@ -1,0 +1,32 @@
+/** @file
+ *  What the C host of the tests asks of the C++ side: to run it inside the event loop, and to act as its user.
+ */
+#ifndef SIGILDESK_TESTS_UI_C_HOST_H
+#define SIGILDESK_TESTS_UI_C_HOST_H
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/** Runs @p what once, from inside the event loop of the application that is going to be made. */
+void whenLoopRuns(void (*what)(void));
+
+/** Makes the application of a host that owns it itself; it lives until the process ends. */
+void makeApplication(int* argc, char** argv);
+
+/** Lets the user of the next dialog choose the first certificate with a password, cancel, or close the window. */
+void userChooses(void);
+void userCancels(void);
+void userCloses(void);
+
+/** Ends the event loop with this result. */
+void quitLoop(int result);
+
+/** Makes the processor refuse to start with this code. */
+void refuseToStart(int code);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

@@ -1,0 +1,62 @@
+// The C++ side of the C host.
+
+#include "tests/ui/c_host.h"
+
+#include "foundation/environment.h"
+#include "tests/ui/driver.h"
+#include "tests/ui/scripted_processor.h"
+
+#include <QTimer>
+
+#include <cstdlib>
+
+namespace {
+
+void (*pending)() = nullptr;
+
+void fillProcessor()
+{
+    scripted::processor().entries = {scripted::sampleEntry("홍길동")};
+    scripted::processor().signKey = "signkey";
+    if (const char* folder = std::getenv("TRACE_FOLDER"))
+        sigil::environment().traceFolder = folder;
+}
+
+void startPending()
+{
+    fillProcessor();
+    if (pending)
+        QTimer::singleShot(0, pending);
+}
+Q_COREAPP_STARTUP_FUNCTION(startPending)
+
+} // namespace
+
+void whenLoopRuns(void (*what)(void)) { pending = what; }
+
+void makeApplication(int* argc, char** argv) { static QApplication application(*argc, argv); }
+
+void userChooses()
+{
+    driver::whenShown([](QDialog& dialog) {
+        driver::types(dialog, "lineEdit_password", "TopSecret");
+        driver::presses(dialog, "pushButton_ok");
+    });
+}
+
+void userCancels()
+{
+    driver::whenShown([](QDialog& dialog) { driver::presses(dialog, "pushButton_cancel"); });
+}
+
+void userCloses()
+{
+    driver::whenShown([](QDialog& dialog) {
+        std::printf("list: %s\n", scripted::processor().lastCallOf("CLP_SetMediaType").c_str());
+        dialog.close();
+    });
+}
+
+void quitLoop(int result) { QCoreApplication::exit(result); }
+
+void refuseToStart(int code) { scripted::processor().results["CLP_Initalize"] = code; }

@@ -1,0 +1,115 @@
+// The entry points, called by a host in C in a process of its own.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <memory>
+
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::Not;
+
+namespace {
+
+constexpr char unchanged[] = "key=x subject=x\n";
+constexpr char chosen[] = "chosen 0 key=signkey subject=cn=홍길동,ou=개인,o=예제,c=KR\n";
+
+class HostTest : public testing::Test {
+protected:
+    HostTest()
+    {
+        std::string pattern = (std::filesystem::temp_directory_path() / "sigildesk-XXXXXX").string();
+        m_traceFolder = mkdtemp(pattern.data());
+    }
+    ~HostTest() override { std::filesystem::remove_all(m_traceFolder); }
+
+    /** What the host printed, ending with "exit CODE"; 124 is the code of a host that had to be stopped. */
+    std::string run(const std::string& mode, int seconds = 20)
+    {
+        const std::string command = "TRACE_FOLDER=" + m_traceFolder + " timeout " + std::to_string(seconds) +
+            " " UI_C_HOST " " + mode + " " SIGILDESK_LIBRARY_FOLDER " 2>/dev/null; echo exit $?";
+        const std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), pclose);
+        std::string output;
+        std::array<char, 512> part;
+        while (std::fgets(part.data(), part.size(), pipe.get()))
+            output += part.data();
+        return output;
+    }
+    std::string trace() const
+    {
+        std::string text;
+        for (const auto& entry : std::filesystem::directory_iterator(m_traceFolder)) {
+            std::ifstream file(entry.path());
+            text.append(std::istreambuf_iterator<char>(file), {});
+        }
+        return text;
+    }
+
+private:
+    std::string m_traceFolder;
+};
+
+} // namespace
+
+TEST_F(HostTest, RunsTheSharedDialogManyTimes)
+{
+    const std::string output = run("shared");
+    EXPECT_THAT(output, HasSubstr(chosen));
+    EXPECT_THAT(output, HasSubstr(std::string("cancelled -1 ") + unchanged));
+    EXPECT_THAT(output, HasSubstr(std::string("closed -1 ") + unchanged));
+    EXPECT_THAT(output, HasSubstr("list: CLP_SetMediaType 1\n"));
+    EXPECT_THAT(output, EndsWith("exit 0\n"));
+}
+
+TEST_F(HostTest, TracesTheSharedDialogButNoPassword)
+{
+    run("shared");
+    EXPECT_THAT(trace(), HasSubstr("[DEBUG][SigilDesk.cpp:"));
+    EXPECT_THAT(trace(), HasSubstr("[ShowUserCert] Initalize : 0\n"));
+    EXPECT_THAT(trace(), HasSubstr("[ShowUserCert] ShowUserCert end\n"));
+    EXPECT_THAT(trace(), Not(HasSubstr("TopSecret")));
+    EXPECT_THAT(trace(), Not(HasSubstr("signkey")));
+}
+
+TEST_F(HostTest, RunsADialogOfItsOwn)
+{
+    const std::string output = run("own");
+    EXPECT_THAT(output, HasSubstr(chosen));
+    EXPECT_THAT(output, HasSubstr("cancelled -1 key=signkey")) << "the result stays as it was";
+    EXPECT_THAT(output, HasSubstr("closed -1 "));
+    EXPECT_THAT(output, HasSubstr("refused 1007 "));
+    EXPECT_THAT(output, EndsWith("exit 0\n"));
+}
+
+TEST_F(HostTest, ReturnsWhatTheProcessorRefuses)
+{
+    const std::string output = run("refused");
+    EXPECT_THAT(output, HasSubstr(std::string("refused 1010 ") + unchanged));
+    EXPECT_THAT(output, HasSubstr("no init 1001\n"));
+    EXPECT_THAT(trace(), HasSubstr("Initalize : 1010\n"));
+}
+
+TEST_F(HostTest, OpensOnTheCertificateInMemory)
+{
+    EXPECT_THAT(run("memory"), HasSubstr(std::string("memory -1 ") + unchanged));
+}
+
+TEST_F(HostTest, LeavesTheLoopWhenNoDialogWasEverShown) { EXPECT_EQ(run("quit"), "init 7\nexit 0\n"); }
+
+TEST_F(HostTest, StaysInTheLoopOnceADialogWasShown)
+{
+    const std::string output = run("stays", 3);
+    EXPECT_THAT(output, HasSubstr("cancelled -1"));
+    EXPECT_THAT(output, EndsWith("exit 124\n")) << "the loop is entered again, so that the next call finds it";
+}
+
+TEST_F(HostTest, NeverComesBackFromTheSharedDialogBeforeItsInit)
+{
+    EXPECT_EQ(run("early", 3), "started\nexit 124\n");
+}
