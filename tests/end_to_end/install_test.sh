@@ -12,7 +12,7 @@ cmake --install "$build" --prefix "$prefix" >/dev/null
 expect() { [ -e "$prefix/$1" ] || { echo "not installed: $1" >&2; exit 1; }; }
 for file in lib/libSigilDesk.so.1 lib/libSigilDesk.so include/sigildesk/{sigildesk,crypto,certlist,dialogs,open_toolkit}.h \
             lib/cmake/SigilDesk/SigilDeskConfig.cmake lib/pkgconfig/sigildesk.pc \
-            lib/sigildesk/libHVCToolkitV30.so \
+            lib/sigildesk/{libHVCToolkitV30.so,libgpkiapi_v15.so} \
             lib/sigildesk/{KOR.ini,ENG.ini,TWAPI_LOG.ini,HVCToolkitV30.conf} \
             lib/sigildesk/{Policy,Issuer}_{KOR,ENG}.conf bin/sigildesk; do
     expect "$file"
