@@ -7,6 +7,7 @@
 #include "toolkit/engine/error.h"
 #include "toolkit/engine/library.h"
 #include "toolkit/engine/session_cipher.h"
+#include "toolkit/engine/trust.h"
 
 #include <optional>
 #include <string>
@@ -18,6 +19,9 @@ namespace toolkit {
 constexpr const char* versionText = "SigilDesk open toolkit 1.0.0";
 
 class Context {
+    // First, so that it is released last: everything else holds objects made in it.
+    Library m_library;
+
 public:
     const Library& library() const { return m_library; }
 
@@ -34,11 +38,12 @@ public:
     int padding = SIGIL_TK_PADDING_V15;
     /** Key of CRYPT_Encrypt and its like. */
     SessionCipher sessionCipher;
+    /** What CERT_Verify relies on. */
+    TrustStore trust;
     /** Folder that relative paths begin at; empty for the process's own. */
     std::string mediaFolder;
 
 private:
-    Library m_library;
     std::optional<Certificate> m_certificate;
 };
 

@@ -29,10 +29,14 @@ public:
             close(m_descriptor);
             fail(SIGIL_TK_FILE_READ, "not a regular file");
         }
+        m_size = static_cast<std::size_t>(status.st_size);
     }
     ~OpenFile() { close(m_descriptor); }
     OpenFile(const OpenFile&) = delete;
     OpenFile& operator=(const OpenFile&) = delete;
+
+    /** Its size when it was opened. */
+    std::size_t size() const { return m_size; }
 
     /** Bytes read; 0 at the end. */
     std::size_t read(std::span<unsigned char> room) const
@@ -48,23 +52,31 @@ public:
 
 private:
     int m_descriptor;
+    std::size_t m_size = 0;
 };
 
-} // namespace
-
-void readPieces(const std::string& path, const std::function<void(View)>& take)
+void readAll(const OpenFile& file, const std::function<void(View)>& take)
 {
-    const OpenFile file(path);
     Secret piece(64U * 1024);
     while (const std::size_t count = file.read(piece))
         take(View(piece).first(count));
 }
 
+} // namespace
+
+void readPieces(const std::string& path, const std::function<void(View)>& take) { readAll(OpenFile(path), take); }
+
 Secret readFile(const std::string& path)
 {
+    const OpenFile file(path);
+    const auto requireSize = [](std::size_t size) {
+        require(size <= maximumFileSize, SIGIL_TK_FILE_READ, "the file is too large");
+    };
+    requireSize(file.size());
     Secret bytes;
-    readPieces(path, [&](View piece) {
-        require(bytes.size() + piece.size() <= maximumFileSize, SIGIL_TK_FILE_READ, "the file is too large");
+    bytes.reserve(file.size());
+    readAll(file, [&](View piece) { // a file may grow while it is read
+        requireSize(bytes.size() + piece.size());
         bytes.insert(bytes.end(), piece.begin(), piece.end());
     });
     return bytes;

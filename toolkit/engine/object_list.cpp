@@ -13,8 +13,9 @@ bool isSequence(View object)
     return reader.take(der::Sequence) && reader.atEnd();
 }
 
-/** A certificate begins with SEQUENCE { SEQUENCE { [0] or INTEGER, a list of certificates one level deeper. */
-bool isSingleCertificate(View bytes)
+/** A certificate begins with SEQUENCE { SEQUENCE { [0] or INTEGER, and so does a current revocation list; a list of them one
+ *  level deeper. */
+bool isSingle(View bytes)
 {
     const auto outer = der::Reader(bytes).take(der::Sequence);
     const auto inner = outer ? der::Reader(*outer).take(der::Sequence) : std::nullopt;
@@ -53,15 +54,20 @@ Secret ObjectList::encode() const
     return der::element<Secret>(der::Sequence, {content});
 }
 
+ObjectList listOrSingle(View bytes)
+{
+    if (!isSingle(bytes))
+        return ObjectList(bytes);
+    ObjectList list;
+    list.add(bytes);
+    return list;
+}
+
 std::vector<Certificate> certificatesOf(const Library& library, View bytes)
 {
     const Bytes der = derOf(bytes, SIGIL_TK_CERT_MALFORMED);
     std::vector<Certificate> certificates;
-    if (isSingleCertificate(der)) {
-        certificates.emplace_back(library, der);
-        return certificates;
-    }
-    for (const Secret& object : ObjectList(der))
+    for (const Secret& object : listOrSingle(der))
         certificates.emplace_back(library, object);
     return certificates;
 }

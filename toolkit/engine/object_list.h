@@ -32,6 +32,8 @@ private:
     std::vector<Secret> m_objects;
 };
 
+/** The objects of a list, or the one certificate or revocation list when @p bytes is a single one. */
+ObjectList listOrSingle(View bytes);
 /** The certificates of a list, or the one certificate when @p bytes is a single one. */
 std::vector<Certificate> certificatesOf(const Library& library, View bytes);
 

@@ -1,0 +1,114 @@
+#include "tests/toolkit/server.h"
+
+#include <arpa/inet.h>
+#include <fcntl.h>
+#include <netinet/in.h>
+#include <signal.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <filesystem>
+#include <stdexcept>
+#include <thread>
+#include <utility>
+
+namespace toolkit_test {
+namespace {
+
+sockaddr_in loopback(int port)
+{
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    address.sin_port = htons(static_cast<std::uint16_t>(port));
+    return address;
+}
+
+/** A port that nobody used a moment ago. */
+int freePort()
+{
+    const int probe = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    sockaddr_in address = loopback(0);
+    socklen_t length = sizeof(address);
+    bind(probe, reinterpret_cast<sockaddr*>(&address), sizeof(address));
+    getsockname(probe, reinterpret_cast<sockaddr*>(&address), &length);
+    close(probe);
+    return ntohs(address.sin_port);
+}
+
+bool answers(int port)
+{
+    const int probe = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    const sockaddr_in address = loopback(port);
+    const bool connected = connect(probe, reinterpret_cast<const sockaddr*>(&address), sizeof(address)) == 0;
+    close(probe);
+    return connected;
+}
+
+void becomeProgram(const std::string& folder, const std::vector<std::string>& command)
+{
+    std::vector<char*> arguments;
+    for (const std::string& argument : command)
+        arguments.push_back(const_cast<char*>(argument.c_str()));
+    arguments.push_back(nullptr);
+    const int log = open((folder + "/server.log").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    dup2(log, STDOUT_FILENO);
+    dup2(log, STDERR_FILENO);
+    if (chdir(folder.c_str()) == 0)
+        execvp(arguments[0], arguments.data());
+    _exit(127);
+}
+
+} // namespace
+
+Server::Server(const Workshop& workshop, const std::vector<std::string>& command, int port)
+    : m_process(fork())
+    , m_port(port)
+{
+    if (m_process == 0)
+        becomeProgram(workshop.path("."), command);
+    for (int i = 0; i < 200; ++i) {
+        if (answers(port))
+            return;
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+    throw std::runtime_error(command[0] + " does not answer: " + workshop.read("server.log"));
+}
+
+Server::Server(Server&& other) noexcept
+    : m_process(std::exchange(other.m_process, 0))
+    , m_port(other.m_port)
+{
+}
+
+Server::~Server()
+{
+    if (m_process <= 0)
+        return;
+    kill(m_process, SIGTERM);
+    waitpid(m_process, nullptr, 0);
+}
+
+Server Server::web(const Workshop& workshop)
+{
+    const int port = freePort();
+    return {workshop, {"python3", "-m", "http.server", std::to_string(port), "--bind", "127.0.0.1"}, port};
+}
+
+Server Server::directory(const Workshop& workshop, const std::string& ldif)
+{
+    std::filesystem::create_directory(workshop.path("database"));
+    workshop.write("slapd.conf",
+        "include /etc/ldap/schema/core.schema\nmodulepath /usr/lib/ldap\nmoduleload back_mdb\n"
+        "database mdb\nmaxsize 10485760\nsuffix \"c=KR\"\ndirectory " +
+            workshop.path("database") + "\n");
+    workshop.write("entries.ldif", ldif);
+    workshop.run("PATH=$PATH:/usr/sbin slapadd -f slapd.conf -l entries.ldif");
+    const int port = freePort();
+    return {workshop,
+        {"/usr/sbin/slapd", "-h", "ldap://127.0.0.1:" + std::to_string(port), "-f", "slapd.conf", "-d", "0"}, port};
+}
+
+} // namespace toolkit_test

@@ -1,0 +1,89 @@
+#include "toolkit/engine/crl.h"
+
+#include "toolkit/engine/error.h"
+#include "toolkit/engine/fetch.h"
+#include "toolkit/engine/pem.h"
+#include "toolkit/engine/trust.h"
+
+namespace toolkit {
+namespace {
+
+bool isOf(const X509_CRL* crl, const Certificate& certificate)
+{
+    return X509_NAME_cmp(X509_CRL_get_issuer(crl), X509_get_issuer_name(certificate.get())) == 0;
+}
+
+/** The list in which a certificate is looked up. */
+CrlHandle findCrl(
+    const Library& library, const TrustStore& store, const Certificate& certificate, std::string_view url)
+{
+    if (!url.empty())
+        return parseCrl(library, fetch(url, SIGIL_TK_FETCH_CRL));
+    for (const Bytes& der : store.crls) {
+        CrlHandle crl = parseCrl(library, der);
+        if (isOf(crl.get(), certificate))
+            return crl;
+    }
+    return parseCrl(library, fetchCrl(certificate));
+}
+
+void requireCurrent(const X509_CRL* crl, std::time_t time)
+{
+    const ASN1_TIME* const next = X509_CRL_get0_nextUpdate(crl);
+    const bool current =
+        X509_cmp_time(X509_CRL_get0_lastUpdate(crl), &time) < 0 && (!next || X509_cmp_time(next, &time) > 0);
+    require(current, SIGIL_TK_VERIFY_NO_CRL, "the list is not current");
+}
+
+} // namespace
+
+CrlHandle parseCrl(const Library& library, View bytes)
+{
+    const Bytes der = derOf(bytes, SIGIL_TK_CRL_MALFORMED);
+    X509_CRL* target = X509_CRL_new_ex(library.context(), nullptr);
+    require(target != nullptr, SIGIL_TK_NO_MEMORY);
+    const unsigned char* at = der.data();
+    // On failure d2i frees the object that it was given.
+    CrlHandle crl(d2i_X509_CRL(&target, &at, static_cast<long>(der.size())));
+    require(crl != nullptr, SIGIL_TK_CRL_MALFORMED);
+    return crl;
+}
+
+bool hasCrlOf(const STACK_OF(X509_CRL) * crls, const Certificate& certificate)
+{
+    for (int i = 0; i < sk_X509_CRL_num(crls); ++i)
+        if (isOf(sk_X509_CRL_value(crls, i), certificate))
+            return true;
+    return false;
+}
+
+Bytes fetchCrl(const Certificate& certificate)
+{
+    const int mode = certificate.isAuthority() ? SIGIL_TK_FETCH_ARL : SIGIL_TK_FETCH_CRL;
+    std::string reason = "the certificate names none";
+    for (const std::string& url : certificate.crlUrls()) {
+        try {
+            return fetch(url, mode);
+        } catch (const Error& error) {
+            reason = error.what();
+        }
+    }
+    fail(SIGIL_TK_VERIFY_NO_CRL, reason);
+}
+
+int revocationStatus(
+    const Library& library, const TrustStore& store, const Certificate& certificate, std::string_view url)
+{
+    const Certificate* const issuer = findIssuer(store, certificate);
+    require(issuer != nullptr, SIGIL_TK_VERIFY_NO_ISSUER);
+    const CrlHandle crl = findCrl(library, store, certificate, url);
+    require(isOf(crl.get(), certificate), SIGIL_TK_VERIFY_NO_CRL, "the list is of another authority");
+    require(X509_CRL_verify(crl.get(), issuer->publicKey().get()) == 1, SIGIL_TK_VERIFY_SIGNATURE);
+    requireCurrent(crl.get(), store.time.value_or(std::time(nullptr)));
+    X509_REVOKED* entry = nullptr;
+    // 2 stands for an entry that takes an earlier one back.
+    const bool revoked = X509_CRL_get0_by_cert(crl.get(), &entry, certificate.get()) == 1;
+    return revoked ? SIGIL_TK_STATUS_REVOKED : SIGIL_TK_STATUS_GOOD;
+}
+
+} // namespace toolkit

@@ -1,0 +1,81 @@
+#include "toolkit/engine/web.h"
+
+#include "toolkit/engine/error.h"
+#include "toolkit/engine/file.h"
+#include "toolkit/engine/text.h"
+
+#include <curl/curl.h>
+
+#include <memory>
+
+namespace toolkit {
+namespace {
+
+constexpr long connectSeconds = 5;
+constexpr long totalSeconds = 15;
+constexpr long redirections = 3;
+
+struct CloseTransfer {
+    void operator()(CURL* transfer) const { curl_easy_cleanup(transfer); }
+};
+using Transfer = std::unique_ptr<CURL, CloseTransfer>;
+
+std::size_t append(char* data, std::size_t, std::size_t size, void* target)
+{
+    auto& body = *static_cast<Bytes*>(target);
+    if (body.size() + size > maximumFileSize)
+        return 0;
+    const View piece = view({data, size});
+    body.insert(body.end(), piece.begin(), piece.end());
+    return size;
+}
+
+/** Addresses are formed from names, so blanks and Korean letters are met in them. */
+std::string encodedUrl(const std::string& url)
+{
+    std::string encoded;
+    for (const char c : url) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte > 0x20 && byte < 0x7F)
+            encoded += c;
+        else
+            encoded += "%" + hexText({&byte, 1});
+    }
+    return encoded;
+}
+
+Transfer makeTransfer(const std::string& url, Bytes& body)
+{
+    // Without its TLS part, so that the process's OpenSSL stays as it is.
+    static const bool ready = curl_global_init(CURL_GLOBAL_NOTHING) == CURLE_OK;
+    Transfer transfer(ready ? curl_easy_init() : nullptr);
+    require(transfer != nullptr, SIGIL_TK_NO_MEMORY);
+    curl_easy_setopt(transfer.get(), CURLOPT_URL, encodedUrl(url).c_str());
+    curl_easy_setopt(transfer.get(), CURLOPT_PROTOCOLS_STR, "http");
+    curl_easy_setopt(transfer.get(), CURLOPT_REDIR_PROTOCOLS_STR, "http");
+    curl_easy_setopt(transfer.get(), CURLOPT_FOLLOWLOCATION, 1L);
+    curl_easy_setopt(transfer.get(), CURLOPT_MAXREDIRS, redirections);
+    curl_easy_setopt(transfer.get(), CURLOPT_NOSIGNAL, 1L);
+    curl_easy_setopt(transfer.get(), CURLOPT_CONNECTTIMEOUT, connectSeconds);
+    curl_easy_setopt(transfer.get(), CURLOPT_TIMEOUT, totalSeconds);
+    curl_easy_setopt(transfer.get(), CURLOPT_FAILONERROR, 1L);
+    curl_easy_setopt(transfer.get(), CURLOPT_WRITEFUNCTION, append);
+    curl_easy_setopt(transfer.get(), CURLOPT_WRITEDATA, &body);
+    return transfer;
+}
+
+} // namespace
+
+Bytes getFromWeb(const std::string& url)
+{
+    Bytes body;
+    const Transfer transfer = makeTransfer(url, body);
+    const CURLcode result = curl_easy_perform(transfer.get());
+    long status = 0;
+    curl_easy_getinfo(transfer.get(), CURLINFO_RESPONSE_CODE, &status);
+    require(status != 404 && status != 410, SIGIL_TK_NOT_FOUND, url);
+    require(result == CURLE_OK, SIGIL_TK_FETCH, curl_easy_strerror(result));
+    return body;
+}
+
+} // namespace toolkit
