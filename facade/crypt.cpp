@@ -137,10 +137,10 @@ int CWrapperAPI::CRYPTVerifyMAC(int algorithm, char* password, BINSTR* data, BIN
         to<&CGPKIWrap::CryptVerifyMAC>(algorithm, password, data, mac));
 }
 
-int CWrapperAPI::CRYPTGenSharedKey(int algorithm, BINSTR* publicKey, BINSTR* privateKey, BINSTR* key)
+int CWrapperAPI::CRYPTGenSharedKey(int algorithm, BINSTR* privateKey, BINSTR* publicKey, BINSTR* key)
 {
-    return pick({need(publicKey), need(privateKey)},
-        to<&CHVTKWrap::CRYPTGenSharedKey>(algorithm, publicKey, privateKey, key), absent);
+    return pick({need(privateKey), need(publicKey)},
+        to<&CHVTKWrap::CRYPTGenSharedKey>(algorithm, privateKey, publicKey, key), absent);
 }
 
 // Exports
@@ -248,7 +248,7 @@ int CRYPTVerifyMAC(void* handle, int algorithm, char* password, BINSTR* data, BI
     return via(handle, &CWrapperAPI::CRYPTVerifyMAC, algorithm, password, data, mac);
 }
 
-int CRYPTGenSharedKey(void* handle, int algorithm, BINSTR* publicKey, BINSTR* privateKey, BINSTR* key)
+int CRYPTGenSharedKey(void* handle, int algorithm, BINSTR* privateKey, BINSTR* publicKey, BINSTR* key)
 {
-    return via(handle, &CWrapperAPI::CRYPTGenSharedKey, algorithm, publicKey, privateKey, key);
+    return via(handle, &CWrapperAPI::CRYPTGenSharedKey, algorithm, privateKey, publicKey, key);
 }

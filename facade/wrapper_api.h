@@ -271,7 +271,7 @@ public:
     int CRYPTGenMAC(int algorithm, char* password, BINSTR* data, BINSTR* mac);
     int CRYPTGenMAC2(int algorithm, BINSTR* key, BINSTR* data, BINSTR* mac);
     int CRYPTVerifyMAC(int algorithm, char* password, BINSTR* data, BINSTR* mac);
-    int CRYPTGenSharedKey(int algorithm, BINSTR* publicKey, BINSTR* privateKey, BINSTR* key);
+    int CRYPTGenSharedKey(int algorithm, BINSTR* privateKey, BINSTR* publicKey, BINSTR* key);
 
     // Base64 and PEM
     int Base64Encode(BINSTR* data, BINSTR* text);

@@ -107,10 +107,10 @@ int CHVTKWrap::CRYPTVerifyMAC(int algorithm, char* password, BINSTR* data, BINST
     return m_toolkit.call("HVTK_CRYPT_VerifyMAC", {need(password), need(data)}, algorithm, password, data, mac);
 }
 
-int CHVTKWrap::CRYPTGenSharedKey(int algorithm, BINSTR* publicKey, BINSTR* privateKey, BINSTR* key)
+int CHVTKWrap::CRYPTGenSharedKey(int algorithm, BINSTR* privateKey, BINSTR* publicKey, BINSTR* key)
 {
     return m_toolkit.call(
-        "HVTK_CRYPT_GenSharedKey", {need(publicKey), need(privateKey)}, algorithm, publicKey, privateKey, key);
+        "HVTK_CRYPT_GenSharedKey", {need(privateKey), need(publicKey)}, algorithm, privateKey, publicKey, key);
 }
 
 int CHVTKWrap::CRYPTSignFile(BINSTR* certificate, BINSTR* privateKey, int hash, char* inputFile, char* outputFile)

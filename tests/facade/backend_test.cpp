@@ -9,6 +9,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+#include <type_traits>
+
 namespace {
 
 unsigned char data[] = {1, 2, 3};
@@ -189,6 +192,35 @@ protected:
 
 using Backends = testing::Types<CHVTKWrap, CGPKIWrap>;
 TYPED_TEST_SUITE(BackendLife, Backends);
+
+TYPED_TEST(BackendLife, FieldsStandInTheirOrder)
+{
+    struct Layout {
+        int reserved;
+        char errorText[2048];
+        void* library;
+        void* context;
+    };
+    static_assert(sizeof(Layout) == sizeof(TypeParam) && !std::is_polymorphic_v<TypeParam>);
+    Layout fields{};
+    const auto read = [&](const TypeParam& backend) { std::memcpy(&fields, &backend, sizeof fields); };
+
+    TypeParam fresh;
+    read(fresh);
+    EXPECT_EQ(fields.reserved, 0);
+    EXPECT_EQ(std::string(fields.errorText, 2048), std::string(2048, '\0'));
+    EXPECT_EQ(fields.library, nullptr);
+    EXPECT_EQ(fields.context, nullptr);
+
+    const auto backend = loaded<TypeParam>();
+    doubles::answer(this->type.symbol("CERT_Unload"), 5);
+    backend->CertUnLoad();
+    read(*backend);
+    EXPECT_EQ(fields.reserved, 0);
+    EXPECT_EQ(fields.errorText, doubles::errorText());
+    EXPECT_NE(fields.library, nullptr);
+    EXPECT_EQ(fields.context, doubles::callsOf(this->type.symbol("CERT_Unload")).front().context);
+}
 
 TYPED_TEST(BackendLife, FinishEndsTheToolkitAndClearsEverything)
 {

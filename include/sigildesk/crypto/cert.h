@@ -1,9 +1,9 @@
 /** @file
  *  Certificate inspection and verification.
  *
- *  The toolkit holds one loaded certificate per handle: CertLoad replaces it, CertUnLoad releases it, and the getters read
- *  from it. The getters take the capacity before the buffer and pass both on unchanged; the toolkit decides the format of
- *  the text and honours the capacity.
+ *  The toolkit holds one loaded certificate per handle: CertLoad replaces it, CertUnLoad releases it, and the
+ *  getters read from it. The getters take the capacity before the buffer and pass both on unchanged; the toolkit
+ *  decides the format of the text and honours the capacity.
  *  The rules that hold for every function (handle, codes, ownership, texts) stand in <sigildesk/crypto.h>.
  */
 #ifndef SIGILDESK_CRYPTO_CERT_H
@@ -27,8 +27,8 @@ SIGIL_EXPORT int CertUnLoad(void* handle);
  *  @return the common codes; 1000 when @p text is null */
 SIGIL_EXPORT int CertGetUID(void* handle, int capacity, char* text);
 
-/** Version of the loaded certificate as the toolkit reports it, in decimal (for example "3").
- *  The number is written whether or not the toolkit succeeded: a failed call leaves "0" or what the toolkit had reached.
+/** Version of the loaded certificate as the toolkit reports it, in decimal (for example "3"). The number is written
+ *  whether or not the toolkit succeeded: a failed call leaves "0" or what the toolkit had reached.
  *  @param capacity  bytes in @p text, terminator included; handed to the toolkit as it is
  *  @param text      caller's buffer; the toolkit writes the text into it
  *  @return the common codes; 1000 when @p text is null */
@@ -183,8 +183,8 @@ SIGIL_EXPORT int CertAddCert(void* handle, BINSTR* certificate, BINSTR* list);
  *          maker toolkit */
 SIGIL_EXPORT int CertGetCertCount(void* handle, BINSTR* list, int* count);
 
-/** Takes one certificate out of a list.
- *  The record that receives it must already hold data when the function is called, else the answer is 1001.
+/** Takes one certificate out of a list. The record that receives it must already hold data when the function is
+ *  called, else the answer is 1001.
  *  @param list         list of certificates in one byte string
  *  @param index        position in the list; the toolkit says where it counts from
  *  @param certificate  output that must hold data on entry; filled by the toolkit; release it with HV_BINSTR_Delete
@@ -198,8 +198,7 @@ SIGIL_EXPORT int CertGetCert(void* handle, BINSTR* list, int index, BINSTR* cert
  *  @return the common codes; 1001 when @p certificate is empty */
 SIGIL_EXPORT int CertAddTrustedCert(void* handle, BINSTR* certificate);
 
-/** Sets the environment of later verifications.
- *  The maker toolkit does not receive @p cachePath.
+/** Sets the environment of later verifications. The maker toolkit does not receive @p cachePath.
  *  @param range        first option of the toolkit: how far the path is checked
  *  @param statusCheck  second option of the toolkit: how revocation is checked
  *  @param useCache     flag of the toolkit
@@ -218,8 +217,7 @@ SIGIL_EXPORT int CertSetVerifyEnv(
 SIGIL_EXPORT int CertSetVerifyEnv2(
     void* handle, char* confFile, BINSTR* trustedCertificates, BINSTR* intermediates);
 
-/** Verifies a certificate in the environment set before.
- *  The maker toolkit does not receive @p confFile.
+/** Verifies a certificate in the environment set before. The maker toolkit does not receive @p confFile.
  *  @param certificate    DER certificate
  *  @param purpose        option of the toolkit
  *  @param time           text of both toolkits, may be null

@@ -1,7 +1,8 @@
 /** @file
  *  Certificate management.
  *
- *  The protocol is that of RFC 4210. Which CA products and protocol versions there are is the maker toolkit's matter.
+ *  The protocol is that of RFC 4210. Which CA products and protocol versions there are is the maker toolkit's
+ *  matter.
  *  The rules that hold for every function (handle, codes, ownership, texts) stand in <sigildesk/crypto.h>.
  */
 #ifndef SIGILDESK_CRYPTO_CMP_H

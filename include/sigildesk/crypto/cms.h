@@ -1,9 +1,9 @@
 /** @file
  *  Signed and enveloped messages.
  *
- *  The messages are those of RFC 5652 (Cryptographic Message Syntax). A leading option is handed to the maker toolkit only,
- *  unless the function says otherwise. File functions take path texts. A function whose name holds WithContent works on a
- *  message that includes its content, its sibling on a detached one.
+ *  The messages are those of RFC 5652 (Cryptographic Message Syntax). A leading option is handed to the maker
+ *  toolkit only, unless the function says otherwise. File functions take path texts. A function whose name holds
+ *  WithContent works on a message that includes its content, its sibling on a detached one.
  *  The rules that hold for every function (handle, codes, ownership, texts) stand in <sigildesk/crypto.h>.
  */
 #ifndef SIGILDESK_CRYPTO_CMS_H

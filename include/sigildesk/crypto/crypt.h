@@ -1,8 +1,8 @@
 /** @file
  *  Cryptographic primitives.
  *
- *  Algorithm numbers, paddings and key forms are the toolkit's. A key and an initialisation vector live in the toolkit, one pair
- *  per handle, between CRYPTGenKeyAndIV or CRYPTSetKeyAndIV and CRYPTClearKeyAndIV.
+ *  Algorithm numbers, paddings and key forms are the toolkit's. A key and an initialisation vector live in the
+ *  toolkit, one pair per handle, between CRYPTGenKeyAndIV or CRYPTSetKeyAndIV and CRYPTClearKeyAndIV.
  *  The rules that hold for every function (handle, codes, ownership, texts) stand in <sigildesk/crypto.h>.
  */
 #ifndef SIGILDESK_CRYPTO_CRYPT_H
@@ -166,11 +166,11 @@ SIGIL_EXPORT int CRYPTGenMAC2(void* handle, int algorithm, BINSTR* key, BINSTR* 
 SIGIL_EXPORT int CRYPTVerifyMAC(void* handle, int algorithm, char* password, BINSTR* data, BINSTR* mac);
 
 /** Agrees on a key with another party.
- *  @param algorithm   algorithm, a number of the toolkit
- *  @param publicKey   first byte string of the toolkit
- *  @param privateKey  second byte string of the toolkit
+ *  @param algorithm   how the key is derived, a number of the toolkit
+ *  @param privateKey  own private key
+ *  @param publicKey   other party's public key
  *  @param key         filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
- *  @return the common codes; 1001 when @p publicKey or @p privateKey is empty; 1003 on the GPKI library */
-SIGIL_EXPORT int CRYPTGenSharedKey(void* handle, int algorithm, BINSTR* publicKey, BINSTR* privateKey, BINSTR* key);
+ *  @return the common codes; 1001 when @p privateKey or @p publicKey is empty; 1003 on the GPKI library */
+SIGIL_EXPORT int CRYPTGenSharedKey(void* handle, int algorithm, BINSTR* privateKey, BINSTR* publicKey, BINSTR* key);
 
 #endif

@@ -1,7 +1,8 @@
 /** @file
  *  Directory and URL fetches.
  *
- *  The HVAP functions exist on both toolkits (the GPKI library calls them LDAP), the LDAP functions on the GPKI library only.
+ *  The HVAP functions exist on both toolkits (the GPKI library calls them LDAP), the LDAP functions on the GPKI
+ *  library only.
  *  The rules that hold for every function (handle, codes, ownership, texts) stand in <sigildesk/crypto.h>.
  */
 #ifndef SIGILDESK_CRYPTO_HVAP_H

@@ -1,9 +1,9 @@
 /** @file
  *  Storage media.
  *
- *  Files, certificates and private keys on disk, on cards and in the system certificate store (WINS). The GPKI library has
- *  one set of functions for every medium: the façade puts the medium code first (1 disk, 2 card) and moves the number behind
- *  the texts.
+ *  Files, certificates and private keys on disk, on cards and in the system certificate store (WINS). The GPKI
+ *  library has one set of functions for every medium: the façade puts the medium code first (1 disk, 2 card) and
+ *  moves the number behind the texts.
  *  The rules that hold for every function (handle, codes, ownership, texts) stand in <sigildesk/crypto.h>.
  */
 #ifndef SIGILDESK_CRYPTO_MEDIA_H
@@ -71,8 +71,8 @@ SIGIL_EXPORT int MediaDiskWritePriKey(
  *  @return the common codes; 1001 when @p path is null */
 SIGIL_EXPORT int MediaDiskDeleteCert(void* handle, char* path, int kind);
 
-/** Deletes a private key from disk. The GPKI library receives the second text before the first.
- *  The toolkits require both texts: a null first text answers 1001 too.
+/** Deletes a private key from disk. The GPKI library receives the second text before the first. The toolkits
+ *  require both texts: a null first text answers 1001 too.
  *  @param password  first text of the maker toolkit
  *  @param kind      kind of certificate, a number of the GPKI library; the maker toolkit does not receive it
  *  @param path      second text of the maker toolkit

@@ -1,8 +1,8 @@
 /** @file
  *  PKCS#12 files.
  *
- *  The files are those of RFC 7292. A pair is a certificate and its private key; the multi-pair functions take lists made with
- *  UTILAddObject.
+ *  The files are those of RFC 7292. A pair is a certificate and its private key; the multi-pair functions take
+ *  lists made with UTILAddObject.
  *  The rules that hold for every function (handle, codes, ownership, texts) stand in <sigildesk/crypto.h>.
  */
 #ifndef SIGILDESK_CRYPTO_PFX_H
@@ -62,8 +62,8 @@ SIGIL_EXPORT int PFXImport(void* handle, char* password, BINSTR* pfx, BINSTR* ce
 SIGIL_EXPORT int PFXExportMultiPair(
     void* handle, int option, char* password, BINSTR* certificates, BINSTR* privateKeys, BINSTR* pfx);
 
-/** Reaches the same toolkit function as PFXExportMultiPair, deliberately, with another list of arguments: the option is
- *  left out and a third byte string stands before the output.
+/** Reaches the same toolkit function as PFXExportMultiPair, deliberately, with another list of arguments: the
+ *  option is left out and a third byte string stands before the output.
  *  @param option          ignored
  *  @param password        password of the file, terminated
  *  @param certificates    list of certificates

@@ -1,7 +1,8 @@
 /** @file
  *  PKCS#11 tokens.
  *
- *  Sessions, objects and cryptography on a token, after the PKCS#11 standard (Cryptoki). One session is open per handle.
+ *  Sessions, objects and cryptography on a token, after the PKCS#11 standard (Cryptoki). One session is open per
+ *  handle.
  *  The rules that hold for every function (handle, codes, ownership, texts) stand in <sigildesk/crypto.h>.
  */
 #ifndef SIGILDESK_CRYPTO_PKCS11_H
@@ -39,9 +40,8 @@ SIGIL_EXPORT int PKCS11InitToken(void* handle, char* soPin, char* label);
  *  @return the common codes; 1001 when @p soPin, @p pin or @p label is null; 1003 on the GPKI library */
 SIGIL_EXPORT int PKCS11InitTokenWithSlotID(void* handle, unsigned long slotId, char* soPin, char* pin, char* label);
 
-/** Opens a session with the token in a slot.
- *  The GPKI library opens the session and, when that succeeded and @p pin is not null, logs in; the result is then the
- *  login's.
+/** Opens a session with the token in a slot. The GPKI library opens the session and, when that succeeded and @p pin
+ *  is not null, logs in; the result is then the login's.
  *  @param slotId  slot identifier
  *  @param pin     PIN, terminated; null opens without logging in
  *  @param flags   flags of the toolkit

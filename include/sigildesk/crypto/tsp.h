@@ -85,8 +85,8 @@ SIGIL_EXPORT int TSPVerifyToken(void* handle, BINSTR* token, BINSTR* certificate
  *  @return the common codes; 1001 when @p token is empty */
 SIGIL_EXPORT int TSPVerifyToken2(void* handle, char* dataFile, BINSTR* data, BINSTR* token, BINSTR* certificate);
 
-/** Reads the fields of a token.
- *  The GPKI library writes all eight texts and not the byte string, the maker toolkit the last six texts and the byte string.
+/** Reads the fields of a token. The GPKI library writes all eight texts and not the byte string, the maker toolkit
+ *  the last six texts and the byte string.
  *  @param token        time-stamp token
  *  @param capacity     number of both toolkits: bytes in each text
  *  @param text1        text that the GPKI library may write

@@ -1,7 +1,8 @@
 /** @file
  *  Object lists, names and trust.
  *
- *  Maker toolkit only. An object list is one byte string that holds several, for example the pairs of a PKCS#12 file.
+ *  Maker toolkit only. An object list is one byte string that holds several, for example the pairs of a PKCS#12
+ *  file.
  *  The rules that hold for every function (handle, codes, ownership, texts) stand in <sigildesk/crypto.h>.
  */
 #ifndef SIGILDESK_CRYPTO_UTIL_H

@@ -1,8 +1,8 @@
 /** @file
  *  Identity verification (VID).
  *
- *  A certificate's subject identification binds it to an identity number through a random value R kept with the private key
- *  (RFC 4683).
+ *  A certificate's subject identification binds it to an identity number through a random value R kept with the
+ *  private key (RFC 4683).
  *  The rules that hold for every function (handle, codes, ownership, texts) stand in <sigildesk/crypto.h>.
  */
 #ifndef SIGILDESK_CRYPTO_VID_H
