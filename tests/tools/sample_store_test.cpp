@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <map>
+#include <memory>
 #include <set>
 #include <sys/stat.h>
 
@@ -42,14 +44,35 @@ std::map<fs::path, fs::file_time_type> stateOf(const fs::path& folder)
     return state;
 }
 
-TEST(SampleStoreLayout, PutsEachFamilyWhereItBelongs)
+/** One store of all families for all tests of its layout. */
+class SampleStoreLayout : public testing::Test {
+protected:
+    static void SetUpTestSuite()
+    {
+        s_store = std::make_unique<SampleStore>(std::vector<std::string>{
+            "--count", "12", "--families", "npki,gpki,mpki,ppki", "--pairs", "both", "--keys", "2"});
+    }
+    static void TearDownTestSuite() { s_store.reset(); }
+
+    static const fs::path& folder() { return s_store->folder(); }
+    static const std::vector<Certificate>& certificates() { return s_store->certificates(); }
+    static const Certificate& firstOf(const std::string& family)
+    {
+        return *std::find_if(certificates().begin(), certificates().end(),
+            [&](const Certificate& c) { return c.at("family") == family; });
+    }
+
+    static std::unique_ptr<SampleStore> s_store;
+};
+
+std::unique_ptr<SampleStore> SampleStoreLayout::s_store;
+
+TEST_F(SampleStoreLayout, PutsEachFamilyWhereItBelongs)
 {
-    const SampleStore store(
-        {"--count", "12", "--families", "npki,gpki,mpki,ppki", "--pairs", "both", "--keys", "2"});
-    ASSERT_EQ(store.certificates().size(), 12u);
-    for (const Certificate& certificate : store.certificates()) {
+    ASSERT_EQ(certificates().size(), 12u);
+    for (const Certificate& certificate : certificates()) {
         const std::string family = certificate.at("family");
-        const std::string path = fs::path(certificate.at("signing_certificate")).lexically_relative(store.folder());
+        const std::string path = fs::path(certificate.at("signing_certificate")).lexically_relative(folder());
         const std::string subject = certificate.at("subject");
         if (family == "npki")
             EXPECT_THAT(path, testing::MatchesRegex("NPKI/[A-Za-z]+/USER/.*/signCert.der"));
@@ -62,35 +85,45 @@ TEST(SampleStoreLayout, PutsEachFamilyWhereItBelongs)
                 testing::AnyOf("Halvard/TALOCERT/TALO/" + subject + "/signCert.der",
                     "NPKI/TALO/User/" + subject + "/signCert.der"));
     }
-    EXPECT_THAT(namesIn(store.folder() / "GPKI/Certificate"), UnorderedElementsAre("class1", "class2"));
-    EXPECT_TRUE(fs::exists(store.folder() / "Halvard/TALOCERT/TALO"));
-    EXPECT_TRUE(fs::exists(store.folder() / "NPKI/TALO/User"));
+    EXPECT_THAT(namesIn(folder() / "GPKI/Certificate"), UnorderedElementsAre("class1", "class2"));
+    EXPECT_TRUE(fs::exists(folder() / "Halvard/TALOCERT/TALO"));
+    EXPECT_TRUE(fs::exists(folder() / "NPKI/TALO/User"));
 }
 
-TEST(SampleStoreLayout, LaysFourFilesAndTheIssuersIntoAnNpkiFolder)
+TEST_F(SampleStoreLayout, LaysFourFilesAndTheIssuersIntoAnNpkiFolder)
 {
-    const SampleStore store({"--count", "1", "--keys", "2"});
-    const Certificate& certificate = store.certificates().at(0);
-    const fs::path folder = fs::path(certificate.at("signing_certificate")).parent_path();
-    EXPECT_EQ(folder.filename(), certificate.at("subject"));
+    const Certificate& certificate = firstOf("npki");
+    const fs::path own = fs::path(certificate.at("signing_certificate")).parent_path();
+    EXPECT_EQ(own.filename(), certificate.at("subject"));
     EXPECT_THAT(
-        namesIn(folder), UnorderedElementsAre("signCert.der", "signPri.key", "kmCert.der", "kmPri.key", "CaPubs"));
-    EXPECT_EQ(certificate.at("signing_key"), folder / "signPri.key");
-    EXPECT_EQ(certificate.at("km_certificate"), folder / "kmCert.der");
-    EXPECT_EQ(certificate.at("km_key"), folder / "kmPri.key");
+        namesIn(own), UnorderedElementsAre("signCert.der", "signPri.key", "kmCert.der", "kmPri.key", "CaPubs"));
+    EXPECT_EQ(certificate.at("signing_key"), own / "signPri.key");
+    EXPECT_EQ(certificate.at("km_certificate"), own / "kmCert.der");
+    EXPECT_EQ(certificate.at("km_key"), own / "kmPri.key");
 }
 
-TEST(SampleStoreLayout, NamesGovernmentFilesAfterTheCommonName)
+TEST_F(SampleStoreLayout, NamesGovernmentFilesAfterTheCommonName)
 {
-    const SampleStore store({"--count", "1", "--families", "gpki", "--keys", "2"});
-    const Certificate& certificate = store.certificates().at(0);
+    const Certificate& certificate = firstOf("gpki");
     const std::string subject = certificate.at("subject");
-    const std::string id = subject.substr(3, subject.find(',') - 3);
-    EXPECT_THAT(namesIn(store.folder() / "GPKI/Certificate/class2"),
-        UnorderedElementsAre(id + "_sig.cer", id + "_sig.key", id + "_env.cer", id + "_env.key"));
+    const fs::path own = folder() / "GPKI/Certificate/class2" / subject.substr(3, subject.find(',') - 3);
+    for (const auto& [column, ending] : std::map<std::string, std::string>{{"signing_certificate", "_sig.cer"},
+             {"signing_key", "_sig.key"}, {"km_certificate", "_env.cer"}, {"km_key", "_env.key"}}) {
+        EXPECT_EQ(certificate.at(column), own.string() + ending);
+        EXPECT_TRUE(fs::is_regular_file(certificate.at(column)));
+    }
 }
 
-TEST(SampleStoreLayout, LeavesTheKeyManagementPairOutWhenAsked)
+TEST_F(SampleStoreLayout, IsReadableByItsOwnerAlone)
+{
+    for (const auto& entry : fs::recursive_directory_iterator(folder())) {
+        const auto expected =
+            entry.is_directory() ? fs::perms::owner_all : fs::perms::owner_read | fs::perms::owner_write;
+        EXPECT_EQ(entry.status().permissions(), expected) << entry.path();
+    }
+}
+
+TEST(SampleStorePairs, LeaveTheKeyManagementPairOutWhenAsked)
 {
     const SampleStore store({"--count", "1", "--pairs", "signing", "--keys", "2"});
     const Certificate& certificate = store.certificates().at(0);
@@ -99,38 +132,58 @@ TEST(SampleStoreLayout, LeavesTheKeyManagementPairOutWhenAsked)
         UnorderedElementsAre("signCert.der", "signPri.key", "CaPubs"));
 }
 
-TEST(SampleStoreLayout, IsReadableByItsOwnerAlone)
+/** What sample-store says that it would make at "/store". */
+std::string plannedReport(std::vector<std::string> arguments)
 {
-    const SampleStore store({"--count", "2", "--families", "npki,gpki", "--keys", "2"});
-    for (const auto& entry : fs::recursive_directory_iterator(store.folder())) {
-        const auto expected =
-            entry.is_directory() ? fs::perms::owner_all : fs::perms::owner_read | fs::perms::owner_write;
-        EXPECT_EQ(entry.status().permissions(), expected) << entry.path();
-    }
+    arguments.insert(arguments.end(), {"--dry-run", "--target", "/store", "--format", "tsv"});
+    const Outcome outcome = runSampleStore(arguments);
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    return outcome.out;
+}
+
+std::vector<Certificate> planned(const std::vector<std::string>& arguments)
+{
+    return parseReport(plannedReport(arguments));
+}
+
+TEST(SampleStorePlan, IsWhatIsMade)
+{
+    const TemporaryFolder folder;
+    const std::vector<std::string> arguments = {
+        "--target", folder.path(), "--count", "3", "--format", "tsv", "--keys", "2"};
+    std::vector<std::string> dry = arguments;
+    dry.push_back("--dry-run");
+    const Outcome plan = runSampleStore(dry);
+    EXPECT_TRUE(fs::is_empty(folder.path()));
+    EXPECT_EQ(runSampleStore(arguments).out, plan.out);
 }
 
 TEST(SampleStoreMixture, ShowsEveryStateLengthVariantAndPairing)
 {
-    const SampleStore store({"--count", "14", "--keys", "2"});
-    const auto& all = store.certificates();
+    const auto all = planned({"--count", "14"});
     EXPECT_THAT(valuesOf(all, "state"), UnorderedElementsAre("valid", "expiring", "expired"));
     EXPECT_THAT(valuesOf(all, "bits"), UnorderedElementsAre("1024", "2048"));
     EXPECT_THAT(valuesOf(all, "variant"), UnorderedElementsAre("A", "B", "C", "D", "E"));
     EXPECT_THAT(valuesOf(all, "pairs"), UnorderedElementsAre("both", "signing"));
-    const auto variants = std::count_if(all.begin(), all.end(), [](auto& c) { return c.at("variant") == "A"; });
-    EXPECT_GT(variants, 7) << "variant A is what most stores hold";
-    EXPECT_THAT(namesIn(store.folder() / "NPKI"),
-        UnorderedElementsAre("yessign", "SignKorea", "TradeSign", "CrossCert", "SignGate", "KICA", "NCASign"));
+    const auto common = std::count_if(all.begin(), all.end(), [](auto& c) { return c.at("variant") == "A"; });
+    EXPECT_GT(common, 7) << "variant A is what most stores hold";
+    std::set<std::string> folders;
+    for (const Certificate& c : all)
+        folders.insert(fs::path(c.at("signing_certificate")).parent_path().parent_path());
+    EXPECT_THAT(folders,
+        UnorderedElementsAre("/store/NPKI/yessign/USER", "/store/NPKI/SignKorea/USER", "/store/NPKI/TradeSign/USER",
+            "/store/NPKI/CrossCert/USER", "/store/NPKI/SignGate/USER", "/store/NPKI/KICA/USER",
+            "/store/NPKI/NCASign/USER"));
 }
 
 TEST(SampleStoreMixture, TakesWhatTheOptionsFix)
 {
-    const SampleStore store({"--count", "5", "--state", "expired", "--key-bits", "1024", "--key-variant", "B",
-        "--pairs", "both", "--keys", "2"});
-    EXPECT_THAT(valuesOf(store.certificates(), "state"), ElementsAre("expired"));
-    EXPECT_THAT(valuesOf(store.certificates(), "bits"), ElementsAre("1024"));
-    EXPECT_THAT(valuesOf(store.certificates(), "variant"), ElementsAre("B"));
-    EXPECT_THAT(valuesOf(store.certificates(), "pairs"), ElementsAre("both"));
+    const auto all = planned(
+        {"--count", "5", "--state", "expired", "--key-bits", "1024", "--key-variant", "B", "--pairs", "both"});
+    EXPECT_THAT(valuesOf(all, "state"), ElementsAre("expired"));
+    EXPECT_THAT(valuesOf(all, "bits"), ElementsAre("1024"));
+    EXPECT_THAT(valuesOf(all, "variant"), ElementsAre("B"));
+    EXPECT_THAT(valuesOf(all, "pairs"), ElementsAre("both"));
 }
 
 TEST(SampleStorePromise, RefusesATargetThatHoldsAStore)
@@ -181,39 +234,21 @@ TEST(SampleStorePromise, RefusesPathsThatTheLibraryWouldCut)
     EXPECT_TRUE(fs::is_empty(home.path()));
 }
 
-std::string reportWithout(const std::string& report, const fs::path& folder)
-{
-    std::string text = report;
-    for (std::size_t at; (at = text.find(folder.string())) != text.npos;)
-        text.erase(at, folder.string().size());
-    return text;
-}
-
-std::string reportOf(std::vector<std::string> arguments)
-{
-    const TemporaryFolder folder;
-    arguments.insert(arguments.end(),
-        {"--target", folder.path(), "--format", "tsv", "--count", "6", "--families", "gpki", "--keys", "2"});
-    const Outcome outcome = runSampleStore(arguments);
-    EXPECT_EQ(outcome.status, 0) << outcome.err;
-    return reportWithout(outcome.out, folder.path());
-}
-
 TEST(SampleStoreSeed, GivesTheSameStoreAgain)
 {
-    const std::string first = reportOf({"--seed", "7", "--now", "2026-03-01"});
-    EXPECT_EQ(reportOf({"--seed", "7", "--now", "2026-03-01"}), first);
-    EXPECT_NE(reportOf({"--seed", "8", "--now", "2026-03-01"}), first);
-    EXPECT_NE(reportOf({"--seed", "7", "--now", "2026-03-02"}), first);
+    const auto with = [](const std::string& seed, const std::string& day) {
+        return plannedReport({"--count", "50", "--families", "npki,gpki", "--seed", seed, "--now", day});
+    };
+    const std::string first = with("7", "2026-03-01");
+    EXPECT_EQ(with("7", "2026-03-01"), first);
+    EXPECT_NE(with("8", "2026-03-01"), first);
+    EXPECT_NE(with("7", "2026-03-02"), first);
 }
 
 // Pins the numbers behind a seed: stores that somebody made with it yesterday must come back tomorrow.
 TEST(SampleStoreSeed, MeansTheSameOnEveryMachine)
 {
-    const TemporaryFolder folder;
-    const Outcome outcome = runSampleStore({"--target", folder.path(), "--count", "1", "--seed", "1", "--now",
-        "2026-11-20", "--format", "tsv", "--keys", "2"});
-    const Certificate certificate = parseReport(outcome.out).at(0);
+    const Certificate certificate = planned({"--count", "1", "--seed", "1", "--now", "2026-11-20"}).at(0);
     EXPECT_EQ(
         certificate.at("subject"), "cn=서민수(SEO MINSU)70390303787749700357,ou=NRB,ou=personal4IB,o=yessign,c=kr");
     EXPECT_EQ(certificate.at("identity"), "8410001584637");
@@ -222,8 +257,7 @@ TEST(SampleStoreSeed, MeansTheSameOnEveryMachine)
 
 TEST(SampleStoreNumbers, BelongToNobody)
 {
-    const SampleStore store({"--count", "24", "--keys", "2", "--pairs", "signing", "--families", "npki,gpki"});
-    for (const Certificate& certificate : store.certificates()) {
+    for (const Certificate& certificate : planned({"--count", "1000", "--families", "npki,gpki"})) {
         const std::string number = certificate.at("identity");
         if (certificate.at("subject").starts_with("cn=SVR"))
             EXPECT_EQ(number, "");
@@ -236,10 +270,10 @@ TEST(SampleStoreNumbers, BelongToNobody)
 
 TEST(SampleStoreNumbers, AreDifferentForEveryCertificate)
 {
-    const SampleStore store(
-        {"--count", "300", "--families", "mpki", "--keys", "2", "--pairs", "signing", "--key-bits", "1024"});
-    EXPECT_EQ(valuesOf(store.certificates(), "serial").size(), 300u);
-    EXPECT_EQ(valuesOf(store.certificates(), "signing_certificate").size(), 300u);
+    const auto all = planned({"--count", "10000"});
+    ASSERT_EQ(all.size(), 10'000u);
+    EXPECT_EQ(valuesOf(all, "serial").size(), 10'000u);
+    EXPECT_EQ(valuesOf(all, "signing_certificate").size(), 10'000u);
 }
 
 TEST(SampleStoreCommandLine, RefusesWhatIsOutOfBounds)
@@ -265,15 +299,14 @@ TEST(SampleStoreCommandLine, ExplainsItself)
     const Outcome help = runSampleStore({"--help"});
     EXPECT_EQ(help.status, 0);
     for (const char* option : {"--target", "--password", "--count", "--families", "--seed", "--now", "--keys",
-             "--state", "--key-bits", "--key-variant", "--pairs", "--pfx", "--format"})
+             "--state", "--key-bits", "--key-variant", "--pairs", "--pfx", "--dry-run", "--format"})
         EXPECT_THAT(help.out, HasSubstr(option));
 }
 
 TEST(SampleStoreReport, PrintsATableForPeople)
 {
-    const TemporaryFolder folder;
     const Outcome outcome =
-        runSampleStore({"--target", folder.path(), "--count", "2", "--password", "secret-7", "--keys", "2"});
+        runSampleStore({"--target", "/store", "--count", "2", "--password", "secret-7", "--dry-run"});
     EXPECT_THAT(outcome.out, testing::StartsWith("family  state"));
     EXPECT_THAT(outcome.out, HasSubstr("2 certificates, password: secret-7\n"));
     EXPECT_EQ(std::count(outcome.out.begin(), outcome.out.end(), '\n'), 4);
@@ -281,16 +314,15 @@ TEST(SampleStoreReport, PrintsATableForPeople)
 
 TEST(SampleStoreReport, PrintsJsonThatOthersCanRead)
 {
-    const TemporaryFolder folder;
-    const fs::path target = folder.path() / "with \"quotes\" and \\";
-    const Outcome outcome = runSampleStore({"--target", target, "--count", "3", "--format", "json", "--keys", "2"});
-    const Outcome read = run({"python3", "-c",
-                                 "import json, sys\n"
-                                 "for c in json.load(sys.stdin): print(c['signing_certificate'])"},
-        outcome.out);
-    ASSERT_EQ(read.status, 0) << read.err;
-    EXPECT_EQ(std::count(read.out.begin(), read.out.end(), '\n'), 3);
-    EXPECT_TRUE(fs::exists(read.out.substr(0, read.out.find('\n'))));
+    const std::string target = "/with \"quotes\", \\ and\ttab";
+    const Outcome outcome = runSampleStore({"--target", target, "--count", "3", "--format", "json", "--dry-run"});
+    const Outcome read =
+        run({"python3", "-c",
+                "import json, os, sys\n"
+                "for c in json.load(sys.stdin): print(os.path.commonpath([c['km_key'], sys.argv[1]]))",
+                target},
+            outcome.out);
+    EXPECT_EQ(read.out, target + "\n" + target + "\n" + target + "\n") << read.err;
 }
 
 } // namespace

@@ -58,8 +58,9 @@ constexpr Kind npki[] = {
     {Family::Npki, "NPKI/KICA/USER", &signGate, Holder::Company,
         "cn={name},ou=RA센터,ou=견본상공회의소,ou=등록기관,ou=licensedCA,o=KICA,c=KR", {"1.2.410.200004.5.2.1.1"},
         {}},
-    {Family::Npki, "NPKI/yessign/USER", &yessign1, Holder::Company,
-        "cn={name}(){00000000000000000000},ou=NRB,ou=xUse4Esero,o=yessign,c=kr", {"1.2.410.200005.1.1.6.8"}, {}},
+    {Family::Npki, "NPKI/TradeSign/USER", &oldTradeSign, Holder::Person,
+        "cn={name}(견본무역협회),ou=견본무역협회,ou=LicensedCA,o=TradeSign,c=KR",
+        {"1.2.410.200004.2.1", "1.2.410.200012.1.1.1"}, "1.2.410.200012.1.1.2"},
     {Family::Npki, "NPKI/CrossCert/USER", &crossCert, Holder::Company,
         "cn={name},ou=법인,ou=견본등록대행,ou=AccreditedCA,o=CrossCert,c=KR", {"1.2.410.200004.5.4.1.2"}, {}},
     {Family::Npki, "NPKI/TradeSign/USER", &tradeSign, Holder::Company,
@@ -79,9 +80,8 @@ constexpr Kind npki[] = {
     {Family::Npki, "NPKI/KICA/USER", &signGate, Holder::Company,
         "cn={name},ou=RA센터,ou=견본세무서,ou=등록기관,ou=licensedCA,o=KICA,c=KR", {"1.2.410.200004.5.2.1.5001"},
         {}},
-    {Family::Npki, "NPKI/TradeSign/USER", &oldTradeSign, Holder::Person,
-        "cn={name}(견본무역협회),ou=견본무역협회,ou=LicensedCA,o=TradeSign,c=KR",
-        {"1.2.410.200004.2.1", "1.2.410.200012.1.1.1"}, "1.2.410.200012.1.1.2"},
+    {Family::Npki, "NPKI/yessign/USER", &yessign1, Holder::Company,
+        "cn={name}(){00000000000000000000},ou=NRB,ou=xUse4Esero,o=yessign,c=kr", {"1.2.410.200005.1.1.6.8"}, {}},
 };
 
 constexpr Kind gpki[] = {

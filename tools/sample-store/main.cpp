@@ -32,8 +32,10 @@ int main(int argc, char** argv)
     umask(S_IRWXG | S_IRWXO);
     try {
         const auto plan = sample::planStore(options);
-        sample::makeFolders(options.target, plan, options.pfx);
-        sample::Store(options, plan).write();
+        if (!options.dryRun) {
+            sample::makeFolders(options.target, plan, options.pfx);
+            sample::Store(options, plan).write();
+        }
         sample::printReport(std::cout, options, plan);
         return 0;
     } catch (const std::exception& failure) {

@@ -108,6 +108,7 @@ void declareOptions(CLI::App& app, Options& options)
         ->capture_default_str();
     addMixtures(app, options);
     app.add_flag("--pfx", options.pfx, "Also write each certificate and its keys as a PKCS#12 file into pfx/");
+    app.add_flag("--dry-run", options.dryRun, "Only print what would be made");
     addFormat(app, options);
 }
 

@@ -34,6 +34,7 @@ struct Options {
     std::time_t now = 0; ///< midnight UTC of the day that states refer to
     int keys = 4;        ///< key pairs made for each key length and for the authorities, who share them
     bool pfx = false;
+    bool dryRun = false;
     Format format = Format::Table;
 
     // Empty: a mixture.
