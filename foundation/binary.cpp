@@ -164,21 +164,13 @@ char* CBinary::toHexString()
 
 int CBinary::fromHexString(char* hex)
 {
-    const std::string_view digits = sigil::textOf(hex);
-    const std::size_t length = digits.size() / 2;
+    const std::size_t length = sigil::textOf(hex).size() / 2;
     Block bytes = length > 0 ? zeroedBlock(length) : nullptr;
-    bool valid = hex != nullptr;
-    for (std::size_t i = 0; valid && i < length; ++i) {
-        const int high = sigil::hexValue(digits[2 * i]);
-        const int low = sigil::hexValue(digits[2 * i + 1]);
-        valid = high >= 0 && low >= 0;
-        if (valid)
-            bytes[i] = static_cast<char>(high << 4 | low);
-    }
+    const bool valid = hex && sigil::readHex(hex, length, bytes.get());
     empty();
     replaceData(*this, std::move(bytes), length);
     return valid ? 0 : -1;
-}
+} // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks): the block belongs to m_pData now
 
 int CBinary::find(unsigned char* pattern, long len)
 {

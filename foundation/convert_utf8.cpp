@@ -161,7 +161,7 @@ int handOut(const Bytes& buffer, const Byte* end, Byte** out, int& outLen)
 
 int copyOut(const Bytes& buffer, int length, char* out, int& outLen)
 {
-    std::memcpy(out, buffer.get(), static_cast<std::size_t>(length));
+    std::copy_n(buffer.get(), length, reinterpret_cast<Byte*>(out));
     outLen = length;
     return ok;
 }

@@ -67,7 +67,7 @@ File openForReading(const char* path)
     File stream(fdopen(file.get(), "r"));
     if (stream) {
         file.release();
-        std::setvbuf(stream.get(), nullptr, _IONBF, 0);
+        static_cast<void>(std::setvbuf(stream.get(), nullptr, _IONBF, 0));
     }
     return stream;
 }

@@ -30,4 +30,17 @@ constexpr int hexValue(char c)
     return -1;
 }
 
+/** Reads @p size bytes from two digits each. @return false at the first other character; what follows is not written */
+inline bool readHex(const char* digits, std::size_t size, char* out)
+{
+    for (std::size_t i = 0; i < size; ++i) {
+        const int high = hexValue(digits[2 * i]);
+        const int low = hexValue(digits[2 * i + 1]);
+        if (high < 0 || low < 0)
+            return false;
+        out[i] = static_cast<char>(high << 4 | low);
+    }
+    return true;
+}
+
 } // namespace sigil

@@ -43,8 +43,8 @@ struct ProfileLines : _ConfigProfile {
  *  given back to the heap and used again by the next lookup; a row of growing ones would go back to the system. */
 std::size_t expectedSize(std::FILE* file)
 {
-    constexpr std::size_t least = 16 * 1024;
-    constexpr std::size_t most = 16 * 1024 * 1024;
+    constexpr std::size_t least = 16UL * 1024;
+    constexpr std::size_t most = 16UL * 1024 * 1024;
     struct stat status { };
     const bool known = fstat(fileno(file), &status) == 0 && status.st_size > 0;
     return known ? std::clamp(2 * static_cast<std::size_t>(status.st_size), least, most) : least;
@@ -107,7 +107,7 @@ int _FindConfigProfileSection(_ConfigProfile** found, _ConfigProfile* list, char
     if (!list)
         return -1;
     char header[1024];
-    std::snprintf(header, sizeof header, "[%s]", section ? section : "");
+    static_cast<void>(std::snprintf(header, sizeof header, "[%s]", section ? section : "")); // cut to the field
     _ConfigProfile* node = list;
     while (!isHeader(*node, header) && node->next)
         node = node->next;

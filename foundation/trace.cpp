@@ -26,9 +26,8 @@ std::string_view fileName(std::string_view path)
 
 std::string clockText(const timespec& now)
 {
-    char milliseconds[8];
-    std::snprintf(milliseconds, sizeof milliseconds, ".%03d", static_cast<int>(now.tv_nsec / 1000000 % 1000));
-    return sigil::formatTime(sigil::localTime(now.tv_sec), "%H:%M:%S") + milliseconds;
+    const std::string milliseconds = std::to_string(1000 + now.tv_nsec / 1000000 % 1000).substr(1);
+    return sigil::formatTime(sigil::localTime(now.tv_sec), "%H:%M:%S.") + milliseconds;
 }
 
 } // namespace
@@ -42,7 +41,7 @@ void LOG_LEVEL(const char* level, const char* file, long line, const char* func,
     va_list arguments;
     va_start(arguments, fmt);
     if (fmt)
-        std::vsnprintf(message, sizeof message, fmt, arguments);
+        static_cast<void>(std::vsnprintf(message, sizeof message, fmt, arguments)); // longer ones are cut
     va_end(arguments);
 
     std::string record = "[tw4np][" + clockText(sigil::environment().now()) + "][" + level + "][";

@@ -53,7 +53,7 @@ public:
     CUtil();
     /** Takes "KOR.ini" (@p language 1) or "ENG.ini" (2) in @p folder; the path is empty for any other language. */
     CUtil(int language, char* folder);
-    ~CUtil();
+    ~CUtil(); // NOLINT(performance-trivially-destructible): a symbol of the interface
 
     /** @name Bytes
      *  Positions outside the bytes are cut to what is there.

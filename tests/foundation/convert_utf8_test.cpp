@@ -256,6 +256,7 @@ TEST(ConvertUtf8, TreatsNegativeLengthsAndNullAsEmpty)
     EXPECT_EQ(ConvertUTF8::unicode2ascii(reinterpret_cast<const unsigned char*>("abc"), INT_MIN, &out, outLen), 0);
     EXPECT_EQ(outLen, 0);
     delete[] out;
+    EXPECT_EQ(ConvertUTF8::ascii2utf8("", 0, nullptr, outLen), 0);
     char text[4] = "abc";
     outLen = 5;
     EXPECT_EQ(ConvertUTF8::utf82ascii("xyz", -1, text, outLen), 0);
