@@ -59,8 +59,12 @@ Fields parse(const std::string& bytes)
 doubles::Answer writesField(const char* name)
 {
     return [name](const Call& call) {
-        std::snprintf(call.pointer<char>(1), static_cast<std::size_t>(call.integer(0)), "%s", loaded[name].c_str());
-        return loaded.count(name) ? 0 : parseError;
+        const auto found = loaded.find(name);
+        if (found == loaded.end())
+            return parseError;
+        std::snprintf(
+            call.pointer<char>(1), static_cast<std::size_t>(call.integer(0)), "%s", found->second.c_str());
+        return 0;
     };
 }
 
@@ -204,8 +208,10 @@ void installCertificates()
     });
     answer("HVTK_CERT_Unload", [](const Call&) { return loaded.clear(), 0; });
     answer("HVTK_CERT_GetVersion", [](const Call& call) {
+        if (!loaded.count("version"))
+            return parseError;
         *call.pointer<int>(0) = std::atoi(loaded["version"].c_str());
-        return loaded.count("version") ? 0 : parseError;
+        return 0;
     });
     const std::pair<const char*, const char*> getters[] = {{"SerialNum", "serial"},
         {"SignatureAlgorithm", "algorithm"}, {"SubjectName", "subject"}, {"UID", "uid"}, {"KeyUsage", "usage"},
@@ -225,9 +231,11 @@ void installCertificates()
         return 0;
     });
     answer("HVTK_CERT_GetValidity", [](const Call& call) {
+        if (!loaded.count("notAfter"))
+            return parseError;
         std::snprintf(call.pointer<char>(0), 40, "%s", loaded["notBefore"].c_str());
         std::snprintf(call.pointer<char>(1), 40, "%s", loaded["notAfter"].c_str());
-        return loaded.count("notAfter") ? 0 : parseError;
+        return 0;
     });
     answer("HVTK_CERT_Verify", [](const Call& call) {
         return parse(contents(call.pointer<BINSTR>(0))).count("revoked") ? verifyError : 0;

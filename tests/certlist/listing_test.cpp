@@ -2,9 +2,15 @@
 
 #include "tests/certlist/scripted.h"
 
+#include "certlist/load_disk.h"
+
+#include <algorithm>
+
 namespace fs = std::filesystem;
 
 namespace {
+
+using Names = std::vector<std::string>;
 
 using Listing = Scripted;
 
@@ -20,13 +26,199 @@ TEST_F(Listing, FindsEveryFamilyInTheOrderOfFamiliesAndFolders)
     start();
     ASSERT_EQ(load(), 0);
     EXPECT_EQ(subjects(),
-        (std::vector<std::string>{"cn=gpki class1", "cn=gpki class2", "cn=yessign", "cn=SignKorea", "cn=TradeSign",
-            "cn=CrossCert", "cn=SignGate", "cn=KICA", "cn=NCASign", "cn=mpki", "cn=ppki one", "cn=ppki two"}));
-    EXPECT_EQ(entry(0)->nPKIType, 1);
-    EXPECT_EQ(entry(2)->nPKIType, 2);
-    EXPECT_EQ(entry(9)->nPKIType, 4);
-    EXPECT_EQ(entry(10)->nPKIType, 8);
-    EXPECT_EQ(entry(10)->nMediaType, 1);
+        (Names{"cn=gpki class1", "cn=gpki class2", "cn=yessign", "cn=SignKorea", "cn=TradeSign", "cn=CrossCert",
+            "cn=SignGate", "cn=KICA", "cn=NCASign", "cn=mpki", "cn=ppki one", "cn=ppki two"}));
+    const std::vector<std::pair<int, int>> families{{0, 1}, {1, 1}, {2, 2}, {8, 2}, {9, 4}, {10, 8}, {11, 8}};
+    for (const auto& [index, family] : families)
+        EXPECT_EQ(entry(index)->nPKIType, family) << index;
+}
+
+TEST_F(Listing, OnlyTheFamiliesAskedFor)
+{
+    addNpki("n", {{"subject", "cn=npki"}});
+    addGpki("g", {{"subject", "cn=gpki"}});
+    addPair(home / "MPKI/USER/m", {{"subject", "cn=mpki"}});
+    start();
+    const std::vector<std::pair<int, Names>> masks{
+        {1, {"cn=gpki"}}, {2, {"cn=npki"}}, {4, {"cn=mpki"}}, {5, {"cn=gpki", "cn=mpki"}}, {16 + 2, {"cn=npki"}}};
+    for (const auto& [mask, names] : masks) {
+        options.nPKITypes = mask;
+        setOptions();
+        ASSERT_EQ(load(), 0) << mask;
+        EXPECT_EQ(subjects(), names) << mask;
+    }
+    options.nPKITypes = 0;
+    setOptions();
+    EXPECT_EQ(load(), 1115);
+    options.nPKITypes = 8;
+    setOptions();
+    EXPECT_EQ(load(), 1115);
+    EXPECT_EQ(count(), 0); // the list of before is gone
+}
+
+TEST_F(Listing, RemovableDiskHasNoPrivateCaFamily)
+{
+    addPair(disk / "Halvard/TALOCERT/TALO/p", {{"subject", "cn=p1"}});
+    addPair(disk / "NPKI/TALO/User/p", {{"subject", "cn=p2"}});
+    addPair(disk / "TALO/User/p", {{"subject", "cn=p3"}});
+    addPair(disk / "MPKI/USER/m", {{"subject", "cn=mpki"}});
+    start();
+    options.nPKITypes = 8;
+    setOptions();
+    EXPECT_EQ(load(2, disk.string()), 1115);
+    options.nPKITypes = 15;
+    setOptions();
+    ASSERT_EQ(load(2, disk.string()), 0);
+    EXPECT_EQ(subjects(), Names{"cn=mpki"});
+    EXPECT_EQ(entry()->szSignCertPath, disk.string() + "/MPKI/USER//m/signCert.der");
+}
+
+TEST_F(Listing, FolderCounts)
+{
+    CLoadDISK loader(1, library.c_str());
+    const std::vector<std::pair<int, int>> hardDiskCounts{{1, 2}, {2, 7}, {4, 1}, {8, 4}, {0, 0}, {3, 0}};
+    for (const auto& [family, folders] : hardDiskCounts)
+        EXPECT_EQ(loader.GetDirectoryCount(family), folders);
+    loader.setMedium(2);
+    const std::vector<std::pair<int, int>> removableCounts{{1, 2}, {2, 7}, {4, 1}, {8, 0}, {16, 0}};
+    for (const auto& [family, folders] : removableCounts)
+        EXPECT_EQ(loader.GetDirectoryCount(family), folders);
+    EXPECT_EQ(loader.GetCertDirectory(16), 0);   // unknown family
+    EXPECT_EQ(loader.GetCertDirectory(2), 1111); // no drive folder
+    loader.setDrive("/media/usb");
+    EXPECT_EQ(loader.GetCertDirectory(2), 0);
+    EXPECT_EQ(loader.GetCertDirectory(8), 0); // its folders have no place in the list
+    loader.setMedium(7);
+    EXPECT_EQ(loader.GetCertDirectory(2), 0);
+}
+
+TEST_F(Listing, NoHomeFolder)
+{
+    start();
+    sigil::environment().homeFolder = [] { return std::string(); };
+    EXPECT_EQ(load(), 1111);
+}
+
+TEST_F(Listing, PathsOfEveryFamily)
+{
+    const fs::path npki = addNpki("n", {{"subject", "cn=n"}});
+    addKm(npki);
+    addGpki("x", {{"subject", "cn=g"}});
+    addPair(home / "Halvard/TALOCERT/TALO/p", {{"subject", "cn=p"}});
+    const fs::path mpki = home / "MPKI/USER/m";
+    addPair(mpki, {{"subject", "cn=m"}});
+    start();
+    ASSERT_EQ(load(), 0);
+    const std::string base = home.string();
+    // Whether or not the key-management files exist, a government certificate names them.
+    EXPECT_EQ(entry(0)->szSignCertPath, base + "/GPKI/Certificate/class2/x_sig.cer");
+    EXPECT_EQ(entry(0)->szSignPriKeyPath, base + "/GPKI/Certificate/class2/x_sig.key");
+    EXPECT_EQ(entry(0)->szKmCertPath, base + "/GPKI/Certificate/class2/x_env.cer");
+    EXPECT_EQ(entry(0)->szKmPriKeyPath, base + "/GPKI/Certificate/class2/x_env.key");
+    EXPECT_EQ(entry(1)->szSignCertPath, base + "/NPKI/yessign/USER/n/signCert.der");
+    EXPECT_EQ(entry(1)->szSignPriKeyPath, base + "/NPKI/yessign/USER/n/signPri.key");
+    EXPECT_EQ(entry(1)->szKmCertPath, base + "/NPKI/yessign/USER/n/kmCert.der");
+    EXPECT_EQ(entry(1)->szKmPriKeyPath, base + "/NPKI/yessign/USER/n/kmPri.key");
+    EXPECT_EQ(entry(2)->szSignCertPath, base + "/MPKI/USER//m/signCert.der"); // the doubled "/" is kept
+    EXPECT_STREQ(entry(2)->szKmCertPath, "");
+    EXPECT_EQ(entry(3)->szSignCertPath, base + "/Halvard/TALOCERT/TALO//p/signCert.der");
+    EXPECT_EQ(entry(3)->szKmCertPath, base + "/Halvard/TALOCERT/TALO//p/kmCert.der"); // not probed
+    EXPECT_EQ(entry(3)->szKmPriKeyPath, base + "/Halvard/TALOCERT/TALO//p/kmPri.key");
+}
+
+TEST_F(Listing, GovernmentNamesMayHoldTheMarkAnywhere)
+{
+    const fs::path folder = home / "GPKI/Certificate/class1";
+    writeFile(folder / "a_sig.cer.old", fake::certificate({{"subject", "cn=old"}}));
+    writeFile(folder / "a_sig.cer.key", fake::encrypted(fake::key(), goodPassword));
+    writeFile(folder / "b_SIG.CER", fake::certificate());
+    writeFile(folder / "c_env.cer", fake::certificate());
+    fs::create_directories(folder / "d_sig.cer");
+    start();
+    ASSERT_EQ(load(), 0);
+    EXPECT_EQ(subjects(), Names{"cn=old"});
+    EXPECT_EQ(entry()->szKmCertPath, (folder / "a_sig_env.cer").string());
+}
+
+TEST_F(Listing, LinksAreNotFollowed)
+{
+    const fs::path elsewhere = disk / "certificate";
+    addPair(elsewhere, {{"subject", "cn=linked"}});
+    addNpki("real", {{"subject", "cn=real"}});
+    fs::create_directory_symlink(elsewhere, home / "NPKI/yessign/USER/link");
+    fs::create_directories(home / "GPKI/Certificate/class1");
+    fs::create_symlink(elsewhere / "signCert.der", home / "GPKI/Certificate/class1/l_sig.cer");
+    writeFile(home / "NPKI/yessign/USER/file", "not a folder");
+    start();
+    ASSERT_EQ(load(), 0);
+    EXPECT_EQ(subjects(), Names{"cn=real"});
+}
+
+TEST_F(Listing, ListingAgainFindsWhatWasAdded)
+{
+    addNpki("a", {{"subject", "cn=a"}});
+    start();
+    ASSERT_EQ(load(), 0);
+    addNpki("b", {{"subject", "cn=b"}}, "SignKorea");
+    ASSERT_EQ(load(), 0);
+    EXPECT_EQ(subjects(), (Names{"cn=a", "cn=b"}));
+}
+
+TEST_F(Listing, FilesThatComeBetweenThePassesAreLeftForTheNextListing)
+{
+    addNpki("a", {{"subject", "cn=a"}}, "SignKorea");
+    start();
+    int unloads = 0;
+    doubles::answer("HVTK_CERT_Unload", [&](const doubles::Call&) {
+        if (++unloads == 1)                                 // the counting pass has judged its only certificate
+            addNpki("b", {{"subject", "cn=b"}}, "yessign"); // in a folder that is searched earlier
+        return 0;
+    });
+    ASSERT_EQ(load(), 0);
+    EXPECT_EQ(subjects(), Names{"cn=b"});
+    ASSERT_EQ(load(), 0);
+    EXPECT_EQ(subjects(), (Names{"cn=b", "cn=a"}));
+}
+
+TEST_F(Listing, FilesThatVanishBetweenThePassesLeaveAnEmptyEntry)
+{
+    const fs::path folder = addNpki("a");
+    start();
+    doubles::answer("HVTK_CERT_Unload", [&](const doubles::Call&) { return fs::remove_all(folder), 0; });
+    ASSERT_EQ(load(), 0);
+    EXPECT_EQ(count(), 1);
+    EXPECT_STREQ(entry()->szSubjectDN, "");
+    EXPECT_EQ(entry()->nPKIType, 0);
+}
+
+TEST_F(Listing, UnreadableCertificatesAreSkippedAndLogged)
+{
+    addNpki("good", {{"subject", "cn=good"}});
+    fs::create_directories(home / "NPKI/yessign/USER/empty");
+    writeFile(home / "NPKI/yessign/USER/nokey/signCert.der", fake::certificate());
+    start();
+    ASSERT_EQ(load(), 0);
+    EXPECT_EQ(subjects(), Names{"cn=good"});
+    const Names records = log();
+    EXPECT_EQ(std::count(records.begin(), records.end(),
+                  "CLoadDISK::ParsingCert() >> MediaDiskReadFil() : 3001 (Msg : words of the toolkit)"),
+        2); // both passes
+    EXPECT_EQ(std::count(records.begin(), records.end(),
+                  "CLoadDISK::ParsingCert() >> MediaDiskReadFile() : 3001 (Msg : words of the toolkit)"),
+        2);
+    EXPECT_EQ(records.size(), 4u);
+}
+
+TEST_F(Listing, OperationsOnTheWholeList)
+{
+    addNpki("a", {{"subject", "cn=a"}});
+    CLoadDISK loader(1, library.c_str());
+    tagCERTINFO record{};
+    record.nPKIType = 2;
+    loader.CopyCertInfo(0, &record); // no list yet: nothing happens
+    EXPECT_EQ(loader.count(), 0);
+    CLoadDISK::ClearCertInfo(&record);
+    EXPECT_EQ(record.nPKIType, 0);
 }
 
 } // namespace
