@@ -19,29 +19,34 @@ using doubles::Call;
 using doubles::contents;
 using doubles::fill;
 
-const Fields ordinary = {
-    {"version", "3"},
-    {"serial", "1001"},
-    {"algorithm", "sha256WithRSAEncryption"},
-    {"subject", "cn=Hong,ou=personal,o=yessign,c=KR"},
-    {"uid", "Hong"},
-    {"key", "30 82 01 0A"},
-    {"keyAlgorithm", "rsaEncryption"},
-    {"keyLength", "2048 Bits"},
-    {"usage", "digitalSignature, nonRepudiation"},
-    {"crldp", "ldap://ds.example:389/ou=dp1"},
-    {"issuer", "cn=yessignCA Class 1,ou=AccreditedCA,o=yessign,c=KR"},
-    {"policy", "policy qualifiers"},
-    {"policyId", "1 2 410 200005 1 1 1"},
-    {"authKeyId", "A1 A2"},
-    {"subKeyId", "B1 B2"},
-    {"altName", "alternative name"},
-    {"access", "http://ocsp.example"},
-    {"notBefore", "2024-01-01 00:00:00"},
-    {"notAfter", "2024-12-31 23:59:59"},
-    {"pair", "P1"},
-    {"idn", "0000001111111"},
-};
+/** A function, so that tests may make certificates before main(). */
+const Fields& ordinary()
+{
+    static const Fields fields = {
+        {"version", "3"},
+        {"serial", "1001"},
+        {"algorithm", "sha256WithRSAEncryption"},
+        {"subject", "cn=Hong,ou=personal,o=yessign,c=KR"},
+        {"uid", "Hong"},
+        {"key", "30 82 01 0A"},
+        {"keyAlgorithm", "rsaEncryption"},
+        {"keyLength", "2048 Bits"},
+        {"usage", "digitalSignature, nonRepudiation"},
+        {"crldp", "ldap://ds.example:389/ou=dp1"},
+        {"issuer", "cn=yessignCA Class 1,ou=AccreditedCA,o=yessign,c=KR"},
+        {"policy", "policy qualifiers"},
+        {"policyId", "1 2 410 200005 1 1 1"},
+        {"authKeyId", "A1 A2"},
+        {"subKeyId", "B1 B2"},
+        {"altName", "alternative name"},
+        {"access", "http://ocsp.example"},
+        {"notBefore", "2024-01-01 00:00:00"},
+        {"notAfter", "2024-12-31 23:59:59"},
+        {"pair", "P1"},
+        {"idn", "0000001111111"},
+    };
+    return fields;
+}
 
 Fields loaded; // the toolkit's current certificate
 
@@ -290,7 +295,7 @@ void installPfx()
 
 std::string certificate(const Fields& changes)
 {
-    Fields fields = ordinary;
+    Fields fields = ordinary();
     for (const auto& [name, text] : changes) {
         if (text == "absent")
             fields.erase(name);
