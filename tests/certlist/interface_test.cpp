@@ -240,6 +240,7 @@ TEST_F(Interface, FolderIsCutAt259Bytes)
 
 TEST_F(Interface, SettingsFilesThatAreMissingOrWrong)
 {
+    const LeaksForgiven forgiven;
     const auto initialised = [&] {
         finish();
         return CLP_Initalize(&clp, nullptr, 0, 1, Text(library.string()));
@@ -269,6 +270,7 @@ TEST_F(Interface, SettingsFilesThatAreMissingOrWrong)
 
 TEST_F(Interface, SecondInitalizeDoesNotReadTheSettingsAgain)
 {
+    const LeaksForgiven forgiven;
     addNpki("a", {{"subject", "cn=a"}});
     start();
     ASSERT_EQ(load(), 0);

@@ -23,6 +23,16 @@ inline const std::string goodPassword = "Abcd1234!@";
 std::string readFile(const std::filesystem::path& path);
 void writeFile(const std::filesystem::path& path, const std::string& bytes);
 
+#ifdef __SANITIZE_ADDRESS__
+#include <sanitizer/lsan_interface.h>
+/** For tests that start a processor once more: the façade then forgets the toolkit that it had loaded, deliberately. */
+using LeaksForgiven = __lsan::ScopedDisabler;
+#else
+struct LeaksForgiven {
+    LeaksForgiven() { }
+};
+#endif
+
 /** A text as the interface takes it. */
 class Text {
 public:
