@@ -16,9 +16,10 @@ namespace {
 class Crypt : public testing::TestWithParam<const char*> {
 protected:
     bool hvtk() const { return GetParam() == std::string("HVTK_"); }
+    /** "EncryptFile" is "Encrypt_File" on the other face. */
     std::string fileName(const std::string& operation) const
     {
-        return "CRYPT_" + operation + (hvtk() ? "File" : "_File");
+        return "CRYPT_" + (hvtk() ? operation : operation.substr(0, operation.size() - 4) + "_File");
     }
     void setKey(int cipher, const std::string& keyHex, const std::string& vectorHex)
     {
@@ -170,20 +171,20 @@ TEST_P(Crypt, FilesAreEncryptedAndDecrypted)
     content[100000] = '\0';
     workshop.write("plain", content);
     setKey(SIGIL_TK_CIPHER_ARIA256, std::string(64, '7'), std::string(32, '0'));
-    ASSERT_EQ(toolkit(fileName("Encrypt"), text(workshop.path("plain")), text(workshop.path("closed"))), 0);
+    ASSERT_EQ(toolkit(fileName("EncryptFile"), text(workshop.path("plain")), text(workshop.path("closed"))), 0);
     workshop.run("openssl enc -d -aria-256-cbc -K " + std::string(64, '7') +
         " -iv 0 -in closed -out opened"
         " && cmp opened plain");
-    ASSERT_EQ(toolkit(fileName("Decrypt"), text(workshop.path("closed")), text(workshop.path("back"))), 0);
+    ASSERT_EQ(toolkit(fileName("DecryptFile"), text(workshop.path("closed")), text(workshop.path("back"))), 0);
     EXPECT_EQ(workshop.read("back"), content);
     workshop.write("closed", workshop.read("closed").substr(0, 100));
-    EXPECT_EQ(
-        toolkit(fileName("Decrypt"), text(workshop.path("closed")), text(workshop.path("none"))), SIGIL_TK_DECRYPT);
+    EXPECT_EQ(toolkit(fileName("DecryptFile"), text(workshop.path("closed")), text(workshop.path("none"))),
+        SIGIL_TK_DECRYPT);
     EXPECT_FALSE(std::filesystem::exists(workshop.path("none")));
-    EXPECT_EQ(toolkit(fileName("Encrypt"), text(workshop.path("missing")), text(workshop.path("none"))),
+    EXPECT_EQ(toolkit(fileName("EncryptFile"), text(workshop.path("missing")), text(workshop.path("none"))),
         SIGIL_TK_FILE_NOT_FOUND);
-    EXPECT_EQ(
-        toolkit(fileName("Encrypt"), text(workshop.path("plain")), static_cast<char*>(nullptr)), SIGIL_TK_ARGUMENT);
+    EXPECT_EQ(toolkit(fileName("EncryptFile"), text(workshop.path("plain")), static_cast<char*>(nullptr)),
+        SIGIL_TK_ARGUMENT);
 }
 
 TEST_P(Crypt, HashesMatchThePublishedVectors)
@@ -239,17 +240,17 @@ TEST_P(Crypt, FilesAreSignedAndVerified)
     for (const std::string kind : {"rsa", "ec"}) {
         ByteString certificate(toolkit, workshop.read(kind + ".crt"));
         ByteString key(toolkit, workshop.read(kind + ".key"));
-        ASSERT_EQ(toolkit(fileName("Sign"), certificate.get(), key.get(), SIGIL_TK_HASH_SHA384,
+        ASSERT_EQ(toolkit(fileName("SignFile"), certificate.get(), key.get(), SIGIL_TK_HASH_SHA384,
                       text(workshop.path("data")), text(workshop.path("signature"))),
             0);
         workshop.run("openssl x509 -in " + kind +
             ".pem -noout -pubkey > public.pem && "
             "openssl dgst -sha384 -verify public.pem -signature signature data");
-        EXPECT_EQ(toolkit(fileName("Verify"), certificate.get(), SIGIL_TK_HASH_SHA384, text(workshop.path("data")),
-                      text(workshop.path("signature"))),
+        EXPECT_EQ(toolkit(fileName("VerifyFile"), certificate.get(), SIGIL_TK_HASH_SHA384,
+                      text(workshop.path("data")), text(workshop.path("signature"))),
             0);
-        EXPECT_EQ(toolkit(fileName("Verify"), certificate.get(), SIGIL_TK_HASH_SHA256, text(workshop.path("data")),
-                      text(workshop.path("signature"))),
+        EXPECT_EQ(toolkit(fileName("VerifyFile"), certificate.get(), SIGIL_TK_HASH_SHA256,
+                      text(workshop.path("data")), text(workshop.path("signature"))),
             SIGIL_TK_SIGNATURE);
     }
 }

@@ -251,9 +251,30 @@ TEST_F(KeyFile, TheRandomValueSurvivesAndIsFound)
     EXPECT_EQ(withIdentityRandom(plain, view(fromHex(randomHex))), keyInfo);
 }
 
-TEST(KeyFace, GivesTheCodesThatTheProcessorKnows)
+class KeyFace : public testing::TestWithParam<const char*> { };
+
+INSTANTIATE_TEST_SUITE_P(
+    Faces, KeyFace, testing::Values("HVTK_", "GPKI_"), [](const auto& face) { return std::string(face.param, 4); });
+
+TEST_P(KeyFace, ChangesAPassword)
 {
-    const ToolkitLibrary toolkit("HVTK_");
+    const ToolkitLibrary toolkit(GetParam());
+    ByteString key(toolkit, stringOf(fromBase64(view(keyInfoBase64))));
+    ByteString file(toolkit);
+    ASSERT_EQ(toolkit("PRIKEY_Encrypt", 64, text(password), key.get(), file.get()), 0);
+    ByteString changed(toolkit);
+    EXPECT_EQ(toolkit("PRIKEY_ChangePasswd", text("wrong"), text("new"), file.get(), changed.get()), 2004);
+    EXPECT_TRUE(changed.empty());
+    ASSERT_EQ(toolkit("PRIKEY_ChangePasswd", text(password), text("new"), file.get(), changed.get()), 0);
+    ByteString opened(toolkit);
+    EXPECT_EQ(toolkit("PRIKEY_Decrypt", text(password), changed.get(), opened.get()), 2004);
+    ASSERT_EQ(toolkit("PRIKEY_Decrypt", text("new"), changed.get(), opened.get()), 0);
+    EXPECT_EQ(opened.bytes(), key.bytes());
+}
+
+TEST_P(KeyFace, GivesTheCodesThatTheProcessorKnows)
+{
+    const ToolkitLibrary toolkit(GetParam());
     ByteString key(toolkit, stringOf(fromBase64(view(keyInfoBase64))));
     ByteString file(toolkit);
     ASSERT_EQ(toolkit("PRIKEY_Encrypt", 48, text(password), key.get(), file.get()), 0);

@@ -1,0 +1,30 @@
+// Any bytes as a certificate: every getter, and what reads identity data.
+
+#include "toolkit/engine/certificate.h"
+#include "fuzz/toolkit/input.h"
+#include "toolkit/engine/identity.h"
+#include "toolkit/engine/text.h"
+
+using toolkit::Certificate;
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    const toolkit::Bytes bytes = fuzz::input(data, size);
+    fuzz::attempt([&] {
+        const Certificate certificate(fuzz::library(), bytes);
+        for (const auto getter : {&Certificate::uid, &Certificate::serialNumber, &Certificate::signatureAlgorithm,
+                 &Certificate::signature, &Certificate::issuerName, &Certificate::subjectName,
+                 &Certificate::publicKeyAlgorithm, &Certificate::publicKeyLength, &Certificate::publicKeyText,
+                 &Certificate::keyUsage, &Certificate::basicConstraints, &Certificate::policies,
+                 &Certificate::policyIds, &Certificate::policyConstraints, &Certificate::extendedKeyUsage,
+                 &Certificate::subjectAltName, &Certificate::issuerAltName, &Certificate::authorityKeyId,
+                 &Certificate::subjectKeyId, &Certificate::crlDistributionPoints, &Certificate::crlUrlText,
+                 &Certificate::authorityInfoAccess})
+            fuzz::attempt([&] { (certificate.*getter)(); });
+        fuzz::attempt([&] { toolkit::timeText(certificate.notBefore()); });
+        fuzz::attempt([&] { certificate.remainingDays(0); });
+        fuzz::attempt([&] { toolkit::verifyIdentity(fuzz::library(), certificate, toolkit::view("r"), "1"); });
+        fuzz::attempt([&] { certificate.publicKey(); });
+    });
+    return 0;
+}

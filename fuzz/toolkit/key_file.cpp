@@ -1,0 +1,15 @@
+// Any bytes as a key file, and what opens as the key inside.
+
+#include "toolkit/engine/key_file.h"
+#include "fuzz/toolkit/input.h"
+#include "toolkit/engine/private_key.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    const toolkit::Bytes bytes = fuzz::input(data, size);
+    fuzz::attempt([&] { toolkit::identityRandom(toolkit::decryptKeyFile(fuzz::library(), bytes, "password")); });
+    fuzz::attempt([&] { toolkit::identityRandom(bytes); });
+    fuzz::attempt([&] { toolkit::loadPrivateKey(fuzz::library(), bytes); });
+    fuzz::attempt([&] { toolkit::identityRandom(toolkit::withIdentityRandom(bytes, toolkit::view("random"))); });
+    return 0;
+}

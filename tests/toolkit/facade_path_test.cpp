@@ -1,0 +1,217 @@
+// The whole path: the library's exported functions over the installed open toolkit, on both types, for certificates and
+// keys of each family of stores.
+
+#include "tests/toolkit/workshop.h"
+
+#include <sigildesk/crypto.h>
+#include <sigildesk/open_toolkit.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <tuple>
+
+using namespace toolkit_test;
+
+namespace {
+
+/** How the stores of a family name their subjects and encrypt their keys. */
+struct Family {
+    const char* name;
+    const char* subject;
+    const char* policy;
+    int keyAlgorithm;
+};
+
+const Family families[]{
+    {"NPKI", "/C=KR/O=yessign/OU=personal4IB/CN=user", "1.2.410.200005.1.1.1", 48},
+    {"GPKI", "/C=KR/O=Government of Korea/OU=people/CN=123user456", "1.2.410.100001.2.2.1", 64},
+    {"MPKI", "/C=KR/O=Ministry of National Defense/OU=MPKI/CN=user", "1.2.410.200006.2.1", 224},
+    {"PPKI", "/C=KR/O=Some Company/OU=staff/CN=user", "1.2.3.4", 48},
+};
+
+const Workshop& workshop()
+{
+    static const Workshop made;
+    static const bool ready = [] {
+        made.certificate("root", "/C=KR/O=test/CN=Root", "basicConstraints=critical,CA:TRUE");
+        for (const Family& family : families)
+            made.certificate(family.name, family.subject,
+                std::string("keyUsage=digitalSignature\nsubjectKeyIdentifier=hash\ncertificatePolicies=") +
+                    family.policy,
+                "root");
+        return true;
+    }();
+    EXPECT_TRUE(ready);
+    return made;
+}
+
+char* text(const std::string& value) { return const_cast<char*>(value.c_str()); }
+
+/** A façade handle on the open toolkit. */
+class Facade {
+public:
+    explicit Facade(int type) { EXPECT_EQ(HV_Initalize(&m_handle, type, text(SIGILDESK_LIBRARY_FOLDER)), 0); }
+    ~Facade() { HV_Finish(m_handle); }
+    Facade(const Facade&) = delete;
+    Facade& operator=(const Facade&) = delete;
+    void* get() const { return m_handle; }
+
+private:
+    void* m_handle = nullptr;
+};
+
+class Bytes {
+public:
+    explicit Bytes(const Facade& facade, std::string content = {})
+        : m_facade(facade)
+    {
+        HV_BINSTR_Create(m_facade.get(), &m_record);
+        if (!content.empty())
+            HV_BINSTR_SetData(m_facade.get(), reinterpret_cast<unsigned char*>(content.data()),
+                static_cast<int>(content.size()), &m_record);
+    }
+    ~Bytes() { HV_BINSTR_Delete(m_facade.get(), &m_record); }
+    Bytes(const Bytes&) = delete;
+    Bytes& operator=(const Bytes&) = delete;
+    BINSTR* get() { return &m_record; }
+    std::string content() const
+    {
+        return {reinterpret_cast<const char*>(m_record.pData), static_cast<std::size_t>(m_record.nLength)};
+    }
+
+private:
+    const Facade& m_facade;
+    BINSTR m_record{};
+};
+
+class FacadePath : public testing::TestWithParam<std::tuple<int, Family>> {
+protected:
+    int type() const { return std::get<0>(GetParam()); }
+    const Family& family() const { return std::get<1>(GetParam()); }
+    std::string file(const std::string& suffix) const { return workshop().read(family().name + suffix); }
+
+    Facade facade{std::get<0>(GetParam())};
+};
+
+} // namespace
+
+INSTANTIATE_TEST_SUITE_P(TypesAndFamilies, FacadePath,
+    testing::Combine(testing::Values(0, 1), testing::ValuesIn(families)), [](const auto& combination) {
+        return std::string(std::get<1>(combination.param).name) + (std::get<0>(combination.param) == 0 ? "0" : "1");
+    });
+
+TEST_P(FacadePath, ACertificateIsRead)
+{
+    Bytes certificate(facade, file(".crt"));
+    ASSERT_EQ(CertLoad(facade.get(), certificate.get()), 0);
+    std::array<char, 2048> out{};
+    EXPECT_EQ(CertGetVersion(facade.get(), 2048, out.data()), 0);
+    EXPECT_STREQ(out.data(), "3");
+    EXPECT_EQ(CertGetSubjectName(facade.get(), 2048, out.data()), 0);
+    EXPECT_THAT(out.data(), testing::AllOf(testing::StartsWith("cn="), testing::EndsWith(",c=KR")));
+    EXPECT_EQ(CertGetKeyUsage(facade.get(), 2048, out.data()), 0);
+    EXPECT_STREQ(out.data(), "digitalSignature");
+    EXPECT_EQ(CertGetPolicyID(facade.get(), 40, out.data()), 0);
+    std::string policy = family().policy;
+    std::replace(policy.begin(), policy.end(), '.', ' ');
+    EXPECT_EQ(out.data(), policy);
+    std::array<char, 40> from{};
+    std::array<char, 40> to{};
+    ASSERT_EQ(CertGetValidity(facade.get(), 40, from.data(), 40, to.data()), 0);
+    EXPECT_THAT(from.data(), testing::MatchesRegex("....-..-.. ..:..:.."));
+    EXPECT_THAT(to.data(), testing::MatchesRegex("....-..-.. ..:..:.."));
+    std::array<char, 50> algorithm{};
+    std::array<char, 50> length{};
+    Bytes key(facade);
+    ASSERT_EQ(CertGetPubKeyInfo(facade.get(), algorithm.data(), length.data(), 2048, out.data(), key.get()), 0);
+    EXPECT_STREQ(algorithm.data(), "RSA");
+    EXPECT_STREQ(length.data(), "2048 Bits");
+    EXPECT_EQ(CertUnLoad(facade.get()), 0);
+}
+
+TEST_P(FacadePath, AKeyIsWrittenOpenedUsedAndDeleted)
+{
+    Bytes certificate(facade, file(".crt"));
+    Bytes key(facade, file(".key"));
+    Bytes encrypted(facade);
+    ASSERT_EQ(PriKeyEncrypt(facade.get(), family().keyAlgorithm, text("secret1!"), key.get(), encrypted.get()), 0);
+    const std::string path = workshop().path("signPri.key");
+    ASSERT_EQ(MediaDiskWriteFile(facade.get(), text(path), encrypted.get()), 0);
+    Bytes stored(facade);
+    ASSERT_EQ(MediaDiskReadFile(facade.get(), text(path), stored.get()), 0);
+    Bytes opened(facade);
+    EXPECT_EQ(PriKeyDecrypt(facade.get(), text("wrong"), stored.get(), opened.get()), 2004);
+    std::array<char, 2048> error{};
+    EXPECT_EQ(HV_GetErrInfo2(facade.get(), 2048, error.data()), 0);
+    EXPECT_THAT(error.data(), testing::StartsWith("The password does not open the private key"));
+    ASSERT_EQ(PriKeyDecrypt(facade.get(), text("secret1!"), stored.get(), opened.get()), 0);
+    EXPECT_EQ(opened.content(), key.content());
+    EXPECT_EQ(PriKeyCheckKeyPair(facade.get(), certificate.get(), opened.get()), 0);
+    Bytes random(facade);
+    EXPECT_EQ(VIDGetRandomFromPriKey(facade.get(), opened.get(), random.get()), 3500);
+
+    Bytes data(facade, "signed text");
+    Bytes signature(facade);
+    ASSERT_EQ(CRYPTSign(facade.get(), certificate.get(), opened.get(), 0, data.get(), signature.get()), 0);
+    EXPECT_EQ(CRYPTVerify(facade.get(), certificate.get(), 0, data.get(), signature.get()), 0);
+    workshop().write("data", "signed text");
+    workshop().write("signature", signature.content());
+    workshop().run(std::string("openssl x509 -in ") + family().name +
+        ".pem -noout -pubkey > public.pem && openssl dgst -sha256 -verify public.pem -signature signature data");
+
+    EXPECT_EQ(MediaDiskDeletePriKey(facade.get(), text("wrong"), 1, text(path)), 2004);
+    EXPECT_EQ(MediaDiskDeletePriKey(facade.get(), text("secret1!"), 1, text(path)), 0);
+    EXPECT_EQ(MediaDiskReadFile(facade.get(), text(path), stored.get()), SIGIL_TK_FILE_NOT_FOUND);
+}
+
+TEST_P(FacadePath, APkcs12FileGoesOutAndIn)
+{
+    Bytes certificate(facade, file(".crt"));
+    Bytes key(facade, file(".key"));
+    Bytes other(facade, workshop().read("root.crt"));
+    Bytes otherKey(facade, workshop().read("root.key"));
+    Bytes pfx(facade);
+    ASSERT_EQ(PFXExport(facade.get(), 0, text("secret1!"), certificate.get(), key.get(), other.get(),
+                  otherKey.get(), pfx.get()),
+        0);
+    Bytes outCertificate(facade);
+    Bytes outKey(facade);
+    Bytes kmCertificate(facade);
+    Bytes kmKey(facade);
+    Bytes authorities(facade);
+    const auto import = [&](const std::string& password) {
+        return PFXImport(facade.get(), text(password), pfx.get(), outCertificate.get(), outKey.get(),
+            kmCertificate.get(), kmKey.get(), authorities.get());
+    };
+    EXPECT_EQ(import("wrong"), 4505);
+    ASSERT_EQ(import("secret1!"), 0);
+    EXPECT_EQ(outCertificate.content(), certificate.content());
+    EXPECT_EQ(outKey.content(), key.content());
+    EXPECT_EQ(kmCertificate.content(), type() == 1 ? other.content() : "");
+}
+
+TEST_P(FacadePath, ACertificateIsVerified)
+{
+    Bytes certificate(facade, file(".crt"));
+    Bytes root(facade, workshop().read("root.crt"));
+    const auto verify = [&] {
+        return CertVerify(
+            facade.get(), certificate.get(), 1, nullptr, text("HVCToolkitV30.conf"), false, nullptr, nullptr);
+    };
+    ASSERT_EQ(CertSetVerifyEnv(facade.get(), 0, 2, false, nullptr, nullptr), 0);
+    EXPECT_EQ(verify(), SIGIL_TK_VERIFY_NO_ISSUER);
+    ASSERT_EQ(CertAddTrustedCert(facade.get(), root.get()), 0);
+    EXPECT_EQ(verify(), 0);
+}
+
+TEST_P(FacadePath, FamiliesThatTheOpenToolkitLacksAnswer1003)
+{
+    Bytes certificate(facade, file(".crt"));
+    Bytes out(facade);
+    EXPECT_EQ(CMSComposeSignedData(facade.get(), certificate.get(), out.get()), 1003);
+    EXPECT_EQ(PKCS11CloseSession(facade.get()), 1003);
+    EXPECT_EQ(TSPVerifyToken(facade.get(), certificate.get(), out.get()), 1003);
+}
