@@ -3,7 +3,6 @@
 #include "foundation/cp949_tables.h"
 
 #include <algorithm>
-#include <array>
 #include <bit>
 #include <climits>
 #include <cstdint>
@@ -25,6 +24,9 @@ constexpr bool isSyllable(unsigned unit) { return unit - sigil::firstSyllable < 
 
 constexpr bool isLetter(unsigned unit) { return unit >= 0x3131 && unit <= 0x318F; }
 
+// Three bytes of UTF-8 are read and written as one number.
+static_assert(std::endian::native == std::endian::little);
+
 // One character each: the readers move `in` behind what they took, the writers return the place behind what they put.
 
 /** The fixed bits of a three-byte UTF-8 sequence, as they add up when its bytes are taken for a code point. */
@@ -34,12 +36,10 @@ constexpr unsigned sequenceBits = (0xE0 << 12) + (0x80 << 6) + 0x80;
  *  else. Four bytes are looked at because one comparison then tells whether two continuation bytes are among them. */
 inline unsigned syllableAt(const Byte* in)
 {
-    constexpr auto mask = std::bit_cast<std::uint32_t>(std::array<Byte, 4>{0x00, 0xC0, 0xC0, 0x00});
-    constexpr auto marks = std::bit_cast<std::uint32_t>(std::array<Byte, 4>{0x00, 0x80, 0x80, 0x00});
     std::uint32_t bytes;
     std::memcpy(&bytes, in, sizeof bytes);
     const unsigned codePoint = (in[0] << 12) + (in[1] << 6) + in[2] - sequenceBits;
-    return (bytes & mask) == marks ? codePoint - sigil::firstSyllable : UINT_MAX;
+    return (bytes & 0xC0C000) == 0x808000 ? codePoint - sigil::firstSyllable : UINT_MAX;
 }
 
 /** Converts what begins before @p end; three bytes behind it must be readable. Moves @p in behind what it took. */
@@ -107,12 +107,12 @@ inline Byte* putByte(Byte byte, Byte* out)
     return out + 1;
 }
 
+/** Writes up to three bytes; room for four is needed. */
 inline Byte* putUtf8(unsigned unit, Byte* out)
 {
     if (unit >= 0x800) { // Hangul first
-        out[0] = static_cast<Byte>(0xE0 | unit >> 12);
-        out[1] = static_cast<Byte>(0x80 | (unit >> 6 & 0x3F));
-        out[2] = static_cast<Byte>(0x80 | (unit & 0x3F));
+        const std::uint32_t bytes = 0x8080E0 | unit >> 12 | (unit << 2 & 0x3F00) | (unit << 16 & 0x3F0000);
+        std::memcpy(out, &bytes, sizeof bytes);
         return out + 3;
     }
     if (unit < 0x80)
@@ -195,7 +195,7 @@ int ConvertUTF8::unicode2utf8(const unsigned char* in, int len, unsigned char** 
     const std::size_t bytes = size(in, len);
     if (bytes % 2 != 0)
         return failed;
-    const Bytes buffer = room(bytes / 2 * 3);
+    const Bytes buffer = room(bytes / 2 * 3 + 1);
     Byte* at = buffer.get();
     for (const Byte* end = in + bytes; in < end;)
         at = putUtf8(takeUnit(in), at);
@@ -252,7 +252,7 @@ int ConvertUTF8::ascii2unicode(const unsigned char* in, int len, unsigned char**
 int ConvertUTF8::ascii2utf8(const char* in, int len, char* out, int& outLen)
 {
     const std::size_t bytes = size(in, len);
-    const Bytes buffer = room(bytes / 2 * 3 + 1);
+    const Bytes buffer = room(bytes / 2 * 3 + 2);
     const Byte* from = reinterpret_cast<const Byte*>(in);
     const Byte* end = kscToUtf8(from, from + bytes, buffer.get());
     if (!end)
