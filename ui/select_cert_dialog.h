@@ -122,6 +122,8 @@ private:
     /** @return the result of the last entry */
     int ReadEntries(int count);
     void ClearList();
+    /** Lets a password be typed for the certificate of @p row unless it has expired and the options lock it. */
+    void LockPassword(int row);
     void ShowStatus(const char* messageKey);
     void ShowMessage(const char* messageKey, const char* captionKey = "DLG_SELCERT_CAPITON");
     /** Row of the first selected index, or -1 without a selection. */

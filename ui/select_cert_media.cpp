@@ -163,13 +163,18 @@ void SelectCertDialog::SetExpiredCert(int row)
 {
     if (row < 0 || row >= CertCount())
         return;
+    LockPassword(row);
     const tagCERTINFO& entry = m_Entries[static_cast<std::size_t>(row)];
-    const bool expired = isExpired(entry);
-    if (m_SelectOptions.nSelectFlags & SIGIL_SELECT_LOCK_EXPIRED)
-        m_Form->lineEdit_password->setEnabled(!expired);
-    if (expired && (m_SelectOptions.nMessageFlags & SIGIL_MESSAGE_EXPIRED)) {
+    if (isExpired(entry) && (m_SelectOptions.nMessageFlags & SIGIL_MESSAGE_EXPIRED)) {
         const std::string text =
             sigil::formatOneText(Texts().messageBytes("MSG_SELECTCERT_EXIRED"), sigil::fieldText(entry.szValidTo));
         sigil::showInformation(this, Texts().ui("DLG_SELCERT_CAPITON"), sigil::fromEucKr(text.substr(0, 1023)));
     }
+}
+
+void SelectCertDialog::LockPassword(int row)
+{
+    if (row < 0 || row >= CertCount() || !(m_SelectOptions.nSelectFlags & SIGIL_SELECT_LOCK_EXPIRED))
+        return;
+    m_Form->lineEdit_password->setEnabled(!isExpired(m_Entries[static_cast<std::size_t>(row)]));
 }

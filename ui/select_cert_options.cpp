@@ -7,6 +7,7 @@
 #include "ui/language_texts.h"
 #include "ui_select_cert_dialog.h"
 
+#include <QItemSelectionModel>
 #include <QPixmap>
 #include <algorithm>
 #include <cstring>
@@ -152,6 +153,7 @@ void SelectCertDialog::InitSetControl()
         SetButtonImage(0, bit, m_InitOptions.nLanguage);
     SetLogoImage();
     SetAccessibleNames();
+    m_Form->lineEdit_password->setFocus();
 }
 
 void SelectCertDialog::SetControlTexts()
@@ -189,8 +191,12 @@ void SelectCertDialog::SetListColumns()
     for (const Column& column : columns)
         headers << Texts().ui(column.key);
     m_Model.setHorizontalHeaderLabels(headers);
-    if (list->model() != &m_Model)
+    if (list->model() != &m_Model) {
         list->setModel(&m_Model);
+        // A row can also be reached with the keyboard or by a load; the field must not stay as the row before left it.
+        connect(list->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this](const QModelIndex& current) { LockPassword(current.row()); });
+    }
     for (int i = 0; i < headers.size(); ++i)
         list->setColumnWidth(i, columns[i].width);
     list->setFont(m_ListFont);

@@ -83,6 +83,14 @@ TEST_F(SelectionTest, IsWalkedThroughInReadingOrder)
             "pushButton_ok", "pushButton_cancel", "pushButton_view"}));
 }
 
+TEST_F(SelectionTest, BeginsInThePasswordField)
+{
+    open();
+    dialog->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
+    EXPECT_EQ(dialog->focusWidget()->objectName(), "lineEdit_password");
+}
+
 TEST_F(SelectionTest, LeavesTheListWithTheTabKey)
 {
     open();

@@ -2,11 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <QRegularExpression>
+
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <map>
-#include <regex>
 #include <set>
 #include <sstream>
 
@@ -23,14 +24,14 @@ std::string content(const std::filesystem::path& file)
 /** Every key in double quotes in the sources of a folder. */
 Keys keysInCode(const std::string& folder)
 {
-    static const std::regex key("\"((DLG|MSG)_[A-Z0-9_]+)\"");
+    static const QRegularExpression key("\"((DLG|MSG)_[A-Z0-9_]+)\"");
     Keys keys;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
         if (entry.path().extension() != ".cpp" && entry.path().extension() != ".h")
             continue;
-        const std::string text = content(entry.path());
-        for (std::sregex_iterator i(text.begin(), text.end(), key), end; i != end; ++i)
-            keys.insert((*i)[1]);
+        auto found = key.globalMatch(QString::fromStdString(content(entry.path())));
+        while (found.hasNext())
+            keys.insert(found.next().captured(1).toStdString());
     }
     return keys;
 }

@@ -226,6 +226,30 @@ TEST_F(ExpiredTest, LocksThePasswordOnlyOnBitOneOfTheSelectionFlags)
     EXPECT_TRUE(canType()) << "one that expires soon is usable";
 }
 
+TEST_F(ExpiredTest, LocksThePasswordForARowReachedWithTheKeyboard)
+{
+    load.nSelectFlags = 2;
+    open();
+    auto& list = widget<QTableView>("tableView_certlist");
+    QTest::keyClick(&list, Qt::Key_Down);
+    EXPECT_TRUE(canType());
+    QTest::keyClick(&list, Qt::Key_Down);
+    EXPECT_FALSE(canType());
+    QTest::keyClick(&list, Qt::Key_Up);
+    EXPECT_TRUE(canType());
+}
+
+TEST_F(ExpiredTest, UnlocksThePasswordWhenAnotherDiskIsListed)
+{
+    load.nSelectFlags = 2;
+    open();
+    driver::clicksRow(*dialog, "tableView_certlist", 2);
+    ASSERT_FALSE(canType());
+    char drive[] = "/media/USB";
+    EXPECT_EQ(dialog->LoadCertDisk(2, drive), 0);
+    EXPECT_TRUE(canType());
+}
+
 TEST_F(ExpiredTest, KnowsBothCodesOfExpiry)
 {
     load.nSelectFlags = 2;
