@@ -10,6 +10,7 @@ namespace sigil {
 
 tm localTime(std::time_t seconds)
 {
+    tzset(); // localtime_r need not notice that the host changed its zone
     tm local{};
     if (!localtime_r(&seconds, &local)) {
         const std::time_t epoch = 0;

@@ -23,7 +23,7 @@ constexpr int longestProfileLine = 4094;
  *  @return 0 at the end of the file; -1 out of memory */
 int _DecodeConfigProfile(_ConfigProfile** list, std::FILE* file);
 
-/** Releases a list made by _DecodeConfigProfile(); null is ignored. */
+/** Releases a list made by _DecodeConfigProfile(), also a null one. */
 void _ReleaseConfigProfile(_ConfigProfile* list);
 
 /** Finds the header line of a section: the first line with "[section]" that is no comment.

@@ -228,6 +228,7 @@ TEST_F(ErrorLog, DropsTheRecordWhenTheFileCannotBeWritten)
     ASSERT_EQ(mkfifo(folder.path("pipe").c_str(), 0600), 0);
     EXPECT_EQ(CUtil::SetLogInfo(Arg(folder.path("pipe")), Arg("F()"), nullptr, nullptr, 0, nullptr), 0);
     EXPECT_EQ(CUtil::SetLogInfo(Arg("/dev/full"), Arg("F()"), nullptr, nullptr, 0, nullptr), 0);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 1); // nothing but the pipe
 }
 
 TEST_F(ErrorLog, MayBeALinkToTheFile)

@@ -167,5 +167,3 @@ TEST(ProfileLines, RecognisesComments)
         {Case{"#", 1}, {"# x", 1}, {" \t\r\n\v\f#", 1}, {"", 0}, {"   ", 0}, {"a#", 0}, {";", 0}, {"\xA3#", 0}})
         EXPECT_EQ(_IsCommentLine(Arg(c.line)), c.comment) << c.line;
 }
-
-TEST(ProfileLines, ReleaseIgnoresNull) { EXPECT_NO_FATAL_FAILURE(_ReleaseConfigProfile(nullptr)); }

@@ -104,6 +104,17 @@ TEST_F(Time, GetCurrentTimeDay)
     EXPECT_EQ(CUtil::GetCurrentTimeDay(nullptr), -1);
 }
 
+TEST_F(Time, AChangeOfTheZoneIsNoticed)
+{
+    setClock("2024-03-31 20:00:00");
+    char out[16];
+    CUtil::GetCurrentTimeDay(out);
+    EXPECT_STREQ(out, "2024_03_");
+    setenv("TZ", "KST-9", 1);
+    CUtil::GetCurrentTimeDay(out);
+    EXPECT_STREQ(out, "2024_04_");
+}
+
 TEST_F(Time, AClockBeyondAllYearsCountsAsTheEpoch)
 {
     sigil::environment().now = [] { return timespec{LONG_MAX, 0}; };
