@@ -223,6 +223,40 @@ TEST_P(CertificateFields, PemIsReadToo)
     EXPECT_EQ(get("GetSerialNum"), "0123456789abcdef");
 }
 
+TEST_P(CertificateFields, AKeyOfAnUnknownAlgorithmLeavesTheOtherFieldsReadable)
+{
+    std::string der = certificates().read("user.crt");
+    const std::size_t at = der.find(fromHex("300d06092a864886f70d010101"));
+    ASSERT_NE(at, der.npos);
+    der[at + 12] = 0x7F;
+    ByteString certificate(toolkit, der);
+    ASSERT_EQ(toolkit("CERT_Load", certificate.get()), 0);
+    EXPECT_EQ(get("GetSerialNum"), "0123456789abcdef");
+    const std::string algorithm = "1.2.840.113549.1.1.127";
+    if (GetParam() == std::string("GPKI_")) {
+        EXPECT_EQ(get("GetPubKeyAlg"), algorithm);
+        EXPECT_EQ(get("GetPubKeyLen"), "2160 Bits") << "that of the bit string";
+    } else {
+        std::array<char, 50> name{};
+        std::array<char, 20> length{};
+        ByteString key(toolkit);
+        ASSERT_EQ(toolkit("CERT_GetPubKey2", name.data(), length.data(), key.get()), 0);
+        EXPECT_EQ(name.data(), algorithm);
+        EXPECT_STREQ(length.data(), "2160 Bits");
+    }
+    ByteString key(toolkit, certificates().read("user.key"));
+    EXPECT_EQ(toolkit("PRIKEY_CheckKeyPair", certificate.get(), key.get()), SIGIL_TK_ALGORITHM);
+}
+
+TEST_P(CertificateFields, EveryTruncationIsDamage)
+{
+    const std::string der = certificates().read("user.crt");
+    for (std::size_t length = 1; length < der.size(); length += 11) {
+        ByteString cut(toolkit, der.substr(0, length));
+        EXPECT_EQ(toolkit("CERT_Load", cut.get()), SIGIL_TK_CERT_MALFORMED) << length;
+    }
+}
+
 TEST_P(CertificateFields, RemainingDays)
 {
     ByteString certificate(toolkit, certificates().read("user.crt"));

@@ -10,10 +10,22 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <regex>
+#include <set>
 
 using namespace toolkit_test;
 
 namespace {
+
+std::string readHeader()
+{
+    const auto sources = std::filesystem::path(SIGILDESK_TEST_DATA).parent_path() / "../..";
+    std::ifstream file(sources / "include/sigildesk/open_toolkit.h");
+    return {std::istreambuf_iterator<char>(file), {}};
+}
 
 class Base64 : public testing::TestWithParam<const char*> {
 protected:
@@ -224,10 +236,22 @@ TEST(GpkiCertificate, ValidityAndPublicKeyAreTextsOfTheirOwn)
     EXPECT_EQ(std::string(out.data()).size(), 540U);
 }
 
-TEST(CodeText, EveryCodeHasItsSentence)
+TEST(CodeText, EveryCodeOfTheHeaderHasItsSentenceAndNoOther)
 {
-    int known = 0;
-    for (int code = 0; code < 5000; ++code)
-        known += !toolkit::codeText(code).empty();
-    EXPECT_EQ(known, 50);
+    const std::string header = readHeader();
+    const std::regex definition("(SIGIL_TK_[A-Z_0-9]+) = ([0-9]+),? +/\\*\\*<|SIGIL_TK_OK = (0),");
+    const std::string codes = header.substr(0, header.find("enum SigilToolkitKeyEncryption"));
+    std::set<int> inHeader;
+    for (std::sregex_iterator it(codes.begin(), codes.end(), definition), end; it != end; ++it)
+        inHeader.insert(std::stoi((*it)[2].matched ? (*it)[2] : (*it)[3]));
+    std::set<int> withText;
+    for (int code = 0; code < 10000; ++code)
+        if (!toolkit::codeText(code).empty())
+            withText.insert(code);
+    EXPECT_EQ(inHeader, withText);
+    EXPECT_GT(inHeader.size(), 40U);
 }
+
+extern "C" int codeOfWrongPasswordInC(void);
+
+TEST(CodeText, TheHeaderIsC) { EXPECT_EQ(codeOfWrongPasswordInC(), 2004); }

@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <ctime>
+#include <memory>
 
 using namespace toolkit;
 
@@ -77,6 +78,27 @@ TEST(Cp949, WhatCannotBeConvertedBecomesAQuestionMark)
     EXPECT_EQ(cp949FromUtf8("a\xFF\xFE가"), "a??\xB0\xA1");
     EXPECT_EQ(cp949FromUtf8(std::string_view("a\0\nb", 4)), "a??b");
     EXPECT_FALSE(utf8FromCp949("\xC8"));
+}
+
+TEST(Asn1Text, EveryStringTypeBecomesCp949)
+{
+    const auto textOf = [](int type, const std::string& bytes) {
+        const std::unique_ptr<ASN1_STRING, decltype(&ASN1_STRING_free)> string(
+            ASN1_STRING_type_new(type), ASN1_STRING_free);
+        ASN1_STRING_set(string.get(), bytes.data(), static_cast<int>(bytes.size()));
+        return asn1Text(string.get());
+    };
+    const std::string hong = "\xC8\xAB"; // 홍 in CP949
+    EXPECT_EQ(textOf(V_ASN1_UTF8STRING, "홍"), hong);
+    EXPECT_EQ(textOf(V_ASN1_BMPSTRING, "\xD6\x4D"), hong);
+    EXPECT_EQ(textOf(V_ASN1_PRINTABLESTRING, "KR"), "KR");
+    EXPECT_EQ(textOf(V_ASN1_T61STRING, hong), hong) << "old certificates hold Korean bytes here";
+    const std::string gildong = "\xB1\xE6\xB5\xBF";
+    EXPECT_EQ(textOf(V_ASN1_UTF8STRING, gildong), gildong) << "and here, against the standard";
+    EXPECT_EQ(textOf(V_ASN1_UTF8STRING, "a\xFF"), "a?");
+    EXPECT_EQ(textOf(V_ASN1_BMPSTRING, "odd"), "odd") << "half a character is no BMPString";
+    EXPECT_EQ(textOf(V_ASN1_UTF8STRING, std::string("a\0b", 3)), "a?b") << "a zero byte would hide what follows";
+    EXPECT_EQ(textOf(V_ASN1_UTF8STRING, ""), "");
 }
 
 TEST(CutText, NeverCutsACharacter)

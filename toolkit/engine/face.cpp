@@ -11,13 +11,20 @@
 #include <utility>
 #include <vector>
 
+#include <malloc.h>
+
 namespace toolkit {
 namespace {
 
 constexpr std::size_t maximumLength = 0x7FFFFFFF;
 
+/** Wipes what a failing call leaves behind: it may be a key. */
 struct FreeMemory {
-    void operator()(unsigned char* memory) const { std::free(memory); }
+    void operator()(unsigned char* memory) const
+    {
+        OPENSSL_cleanse(memory, malloc_usable_size(memory));
+        std::free(memory);
+    }
 };
 using MemoryHandle = std::unique_ptr<unsigned char, FreeMemory>;
 
