@@ -5,12 +5,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <map>
-#include <regex>
 #include <set>
 #include <sstream>
+#include <vector>
 
 using namespace toolkit_test;
 
@@ -31,17 +32,28 @@ std::set<std::string> exportsOf(const std::string& library)
     return {std::istream_iterator<std::string>(lines), {}};
 }
 
-/** Symbols of the documentation's tables with the test file of each. */
+/** The texts between pairs of @p quote in @p line. */
+std::vector<std::string> quoted(const std::string& line, char quote)
+{
+    std::vector<std::string> texts;
+    std::size_t begin = 0;
+    std::size_t end = 0;
+    while ((begin = line.find(quote, end)) != line.npos && (end = line.find(quote, begin + 1)) != line.npos)
+        texts.push_back(line.substr(begin + 1, end++ - begin - 1));
+    return texts;
+}
+
+/** Symbols of the documentation's tables with the test file of each: a row is "| `symbol` | what | test |". */
 std::map<std::string, std::string> documented()
 {
-    const std::string page = contentOf(sources + "/../../docs/toolkit.md");
-    const std::regex row(R"(\n\| (`(?:HVTK|GPKI)_[^|]*) \|[^\n]*\| ([a-z0-9_]+\.cpp) \|)");
-    const std::regex symbol("`([A-Z]+_[A-Za-z0-9_]+)`");
+    std::istringstream page(contentOf(sources + "/../../docs/toolkit.md"));
     std::map<std::string, std::string> symbols;
-    for (std::sregex_iterator it(page.begin(), page.end(), row), end; it != end; ++it) {
-        const std::string names = (*it)[1];
-        for (std::sregex_iterator name(names.begin(), names.end(), symbol); name != end; ++name)
-            symbols[(*name)[1]] = (*it)[2];
+    for (std::string line; std::getline(page, line);) {
+        if (!line.starts_with("| `HVTK_") && !line.starts_with("| `GPKI_"))
+            continue;
+        const std::size_t last = line.rfind("| ", line.size() - 2) + 2;
+        for (const std::string& symbol : quoted(line.substr(0, line.find('|', 1)), '`'))
+            symbols[symbol] = line.substr(last, line.size() - 2 - last);
     }
     return symbols;
 }
@@ -49,8 +61,20 @@ std::map<std::string, std::string> documented()
 /** "ReadFile" of "HVTK_MEDIA_DISK_ReadFile", "EncryptFile" of "GPKI_CRYPT_Encrypt_File". */
 std::string operationOf(const std::string& symbol)
 {
-    const std::string bare = std::regex_replace(symbol, std::regex("^(HVTK|GPKI)_[A-Z0-9]+_(DISK_)?"), "");
-    return std::regex_replace(bare, std::regex("_File$"), "File");
+    std::string operation = symbol.substr(symbol.find('_', 5) + 1);
+    if (operation.starts_with("DISK_"))
+        operation.erase(0, 5);
+    if (operation.ends_with("_File"))
+        operation.erase(operation.size() - 5, 1);
+    return operation;
+}
+
+/** Whether a test names the operation: as "PRIKEY_Decrypt", or as "Decrypt" where a helper adds the family. */
+bool mentions(const std::string& file, const std::string& operation)
+{
+    const std::string content = contentOf(sources + "/" + file);
+    return content.find("\"" + operation + "\"") != content.npos ||
+        content.find("_" + operation + "\"") != content.npos;
 }
 
 } // namespace
@@ -78,8 +102,7 @@ TEST(Surface, TheNamedTestCallsTheSymbol)
 {
     ASSERT_FALSE(documented().empty());
     for (const auto& [symbol, file] : documented()) {
-        const std::regex call("\"[A-Z0-9_]*" + operationOf(symbol) + "\"");
-        EXPECT_TRUE(std::regex_search(contentOf(sources + "/" + file), call)) << symbol << " in " << file;
+        EXPECT_TRUE(mentions(file, operationOf(symbol))) << symbol << " in " << file;
     }
 }
 
@@ -87,8 +110,8 @@ TEST(Surface, FamiliesThatAreNotThereHaveNoSymbol)
 {
     std::set<std::string> exported = exportsOf("libHVCToolkitV30.so");
     exported.merge(exportsOf("libgpkiapi_v15.so"));
-    const std::regex absent(
-        "(HVTK|GPKI)_(CMS|WCMS|PKCS11|HSM|CMP|TSP|OCSP|SIGEA|WPKI|UNI|MEDIA_CARD|MEDIA_WINS)_.*");
     for (const std::string& symbol : exported)
-        EXPECT_FALSE(std::regex_match(symbol, absent)) << symbol;
+        for (const std::string family : {"CMS_", "WCMS_", "PKCS11_", "HSM_", "CMP_", "TSP_", "OCSP_", "SIGEA_",
+                 "WPKI_", "UNI_", "MEDIA_CARD_", "MEDIA_WINS_"})
+            EXPECT_NE(symbol.find(family), 5U) << symbol;
 }
