@@ -10,7 +10,6 @@
 namespace sigil {
 
 constexpr int firstSyllable = 0xAC00;
-constexpr int lastSyllable = 0xD7A3;
 constexpr int firstKscCode = 0x8141;
 constexpr int kscCodes = 18366;
 
