@@ -9,7 +9,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <stdexcept>
 #include <string>
 
@@ -52,8 +51,8 @@ public:
 private:
     static std::string renamed(const std::filesystem::path& library, const std::string& symbol)
     {
-        std::ifstream file(library, std::ios::binary);
-        std::string bytes{std::istreambuf_iterator<char>(file), {}};
+        std::string bytes(std::filesystem::file_size(library), '\0');
+        std::ifstream(library, std::ios::binary).read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
         const std::string name = '\0' + symbol + '\0'; // as it stands in the table of dynamic names
         std::size_t found = bytes.find(name);
         if (found == std::string::npos)

@@ -193,6 +193,28 @@ protected:
 using Backends = testing::Types<CHVTKWrap, CGPKIWrap>;
 TYPED_TEST_SUITE(BackendLife, Backends);
 
+TYPED_TEST(BackendLife, RequirementsAreCheckedAgain)
+{
+    // The façade refuses these first, some with another code; the backend stands on its own.
+    const auto backend = loaded<TypeParam>();
+    doubles::forgetCalls();
+    EXPECT_EQ(backend->CertGetUID(8, nullptr), 1001);
+    EXPECT_EQ(backend->CertGetVersion(8, nullptr), 1001);
+    EXPECT_EQ(backend->CertGetRemainDays(&empty, &number), 1001);
+    EXPECT_EQ(backend->CertVerifyByIVS(nullptr, &b1, &b2), 1001);
+    EXPECT_EQ(backend->CertVerifyByIVS(t1, &empty, &b2), 1001);
+    EXPECT_EQ(backend->PriKeyDecrypt(nullptr, &b1, &b2), 1001);
+    EXPECT_EQ(backend->PriKeyDecrypt(t1, &empty, &b2), 1001);
+    EXPECT_EQ(backend->VIDVerify(&b1, &b2, nullptr), 1001);
+    EXPECT_EQ(backend->Base64Encode(&empty, &b2), 1001);
+    EXPECT_EQ(backend->TSPSendAndRecv(t1, 1, &empty, &b2), 1001);
+    EXPECT_EQ(backend->CMSProcessEnvelopedData(&b1, &b2, &empty, &b3), 1001);
+    EXPECT_TRUE(doubles::calls().empty());
+    TypeParam unloaded;
+    EXPECT_EQ(unloaded.CertGetUID(8, nullptr), this->type.notLoaded);
+    EXPECT_EQ(unloaded.CertGetVersion(8, nullptr), this->type.notLoaded);
+}
+
 TYPED_TEST(BackendLife, FieldsStandInTheirOrder)
 {
     struct Layout {

@@ -98,6 +98,8 @@ TEST(MakerValidity, InsistsOnRoomForTwoDates)
         EXPECT_EQ(CertGetValidity(handle, first, before.data(), second, after.data()), 1001);
         EXPECT_EQ(CertGetValidity(unloaded, first, before.data(), second, after.data()), 1001);
     }
+    EXPECT_EQ(CertGetValidity(handle, 0, nullptr, 0, after.data()), 1000) << "the buffers come first";
+    EXPECT_EQ(CertGetValidity(handle, 0, before.data(), 0, nullptr), 1000);
     EXPECT_TRUE(doubles::calls().empty());
     EXPECT_EQ(CertGetValidity(handle, 25, before.data(), 25, after.data()), 0);
     ASSERT_EQ(doubles::calls().size(), 1U);
