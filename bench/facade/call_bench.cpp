@@ -1,0 +1,144 @@
+// The cost of a facade call over the bare dlsym and call of the same symbol, in one run and on both toolkit types.
+// The symbols do next to nothing, so that the facade's own cost shows. Prints both times and their ratio; fails when a
+// ratio is above the limit.
+
+#include <sigildesk/crypto.h>
+
+#include <benchmark/benchmark.h>
+
+#include <dlfcn.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <map>
+#include <string>
+
+namespace {
+
+constexpr double limit = 1.10;
+
+struct Toolkit {
+    int type;
+    const char* library;
+    const char* init;
+    const char* unload;
+    const char* load;
+};
+
+constexpr Toolkit toolkits[] = {
+    {0, DOUBLES_PLAIN_FOLDER "/libHVCToolkitV30.so", "HVTK_API_Init", "HVTK_CERT_Unload", "HVTK_CERT_Load"},
+    {1, DOUBLES_PLAIN_FOLDER "/libgpkiapi_v15.so", "GPKI_API_Init", "GPKI_CERT_Unload", "GPKI_CERT_Load"},
+};
+
+unsigned char bytes[] = {1, 2, 3};
+BINSTR certificate{bytes, 3};
+
+/** The library and its context without any facade. */
+struct Bare {
+    explicit Bare(const Toolkit& toolkit)
+        : library(dlopen(toolkit.library, RTLD_LAZY))
+    {
+        reinterpret_cast<int (*)(void**, const char*)>(dlsym(library, toolkit.init))(&context, "");
+    }
+    ~Bare() { dlclose(library); }
+    void* library;
+    void* context = nullptr;
+};
+
+struct Handle {
+    explicit Handle(int type)
+    {
+        char folder[] = DOUBLES_PLAIN_FOLDER;
+        HV_Initalize(&facade, type, folder);
+    }
+    ~Handle() { HV_Finish(facade); }
+    void* facade = nullptr;
+};
+
+void bareNoArgument(benchmark::State& state, const Toolkit& toolkit)
+{
+    const Bare bare(toolkit);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(
+            reinterpret_cast<int (*)(void*)>(dlsym(bare.library, toolkit.unload))(bare.context));
+}
+
+void facadeNoArgument(benchmark::State& state, const Toolkit& toolkit)
+{
+    const Handle handle(toolkit.type);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(CertUnLoad(handle.facade));
+}
+
+void bareByteString(benchmark::State& state, const Toolkit& toolkit)
+{
+    const Bare bare(toolkit);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(reinterpret_cast<int (*)(void*, BINSTR*)>(dlsym(bare.library, toolkit.load))(
+            bare.context, &certificate));
+}
+
+void facadeByteString(benchmark::State& state, const Toolkit& toolkit)
+{
+    const Handle handle(toolkit.type);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(CertLoad(handle.facade, &certificate));
+}
+
+/** Keeps the best time of every benchmark; the runs are interleaved, so that both sides meet the same machine. */
+class BestTimes : public benchmark::ConsoleReporter {
+public:
+    bool ReportContext(const Context&) override { return true; }
+    void ReportRuns(const std::vector<Run>& runs) override
+    {
+        for (const Run& run : runs) {
+            if (run.run_type != Run::RT_Iteration)
+                continue;
+            double& best = m_best.try_emplace(run.run_name.function_name, run.GetAdjustedCPUTime()).first->second;
+            best = std::min(best, run.GetAdjustedCPUTime());
+        }
+    }
+    double best(const std::string& name) const { return m_best.at(name); }
+
+private:
+    std::map<std::string, double> m_best;
+};
+
+bool report(const BestTimes& times, const std::string& what)
+{
+    const double bare = times.best("bare/" + what);
+    const double facade = times.best("facade/" + what);
+    std::printf("%-24s bare %7.2f ns   facade %7.2f ns   ratio %.3f\n", what.c_str(), bare, facade, facade / bare);
+    return facade <= limit * bare;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    std::vector<char*> arguments(argv, argv + argc);
+    std::string settings[] = {
+        "--benchmark_enable_random_interleaving=true", "--benchmark_repetitions=80", "--benchmark_min_time=0.005"};
+    for (std::string& setting : settings)
+        arguments.insert(arguments.begin() + 1, setting.data());
+    int count = static_cast<int>(arguments.size());
+    benchmark::Initialize(&count, arguments.data());
+
+    std::vector<std::string> compared;
+    for (const Toolkit& toolkit : toolkits) {
+        const std::string type = "type " + std::to_string(toolkit.type);
+        const auto compare = [&](const std::string& what, auto* bare, auto* facade) {
+            compared.push_back(type + ", " + what);
+            benchmark::RegisterBenchmark(("bare/" + compared.back()).c_str(), bare, toolkit);
+            benchmark::RegisterBenchmark(("facade/" + compared.back()).c_str(), facade, toolkit);
+        };
+        compare("no argument", bareNoArgument, facadeNoArgument);
+        compare("byte string", bareByteString, facadeByteString);
+    }
+    BestTimes times;
+    benchmark::RunSpecifiedBenchmarks(&times);
+    bool within = true;
+    for (const std::string& what : compared)
+        within = report(times, what) && within;
+    return within ? 0 : 1;
+}
