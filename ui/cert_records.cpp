@@ -215,13 +215,12 @@ void wipeKeys(tagCERTINFO& entry)
     entry.nKmPriKeyLen = 0;
 }
 
-void setItem(unsigned char* item, std::size_t capacity, int& length, const char* data, int size)
+int setItem(unsigned char* item, std::size_t capacity, const char* data, int size)
 {
-    if (!data || size <= 0)
-        return;
-    const std::size_t taken = std::min(static_cast<std::size_t>(size), capacity);
-    std::memcpy(item, data, taken);
-    length = static_cast<int>(taken);
+    const std::size_t taken = std::min(static_cast<std::size_t>(std::max(size, 0)), capacity);
+    if (taken > 0)
+        std::memcpy(item, data, taken);
+    return static_cast<int>(taken);
 }
 
 std::string subjectName(const tagCERTINFO& entry)

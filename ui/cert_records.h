@@ -25,8 +25,8 @@ void handOutResult(const tagSELCERTINFO& from, tagSELCERTINFO& to);
 /** Overwrites the decrypted keys of an entry. */
 void wipeKeys(tagCERTINFO& entry);
 
-/** Puts @p size bytes into a data item of an entry, cut to its capacity. Nothing for a null @p data or a size below 1. */
-void setItem(unsigned char* item, std::size_t capacity, int& length, const char* data, int size);
+/** Puts at most @p capacity bytes into a data item of a record. @return how many */
+int setItem(unsigned char* item, std::size_t capacity, const char* data, int size);
 
 /** The subject as the list shows it, EUC-KR: the unique identifier, else the common name, else the whole name. */
 std::string subjectName(const tagCERTINFO& entry);

@@ -78,13 +78,14 @@ int SelectCertDialog::DecryptKeys(int row, char* password)
     if (rv != 0)
         return rv;
     tagCERTINFO& entry = m_Entries[static_cast<std::size_t>(row)];
-    sigil::setItem(entry.byKmPriKey, sizeof entry.byKmPriKey, entry.nKmPriKeyLen, kmKey.data, kmKey.length);
+    if (!kmKey.isEmpty())
+        entry.nKmPriKeyLen = sigil::setItem(entry.byKmPriKey, sizeof entry.byKmPriKey, kmKey.data, kmKey.length);
     if (signKey.isEmpty()) {
         ShowMessage("DLG_CERTPASSWORD_WRONG_PKCS11");
         return noKey;
     }
-    sigil::setItem(
-        entry.bySignPriKey, sizeof entry.bySignPriKey, entry.nSignPriKeyLen, signKey.data, signKey.length);
+    entry.nSignPriKeyLen =
+        sigil::setItem(entry.bySignPriKey, sizeof entry.bySignPriKey, signKey.data, signKey.length);
     return 0;
 }
 
@@ -99,7 +100,9 @@ int SelectCertDialog::FetchRandom(int row, char* password)
     if (rv != 0)
         return rv;
     CopySelectCertInfo(row, password);
-    sigil::setItem(m_Staging.byRandom, sizeof m_Staging.byRandom, m_Staging.nRandomLen, random.data, random.length);
+    if (!random.isEmpty())
+        m_Staging.nRandomLen =
+            sigil::setItem(m_Staging.byRandom, sizeof m_Staging.byRandom, random.data, random.length);
     return 0;
 }
 

@@ -44,7 +44,6 @@ SelectCertDialog::~SelectCertDialog()
     CLP_UnInitalize(m_hProcessor);
     sigil::wipeField(m_Form->lineEdit_password);
     ForgetKeys();
-    clear(m_byMemoryItem2);
     clear(m_szRememberedPassword);
 }
 
@@ -119,6 +118,8 @@ void SelectCertDialog::on_pushButton_view_clicked()
 void SelectCertDialog::ForgetKeys()
 {
     clear(m_Staging);
+    clear(m_byMemoryItem2);
+    m_nMemoryItem2Len = 0;
     for (tagCERTINFO& entry : m_Entries)
         sigil::wipeKeys(entry);
 }

@@ -49,6 +49,9 @@ QString imagePath(const char* stem, int state, int language)
     return QString(":/png/image/%1_%2%3.png").arg(stem, state > 1 ? "P" : "N", language == korean ? "" : "E");
 }
 
+/** By value: a number of a packed record may lie where no reference to it can be made. */
+int bounded(int length, std::size_t capacity) { return std::min(length, static_cast<int>(capacity)); }
+
 /** What follows the last "/" or "\" of a path. */
 QString lastComponent(const QString& path)
 {
@@ -90,7 +93,7 @@ void SelectCertDialog::CopyLoadOptions(const tagLOADSELECTCERTOPTION& load)
     take(own.szOption, load.szOption);
     take(own.szReserved1, load.szReserved1);
     take(own.szReserved2, load.szReserved2);
-    std::copy(std::begin(load.nReserved1), std::end(load.nReserved1), own.nReserved1);
+    std::memcpy(own.nReserved1, load.nReserved1, sizeof own.nReserved1);
     take(own.szReserved3, load.szReserved3);
     own.nReserved2 = load.nReserved2;
     take(own.szReserved4, load.szReserved4);
@@ -127,11 +130,11 @@ void SelectCertDialog::CopyMemoryItems(const tagLOADSELECTCERTOPTION& load)
     m_nMemoryItem2Len = 0;
     if (load.nMemorySignCertLen > 0) {
         std::memcpy(m_byMemoryItem1, load.byMemorySignCert, sizeof m_byMemoryItem1);
-        m_nMemoryItem1Len = std::min<int>(load.nMemorySignCertLen, sizeof m_byMemoryItem1);
+        m_nMemoryItem1Len = bounded(load.nMemorySignCertLen, sizeof m_byMemoryItem1);
     }
     if (load.nMemorySignPriKeyLen > 0) {
         std::memcpy(m_byMemoryItem2, load.byMemorySignPriKey, sizeof m_byMemoryItem2);
-        m_nMemoryItem2Len = std::min<int>(load.nMemorySignPriKeyLen, sizeof m_byMemoryItem2);
+        m_nMemoryItem2Len = bounded(load.nMemorySignPriKeyLen, sizeof m_byMemoryItem2);
     }
 }
 
@@ -140,7 +143,7 @@ void SelectCertDialog::InitSetControl()
     m_ListFont.setPointSize(8);
     sigil::copyText(m_szLangFile, sigil::languageFile(m_InitOptions.szLibraryFolder, m_InitOptions.nLanguage));
     m_Form->lineEdit_password->setEchoMode(QLineEdit::Password);
-    // Never shown; kept because assistive tools look for a label with this title. The dialog owns it.
+    // Intended: never shown, and one more on every call. The dialog owns them.
     auto* title = new QLabel(this);
     title->setWindowTitle(QStringLiteral("인증서 선택창"));
     title->hide();

@@ -179,8 +179,8 @@ TEST(StageResult, FillsEveryItemOfADiskCertificate)
 {
     tagCERTINFO from{};
     copyEntry(sampleEntry("홍길동"), from);
-    setItem(from.bySignPriKey, sizeof from.bySignPriKey, from.nSignPriKeyLen, "key1", 4);
-    setItem(from.byKmPriKey, sizeof from.byKmPriKey, from.nKmPriKeyLen, "key2", 4);
+    from.nSignPriKeyLen = setItem(from.bySignPriKey, sizeof from.bySignPriKey, "key1", 4);
+    from.nKmPriKeyLen = setItem(from.byKmPriKey, sizeof from.byKmPriKey, "key2", 4);
     tagSELCERTINFO to{};
     stageResult(from, 2, to);
     EXPECT_EQ(to.nMediaType, 2u);
@@ -301,8 +301,8 @@ TEST(SubjectName, IsTheIdentifierElseTheCommonNameElseTheWholeName)
 TEST(WipeKeys, LeavesNoDecryptedKey)
 {
     tagCERTINFO entry{};
-    setItem(entry.bySignPriKey, sizeof entry.bySignPriKey, entry.nSignPriKeyLen, "key", 3);
-    setItem(entry.byKmPriKey, sizeof entry.byKmPriKey, entry.nKmPriKeyLen, "key", 3);
+    entry.nSignPriKeyLen = setItem(entry.bySignPriKey, sizeof entry.bySignPriKey, "key", 3);
+    entry.nKmPriKeyLen = setItem(entry.byKmPriKey, sizeof entry.byKmPriKey, "key", 3);
     wipeKeys(entry);
     EXPECT_TRUE(isZero(entry));
 }

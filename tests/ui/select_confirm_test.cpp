@@ -6,6 +6,8 @@
 #include <QLabel>
 
 #include <cstring>
+#include <memory>
+#include <string_view>
 
 using driver::answerBox;
 using driver::Box;
@@ -92,6 +94,31 @@ TEST_F(ConfirmTest, ForgetsTheKeysWhenTold)
     dialog->ForgetKeys();
     EXPECT_EQ(result()->nSignPriKeyLen, 0);
     EXPECT_EQ(result()->bySignPriKey[0], 0);
+}
+
+TEST_F(ConfirmTest, LeavesNoSecretInTheMemoryOfTheDialog)
+{
+    const auto memory = std::make_unique<char[]>(sizeof(SelectCertDialog));
+    auto* inPlace = std::construct_at(reinterpret_cast<SelectCertDialog*>(memory.get()));
+    const auto holds = [&](std::string_view secret) {
+        return std::string_view(memory.get(), sizeof(SelectCertDialog)).find(secret) != std::string_view::npos;
+    };
+    load.byMemoryCert = 1;
+    load.nMemorySignPriKeyLen = 10;
+    std::memcpy(load.byMemorySignPriKey, "memory key", 10);
+    tagINITOPT init = initOptions();
+    inPlace->SetInitOption(&init, &load, nullptr);
+    inPlace->InitSetControl();
+    inPlace->Initalize();
+    inPlace->SetInitMediaCert(1);
+    types(*inPlace, "lineEdit_password", "x");
+    presses(*inPlace, "pushButton_ok");
+    EXPECT_TRUE(holds("memory key") && holds("sign key"))
+        << "otherwise this test would not look at the right place";
+    std::destroy_at(inPlace);
+    EXPECT_FALSE(holds("memory key"));
+    EXPECT_FALSE(holds("sign key"));
+    EXPECT_FALSE(holds("km key"));
 }
 
 TEST_F(ConfirmTest, AsksForAPassword)

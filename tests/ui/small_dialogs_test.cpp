@@ -10,6 +10,8 @@
 #include <QLabel>
 
 #include <cstring>
+#include <memory>
+#include <string_view>
 
 using driver::answerBox;
 using driver::Box;
@@ -73,6 +75,20 @@ TEST_P(SmallDialogs, PasswordThatIsTooLongIsCut)
     driver::find<QLineEdit>(password, "lineEdit_password").setText(QString(3000, 'p'));
     presses(password, "pushButton_ok");
     EXPECT_EQ(std::strlen(password.Password()), 1023u);
+}
+
+TEST_P(SmallDialogs, PasswordIsNotLeftInTheMemoryOfTheDialog)
+{
+    const auto memory = std::make_unique<char[]>(sizeof(PasswordDialog));
+    auto* inPlace = std::construct_at(reinterpret_cast<PasswordDialog*>(memory.get()));
+    const auto holdsIt = [&] {
+        return std::string_view(memory.get(), sizeof(PasswordDialog)).find("TopSecret") != std::string_view::npos;
+    };
+    types(*inPlace, "lineEdit_password", "TopSecret");
+    presses(*inPlace, "pushButton_ok");
+    EXPECT_TRUE(holdsIt()) << "otherwise this test would not look at the right place";
+    std::destroy_at(inPlace);
+    EXPECT_FALSE(holdsIt());
 }
 
 TEST_P(SmallDialogs, PasswordKnowsTwoKeys)

@@ -109,6 +109,7 @@ int main(int argc, char** argv)
 {
     testing::InitGoogleTest(&argc, argv);
     const VirtualServer server;
-    QApplication application(argc, argv);
+    static QApplication* const application = std::make_unique<QApplication>(argc, argv).release(); // as in main.cpp
+    Q_UNUSED(application)
     return RUN_ALL_TESTS();
 }
