@@ -82,13 +82,13 @@ private:
     int invoke(const char* symbol, Needs needs, A... args)
     {
         static_assert((isWire<A> && ...), "only types that the toolkits take may cross");
-        if (const int code = refusal(needs))
+        if (const int code = refusal(needs)) [[unlikely]]
             return code;
         const auto function = find<A...>(symbol);
-        if (!function)
+        if (!function) [[unlikely]]
             return FunctionMissing;
         const int result = function(args...);
-        if (result != 0)
+        if (result != 0) [[unlikely]]
             captureErrorText();
         return result;
     }
