@@ -22,7 +22,7 @@ int Toolkit<Traits>::Init(char* folder)
 {
     char path[260] = {};
     // A path that is too long is cut, and the cut path is what is opened.
-    std::snprintf(path, sizeof path - 1, "%s/%s", folder, Traits.libraryFile);
+    static_cast<void>(std::snprintf(path, sizeof path - 1, "%s/%s", folder, Traits.libraryFile));
     m_library.reset(dlopen(path, RTLD_LAZY));
     if (!m_library)
         return Traits.notLoaded;

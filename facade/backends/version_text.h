@@ -21,7 +21,7 @@ int versionText(AnyToolkit& toolkit, const char* symbol, int capacity, char* tex
     int version = 0;
     const int result = toolkit.call(symbol, {}, &version);
     if (capacity > 0)
-        std::snprintf(text, static_cast<std::size_t>(capacity), "%d", version);
+        static_cast<void>(std::snprintf(text, static_cast<std::size_t>(capacity), "%d", version)); // cut to fit
     return result;
 }
 
