@@ -1,4 +1,5 @@
-// What the leak sanitizer is told to overlook: the font cache, which fontconfig keeps until the process ends.
+// What the leak sanitizer is told to overlook: what fontconfig (its cache) and D-Bus (the connection of the X platform
+// for assistive tools) keep until the process ends.
 
 extern "C" __attribute__((visibility("default"))) const char* __lsan_default_suppressions();
-extern "C" const char* __lsan_default_suppressions() { return "leak:libfontconfig.so\n"; }
+extern "C" const char* __lsan_default_suppressions() { return "leak:libfontconfig.so\nleak:libdbus-1.so\n"; }
