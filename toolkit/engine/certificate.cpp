@@ -10,16 +10,14 @@
 namespace toolkit {
 
 Certificate::Certificate(const Library& library, View bytes)
-    : m_x509(X509_new_ex(library.context(), nullptr))
 {
-    require(m_x509 != nullptr, SIGIL_TK_NO_MEMORY);
     const Bytes der = derOf(bytes, SIGIL_TK_CERT_MALFORMED);
-    X509* parsed = m_x509.release();
+    X509Handle fresh(X509_new_ex(library.context(), nullptr));
+    require(fresh != nullptr, SIGIL_TK_NO_MEMORY);
     const unsigned char* at = der.data();
-    // On failure d2i frees the object that it was given.
-    X509* result = d2i_X509(&parsed, &at, static_cast<long>(der.size()));
-    require(result != nullptr, SIGIL_TK_CERT_MALFORMED);
-    m_x509.reset(result);
+    m_x509 = decodeInto(
+        std::move(fresh), [&](X509** target) { return d2i_X509(target, &at, static_cast<long>(der.size())); });
+    require(m_x509 != nullptr, SIGIL_TK_CERT_MALFORMED);
 }
 
 Bytes Certificate::der() const { return encode<Bytes>(get(), i2d_X509); }

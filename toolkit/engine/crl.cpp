@@ -40,11 +40,11 @@ void requireCurrent(const X509_CRL* crl, std::time_t time)
 CrlHandle parseCrl(const Library& library, View bytes)
 {
     const Bytes der = derOf(bytes, SIGIL_TK_CRL_MALFORMED);
-    X509_CRL* target = X509_CRL_new_ex(library.context(), nullptr);
-    require(target != nullptr, SIGIL_TK_NO_MEMORY);
+    CrlHandle fresh(X509_CRL_new_ex(library.context(), nullptr));
+    require(fresh != nullptr, SIGIL_TK_NO_MEMORY);
     const unsigned char* at = der.data();
-    // On failure d2i frees the object that it was given.
-    CrlHandle crl(d2i_X509_CRL(&target, &at, static_cast<long>(der.size())));
+    CrlHandle crl = decodeInto(std::move(fresh),
+        [&](X509_CRL** target) { return d2i_X509_CRL(target, &at, static_cast<long>(der.size())); });
     require(crl != nullptr, SIGIL_TK_CRL_MALFORMED);
     return crl;
 }

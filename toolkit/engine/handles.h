@@ -13,6 +13,7 @@
 #include <openssl/x509v3.h>
 
 #include <memory>
+#include <utility>
 
 namespace toolkit {
 
@@ -59,6 +60,19 @@ Container encode(const T* object, Encoder i2d)
     unsigned char* out = der.data();
     i2d(const_cast<T*>(object), &out);
     return der;
+}
+
+/** Decodes into an object that was made in a library context. On failure OpenSSL frees the object only when it began to
+ *  fill it, and then clears the pointer; what the pointer says afterwards is what is left to own.
+ *  @param decode takes the pointer's address and answers null on failure
+ *  @return null on failure */
+template <class T, auto Release, class Decoder>
+Handle<T, Release> decodeInto(Handle<T, Release> object, Decoder decode)
+{
+    T* target = object.release();
+    const bool decoded = decode(&target) != nullptr;
+    object.reset(target);
+    return decoded ? std::move(object) : nullptr;
 }
 
 } // namespace toolkit

@@ -153,9 +153,10 @@ private:
 Pkcs12Handle parse(const Library& library, View file)
 {
     const BioHandle input(BIO_new_mem_buf(file.data(), static_cast<int>(file.size())));
-    PKCS12* target = PKCS12_init_ex(NID_pkcs7_data, library.context(), nullptr);
-    // On failure d2i frees the object that it was given.
-    Pkcs12Handle parsed(input && target ? d2i_PKCS12_bio(input.get(), &target) : nullptr);
+    Pkcs12Handle fresh(PKCS12_init_ex(NID_pkcs7_data, library.context(), nullptr));
+    require(input && fresh, SIGIL_TK_NO_MEMORY);
+    Pkcs12Handle parsed =
+        decodeInto(std::move(fresh), [&](PKCS12** target) { return d2i_PKCS12_bio(input.get(), target); });
     require(parsed != nullptr, SIGIL_TK_PFX_MALFORMED);
     return parsed;
 }
