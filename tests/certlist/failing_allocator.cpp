@@ -68,12 +68,21 @@ bool refuse()
 
 } // namespace
 
+// All forms, because a checking runtime has forms of its own that would not mix with these.
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept
+{
+    return refuse() ? nullptr : std::malloc(size ? size : 1);
+}
 void* operator new(std::size_t size)
 {
-    void* memory = refuse() ? nullptr : std::malloc(size ? size : 1);
+    void* memory = operator new(size, std::nothrow);
     if (!memory)
         throw std::bad_alloc();
     return memory;
 }
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return operator new(size, std::nothrow); }
+void* operator new[](std::size_t size) { return operator new(size); }
 void operator delete(void* memory) noexcept { std::free(memory); }
 void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+void operator delete[](void* memory) noexcept { std::free(memory); }
+void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }
