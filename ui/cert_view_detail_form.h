@@ -29,7 +29,7 @@ public:
     /** Headers and rows. */
     void InitSetControl();
 
-public slots:
+public slots: // NOLINT(readability-redundant-access-specifiers): the slots must be told apart
     void on_tableView_certinfolist_clicked(const QModelIndex& index);
     /** Shows the selected cell in full; for the public-key row the key itself. */
     void on_tableViewSelection(const QItemSelection& selected, const QItemSelection& deselected);

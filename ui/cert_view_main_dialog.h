@@ -30,7 +30,7 @@ public:
     /** What the processor answered to the last verification, 0 before the first. */
     int LastResult() const { return m_nRv; }
 
-public slots:
+public slots: // NOLINT(readability-redundant-access-specifiers): the slots must be told apart
     void on_pushButton_verify_clicked();
     void on_pushButton_ok_clicked();
 

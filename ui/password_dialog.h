@@ -27,7 +27,7 @@ public:
     /** The password in the local 8-bit encoding, at most 1023 bytes; empty before one was confirmed. */
     const char* Password() const { return m_szPassword; }
 
-public slots:
+public slots: // NOLINT(readability-redundant-access-specifiers): the slots must be told apart
     void on_pushButton_ok_clicked();
     void on_pushButton_cancel_clicked();
     /** Escape cancels, Return confirms, every other key ends here. */

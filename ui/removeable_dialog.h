@@ -35,7 +35,7 @@ public:
     int BoxResult() const { return m_nBoxResult; }
     int LastResult() const { return m_nRv; }
 
-public slots:
+public slots: // NOLINT(readability-redundant-access-specifiers): the slots must be told apart
     void on_pushButton_ok_clicked();
     void on_pushButton_cancel_clicked();
     void on_tableView_remobable_doubleClicked(const QModelIndex& index);

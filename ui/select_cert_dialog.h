@@ -95,7 +95,7 @@ public:
     /** What the processor is asked to list. */
     const tagLOADCERTOPT& LoadOptions() const { return m_LoadOptions; }
 
-public slots:
+public slots: // NOLINT(readability-redundant-access-specifiers): the slots must be told apart
     void on_pushButton_hdd_clicked();
     void on_pushButton_remove_clicked();
     void on_pushButton_ok_clicked();

@@ -75,7 +75,7 @@ int SelectCertDialog::LoadCertDisk(int medium, char* drive)
     if (m_nRv == noCertificate)
         ShowStatus("MSG_SELECTCERT_NOCERT");
     if (m_nRv != 0)
-        std::snprintf(m_szLastError, sizeof m_szLastError, "LoadCertDisk() m_nRv : %d", m_nRv);
+        static_cast<void>(std::snprintf(m_szLastError, sizeof m_szLastError, "LoadCertDisk() m_nRv : %d", m_nRv));
     return m_nRv;
 }
 
