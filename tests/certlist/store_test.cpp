@@ -125,10 +125,10 @@ protected:
         CLP_UnInitalize(clp);
         sigil::environment() = machine;
     }
-    void start()
+    void start(int toolkitType = 0)
     {
         std::string folder = library.path().string();
-        ASSERT_EQ(CLP_Initalize(&clp, nullptr, 0, 1, folder.data()), 0);
+        ASSERT_EQ(CLP_Initalize(&clp, nullptr, toolkitType, 1, folder.data()), 0);
         ASSERT_EQ(CLP_SetType(clp, &options), 0);
         ASSERT_EQ(CLP_SetMediaType(clp, 1, nullptr, 0), 0);
     }
@@ -204,6 +204,24 @@ TEST_F(Store, ListsWhatTheReportTells)
         EXPECT_EQ(info->nExpired, truth.at("state") == "expired" ? 1 : 0);
     }
     EXPECT_EQ(seen.size(), sample->certificates().size());
+}
+
+TEST_F(Store, GovernmentToolkitListsTheSame)
+{
+    ASSERT_EQ(load(), 0);
+    const auto byMaker = entry(0);
+    CLP_UnInitalize(clp);
+    clp = nullptr;
+    start(1);
+    ASSERT_EQ(load(), 0);
+    EXPECT_EQ(CLP_GetCertCount(clp), static_cast<int>(sample->certificates().size()));
+    const auto byGovernment = entry(0);
+    EXPECT_STREQ(byGovernment->szSubjectDN, byMaker->szSubjectDN);
+    EXPECT_STREQ(byGovernment->szNotAfter, byMaker->szNotAfter);
+    EXPECT_EQ(byGovernment->nValidStatus, byMaker->nValidStatus);
+    Buffer sign;
+    EXPECT_EQ(CLP_DecryptPriKey(clp, 0, password, &sign.data, &sign.length, nullptr, nullptr), 0);
+    EXPECT_GT(sign.length, 300);
 }
 
 TEST_F(Store, Filters)
