@@ -67,8 +67,8 @@ int CertificateReader::family()
         return success;
     char organisation[1024] = {};
     int type = 0;
-    CUtil::GetOString(m_entry.szSubjectDN, sizeof organisation, organisation);
-    CUtil::GetCertCAType(organisation, &type);
+    m_loader.m_Util.GetOString(m_entry.szSubjectDN, sizeof organisation, organisation);
+    m_loader.m_Util.GetCertCAType(organisation, &type);
     m_entry.nPKIType = type;
     if (type & m_loader.m_options.pkiTypes)
         return success;
@@ -81,7 +81,7 @@ int CertificateReader::subjectFilter()
         return success;
     char subject[2 * sizeof m_entry.szSubjectDN] = {}; // UTF-8 takes at most half as much again
     int length = 0;
-    CUtil::UTF8ToMultibyte(m_entry.szSubjectDN, subject, &length);
+    m_loader.m_Util.UTF8ToMultibyte(m_entry.szSubjectDN, subject, &length);
     if (equalsIgnoringCase(subject, m_loader.m_options.subjectDn))
         return success;
     return rejected(m_style.function, error::pass, "DN Check pass", "DN Check pass");
@@ -122,7 +122,7 @@ int CertificateReader::usageAndIssuer()
 
 int CertificateReader::issuerName()
 {
-    CUtil::GetCNString(m_entry.szIssuerDN, sizeof m_entry.szIssuerCN, m_entry.szIssuerCN);
+    m_loader.m_Util.GetCNString(m_entry.szIssuerDN, sizeof m_entry.szIssuerCN, m_entry.szIssuerCN);
     setText(m_entry, field::issuerName, value(m_entry, field::issuerCn));
     if (const std::string* name = m_loader.m_issuers.nameOf(value(m_entry, field::issuerCn)))
         setText(m_entry, field::issuerName, *name);
@@ -138,7 +138,7 @@ int CertificateReader::policies()
 
 int CertificateReader::policyFilter()
 {
-    CUtil::MakeCommonPolicyID(&m_entry);
+    m_loader.m_Util.MakeCommonPolicyID(&m_entry);
     if (m_loader.m_filter.accepts(m_entry.szPolicyID))
         return success;
     return rejected(m_style.function, error::pass, "CheckPolicyID() check pass", nullptr);
@@ -187,9 +187,9 @@ int CertificateReader::validityState()
     const bool otherKeySize = m_style.statesByKeySize && !equalsIgnoringCase(m_entry.szKeyLength, bits2048);
     int remainDays = 0;
     int state = 0;
-    const int rc = CUtil::GetValidity(otherKeySize, m_entry.nPKIType, m_entry.szPolicyID, m_entry.szNotBefore,
-        m_entry.szNotAfter, sizeof m_entry.szValidFrom, m_entry.szValidFrom, sizeof m_entry.szValidTo,
-        m_entry.szValidTo, &remainDays, &state);
+    const int rc = m_loader.m_Util.GetValidity(otherKeySize, m_entry.nPKIType, m_entry.szPolicyID,
+        m_entry.szNotBefore, m_entry.szNotAfter, sizeof m_entry.szValidFrom, m_entry.szValidFrom,
+        sizeof m_entry.szValidTo, m_entry.szValidTo, &remainDays, &state);
     if (rc != success)
         return failed("GetValidity() check err", rc);
     m_entry.nRemainDays = remainDays;

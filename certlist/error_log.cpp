@@ -3,7 +3,6 @@
 #include "foundation/text_field.h"
 
 #include <sigildesk/crypto.h>
-#include <sigildesk/util.h>
 
 #include <cstring>
 
@@ -44,7 +43,7 @@ int ErrorLog::refused(const char* where, const char* errorName, const char* call
 void ErrorLog::write(const char* where, const char* errorName, const char* callee, int code, const char* message)
 {
     const auto text = [](const char* s) { return const_cast<char*>(s); }; // the logger only reads them
-    CUtil::SetLogInfo(m_file, text(where), text(errorName), text(callee), code, text(message));
+    m_util.SetLogInfo(m_file, text(where), text(errorName), text(callee), code, text(message));
 }
 
 } // namespace sigil

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <sigildesk/binary.h>
+#include <sigildesk/util.h>
 
 namespace sigil {
 
@@ -40,6 +41,7 @@ private:
     void* m_facade = nullptr;
     char m_file[260] = {};
     CBinary m_text;
+    CUtil m_util;
 };
 
 } // namespace sigil

@@ -146,9 +146,9 @@ int CLoadDISK::MakeCertPath(
     char cn[subjectCapacity] = {};
     char organisation[subjectCapacity] = {};
     char organisationUnit[subjectCapacity] = {};
-    CUtil::GetCNString(subject, sizeof cn, cn);
-    CUtil::GetOString(subject, sizeof organisation, organisation);
-    CUtil::GetOUString(subject, sizeof organisationUnit, organisationUnit);
+    m_Util.GetCNString(subject, sizeof cn, cn);
+    m_Util.GetOString(subject, sizeof organisation, organisation);
+    m_Util.GetOUString(subject, sizeof organisationUnit, organisationUnit);
     const bool toHardDisk = nTargetMedia == hardDisk;
     const std::string base = toHardDisk ? environment().homeFolder() : szTargetPath ? szTargetPath : "";
     formCopyPaths(toHardDisk, base.c_str(), {subject, cn, organisation, organisationUnit}, paths);

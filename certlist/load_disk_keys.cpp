@@ -210,7 +210,7 @@ int CLoadDISK::GetPrikeyAlg(const CBinary& certificate, int* pnAlg)
         return m_log.failed(
             "CLoadSMCard::GetPrikeyAlg()", error::parsingCert, read.name, read.code, certificateUnreadable);
     char organisationUnit[subjectCapacity] = {};
-    CUtil::GetOUString(subject, sizeof organisationUnit, organisationUnit);
+    m_Util.GetOUString(subject, sizeof organisationUnit, organisationUnit);
     *pnAlg = keyAlgorithm(policyId, keyLength, organisationUnit);
     return success;
 }

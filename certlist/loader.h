@@ -8,6 +8,7 @@
 #include "certlist/policy_table.h"
 
 #include <sigildesk/binary.h>
+#include <sigildesk/util.h>
 
 namespace sigil {
 
@@ -56,6 +57,7 @@ protected:
     char m_szLangIniPath[260];
     PolicyTable m_policies;
     IssuerTable m_issuers;
+    CUtil m_Util;
 
 private:
     const SettingsReporter& m_reporter;

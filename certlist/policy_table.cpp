@@ -65,7 +65,7 @@ void PolicyTable::build(std::string_view content)
 std::string_view PolicyTable::nameOf(char* oid, char (&room)[1024])
 {
     const int count = static_cast<int>(m_rows.size());
-    return CUtil::GetPolicyName(oid, m_rows.data(), count, room) == 1 ? fieldText(room) : std::string_view(oid);
+    return m_util.GetPolicyName(oid, m_rows.data(), count, room) == 1 ? fieldText(room) : std::string_view(oid);
 }
 
 void PolicyFilter::choose(std::string_view list)
@@ -93,7 +93,7 @@ int PolicyFilter::ParsingPolicyIDS(std::string_view list, bool bStore)
 
 bool PolicyFilter::accepts(char* oid)
 {
-    return m_count == 0 || CUtil::CheckPolicyID(oid, m_rows.data(), m_count) == 1;
+    return m_count == 0 || m_util.CheckPolicyID(oid, m_rows.data(), m_count) == 1;
 }
 
 } // namespace sigil

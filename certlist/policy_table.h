@@ -38,6 +38,7 @@ public:
 
 private:
     std::vector<tagPOLICYID> m_rows;
+    CUtil m_util;
 };
 
 /** The policies that a caller wants listed: blank-separated OIDs (at most 39 bytes), each followed by "|". */
@@ -59,6 +60,7 @@ public:
 private:
     std::vector<tagSETOID> m_rows;
     int m_count = 0;
+    CUtil m_util;
 };
 
 } // namespace sigil

@@ -128,12 +128,12 @@ int CCertListProcInterface::SetMediaType(int nMedia, char* szPath, int /*nReserv
 
 int CCertListProcInterface::GetRemDriveCount(int* pnCount)
 {
-    return finish(pnCount ? CUtil::GetRemDriveCount(bRemovableFlag != 0, pnCount) : badArgument);
+    return finish(pnCount ? m_Util.GetRemDriveCount(bRemovableFlag != 0, pnCount) : badArgument);
 }
 
 int CCertListProcInterface::GetRemDriveList(tagDRIVEINFO* pArray)
 {
-    return finish(pArray ? CUtil::GetRemDriveInfo(bRemovableFlag != 0, pArray) : badArgument);
+    return finish(pArray ? m_Util.GetRemDriveInfo(bRemovableFlag != 0, pArray) : badArgument);
 }
 
 int CCertListProcInterface::LoadCertList()

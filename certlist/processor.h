@@ -9,6 +9,8 @@
 #include "certlist/load_extra.h"
 #include "certlist/load_memory.h"
 
+#include <sigildesk/util.h>
+
 #include <memory>
 
 class CCertListProcInterface {
@@ -82,5 +84,6 @@ private:
     std::unique_ptr<CLoadExtra> m_pLoadExtra;
     void* m_hToolkit = nullptr;
     char szLogPath[260] = {};
+    CUtil m_Util;
     char szTokenPassword[1024] = {}; // kept for token media, which no loader here serves
 };

@@ -43,7 +43,7 @@ std::string toCp949(std::string_view name)
 {
     std::string text(name.size(), '\0');
     int length = 0;
-    ConvertUTF8::utf82ascii(name.data(), static_cast<int>(name.size()), text.data(), length);
+    ConvertUTF8().utf82ascii(name.data(), static_cast<int>(name.size()), text.data(), length);
     text.resize(static_cast<std::size_t>(length));
     return text;
 }

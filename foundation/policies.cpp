@@ -49,11 +49,11 @@ constexpr KeyUsage keyUsages[] = {
 /** Room that GetPolicyName's callers have for a name. */
 constexpr std::size_t policyNameRoom = 1024;
 
-std::string displayText(char* langFile, const KeyUsage& usage)
+std::string displayText(CUtil& util, char* langFile, const KeyUsage& usage)
 {
     std::string key = usage.key;
     char text[260];
-    CUtil::GetLanguageUIText(langFile, key.data(), sizeof text, text);
+    util.GetLanguageUIText(langFile, key.data(), sizeof text, text);
     return text;
 }
 
@@ -113,7 +113,7 @@ int CUtil::GetKeyUsageName(char* langFile, char* keyUsage, char* separator, int 
     std::string joined;
     for (const KeyUsage& usage : keyUsages)
         if (sigil::textOf(keyUsage).find(usage.name) != std::string_view::npos)
-            joined += std::string(sigil::textOf(separator)) + displayText(langFile, usage);
+            joined += std::string(sigil::textOf(separator)) + displayText(*this, langFile, usage);
 
     CBinary all(joined.data(), static_cast<int>(joined.size()));
     CBinary text;

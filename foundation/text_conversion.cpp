@@ -7,13 +7,14 @@
 
 namespace {
 
-using Conversion = int (*)(const char* in, int len, char* out, int& outLen);
+using Conversion = int (ConvertUTF8::*)(const char* in, int len, char* out, int& outLen);
 
 int convert(Conversion conversion, const char* in, char* out, int* outLen)
 {
     if (!in || !out || !outLen)
         return -1;
-    return conversion(in, static_cast<int>(std::strlen(in)), out, *outLen);
+    ConvertUTF8 converter;
+    return (converter.*conversion)(in, static_cast<int>(std::strlen(in)), out, *outLen);
 }
 
 } // namespace
@@ -21,15 +22,15 @@ int convert(Conversion conversion, const char* in, char* out, int* outLen)
 // The name promises the opposite direction; callers depend on what it does.
 int CUtil::UTF8ToMultibyte(char* in, char* out, int* outLen)
 {
-    return convert(ConvertUTF8::ascii2utf8, in, out, outLen);
+    return convert(&ConvertUTF8::ascii2utf8, in, out, outLen);
 }
 
 int CUtil::MultibyteToWideData(char* in, char* out, int* outLen)
 {
-    return convert(ConvertUTF8::ascii2utf8, in, out, outLen);
+    return convert(&ConvertUTF8::ascii2utf8, in, out, outLen);
 }
 
 int CUtil::WideDataToMultibyte(char* in, char* out, int* outLen)
 {
-    return convert(ConvertUTF8::utf82ascii, in, out, outLen);
+    return convert(&ConvertUTF8::utf82ascii, in, out, outLen);
 }

@@ -49,12 +49,27 @@ constexpr long leapYearsUpTo(long year) { return year / 4 - year / 100 + year / 
 
 constexpr bool isLeapYear(long year) { return (year % 4 == 0 && year % 100 != 0) || year % 400 == 0; }
 
+int daysOf(int month)
+{
+    switch (month) {
+    case 2:
+        return 28;
+    case 4:
+    case 6:
+    case 9:
+    case 11:
+        return 30;
+    default:
+        return 31;
+    }
+}
+
 /** Days of a year, leap years left aside, before the first of @p month. */
 long daysBefore(int month)
 {
     long days = 0;
     for (int m = 1; m < std::min(month, 13); ++m)
-        days += CUtil::day(m);
+        days += daysOf(m);
     return days + 31 * std::max(month - 13L, 0L);
 }
 
@@ -115,20 +130,7 @@ int CUtil::GetCurrentTimeDay(char* out)
     return 0;
 }
 
-int CUtil::day(int month)
-{
-    switch (month) {
-    case 2:
-        return 28;
-    case 4:
-    case 6:
-    case 9:
-    case 11:
-        return 30;
-    default:
-        return 31;
-    }
-}
+int CUtil::day(int month) { return daysOf(month); }
 
 int CUtil::yun(tm* now, Calc target)
 {

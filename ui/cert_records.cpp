@@ -229,7 +229,8 @@ std::string subjectName(const tagCERTINFO& entry)
         return std::string(fieldText(entry.szUID));
     std::string name(fieldText(entry.szSubjectDN));
     char commonName[sizeof entry.szSubjectDN] = {};
-    if (CUtil::GetCNString(name.data(), sizeof commonName, commonName) == 0 && commonName[0] != '\0')
+    CUtil util(0, nullptr); // reading a name takes no language file
+    if (util.GetCNString(name.data(), sizeof commonName, commonName) == 0 && commonName[0] != '\0')
         return commonName;
     return name;
 }

@@ -35,7 +35,7 @@ std::string cp949Text(long characters)
     const std::string utf8 = utf8Text(characters);
     std::string text(utf8.size(), '\0');
     int length = 0;
-    ConvertUTF8::utf82ascii(utf8.data(), static_cast<int>(utf8.size()), text.data(), length);
+    ConvertUTF8().utf82ascii(utf8.data(), static_cast<int>(utf8.size()), text.data(), length);
     text.resize(static_cast<std::size_t>(length));
     return text;
 }
@@ -47,13 +47,15 @@ void finish(benchmark::State& state, bool succeeded)
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
-void ours(benchmark::State& state, const std::string& in, int (*convert)(const char*, int, char*, int&))
+void ours(
+    benchmark::State& state, const std::string& in, int (ConvertUTF8::*convert)(const char*, int, char*, int&))
 {
     std::string out(in.size() * 2, '\0');
     int length = 0;
     int result = 0;
+    ConvertUTF8 converter;
     for (auto _ : state) {
-        result |= convert(in.data(), static_cast<int>(in.size()), out.data(), length);
+        result |= (converter.*convert)(in.data(), static_cast<int>(in.size()), out.data(), length);
         benchmark::DoNotOptimize(out.data());
         benchmark::ClobberMemory();
     }
@@ -100,10 +102,10 @@ void byIcu(benchmark::State& state, const std::string& in, const char* to, const
     finish(state, U_SUCCESS(error));
 }
 
-void toCp949_ours(benchmark::State& state) { ours(state, utf8Text(state.range(0)), ConvertUTF8::utf82ascii); }
+void toCp949_ours(benchmark::State& state) { ours(state, utf8Text(state.range(0)), &ConvertUTF8::utf82ascii); }
 void toCp949_iconv(benchmark::State& state) { byIconv(state, utf8Text(state.range(0)), "CP949", "UTF-8"); }
 void toCp949_icu(benchmark::State& state) { byIcu(state, utf8Text(state.range(0)), "windows-949", "UTF-8"); }
-void toUtf8_ours(benchmark::State& state) { ours(state, cp949Text(state.range(0)), ConvertUTF8::ascii2utf8); }
+void toUtf8_ours(benchmark::State& state) { ours(state, cp949Text(state.range(0)), &ConvertUTF8::ascii2utf8); }
 void toUtf8_iconv(benchmark::State& state) { byIconv(state, cp949Text(state.range(0)), "UTF-8", "CP949"); }
 void toUtf8_icu(benchmark::State& state) { byIcu(state, cp949Text(state.range(0)), "UTF-8", "windows-949"); }
 

@@ -62,7 +62,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         FileGetPrivateProfileInt(section.data(), key.data(), 0, file.path());
     }
     char text[16];
-    CUtil::GetLanguageUIText(file.path(), key.data(), sizeof text, text);
+    CUtil(0, nullptr).GetLanguageUIText(file.path(), key.data(), sizeof text, text);
     require(std::strlen(text) < sizeof text, "a language text is terminated");
     require(StrTrimString(key.data()) == 1, "trimming succeeds");
     return 0;

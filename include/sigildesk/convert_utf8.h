@@ -11,6 +11,7 @@
  *  - An `unsigned char**` output is allocated with `new[]`; the caller releases it with `delete[]`. It is null when
  *    the operation fails. A `char*` output is the caller's buffer; nothing is written when the operation fails.
  *  - Running out of memory throws std::bad_alloc.
+ *  - The class has no state: one object may serve several threads.
  */
 #ifndef SIGILDESK_CONVERT_UTF8_H
 #define SIGILDESK_CONVERT_UTF8_H
@@ -22,32 +23,32 @@ public:
     /** UTF-8 to UCS-2. ASCII and Hangul syllables are kept; every byte of anything else becomes a "?" of its own, so
      *  a Hanja character gives three.
      *  @return 0, always */
-    static int utf82unicode(const unsigned char* in, int len, unsigned char** out, int& outLen);
+    int utf82unicode(const unsigned char* in, int len, unsigned char** out, int& outLen);
 
     /** UCS-2 to UTF-8. Every unit is encoded by itself, surrogates too.
      *  @return 0; -1 when @p len is odd */
-    static int unicode2utf8(const unsigned char* in, int len, unsigned char** out, int& outLen);
+    int unicode2utf8(const unsigned char* in, int len, unsigned char** out, int& outLen);
 
     /** UCS-2 to CP949; an odd last byte is ignored.
      *  @param outLen  on entry the room that Hangul letters (U+3131 to U+318F) must fit into, in bytes; ASCII and
      *                 syllables are not counted against it. On return the length of the output
      *  @return 0; 3 when a Hangul letter does not end before the room's last byte */
-    static int unicode2ascii(const unsigned char* in, int len, unsigned char** out, int& outLen);
+    int unicode2ascii(const unsigned char* in, int len, unsigned char** out, int& outLen);
 
     /** UTF-8 to CP949, by way of utf82unicode.
      *  @param out  receives at most @p len bytes; may be @p in
      *  @return 0; -1 when a step fails */
-    static int utf82ascii(const char* in, int len, char* out, int& outLen);
+    int utf82ascii(const char* in, int len, char* out, int& outLen);
 
     /** CP949 to UCS-2. A code that is not assigned gives a unit of 0; so do A2 E6 and A2 E7.
      *  @return 0; -1 for a code outside 8141 to C8FE and for a lead byte at the end of the text */
-    static int ascii2unicode(const unsigned char* in, int len, unsigned char** out, int& outLen);
+    int ascii2unicode(const unsigned char* in, int len, unsigned char** out, int& outLen);
 
     /** CP949 to UTF-8, by way of ascii2unicode.
      *  @param out  receives at most 3/2 times @p len bytes; may be @p in
      *  @return 0; -1 when a step fails, or when the result is shorter than @p len: an unassigned code gives one zero
      *          byte for its two, which only syllables elsewhere in the text can make up for */
-    static int ascii2utf8(const char* in, int len, char* out, int& outLen);
+    int ascii2utf8(const char* in, int len, char* out, int& outLen);
 };
 
 #endif

@@ -8,8 +8,8 @@
  *    and always terminated. Where no size is given, the operation says how much room it needs.
  *  - A null input text counts as an empty text; a null output pointer is left out.
  *  - "Ignoring case" is about ASCII letters only, whatever the locale.
- *  - Except for its language file the class has no state: the static operations may be called from any thread
- *    that has its outputs to itself.
+ *  - The class has no state but the path of its language file. No operation changes that, so one object may serve
+ *    several threads, each with outputs of its own.
  */
 #ifndef SIGILDESK_UTIL_H
 #define SIGILDESK_UTIL_H
@@ -60,26 +60,26 @@ public:
      *  @return 0, unless said otherwise; -1 for a null output
      *  @{ */
     /** The first @p n bytes. */
-    static int BinaryLeft(CBinary src, CBinary* out, int n);
+    int BinaryLeft(CBinary src, CBinary* out, int n);
     /** @p n bytes from @p start on. */
-    static int BinaryMid(CBinary src, CBinary* out, int start, int n);
+    int BinaryMid(CBinary src, CBinary* out, int start, int n);
     /** The last @p n bytes. */
-    static int BinaryRight(CBinary src, CBinary* out, int n);
+    int BinaryRight(CBinary src, CBinary* out, int n);
     /** Index of @p text in @p src at or after @p start, -1 when it is not found or empty. A search from 0 covers all
      *  bytes; from any other start it ends at the first zero byte. */
-    static int BinaryFind2(CBinary src, char* text, int start);
+    int BinaryFind2(CBinary src, char* text, int start);
     /** Number of occurrences of @p text in @p src, overlapping ones included.
      *  @param pos  receives the index of the last one, -1 when there is none; when there is exactly one it receives
      *              the index plus one, deliberately */
-    static int BinaryFindCount(CBinary src, char* text, int& pos);
+    int BinaryFindCount(CBinary src, char* text, int& pos);
     /** Number of separators between the fields of @p src. The search goes on one byte behind the start of each
      *  separator, and as that of BinaryFind2 it ends at a zero byte once past the first separator.
      *  @param count  receives the number */
-    static int ParingFindCnt(CBinary src, char* sep, int* count);
+    int ParingFindCnt(CBinary src, char* sep, int* count);
     /** Replaces every occurrence of @p from in @p src, left to right, by @p to.
      *  @param out  receives the text, without terminator
      *  @return 0; 0 with @p out unchanged when there is not enough memory; -1 when @p from is empty or @p out null */
-    static int ReplaceAll(char* src, const char* from, const char* to, CBinary* out);
+    int ReplaceAll(char* src, const char* from, const char* to, CBinary* out);
     /** @} */
 
     /** @name Logs
@@ -93,17 +93,17 @@ public:
      *  @param code       what that call returned; written only together with @p callee
      *  @param message    the toolkit's own words
      *  @return 0, always */
-    static int SetLogInfo(char* logFile, char* where, char* errorName, char* callee, int code, char* message);
+    int SetLogInfo(char* logFile, char* where, char* errorName, char* callee, int code, char* message);
     /** Appends "[time] text", without a line end, to the log of the day in the folder that the plug-in's ERROR_LOG
      *  file names (key "PATH" of section "ERROR").
      *  @param text  at most 4095 bytes of it are written
      *  @param len   number of bytes that must have been written at least
      *  @return 0, also when no folder is named; -1 when the file cannot be opened or fewer bytes were written */
-    static int WriteLogData(char* text, int len);
+    int WriteLogData(char* text, int len);
     /** Does nothing. @return 0 */
-    static int LogFilePath(char* path);
+    int LogFilePath(char* path);
     /** The current errno. */
-    static int GetSystemError();
+    int GetSystemError();
     /** @} */
 
     /** @name Text conversion
@@ -114,11 +114,11 @@ public:
      *  @return 0; -1 when the text cannot be converted (nothing is written then) or a pointer is null
      *  @{ */
     /** CP949 to UTF-8. The name says otherwise and is kept: callers rely on what it does. */
-    static int UTF8ToMultibyte(char* in, char* out, int* outLen);
+    int UTF8ToMultibyte(char* in, char* out, int* outLen);
     /** CP949 to UTF-8. */
-    static int MultibyteToWideData(char* in, char* out, int* outLen);
+    int MultibyteToWideData(char* in, char* out, int* outLen);
     /** UTF-8 to CP949. */
-    static int WideDataToMultibyte(char* in, char* out, int* outLen);
+    int WideDataToMultibyte(char* in, char* out, int* outLen);
     /** @} */
 
     /** @name Parts of a distinguished name
@@ -128,9 +128,9 @@ public:
      *  @param out      receives the value; left as it is when the value is empty or not found
      *  @return 0 found (also when the value is empty); 1 not found
      *  @{ */
-    static int GetCNString(char* dn, int outSize, char* out);
-    static int GetOString(char* dn, int outSize, char* out);
-    static int GetOUString(char* dn, int outSize, char* out);
+    int GetCNString(char* dn, int outSize, char* out);
+    int GetOString(char* dn, int outSize, char* out);
+    int GetOUString(char* dn, int outSize, char* out);
     /** @} */
 
     /** @name Authorities, policies and key usages
@@ -138,17 +138,17 @@ public:
     /** Kind of the certification authority with the organisation name @p caName, ignoring case.
      *  @param type  receives 1 government, 2 accredited authority, 4 defence, 8 any other
      *  @return 0, always */
-    static int GetCertCAType(char* caName, int* type);
+    int GetCertCAType(char* caName, int* type);
     /** @return 1 when @p oid is one of the @p count entries of @p list, ignoring case; else 0 */
-    static int CheckPolicyID(char* oid, tagSETOID* list, int count);
+    int CheckPolicyID(char* oid, tagSETOID* list, int count);
     /** Display name of a policy. When @p oid is listed more than once, the last entry wins, deliberately.
      *  @param name  receives the name (at most 60 bytes and the terminator); left as it is when @p oid is not listed
      *  @return 1 found; 0 not found */
-    static int GetPolicyName(char* oid, tagPOLICYID* list, int count, char* name);
+    int GetPolicyName(char* oid, tagPOLICYID* list, int count, char* name);
     /** Keeps only the second of the two policy identifiers that certificates of "TradeSignCA" carry, separated by
      *  ", ". Certificates of other authorities are left alone.
      *  @return 0; -1 when a certificate of that authority has no "," in szPolicyID */
-    static int MakeCommonPolicyID(tagCERTINFO* cert);
+    int MakeCommonPolicyID(tagCERTINFO* cert);
     /** Display texts of the key usages named in @p keyUsage.
      *  @param langFile   language file with the texts
      *  @param keyUsage   names as the toolkit prints them, "digitalSignature, nonRepudiation"
@@ -157,7 +157,7 @@ public:
      *  @param outSize    bytes in @p out
      *  @param out        receives the texts, empty when no usage is named
      *  @return 1, always */
-    static int GetKeyUsageName(char* langFile, char* keyUsage, char* separator, int outSize, char* out);
+    int GetKeyUsageName(char* langFile, char* keyUsage, char* separator, int outSize, char* out);
     /** @} */
 
     /** @name Time
@@ -167,17 +167,17 @@ public:
      *  @return seconds since the epoch; 1001 when @p text is null, empty or of 30 characters or more; 1 to 6 the
      *          first missing field; 6 when there is no such time. The errors share the numbers with times of 1970:
      *          pass only well-formed texts */
-    static time_t str2time(char* text);
+    time_t str2time(char* text);
     /** Year and month of the local time, "2024_03_".
      *  @param out  room for 9 bytes
      *  @return 0; -1 when the time cannot be formatted or @p out is null */
-    static int GetCurrentTimeDay(char* out);
+    int GetCurrentTimeDay(char* out);
     /** Days of a month, leap years left aside: 28 for 2, 30 for 4, 6, 9, 11, and 31 for every other value. */
-    static int day(int month);
+    int day(int month);
     /** Leap days between the date of @p now and @p target, whose year is not before that of @p now. */
-    static int yun(tm* now, Calc target);
+    int yun(tm* now, Calc target);
     /** Days from today (local time) to the given date; 0 when @p year is before the current year. */
-    static int CalcDay(int year, int month, int day);
+    int CalcDay(int year, int month, int day);
     /** Validity of a certificate, to show and to judge.
      *  @param bOtherKeySize  chooses the values of @p state
      *  @param certKind       PKI family code; 1 (GPKI) is warned 100 days ahead, or 90 when @p policyText contains
@@ -192,7 +192,7 @@ public:
      *  @param remainDays     receives the days until the end when it expires soon; else left as it is
      *  @param state          receives 0 valid, 1 expires soon, 2 expired when @p bOtherKeySize is true; else 3, 4, 5
      *  @return 0, always */
-    static int GetValidity(bool bOtherKeySize, int certKind, char* policyText, char* notBefore, char* notAfter,
+    int GetValidity(bool bOtherKeySize, int certKind, char* policyText, char* notBefore, char* notAfter,
         int fromSize, char* fromOut, int toSize, char* toOut, int* remainDays, int* state);
     /** @} */
 
@@ -200,7 +200,7 @@ public:
      *  @{ */
     /** Two lower-case digits for each byte, high nibble first, zero-terminated; empty for a @p len below 1.
      *  @return the text; release it with `delete[]` */
-    static char* toHexString(char* data, int len);
+    char* toHexString(char* data, int len);
     /** The bytes that the digits of @p hex stand for; "," and blank are dropped before. Other characters are not
      *  refused, so check the text before: one up to "9" counts as its code minus that of "0", "A" to "Z" as its code
      *  minus 55, any other as its code minus 87.
@@ -208,20 +208,20 @@ public:
      *  @param out     room for @p len / 2 bytes; may be @p hex
      *  @param outLen  receives the number of bytes; an odd last digit is ignored
      *  @return 0; -1 when a pointer is null */
-    static int HexStringToBin(char* hex, int len, char* out, int* outLen);
+    int HexStringToBin(char* hex, int len, char* out, int* outLen);
     /** Drops every tab, carriage return and line feed.
      *  @param in   the text; cut up in the process
      *  @param out  zero-terminated; room for as much as @p in; left as it is when nothing remains
      *  @return length of @p out */
-    static int TrimData(char* in, char* out);
+    int TrimData(char* in, char* out);
     /** Copies @p in to @p out and writes the first character of @p to for each first character of @p from.
      *  @param out  room for as much as @p in; NOT terminated: clear it before. Null: nothing happens
      *  @return 0, always */
-    static int ReplaceData(char* in, char* from, char* to, char* out);
+    int ReplaceData(char* in, char* from, char* to, char* out);
     /** ASCII letters to lower case, in place. @return length of the text */
-    static int ToLower(unsigned char* text);
+    int ToLower(unsigned char* text);
     /** ASCII letters to upper case, in place. @return length of the text */
-    static int ToUpper(unsigned char* text);
+    int ToUpper(unsigned char* text);
     /** @} */
 
     /** @name Texts in the user's language
@@ -232,11 +232,11 @@ public:
      *  @param size      bytes in @p out, all cleared first
      *  @param out       receives the text, empty when file or key is missing
      *  @return 0, always */
-    static int GetLanguageUIText(char* langFile, char* key, int size, char* out);
+    int GetLanguageUIText(char* langFile, char* key, int size, char* out);
     /** Text of a message box: as above, with keys that begin with "MSG_" in section "Message". */
-    static int GetLanguageMessageText(char* langFile, char* key, int size, char* out);
+    int GetLanguageMessageText(char* langFile, char* key, int size, char* out);
     /** @return 100, always */
-    static int GetLanguageCode();
+    int GetLanguageCode();
     /** @} */
 
     /** @name Drives and folders
@@ -245,18 +245,18 @@ public:
     /** Number of mounted removable disks: file systems of type "vfat" and "fuseblk".
      *  @param unused  not used
      *  @param count   receives the number; left as it is when the mount table cannot be read */
-    static int GetRemDriveCount(bool unused, int* count);
+    int GetRemDriveCount(bool unused, int* count);
     /** The mounted removable disks, in the order of the mount table.
      *  @param unused  not used
      *  @param list    room for as many records as GetRemDriveCount() tells. nIndex counts from 0; szMountDir is the
      *                 mount point; szName what follows its last "/", the "/" included deliberately; szDisplay
      *                 "name (mount point)" */
-    static int GetRemDriveInfo(bool unused, tagDRIVEINFO* list);
+    int GetRemDriveInfo(bool unused, tagDRIVEINFO* list);
     /** The hard disk (@p removable false): fills the one record @p info with the name that the object's language
      *  file gives it and does not touch @p count. For @p removable true only sets @p count to 1. */
     int GetDriveInfo(bool removable, bool unused, int* count, tagDRIVEINFO* info);
     /** Does not report free space: sets @p freeBytes to 0 and, when @p kind is 1, clears the 260 bytes of @p out. */
-    static int GetFreeDisk(int kind, char* out, long long* freeBytes);
+    int GetFreeDisk(int kind, char* out, long long* freeBytes);
     /** Lists a folder: its folders (without "." and "..") and its regular files with a given extension. Links and
      *  devices are left out. Nothing is sorted. Call it once to count and once more to list.
      *  @param countOnly    true: set the two counts. false: fill the two arrays, no further than the counts tell
@@ -266,7 +266,7 @@ public:
      *  @param fileCount    number of files: set when counting, room in @p files when listing
      *  @param files        receives the file names in CP949, with "?" for what CP949 text cannot hold
      *  @param folders      receives the folder names in CP949 */
-    static int GetFolderFilePath(bool countOnly, char* folder, char* ext, int* folderCount, int* fileCount,
+    int GetFolderFilePath(bool countOnly, char* folder, char* ext, int* folderCount, int* fileCount,
         tagEXPFILELIST* files, tagEXPFILELIST* folders);
     /** Splits "URL|number|number".
      *  @param urlSize  bytes in @p url
@@ -274,7 +274,7 @@ public:
      *                  deliberately
      *  @param first    receives the first number; left as it is unless there are two "|" (also @p second)
      *  @param second   receives the second number */
-    static int USIMInstallURLParsing(char* text, int urlSize, char* url, int* first, int* second);
+    int USIMInstallURLParsing(char* text, int urlSize, char* url, int* first, int* second);
     /** @} */
 
     char m_szLangFile[260]; /**< path of the language file in use */

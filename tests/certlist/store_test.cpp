@@ -88,7 +88,7 @@ std::string cp949(std::string utf8)
 {
     char text[4096] = {};
     int length = 0;
-    EXPECT_EQ(CUtil::WideDataToMultibyte(utf8.data(), text, &length), 0);
+    EXPECT_EQ(CUtil().WideDataToMultibyte(utf8.data(), text, &length), 0);
     return {text, static_cast<std::size_t>(length)};
 }
 

@@ -38,10 +38,10 @@ TEST(BinaryHelpers, LeftAndRight)
     };
     for (const Case& c : cases) {
         CBinary out = binary("old");
-        EXPECT_EQ(CUtil::BinaryLeft(binary(c.source), &out, c.n), 0);
+        EXPECT_EQ(CUtil().BinaryLeft(binary(c.source), &out, c.n), 0);
         EXPECT_EQ(bytesOf(out), c.left) << c.source << ' ' << c.n;
         out = Arg("old");
-        EXPECT_EQ(CUtil::BinaryRight(binary(c.source), &out, c.n), 0);
+        EXPECT_EQ(CUtil().BinaryRight(binary(c.source), &out, c.n), 0);
         EXPECT_EQ(bytesOf(out), c.right) << c.source << ' ' << c.n;
     }
 }
@@ -69,18 +69,18 @@ TEST(BinaryHelpers, Mid)
     };
     for (const Case& c : cases) {
         CBinary out = binary("old");
-        EXPECT_EQ(CUtil::BinaryMid(binary("abcdef"), &out, c.start, c.n), 0);
+        EXPECT_EQ(CUtil().BinaryMid(binary("abcdef"), &out, c.start, c.n), 0);
         EXPECT_EQ(bytesOf(out), c.expected) << c.start << ' ' << c.n;
     }
 }
 
 TEST(BinaryHelpers, RefuseANullOutput)
 {
-    EXPECT_EQ(CUtil::BinaryLeft(binary("abc"), nullptr, 1), -1);
-    EXPECT_EQ(CUtil::BinaryMid(binary("abc"), nullptr, 0, 1), -1);
-    EXPECT_EQ(CUtil::BinaryRight(binary("abc"), nullptr, 1), -1);
-    EXPECT_EQ(CUtil::ParingFindCnt(binary("abc"), Arg("b"), nullptr), -1);
-    EXPECT_EQ(CUtil::ReplaceAll(Arg("abc"), "b", "x", nullptr), -1);
+    EXPECT_EQ(CUtil().BinaryLeft(binary("abc"), nullptr, 1), -1);
+    EXPECT_EQ(CUtil().BinaryMid(binary("abc"), nullptr, 0, 1), -1);
+    EXPECT_EQ(CUtil().BinaryRight(binary("abc"), nullptr, 1), -1);
+    EXPECT_EQ(CUtil().ParingFindCnt(binary("abc"), Arg("b"), nullptr), -1);
+    EXPECT_EQ(CUtil().ReplaceAll(Arg("abc"), "b", "x", nullptr), -1);
 }
 
 TEST(BinaryHelpers, Find2)
@@ -113,7 +113,7 @@ TEST(BinaryHelpers, Find2)
         {"", "a", 1, -1},
     };
     for (const Case& c : cases)
-        EXPECT_EQ(CUtil::BinaryFind2(binary(c.source), Arg(c.text), c.start), c.index)
+        EXPECT_EQ(CUtil().BinaryFind2(binary(c.source), Arg(c.text), c.start), c.index)
             << c.source << ' ' << c.start;
 }
 
@@ -142,7 +142,7 @@ TEST(BinaryHelpers, FindCount)
     };
     for (const Case& c : cases) {
         int pos = 77;
-        EXPECT_EQ(CUtil::BinaryFindCount(binary(c.source), Arg(c.text), pos), c.count) << c.source;
+        EXPECT_EQ(CUtil().BinaryFindCount(binary(c.source), Arg(c.text), pos), c.count) << c.source;
         EXPECT_EQ(pos, c.pos) << c.source;
     }
 }
@@ -173,7 +173,7 @@ TEST(BinaryHelpers, ParingFindCnt)
     };
     for (const Case& c : cases) {
         int count = 77;
-        EXPECT_EQ(CUtil::ParingFindCnt(binary(c.source), Arg(c.separator), &count), 0);
+        EXPECT_EQ(CUtil().ParingFindCnt(binary(c.source), Arg(c.separator), &count), 0);
         EXPECT_EQ(count, c.count) << c.source;
     }
 }
@@ -202,13 +202,13 @@ TEST(BinaryHelpers, ReplaceAll)
     };
     for (const Case& c : cases) {
         CBinary out = binary("old");
-        EXPECT_EQ(CUtil::ReplaceAll(Arg(c.source), c.from, c.to, &out), 0);
+        EXPECT_EQ(CUtil().ReplaceAll(Arg(c.source), c.from, c.to, &out), 0);
         EXPECT_EQ(bytesOf(out), c.expected);
         EXPECT_TRUE(!out.m_pData || out.m_pData[out.m_nLength] == '\0');
     }
     CBinary out = binary("old");
-    EXPECT_EQ(CUtil::ReplaceAll(Arg("abc"), "", "x", &out), -1);
-    EXPECT_EQ(CUtil::ReplaceAll(Arg("abc"), nullptr, "x", &out), -1);
+    EXPECT_EQ(CUtil().ReplaceAll(Arg("abc"), "", "x", &out), -1);
+    EXPECT_EQ(CUtil().ReplaceAll(Arg("abc"), nullptr, "x", &out), -1);
     EXPECT_EQ(bytesOf(out), "old");
 }
 
@@ -216,6 +216,6 @@ TEST(BinaryHelpers, ReplaceAllKeepsTheOutputWhenTheResultIsTooLarge)
 {
     CBinary out = binary("old");
     const std::string many(70'000, 'a');
-    EXPECT_EQ(CUtil::ReplaceAll(Arg(many), "a", many.c_str(), &out), 0);
+    EXPECT_EQ(CUtil().ReplaceAll(Arg(many), "a", many.c_str(), &out), 0);
     EXPECT_EQ(bytesOf(out), "old");
 }

@@ -14,13 +14,13 @@ using namespace std::string_literals;
 using Bytes = std::optional<std::string>; // nothing: the conversion failed
 
 /** Runs a conversion that allocates its output. */
-Bytes allocated(int (*convert)(const unsigned char*, int, unsigned char**, int&), const std::string& in,
-    int capacity, int failure)
+Bytes allocated(int (ConvertUTF8::*convert)(const unsigned char*, int, unsigned char**, int&),
+    const std::string& in, int capacity, int failure)
 {
     unsigned char* out = nullptr;
     int outLen = capacity;
-    const int result =
-        convert(reinterpret_cast<const unsigned char*>(in.data()), static_cast<int>(in.size()), &out, outLen);
+    const int result = (ConvertUTF8().*convert)(
+        reinterpret_cast<const unsigned char*>(in.data()), static_cast<int>(in.size()), &out, outLen);
     const std::unique_ptr<unsigned char[]> owner(out);
     if (result == 0)
         return std::string(reinterpret_cast<char*>(out), static_cast<std::size_t>(outLen));
@@ -30,11 +30,11 @@ Bytes allocated(int (*convert)(const unsigned char*, int, unsigned char**, int&)
 }
 
 /** Runs a conversion into the caller's buffer; nothing is written behind the output, nor at all on failure. */
-Bytes written(int (*convert)(const char*, int, char*, int&), const std::string& in)
+Bytes written(int (ConvertUTF8::*convert)(const char*, int, char*, int&), const std::string& in)
 {
     std::string out(in.size() * 3 / 2 + 2, '#');
     int outLen = 77;
-    const int result = convert(in.data(), static_cast<int>(in.size()), out.data(), outLen);
+    const int result = (ConvertUTF8().*convert)(in.data(), static_cast<int>(in.size()), out.data(), outLen);
     const std::size_t length = result == 0 ? static_cast<std::size_t>(outLen) : 0;
     EXPECT_EQ(out.find_first_not_of('#', length), std::string::npos);
     if (result == 0)
@@ -44,15 +44,15 @@ Bytes written(int (*convert)(const char*, int, char*, int&), const std::string& 
     return std::nullopt;
 }
 
-Bytes utf82unicode(const std::string& in) { return allocated(ConvertUTF8::utf82unicode, in, 0, 0); }
-Bytes unicode2utf8(const std::string& in) { return allocated(ConvertUTF8::unicode2utf8, in, 0, -1); }
-Bytes ascii2unicode(const std::string& in) { return allocated(ConvertUTF8::ascii2unicode, in, 0, -1); }
+Bytes utf82unicode(const std::string& in) { return allocated(&ConvertUTF8::utf82unicode, in, 0, 0); }
+Bytes unicode2utf8(const std::string& in) { return allocated(&ConvertUTF8::unicode2utf8, in, 0, -1); }
+Bytes ascii2unicode(const std::string& in) { return allocated(&ConvertUTF8::ascii2unicode, in, 0, -1); }
 Bytes unicode2ascii(const std::string& in, int capacity = 1000)
 {
-    return allocated(ConvertUTF8::unicode2ascii, in, capacity, 3);
+    return allocated(&ConvertUTF8::unicode2ascii, in, capacity, 3);
 }
-Bytes utf82ascii(const std::string& in) { return written(ConvertUTF8::utf82ascii, in); }
-Bytes ascii2utf8(const std::string& in) { return written(ConvertUTF8::ascii2utf8, in); }
+Bytes utf82ascii(const std::string& in) { return written(&ConvertUTF8::utf82ascii, in); }
+Bytes ascii2utf8(const std::string& in) { return written(&ConvertUTF8::ascii2utf8, in); }
 
 /** UCS-2 of code units. */
 std::string units(std::initializer_list<unsigned> list)
@@ -249,17 +249,17 @@ TEST(ConvertUtf8, TreatsNegativeLengthsAndNullAsEmpty)
 {
     unsigned char* out = nullptr;
     int outLen = 5;
-    EXPECT_EQ(ConvertUTF8::utf82unicode(nullptr, 5, &out, outLen), 0);
+    EXPECT_EQ(ConvertUTF8().utf82unicode(nullptr, 5, &out, outLen), 0);
     EXPECT_EQ(outLen, 0);
     delete[] out;
     outLen = 5;
-    EXPECT_EQ(ConvertUTF8::unicode2ascii(reinterpret_cast<const unsigned char*>("abc"), INT_MIN, &out, outLen), 0);
+    EXPECT_EQ(ConvertUTF8().unicode2ascii(reinterpret_cast<const unsigned char*>("abc"), INT_MIN, &out, outLen), 0);
     EXPECT_EQ(outLen, 0);
     delete[] out;
-    EXPECT_EQ(ConvertUTF8::ascii2utf8("", 0, nullptr, outLen), 0);
+    EXPECT_EQ(ConvertUTF8().ascii2utf8("", 0, nullptr, outLen), 0);
     char text[4] = "abc";
     outLen = 5;
-    EXPECT_EQ(ConvertUTF8::utf82ascii("xyz", -1, text, outLen), 0);
+    EXPECT_EQ(ConvertUTF8().utf82ascii("xyz", -1, text, outLen), 0);
     EXPECT_EQ(outLen, 0);
     EXPECT_STREQ(text, "abc");
 }
@@ -268,9 +268,9 @@ TEST(ConvertUtf8, TheOutputMayBeTheInput)
 {
     char text[32] = "a\xB0\xA1\xB0\xA1z";
     int length = 6;
-    EXPECT_EQ(ConvertUTF8::ascii2utf8(text, length, text, length), 0);
+    EXPECT_EQ(ConvertUTF8().ascii2utf8(text, length, text, length), 0);
     EXPECT_EQ(std::string(text, static_cast<std::size_t>(length)), "a\xEA\xB0\x80\xEA\xB0\x80z");
-    EXPECT_EQ(ConvertUTF8::utf82ascii(text, length, text, length), 0);
+    EXPECT_EQ(ConvertUTF8().utf82ascii(text, length, text, length), 0);
     EXPECT_EQ(std::string(text, static_cast<std::size_t>(length)), "a\xB0\xA1\xB0\xA1z");
 }
 
@@ -278,24 +278,24 @@ TEST(TextConversion, ConvertsZeroTerminatedTexts)
 {
     struct Case {
         const char* name;
-        int (*convert)(char*, char*, int*);
+        int (CUtil::*convert)(char*, char*, int*);
         const char* in;
         Bytes out;
     };
     const Case cases[] = {
-        {"CP949 to UTF-8 under the opposite name", CUtil::UTF8ToMultibyte, "a\xB0\xA1", "a\xEA\xB0\x80"},
-        {"CP949 to UTF-8", CUtil::MultibyteToWideData, "a\xB0\xA1", "a\xEA\xB0\x80"},
-        {"UTF-8 to CP949", CUtil::WideDataToMultibyte, "a\xEA\xB0\x80", "a\xB0\xA1"},
-        {"empty", CUtil::UTF8ToMultibyte, "", ""},
-        {"empty to CP949", CUtil::WideDataToMultibyte, "", ""},
-        {"outside the table", CUtil::UTF8ToMultibyte, "\xCA\xA1", std::nullopt},
-        {"cut character", CUtil::MultibyteToWideData, "\xB0", std::nullopt},
-        {"no such character in CP949", CUtil::WideDataToMultibyte, "\xC3\xA9", "??"},
+        {"CP949 to UTF-8 under the opposite name", &CUtil::UTF8ToMultibyte, "a\xB0\xA1", "a\xEA\xB0\x80"},
+        {"CP949 to UTF-8", &CUtil::MultibyteToWideData, "a\xB0\xA1", "a\xEA\xB0\x80"},
+        {"UTF-8 to CP949", &CUtil::WideDataToMultibyte, "a\xEA\xB0\x80", "a\xB0\xA1"},
+        {"empty", &CUtil::UTF8ToMultibyte, "", ""},
+        {"empty to CP949", &CUtil::WideDataToMultibyte, "", ""},
+        {"outside the table", &CUtil::UTF8ToMultibyte, "\xCA\xA1", std::nullopt},
+        {"cut character", &CUtil::MultibyteToWideData, "\xB0", std::nullopt},
+        {"no such character in CP949", &CUtil::WideDataToMultibyte, "\xC3\xA9", "??"},
     };
     for (const Case& c : cases) {
         char out[32] = {};
         int length = 77;
-        EXPECT_EQ(c.convert(Arg(c.in), out, &length), c.out ? 0 : -1) << c.name;
+        EXPECT_EQ((CUtil().*c.convert)(Arg(c.in), out, &length), c.out ? 0 : -1) << c.name;
         EXPECT_EQ(out, c.out.value_or("")) << c.name;
         EXPECT_EQ(length, c.out ? static_cast<int>(c.out->size()) : 77) << c.name;
     }
@@ -305,10 +305,10 @@ TEST(TextConversion, RefusesNullPointers)
 {
     char out[8] = "old";
     int length = 77;
-    for (auto convert : {CUtil::UTF8ToMultibyte, CUtil::MultibyteToWideData, CUtil::WideDataToMultibyte}) {
-        EXPECT_EQ(convert(nullptr, out, &length), -1);
-        EXPECT_EQ(convert(Arg("a"), nullptr, &length), -1);
-        EXPECT_EQ(convert(Arg("a"), out, nullptr), -1);
+    for (auto convert : {&CUtil::UTF8ToMultibyte, &CUtil::MultibyteToWideData, &CUtil::WideDataToMultibyte}) {
+        EXPECT_EQ((CUtil().*convert)(nullptr, out, &length), -1);
+        EXPECT_EQ((CUtil().*convert)(Arg("a"), nullptr, &length), -1);
+        EXPECT_EQ((CUtil().*convert)(Arg("a"), out, nullptr), -1);
     }
     EXPECT_STREQ(out, "old");
     EXPECT_EQ(length, 77);

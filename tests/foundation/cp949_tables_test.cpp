@@ -56,12 +56,13 @@ int published(Iconv& toUnicode, int code)
     return text.size() == 2 ? number(text) : 0;
 }
 
-std::string convert(int (*conversion)(const unsigned char*, int, unsigned char**, int&), const std::string& in)
+std::string convert(
+    int (ConvertUTF8::*conversion)(const unsigned char*, int, unsigned char**, int&), const std::string& in)
 {
     unsigned char* out = nullptr;
     int length = 100;
-    EXPECT_EQ(
-        conversion(reinterpret_cast<const unsigned char*>(in.data()), static_cast<int>(in.size()), &out, length),
+    EXPECT_EQ((ConvertUTF8().*conversion)(
+                  reinterpret_cast<const unsigned char*>(in.data()), static_cast<int>(in.size()), &out, length),
         0);
     const std::unique_ptr<unsigned char[]> owner(out);
     return std::string(reinterpret_cast<char*>(out), static_cast<std::size_t>(length));
@@ -80,8 +81,8 @@ TEST(Cp949Tables, EverySyllableHasItsPublishedCode)
     for (int i = 0; i < 11172; ++i) {
         const int code = sigil::uni2ksc[i];
         ASSERT_EQ(toCp949(unit(0xAC00 + i)), bytes(code)) << i;
-        ASSERT_EQ(convert(ConvertUTF8::unicode2ascii, unit(0xAC00 + i)), bytes(code));
-        ASSERT_EQ(convert(ConvertUTF8::ascii2unicode, bytes(code)), unit(0xAC00 + i));
+        ASSERT_EQ(convert(&ConvertUTF8::unicode2ascii, unit(0xAC00 + i)), bytes(code));
+        ASSERT_EQ(convert(&ConvertUTF8::ascii2unicode, bytes(code)), unit(0xAC00 + i));
         const bool ksx1001 = code >= 0xB0A1 && code <= 0xC8FE && (code & 0xFF) >= 0xA1;
         standard += ksx1001;
         ASSERT_TRUE(ksx1001 || (code >= 0x8141 && code <= 0xC652)) << i;
@@ -96,12 +97,12 @@ TEST(Cp949Tables, EveryLetterHasItsPublishedCode)
         EXPECT_EQ(sigil::uni2ksc_consonant[i], 0xA4A0 + i);
     for (int i = 1; i < 95; ++i) {
         EXPECT_EQ(toCp949(unit(0x3130 + i)), bytes(0xA4A0 + i)) << i;
-        EXPECT_EQ(convert(ConvertUTF8::unicode2ascii, unit(0x3130 + i)), bytes(0xA4A0 + i));
-        EXPECT_EQ(convert(ConvertUTF8::ascii2unicode, bytes(0xA4A0 + i)), unit(0x3130 + i));
+        EXPECT_EQ(convert(&ConvertUTF8::unicode2ascii, unit(0x3130 + i)), bytes(0xA4A0 + i));
+        EXPECT_EQ(convert(&ConvertUTF8::ascii2unicode, bytes(0xA4A0 + i)), unit(0x3130 + i));
     }
     // U+318F is no character; its code follows the rule of the others and leads nowhere.
-    EXPECT_EQ(convert(ConvertUTF8::unicode2ascii, unit(0x318F)), "\xA4\xFF");
-    EXPECT_EQ(convert(ConvertUTF8::ascii2unicode, "\xA4\xFF"), unit(0));
+    EXPECT_EQ(convert(&ConvertUTF8::unicode2ascii, unit(0x318F)), "\xA4\xFF");
+    EXPECT_EQ(convert(&ConvertUTF8::ascii2unicode, "\xA4\xFF"), unit(0));
 }
 
 TEST(Cp949Tables, EveryCodeHasItsPublishedCharacter)
@@ -111,7 +112,7 @@ TEST(Cp949Tables, EveryCodeHasItsPublishedCharacter)
     for (int i = 0; i < 18366; ++i) {
         const int code = 0x8141 + i;
         ASSERT_EQ(sigil::ksc2uni[i], published(toUnicode, code)) << std::hex << code;
-        ASSERT_EQ(convert(ConvertUTF8::ascii2unicode, bytes(code)), unit(sigil::ksc2uni[i])) << std::hex << code;
+        ASSERT_EQ(convert(&ConvertUTF8::ascii2unicode, bytes(code)), unit(sigil::ksc2uni[i])) << std::hex << code;
         assigned += sigil::ksc2uni[i] != 0;
     }
     EXPECT_EQ(assigned, 12158); // 8,822 extension syllables and 3,336 of KS X 1001 before the Hanja rows

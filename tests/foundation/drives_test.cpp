@@ -19,16 +19,16 @@ protected:
     static int count()
     {
         int number = 77;
-        EXPECT_EQ(CUtil::GetRemDriveCount(false, &number), 0);
+        EXPECT_EQ(CUtil().GetRemDriveCount(false, &number), 0);
         int again = 77;
-        EXPECT_EQ(CUtil::GetRemDriveCount(true, &again), 0);
+        EXPECT_EQ(CUtil().GetRemDriveCount(true, &again), 0);
         EXPECT_EQ(again, number); // the flag is not used
         return number;
     }
     static std::vector<tagDRIVEINFO> drives()
     {
         std::vector<tagDRIVEINFO> list(static_cast<std::size_t>(count()));
-        EXPECT_EQ(CUtil::GetRemDriveInfo(false, list.data()), 0);
+        EXPECT_EQ(CUtil().GetRemDriveInfo(false, list.data()), 0);
         return list;
     }
 };
@@ -103,15 +103,15 @@ TEST_F(Drives, ATableThatCannotBeReadLeavesTheCount)
     EXPECT_EQ(count(), 77);
     tagDRIVEINFO drive;
     std::memset(&drive, '#', sizeof drive);
-    EXPECT_EQ(CUtil::GetRemDriveInfo(false, &drive), 0);
+    EXPECT_EQ(CUtil().GetRemDriveInfo(false, &drive), 0);
     EXPECT_EQ(drive.szName[0], '#');
 }
 
 TEST_F(Drives, NullOutputsAreLeftOut)
 {
     mount("/dev/sdb1 /mnt vfat rw 0 0\n");
-    EXPECT_EQ(CUtil::GetRemDriveCount(false, nullptr), 0);
-    EXPECT_EQ(CUtil::GetRemDriveInfo(false, nullptr), 0);
+    EXPECT_EQ(CUtil().GetRemDriveCount(false, nullptr), 0);
+    EXPECT_EQ(CUtil().GetRemDriveInfo(false, nullptr), 0);
 }
 
 TEST_F(Drives, TheHardDisk)
@@ -151,11 +151,11 @@ TEST_F(Drives, FreeSpaceIsNotReported)
     for (int kind : {0, 1, 2}) {
         std::string out(261, '#');
         long long bytes = 77;
-        EXPECT_EQ(CUtil::GetFreeDisk(kind, out.data(), &bytes), 0);
+        EXPECT_EQ(CUtil().GetFreeDisk(kind, out.data(), &bytes), 0);
         EXPECT_EQ(bytes, 0);
         EXPECT_EQ(out, kind == 1 ? std::string(260, '\0') + "#" : std::string(261, '#'));
     }
-    EXPECT_EQ(CUtil::GetFreeDisk(1, nullptr, nullptr), 0);
+    EXPECT_EQ(CUtil().GetFreeDisk(1, nullptr, nullptr), 0);
 }
 
 namespace {
@@ -172,10 +172,10 @@ protected:
         int folderCount = 77;
         int fileCount = 77;
         EXPECT_EQ(
-            CUtil::GetFolderFilePath(true, Arg(path), Arg(ext), &folderCount, &fileCount, nullptr, nullptr), 0);
+            CUtil().GetFolderFilePath(true, Arg(path), Arg(ext), &folderCount, &fileCount, nullptr, nullptr), 0);
         std::vector<tagEXPFILELIST> files(static_cast<std::size_t>(fileCount));
         std::vector<tagEXPFILELIST> folders(static_cast<std::size_t>(folderCount));
-        EXPECT_EQ(CUtil::GetFolderFilePath(
+        EXPECT_EQ(CUtil().GetFolderFilePath(
                       false, Arg(path), Arg(ext), &folderCount, &fileCount, files.data(), folders.data()),
             0);
         Content content;
@@ -234,11 +234,11 @@ TEST_F(Folders, AFolderThatCannotBeOpenedIsEmpty)
     EXPECT_EQ(list(folder.path("file"), "pfx"), Content{});
     int folderCount = 77;
     int fileCount = 77;
-    CUtil::GetFolderFilePath(true, nullptr, Arg("pfx"), &folderCount, &fileCount, nullptr, nullptr);
+    CUtil().GetFolderFilePath(true, nullptr, Arg("pfx"), &folderCount, &fileCount, nullptr, nullptr);
     EXPECT_EQ(folderCount, 0);
     EXPECT_EQ(fileCount, 0);
     folderCount = fileCount = 5; // listing, it leaves the counts alone
-    CUtil::GetFolderFilePath(
+    CUtil().GetFolderFilePath(
         false, Arg(folder.path("missing")), Arg("pfx"), &folderCount, &fileCount, nullptr, nullptr);
     EXPECT_EQ(folderCount, 5);
     EXPECT_EQ(fileCount, 5);
@@ -253,14 +253,14 @@ TEST_F(Folders, EntriesThatCameAfterCountingDoNotOverflowTheArrays)
     int room = 2;
     std::vector<tagEXPFILELIST> files(3);
     std::vector<tagEXPFILELIST> folders(3);
-    CUtil::GetFolderFilePath(false, Arg(folder.path()), Arg("pfx"), &room, &room, files.data(), folders.data());
+    CUtil().GetFolderFilePath(false, Arg(folder.path()), Arg("pfx"), &room, &room, files.data(), folders.data());
     for (const auto& entries : {files, folders}) {
         EXPECT_STRNE(entries[1].szName, "");
         EXPECT_STREQ(entries[2].szName, "");
     }
     EXPECT_EQ(room, 2);
-    CUtil::GetFolderFilePath(false, Arg(folder.path()), Arg("pfx"), nullptr, nullptr, nullptr, nullptr);
-    CUtil::GetFolderFilePath(true, Arg(folder.path()), Arg("pfx"), nullptr, nullptr, nullptr, nullptr);
+    CUtil().GetFolderFilePath(false, Arg(folder.path()), Arg("pfx"), nullptr, nullptr, nullptr, nullptr);
+    CUtil().GetFolderFilePath(true, Arg(folder.path()), Arg("pfx"), nullptr, nullptr, nullptr, nullptr);
 }
 
 TEST(InstallText, IsSplitAtItsBars)
@@ -295,10 +295,10 @@ TEST(InstallText, IsSplitAtItsBars)
         char url[64] = "old";
         int first = 77;
         int second = 77;
-        EXPECT_EQ(CUtil::USIMInstallURLParsing(Arg(c.text), c.size, url, &first, &second), 0);
+        EXPECT_EQ(CUtil().USIMInstallURLParsing(Arg(c.text), c.size, url, &first, &second), 0);
         EXPECT_STREQ(url, c.url);
         EXPECT_EQ(first, c.first);
         EXPECT_EQ(second, c.second);
     }
-    EXPECT_EQ(CUtil::USIMInstallURLParsing(Arg("url|1|2"), 10, nullptr, nullptr, nullptr), 0);
+    EXPECT_EQ(CUtil().USIMInstallURLParsing(Arg("url|1|2"), 10, nullptr, nullptr, nullptr), 0);
 }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <pwd.h>
+#include <type_traits>
 #include <unistd.h>
 
 namespace {
@@ -16,24 +17,39 @@ protected:
                   "\nDLG_EMPTY=\n[Message]\nMSG_A=text of a message\n"))
     {
     }
-    std::string uiText(const char* key, int size = 1024) { return text(CUtil::GetLanguageUIText, key, size); }
+    std::string uiText(const char* key, int size = 1024) { return text(&CUtil::GetLanguageUIText, key, size); }
     std::string messageText(const char* key, int size = 1024)
     {
-        return text(CUtil::GetLanguageMessageText, key, size);
+        return text(&CUtil::GetLanguageMessageText, key, size);
     }
 
     std::string file;
 
 private:
-    std::string text(int (*lookUp)(char*, char*, int, char*), const char* key, int size)
+    std::string text(int (CUtil::*lookUp)(char*, char*, int, char*), const char* key, int size)
     {
         std::string out(1100, '#');
-        EXPECT_EQ(lookUp(Arg(file), Arg(key), size, out.data()), 0);
+        EXPECT_EQ((CUtil().*lookUp)(Arg(file), Arg(key), size, out.data()), 0);
         // The whole stated size is cleared, and not a byte more.
         EXPECT_EQ(std::count(out.begin(), out.end(), '#'), 1100 - size);
         return out.c_str();
     }
 };
+
+// Hosts pass the object to every operation, and the names of the symbols do not tell whether it is expected.
+template <auto... operations>
+constexpr bool takeTheObject = (std::is_member_function_pointer_v<decltype(operations)> && ...);
+
+static_assert(takeTheObject<&CUtil::BinaryLeft, &CUtil::BinaryMid, &CUtil::BinaryRight, &CUtil::BinaryFind2,
+    &CUtil::BinaryFindCount, &CUtil::ParingFindCnt, &CUtil::ReplaceAll, &CUtil::SetLogInfo, &CUtil::WriteLogData,
+    &CUtil::LogFilePath, &CUtil::GetSystemError, &CUtil::UTF8ToMultibyte, &CUtil::MultibyteToWideData,
+    &CUtil::WideDataToMultibyte, &CUtil::GetCNString, &CUtil::GetOString, &CUtil::GetOUString,
+    &CUtil::GetCertCAType, &CUtil::CheckPolicyID, &CUtil::GetPolicyName, &CUtil::MakeCommonPolicyID,
+    &CUtil::GetKeyUsageName, &CUtil::str2time, &CUtil::GetCurrentTimeDay, &CUtil::day, &CUtil::yun, &CUtil::CalcDay,
+    &CUtil::GetValidity, &CUtil::toHexString, &CUtil::HexStringToBin, &CUtil::TrimData, &CUtil::ReplaceData,
+    &CUtil::ToLower, &CUtil::ToUpper, &CUtil::GetLanguageUIText, &CUtil::GetLanguageMessageText,
+    &CUtil::GetLanguageCode, &CUtil::GetRemDriveCount, &CUtil::GetRemDriveInfo, &CUtil::GetDriveInfo,
+    &CUtil::GetFreeDisk, &CUtil::GetFolderFilePath, &CUtil::USIMInstallURLParsing>);
 
 } // namespace
 
@@ -61,11 +77,11 @@ TEST_F(Language, TextsAreCutToTheOutput)
 TEST_F(Language, NothingIsWrittenWithoutRoom)
 {
     char out[4] = "old";
-    EXPECT_EQ(CUtil::GetLanguageUIText(Arg(file), Arg("DLG_A"), 0, out), 0);
-    EXPECT_EQ(CUtil::GetLanguageUIText(Arg(file), Arg("DLG_A"), -1, out), 0);
+    EXPECT_EQ(CUtil().GetLanguageUIText(Arg(file), Arg("DLG_A"), 0, out), 0);
+    EXPECT_EQ(CUtil().GetLanguageUIText(Arg(file), Arg("DLG_A"), -1, out), 0);
     EXPECT_STREQ(out, "old");
-    EXPECT_EQ(CUtil::GetLanguageUIText(Arg(file), Arg("DLG_A"), 4, nullptr), 0);
-    EXPECT_EQ(CUtil::GetLanguageUIText(nullptr, nullptr, 4, out), 0);
+    EXPECT_EQ(CUtil().GetLanguageUIText(Arg(file), Arg("DLG_A"), 4, nullptr), 0);
+    EXPECT_EQ(CUtil().GetLanguageUIText(nullptr, nullptr, 4, out), 0);
     EXPECT_STREQ(out, "");
 }
 
@@ -104,4 +120,4 @@ TEST_F(Language, TheFileOfALanguage)
     EXPECT_STREQ(CUtil(1, nullptr).m_szLangFile, "/KOR.ini");
 }
 
-TEST_F(Language, TheCodeIsAlways100) { EXPECT_EQ(CUtil::GetLanguageCode(), 100); }
+TEST_F(Language, TheCodeIsAlways100) { EXPECT_EQ(CUtil().GetLanguageCode(), 100); }

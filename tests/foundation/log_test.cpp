@@ -29,7 +29,7 @@ protected:
     std::string record(const char* where, const char* name, const char* callee, int code, const char* message)
     {
         std::filesystem::remove(folder.path("error.log"));
-        EXPECT_EQ(CUtil::SetLogInfo(
+        EXPECT_EQ(CUtil().SetLogInfo(
                       Arg(folder.path("error.log")), Arg(where), Arg(name), Arg(callee), code, Arg(message)),
             0);
         return contentOf(folder.path("error.log"));
@@ -201,8 +201,8 @@ TEST_F(ErrorLog, Records)
 TEST_F(ErrorLog, Appends)
 {
     const std::string path = folder.write("error.log", "before\n");
-    CUtil::SetLogInfo(Arg(path), Arg("F()"), nullptr, nullptr, 0, nullptr);
-    CUtil::SetLogInfo(Arg(path), Arg("G()"), nullptr, nullptr, 0, nullptr);
+    CUtil().SetLogInfo(Arg(path), Arg("F()"), nullptr, nullptr, 0, nullptr);
+    CUtil().SetLogInfo(Arg(path), Arg("G()"), nullptr, nullptr, 0, nullptr);
     EXPECT_EQ(contentOf(path), "before\n2024-03-01 09:05:07 >> F() >>\r\n2024-03-01 09:05:07 >> G() >>\r\n");
 }
 
@@ -215,19 +215,19 @@ TEST_F(ErrorLog, KeepsLongTextsWhole)
 
 TEST_F(ErrorLog, IsOffWithoutFileOrPlace)
 {
-    EXPECT_EQ(CUtil::SetLogInfo(nullptr, Arg("F()"), nullptr, nullptr, 0, nullptr), 0);
-    EXPECT_EQ(CUtil::SetLogInfo(Arg(""), Arg("F()"), nullptr, nullptr, 0, nullptr), 0);
-    EXPECT_EQ(CUtil::SetLogInfo(Arg(folder.path("error.log")), nullptr, Arg("E"), Arg("G()"), 0, Arg("m")), 0);
+    EXPECT_EQ(CUtil().SetLogInfo(nullptr, Arg("F()"), nullptr, nullptr, 0, nullptr), 0);
+    EXPECT_EQ(CUtil().SetLogInfo(Arg(""), Arg("F()"), nullptr, nullptr, 0, nullptr), 0);
+    EXPECT_EQ(CUtil().SetLogInfo(Arg(folder.path("error.log")), nullptr, Arg("E"), Arg("G()"), 0, Arg("m")), 0);
     EXPECT_FALSE(std::filesystem::exists(folder.path("error.log")));
 }
 
 TEST_F(ErrorLog, DropsTheRecordWhenTheFileCannotBeWritten)
 {
-    EXPECT_EQ(CUtil::SetLogInfo(Arg(folder.path("no/error.log")), Arg("F()"), nullptr, nullptr, 0, nullptr), 0);
-    EXPECT_EQ(CUtil::SetLogInfo(Arg(folder.path()), Arg("F()"), nullptr, nullptr, 0, nullptr), 0);
+    EXPECT_EQ(CUtil().SetLogInfo(Arg(folder.path("no/error.log")), Arg("F()"), nullptr, nullptr, 0, nullptr), 0);
+    EXPECT_EQ(CUtil().SetLogInfo(Arg(folder.path()), Arg("F()"), nullptr, nullptr, 0, nullptr), 0);
     ASSERT_EQ(mkfifo(folder.path("pipe").c_str(), 0600), 0);
-    EXPECT_EQ(CUtil::SetLogInfo(Arg(folder.path("pipe")), Arg("F()"), nullptr, nullptr, 0, nullptr), 0);
-    EXPECT_EQ(CUtil::SetLogInfo(Arg("/dev/full"), Arg("F()"), nullptr, nullptr, 0, nullptr), 0);
+    EXPECT_EQ(CUtil().SetLogInfo(Arg(folder.path("pipe")), Arg("F()"), nullptr, nullptr, 0, nullptr), 0);
+    EXPECT_EQ(CUtil().SetLogInfo(Arg("/dev/full"), Arg("F()"), nullptr, nullptr, 0, nullptr), 0);
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 1); // nothing but the pipe
 }
 
@@ -235,66 +235,67 @@ TEST_F(ErrorLog, MayBeALinkToTheFile)
 {
     const std::string target = folder.write("target", "");
     std::filesystem::create_symlink(target, folder.path("link"));
-    CUtil::SetLogInfo(Arg(folder.path("link")), Arg("F()"), nullptr, nullptr, 0, nullptr);
+    CUtil().SetLogInfo(Arg(folder.path("link")), Arg("F()"), nullptr, nullptr, 0, nullptr);
     EXPECT_EQ(contentOf(target), "2024-03-01 09:05:07 >> F() >>\r\n");
 }
 
 TEST_F(PluginLog, WritesTheTextWithTheTime)
 {
     configure(folder.path());
-    EXPECT_EQ(CUtil::WriteLogData(Arg("one"), 3), 0);
-    EXPECT_EQ(CUtil::WriteLogData(Arg("two\n"), 4), 0);
+    EXPECT_EQ(CUtil().WriteLogData(Arg("one"), 3), 0);
+    EXPECT_EQ(CUtil().WriteLogData(Arg("two\n"), 4), 0);
     EXPECT_EQ(contentOf(file()), "[2024-03-01 09:05:07] one[2024-03-01 09:05:07] two\n");
 }
 
 TEST_F(PluginLog, WritesNothingWithoutAFolder)
 {
-    EXPECT_EQ(CUtil::WriteLogData(Arg("text"), 4), 0); // no settings
+    EXPECT_EQ(CUtil().WriteLogData(Arg("text"), 4), 0); // no settings
     configure("");
-    EXPECT_EQ(CUtil::WriteLogData(Arg("text"), 4), 0);
+    EXPECT_EQ(CUtil().WriteLogData(Arg("text"), 4), 0);
     folder.write("ERROR_LOG", "[OTHER]\nPATH=" + folder.path() + "\n");
-    EXPECT_EQ(CUtil::WriteLogData(Arg("text"), 4), 0);
+    EXPECT_EQ(CUtil().WriteLogData(Arg("text"), 4), 0);
     folder.write("ERROR_LOG", "[ERROR]\nOTHER=" + folder.path() + "\n");
-    EXPECT_EQ(CUtil::WriteLogData(Arg("text"), 4), 0);
+    EXPECT_EQ(CUtil().WriteLogData(Arg("text"), 4), 0);
     EXPECT_FALSE(std::filesystem::exists(file()));
 }
 
 TEST_F(PluginLog, ReportsAFileThatCannotBeOpened)
 {
     configure(folder.path("missing"));
-    EXPECT_EQ(CUtil::WriteLogData(Arg("text"), 4), -1);
+    EXPECT_EQ(CUtil().WriteLogData(Arg("text"), 4), -1);
 }
 
 TEST_F(PluginLog, ComparesTheBytesWrittenWithTheLength)
 {
     configure(folder.path());
-    EXPECT_EQ(CUtil::WriteLogData(Arg("text"), 26), 0); // "[2024-03-01 09:05:07] text"
-    EXPECT_EQ(CUtil::WriteLogData(Arg("text"), 27), -1);
-    EXPECT_EQ(CUtil::WriteLogData(Arg("text"), INT_MAX), -1);
-    EXPECT_EQ(CUtil::WriteLogData(Arg("text"), 0), 0);
-    EXPECT_EQ(CUtil::WriteLogData(Arg("text"), -1), 0);
-    EXPECT_EQ(CUtil::WriteLogData(nullptr, 0), 0);
+    EXPECT_EQ(CUtil().WriteLogData(Arg("text"), 26), 0); // "[2024-03-01 09:05:07] text"
+    EXPECT_EQ(CUtil().WriteLogData(Arg("text"), 27), -1);
+    EXPECT_EQ(CUtil().WriteLogData(Arg("text"), INT_MAX), -1);
+    EXPECT_EQ(CUtil().WriteLogData(Arg("text"), 0), 0);
+    EXPECT_EQ(CUtil().WriteLogData(Arg("text"), -1), 0);
+    EXPECT_EQ(CUtil().WriteLogData(nullptr, 0), 0);
 }
 
 TEST_F(PluginLog, CutsTheTextAt4095Bytes)
 {
     configure(folder.path());
-    EXPECT_EQ(CUtil::WriteLogData(Arg(longText), static_cast<int>(longText.size())), -1);
+    EXPECT_EQ(CUtil().WriteLogData(Arg(longText), static_cast<int>(longText.size())), -1);
     EXPECT_EQ(contentOf(file()), "[2024-03-01 09:05:07] " + std::string(4095, 'x'));
 }
 
 TEST(Logs, LogFilePathDoesNothing)
 {
     char path[] = "path";
-    EXPECT_EQ(CUtil::LogFilePath(path), 0);
-    EXPECT_EQ(CUtil::LogFilePath(nullptr), 0);
+    EXPECT_EQ(CUtil().LogFilePath(path), 0);
+    EXPECT_EQ(CUtil().LogFilePath(nullptr), 0);
     EXPECT_STREQ(path, "path");
 }
 
 TEST(Logs, GetSystemErrorIsErrno)
 {
+    CUtil util; // made before: looking up the home folder may change errno
     for (int code : {0, ENOENT, EACCES}) {
         errno = code;
-        EXPECT_EQ(CUtil::GetSystemError(), code);
+        EXPECT_EQ(util.GetSystemError(), code);
     }
 }

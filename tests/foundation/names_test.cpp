@@ -12,10 +12,10 @@ struct Found {
 
 std::ostream& operator<<(std::ostream& out, const Found& found) { return out << found.result << ' ' << found.text; }
 
-Found get(int (*operation)(char*, int, char*), const char* dn, int size = 64)
+Found get(int (CUtil::*operation)(char*, int, char*), const char* dn, int size = 64)
 {
     char out[64] = "old";
-    const int result = operation(Arg(dn), size, out);
+    const int result = (CUtil().*operation)(Arg(dn), size, out);
     return {result, out};
 }
 
@@ -51,18 +51,18 @@ TEST(Names, PartsOfADistinguishedName)
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.dn ? c.dn : "null");
-        EXPECT_EQ(get(CUtil::GetCNString, c.dn), c.cn);
-        EXPECT_EQ(get(CUtil::GetOString, c.dn), c.o);
-        EXPECT_EQ(get(CUtil::GetOUString, c.dn), c.ou);
+        EXPECT_EQ(get(&CUtil::GetCNString, c.dn), c.cn);
+        EXPECT_EQ(get(&CUtil::GetOString, c.dn), c.o);
+        EXPECT_EQ(get(&CUtil::GetOUString, c.dn), c.ou);
     }
 }
 
 TEST(Names, TheValueIsCutToTheOutput)
 {
-    EXPECT_EQ(get(CUtil::GetCNString, "cn=Hong,c=KR", 5), (Found{0, "Hong"}));
-    EXPECT_EQ(get(CUtil::GetCNString, "cn=Hong,c=KR", 4), (Found{0, "Hon"}));
-    EXPECT_EQ(get(CUtil::GetCNString, "cn=Hong,c=KR", 1), (Found{0, ""}));
-    EXPECT_EQ(get(CUtil::GetCNString, "cn=Hong,c=KR", 0), (Found{0, "old"}));
-    EXPECT_EQ(get(CUtil::GetCNString, "cn=Hong,c=KR", -1), (Found{0, "old"}));
-    EXPECT_EQ(CUtil::GetCNString(Arg("cn=Hong,c=KR"), 8, nullptr), 0);
+    EXPECT_EQ(get(&CUtil::GetCNString, "cn=Hong,c=KR", 5), (Found{0, "Hong"}));
+    EXPECT_EQ(get(&CUtil::GetCNString, "cn=Hong,c=KR", 4), (Found{0, "Hon"}));
+    EXPECT_EQ(get(&CUtil::GetCNString, "cn=Hong,c=KR", 1), (Found{0, ""}));
+    EXPECT_EQ(get(&CUtil::GetCNString, "cn=Hong,c=KR", 0), (Found{0, "old"}));
+    EXPECT_EQ(get(&CUtil::GetCNString, "cn=Hong,c=KR", -1), (Found{0, "old"}));
+    EXPECT_EQ(CUtil().GetCNString(Arg("cn=Hong,c=KR"), 8, nullptr), 0);
 }

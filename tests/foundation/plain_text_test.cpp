@@ -22,10 +22,10 @@ TEST(Hex, ToHexString)
     };
     for (const Case& c : cases) {
         std::string data = c.data;
-        const std::unique_ptr<char[]> text(CUtil::toHexString(data.data(), c.len));
+        const std::unique_ptr<char[]> text(CUtil().toHexString(data.data(), c.len));
         EXPECT_STREQ(text.get(), c.text);
     }
-    const std::unique_ptr<char[]> text(CUtil::toHexString(nullptr, 3));
+    const std::unique_ptr<char[]> text(CUtil().toHexString(nullptr, 3));
     EXPECT_STREQ(text.get(), "");
 }
 
@@ -57,7 +57,7 @@ TEST(Hex, HexStringToBin)
         std::string hex = c.hex;
         std::string out(16, '#');
         int length = 77;
-        EXPECT_EQ(CUtil::HexStringToBin(hex.data(), static_cast<int>(hex.size()), out.data(), &length), 0);
+        EXPECT_EQ(CUtil().HexStringToBin(hex.data(), static_cast<int>(hex.size()), out.data(), &length), 0);
         EXPECT_EQ(length, static_cast<int>(c.bytes.size())) << c.hex;
         EXPECT_EQ(out.substr(0, c.bytes.size()), c.bytes) << c.hex;
         EXPECT_EQ(out.substr(c.bytes.size()), std::string(16 - c.bytes.size(), '#'));
@@ -69,13 +69,13 @@ TEST(Hex, HexStringToBinLooksAtTheLengthOnly)
     const std::unique_ptr<char[]> exact(new char[4]{'4', '1', '4', '2'});
     char out[8] = {};
     int length = 0;
-    EXPECT_EQ(CUtil::HexStringToBin(exact.get(), 4, out, &length), 0);
+    EXPECT_EQ(CUtil().HexStringToBin(exact.get(), 4, out, &length), 0);
     EXPECT_STREQ(out, "AB");
-    EXPECT_EQ(CUtil::HexStringToBin(exact.get(), -1, out, &length), 0);
+    EXPECT_EQ(CUtil().HexStringToBin(exact.get(), -1, out, &length), 0);
     EXPECT_EQ(length, 0);
-    EXPECT_EQ(CUtil::HexStringToBin(nullptr, 4, out, &length), -1);
-    EXPECT_EQ(CUtil::HexStringToBin(exact.get(), 4, nullptr, &length), -1);
-    EXPECT_EQ(CUtil::HexStringToBin(exact.get(), 4, out, nullptr), -1);
+    EXPECT_EQ(CUtil().HexStringToBin(nullptr, 4, out, &length), -1);
+    EXPECT_EQ(CUtil().HexStringToBin(exact.get(), 4, nullptr, &length), -1);
+    EXPECT_EQ(CUtil().HexStringToBin(exact.get(), 4, out, nullptr), -1);
 }
 
 TEST(PlainText, TrimData)
@@ -94,22 +94,22 @@ TEST(PlainText, TrimData)
     };
     for (const Case& c : cases) {
         char out[16] = "old";
-        EXPECT_EQ(CUtil::TrimData(Arg(c.in), out), c.length);
+        EXPECT_EQ(CUtil().TrimData(Arg(c.in), out), c.length);
         EXPECT_STREQ(out, c.out);
     }
     char out[16] = "old";
-    EXPECT_EQ(CUtil::TrimData(nullptr, out), 0);
-    EXPECT_EQ(CUtil::TrimData(Arg("a"), nullptr), 0);
+    EXPECT_EQ(CUtil().TrimData(nullptr, out), 0);
+    EXPECT_EQ(CUtil().TrimData(Arg("a"), nullptr), 0);
 }
 
 TEST(PlainText, TrimDataCutsItsInputUp)
 {
     char in[] = "ab\ncd";
     char out[16] = "";
-    CUtil::TrimData(in, out);
+    CUtil().TrimData(in, out);
     EXPECT_EQ(std::string(in, 5), "ab\0cd"s);
     char same[] = "\ta\nb\n";
-    EXPECT_EQ(CUtil::TrimData(same, same), 2);
+    EXPECT_EQ(CUtil().TrimData(same, same), 2);
     EXPECT_STREQ(same, "ab");
 }
 
@@ -133,10 +133,10 @@ TEST(PlainText, ReplaceData)
     };
     for (const Case& c : cases) {
         char out[] = "########";
-        EXPECT_EQ(CUtil::ReplaceData(Arg(c.in), Arg(c.from), Arg(c.to), out), 0);
+        EXPECT_EQ(CUtil().ReplaceData(Arg(c.in), Arg(c.from), Arg(c.to), out), 0);
         EXPECT_STREQ(out, c.out);
     }
-    EXPECT_EQ(CUtil::ReplaceData(Arg("abc"), Arg("a"), Arg("b"), nullptr), 0);
+    EXPECT_EQ(CUtil().ReplaceData(Arg("abc"), Arg("a"), Arg("b"), nullptr), 0);
 }
 
 TEST(PlainText, ToLowerAndToUpperChangeOnlyAsciiLetters)
@@ -154,11 +154,11 @@ TEST(PlainText, ToLowerAndToUpperChangeOnlyAsciiLetters)
     for (const Case& c : cases) {
         std::string lower = c.text;
         std::string upper = c.text;
-        EXPECT_EQ(CUtil::ToLower(reinterpret_cast<unsigned char*>(lower.data())), static_cast<int>(lower.size()));
-        EXPECT_EQ(CUtil::ToUpper(reinterpret_cast<unsigned char*>(upper.data())), static_cast<int>(upper.size()));
+        EXPECT_EQ(CUtil().ToLower(reinterpret_cast<unsigned char*>(lower.data())), static_cast<int>(lower.size()));
+        EXPECT_EQ(CUtil().ToUpper(reinterpret_cast<unsigned char*>(upper.data())), static_cast<int>(upper.size()));
         EXPECT_EQ(lower, c.lower);
         EXPECT_EQ(upper, c.upper);
     }
-    EXPECT_EQ(CUtil::ToLower(nullptr), 0);
-    EXPECT_EQ(CUtil::ToUpper(nullptr), 0);
+    EXPECT_EQ(CUtil().ToLower(nullptr), 0);
+    EXPECT_EQ(CUtil().ToUpper(nullptr), 0);
 }

@@ -61,10 +61,10 @@ TEST(Authorities, Kinds)
     };
     for (const Case& c : cases) {
         int kind = 77;
-        EXPECT_EQ(CUtil::GetCertCAType(Arg(c.name), &kind), 0);
+        EXPECT_EQ(CUtil().GetCertCAType(Arg(c.name), &kind), 0);
         EXPECT_EQ(kind, c.kind) << (c.name ? c.name : "null");
     }
-    EXPECT_EQ(CUtil::GetCertCAType(Arg("KICA"), nullptr), 0);
+    EXPECT_EQ(CUtil().GetCertCAType(Arg("KICA"), nullptr), 0);
 }
 
 TEST(Policies, Check)
@@ -89,9 +89,9 @@ TEST(Policies, Check)
         {"", 3, 0},
     };
     for (const Case& c : cases)
-        EXPECT_EQ(CUtil::CheckPolicyID(Arg(c.oid), list.data(), c.count), c.found) << c.oid;
-    EXPECT_EQ(CUtil::CheckPolicyID(nullptr, list.data(), 3), 0);
-    EXPECT_EQ(CUtil::CheckPolicyID(Arg("abc"), nullptr, 3), 0);
+        EXPECT_EQ(CUtil().CheckPolicyID(Arg(c.oid), list.data(), c.count), c.found) << c.oid;
+    EXPECT_EQ(CUtil().CheckPolicyID(nullptr, list.data(), 3), 0);
+    EXPECT_EQ(CUtil().CheckPolicyID(Arg("abc"), nullptr, 3), 0);
 }
 
 TEST(Policies, Name)
@@ -120,13 +120,13 @@ TEST(Policies, Name)
     };
     for (const Case& c : cases) {
         char name[1024] = "old";
-        EXPECT_EQ(CUtil::GetPolicyName(Arg(c.oid), list.data(), c.count, name), c.found);
+        EXPECT_EQ(CUtil().GetPolicyName(Arg(c.oid), list.data(), c.count, name), c.found);
         EXPECT_EQ(name, c.name);
     }
     char name[1024] = "old";
-    EXPECT_EQ(CUtil::GetPolicyName(nullptr, list.data(), 5, name), 0);
-    EXPECT_EQ(CUtil::GetPolicyName(Arg("abc"), nullptr, 5, name), 0);
-    EXPECT_EQ(CUtil::GetPolicyName(Arg("abc"), list.data(), 5, nullptr), 0);
+    EXPECT_EQ(CUtil().GetPolicyName(nullptr, list.data(), 5, name), 0);
+    EXPECT_EQ(CUtil().GetPolicyName(Arg("abc"), nullptr, 5, name), 0);
+    EXPECT_EQ(CUtil().GetPolicyName(Arg("abc"), list.data(), 5, nullptr), 0);
 }
 
 TEST(Policies, MakeCommon)
@@ -156,10 +156,10 @@ TEST(Policies, MakeCommon)
         const auto cert = std::make_unique<tagCERTINFO>();
         fill(cert->szIssuerCN, c.issuer);
         fill(cert->szPolicyID, c.policies);
-        EXPECT_EQ(CUtil::MakeCommonPolicyID(cert.get()), c.result) << c.policies;
+        EXPECT_EQ(CUtil().MakeCommonPolicyID(cert.get()), c.result) << c.policies;
         EXPECT_EQ(std::string(cert->szPolicyID, strnlen(cert->szPolicyID, sizeof cert->szPolicyID)), c.expected);
     }
-    EXPECT_EQ(CUtil::MakeCommonPolicyID(nullptr), 0);
+    EXPECT_EQ(CUtil().MakeCommonPolicyID(nullptr), 0);
 }
 
 namespace {
@@ -183,7 +183,7 @@ protected:
     std::string names(const char* usage, const char* separator = ",", int size = 256)
     {
         char out[256] = "old";
-        EXPECT_EQ(CUtil::GetKeyUsageName(Arg(languageFile), Arg(usage), Arg(separator), size, out), 1);
+        EXPECT_EQ(CUtil().GetKeyUsageName(Arg(languageFile), Arg(usage), Arg(separator), size, out), 1);
         return out;
     }
 
@@ -229,7 +229,7 @@ TEST_F(KeyUsage, IsCutToTheOutput)
     EXPECT_EQ(names("keyEncipherment", ",", 4), "Key");
     EXPECT_EQ(names("keyEncipherment", ",", 1), "");
     EXPECT_EQ(names("keyEncipherment", ",", 0), "old");
-    EXPECT_EQ(CUtil::GetKeyUsageName(Arg(languageFile), Arg("crlSign"), Arg(","), 10, nullptr), 1);
+    EXPECT_EQ(CUtil().GetKeyUsageName(Arg(languageFile), Arg("crlSign"), Arg(","), 10, nullptr), 1);
 }
 
 TEST_F(KeyUsage, WithoutTextsOnlySeparatorsRemain)

@@ -68,7 +68,7 @@ TEST_F(Time, Str2time)
         {"2147483647 2147483647 1 1 1 1", 6},
     };
     for (const Case& c : cases)
-        EXPECT_EQ(CUtil::str2time(Arg(c.text)), c.expected) << (c.text ? c.text : "null");
+        EXPECT_EQ(CUtil().str2time(Arg(c.text)), c.expected) << (c.text ? c.text : "null");
 }
 
 TEST_F(Time, Str2timeReadsLocalStandardTime)
@@ -86,8 +86,8 @@ TEST_F(Time, Str2timeReadsLocalStandardTime)
     };
     for (const Case& c : cases) {
         setZone(c.zone);
-        EXPECT_EQ(CUtil::str2time(Arg("2024-01-15 12:00:00")), c.winter) << c.zone;
-        EXPECT_EQ(CUtil::str2time(Arg("2024-07-15 12:00:00")), c.summer) << c.zone;
+        EXPECT_EQ(CUtil().str2time(Arg("2024-01-15 12:00:00")), c.winter) << c.zone;
+        EXPECT_EQ(CUtil().str2time(Arg("2024-07-15 12:00:00")), c.summer) << c.zone;
     }
 }
 
@@ -97,21 +97,21 @@ TEST_F(Time, GetCurrentTimeDay)
         setZone(zone);
         setClock("2024-03-31 23:59:59");
         std::string out(16, '#');
-        EXPECT_EQ(CUtil::GetCurrentTimeDay(out.data()), 0);
+        EXPECT_EQ(CUtil().GetCurrentTimeDay(out.data()), 0);
         EXPECT_STREQ(out.c_str(), "2024_03_") << zone;
         EXPECT_EQ(out.substr(9), "#######");
     }
-    EXPECT_EQ(CUtil::GetCurrentTimeDay(nullptr), -1);
+    EXPECT_EQ(CUtil().GetCurrentTimeDay(nullptr), -1);
 }
 
 TEST_F(Time, AChangeOfTheZoneIsNoticed)
 {
     setClock("2024-03-31 20:00:00");
     char out[16];
-    CUtil::GetCurrentTimeDay(out);
+    CUtil().GetCurrentTimeDay(out);
     EXPECT_STREQ(out, "2024_03_");
     setenv("TZ", "KST-9", 1);
-    CUtil::GetCurrentTimeDay(out);
+    CUtil().GetCurrentTimeDay(out);
     EXPECT_STREQ(out, "2024_04_");
 }
 
@@ -119,7 +119,7 @@ TEST_F(Time, AClockBeyondAllYearsCountsAsTheEpoch)
 {
     sigil::environment().now = [] { return timespec{LONG_MAX, 0}; };
     char out[16];
-    EXPECT_EQ(CUtil::GetCurrentTimeDay(out), 0);
+    EXPECT_EQ(CUtil().GetCurrentTimeDay(out), 0);
     EXPECT_STREQ(out, "1970_01_");
 }
 
@@ -127,9 +127,9 @@ TEST_F(Time, DaysOfAMonth)
 {
     const int days[] = {31, 31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31, 31};
     for (int month = 0; month < 14; ++month)
-        EXPECT_EQ(CUtil::day(month), days[month]) << month;
-    EXPECT_EQ(CUtil::day(-2), 31);
-    EXPECT_EQ(CUtil::day(INT_MAX), 31);
+        EXPECT_EQ(CUtil().day(month), days[month]) << month;
+    EXPECT_EQ(CUtil().day(-2), 31);
+    EXPECT_EQ(CUtil().day(INT_MAX), 31);
 }
 
 TEST_F(Time, LeapDays)
@@ -160,10 +160,10 @@ TEST_F(Time, LeapDays)
         tm now{};
         now.tm_year = c.fromYear - 1900;
         now.tm_mon = c.fromMonth - 1;
-        EXPECT_EQ(CUtil::yun(&now, c.target), c.days)
+        EXPECT_EQ(CUtil().yun(&now, c.target), c.days)
             << c.fromYear << '-' << c.fromMonth << " to " << c.target.year << '-' << c.target.month;
     }
-    EXPECT_EQ(CUtil::yun(nullptr, Calc{2024, 1, 1}), 0);
+    EXPECT_EQ(CUtil().yun(nullptr, Calc{2024, 1, 1}), 0);
 }
 
 TEST_F(Time, CalcDay)
@@ -194,7 +194,7 @@ TEST_F(Time, CalcDay)
         setZone(zone);
         for (const Case& c : cases) {
             setClock(c.today);
-            EXPECT_EQ(CUtil::CalcDay(c.target.year, c.target.month, c.target.day), c.days)
+            EXPECT_EQ(CUtil().CalcDay(c.target.year, c.target.month, c.target.day), c.days)
                 << c.today << ' ' << zone;
         }
     }
@@ -210,7 +210,7 @@ TEST_F(Time, CalcDayAgreesWithTheCalendar)
             const time_t then = start + days * 86400L;
             tm date{};
             gmtime_r(&then, &date);
-            ASSERT_EQ(CUtil::CalcDay(date.tm_year + 1900, date.tm_mon + 1, date.tm_mday), days) << today;
+            ASSERT_EQ(CUtil().CalcDay(date.tm_year + 1900, date.tm_mon + 1, date.tm_mday), days) << today;
         }
     }
 }
@@ -237,7 +237,7 @@ Result validity(const char* notAfter, int kind, const char* policy, bool otherKe
     char to[32] = "old";
     int remainDays = 77;
     int state = 77;
-    EXPECT_EQ(CUtil::GetValidity(otherKeySize, kind, Arg(policy), Arg(notBefore), Arg(notAfter), sizeof from, from,
+    EXPECT_EQ(CUtil().GetValidity(otherKeySize, kind, Arg(policy), Arg(notBefore), Arg(notAfter), sizeof from, from,
                   sizeof to, to, &remainDays, &state),
         0);
     return {from, to, remainDays, state};
@@ -328,15 +328,15 @@ TEST_F(Time, ValidityStaysWithinItsOutputs)
     setClock("2024-02-01 12:00:00");
     char from[16] = "old";
     char to[16] = "old";
-    CUtil::GetValidity(false, 2, Arg(""), Arg("2020-01-01 00:00:00"), Arg("2030-01-01 00:00:00"), 5, from, 11, to,
+    CUtil().GetValidity(false, 2, Arg(""), Arg("2020-01-01 00:00:00"), Arg("2030-01-01 00:00:00"), 5, from, 11, to,
         nullptr, nullptr);
     EXPECT_STREQ(from, "2020");
     EXPECT_STREQ(to, "2030-01-01");
-    CUtil::GetValidity(false, 2, nullptr, nullptr, nullptr, 0, from, -1, to, nullptr, nullptr);
+    CUtil().GetValidity(false, 2, nullptr, nullptr, nullptr, 0, from, -1, to, nullptr, nullptr);
     EXPECT_STREQ(from, "2020");
     EXPECT_STREQ(to, "2030-01-01");
     int days = 77;
-    CUtil::GetValidity(
+    CUtil().GetValidity(
         false, 2, Arg(""), Arg("x"), Arg("2024-02-10 00:00:00"), 16, nullptr, 16, nullptr, &days, nullptr);
     EXPECT_EQ(days, 9);
 }
