@@ -45,6 +45,7 @@ Scripted::Scripted()
     sigil::environment().homeFolder = homeFolder;
     sigil::environment().now = clockOfTests;
     fake::install();
+    fs::create_directory(disk);
     for (const char* toolkit : {"libHVCToolkitV30.so", "libgpkiapi_v15.so"})
         fs::create_symlink(fs::path(DOUBLES_FOLDER) / toolkit, library / toolkit);
     writeFile(library / "Policy_KOR.conf", "1.2.410.200005.1.1.1=personal\n1.2.410.100001.2.2.1=civil servant\n");

@@ -107,7 +107,8 @@ protected:
     doubles::TemporaryFolder m_diskFolder;
     std::filesystem::path home = m_homeFolder.path();
     std::filesystem::path library = m_libraryFolder.path();
-    std::filesystem::path disk = m_diskFolder.path();
+    /** Below its temporary folder: names with backslashes are written beside it. */
+    std::filesystem::path disk = std::filesystem::path(m_diskFolder.path()) / "disk";
     std::filesystem::path logFile = library / "error.log";
     void* clp = nullptr;
 

@@ -339,7 +339,7 @@ TEST_F(Transfer, CopySources)
     EXPECT_EQ(CLP_CopySelCertToDISK(clp, 1, 0, 2, Text(disk.string()), Text("")), 1001);
     EXPECT_EQ(CLP_CopySelCertToDISK(clp, 1, 0, 2, nullptr, Text(goodPassword)), 1001);
     EXPECT_EQ(CLP_CopySelCertToDISK(clp, 1, 0, 2, Text(""), Text(goodPassword)), 1001);
-    EXPECT_EQ(CLP_CopySelCertToDISK(clp, 1, 0, 3, nullptr, Text(goodPassword)), 0) << "an empty base, kept";
+    EXPECT_EQ(CLP_CopySelCertToDISK(clp, 1, 0, 3, Text(disk.string()), Text(goodPassword)), 0); // not judged, kept
 }
 
 TEST_F(Transfer, CopyOfASelectedEntryChangesTheMedium)
