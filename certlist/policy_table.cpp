@@ -70,10 +70,13 @@ std::string_view PolicyTable::nameOf(char* oid, char (&room)[1024])
 
 void PolicyFilter::choose(std::string_view list)
 {
-    m_count = ParsingPolicyIDS(list, false);
-    if (m_rows.empty() && m_count > 0)
+    const int count = ParsingPolicyIDS(list, false);
+    if (m_rows.empty() && count > 0) {
+        // All room first: when memory runs out, nothing is stored and the filter stays as it was.
+        m_rows.reserve(static_cast<std::size_t>(count));
         ParsingPolicyIDS(list, true);
-    m_count = std::min(m_count, static_cast<int>(m_rows.size()));
+    }
+    m_count = std::min(count, static_cast<int>(m_rows.size()));
 }
 
 int PolicyFilter::ParsingPolicyIDS(std::string_view list, bool bStore)

@@ -29,7 +29,7 @@ tagLOADCERTOPT allFamilies()
 {
     tagLOADCERTOPT options{};
     options.nPKITypes = 15;
-    sigil::copyText(options.szPolicyIDs, "1 2 410 200005 1 1 1|");
+    sigil::copyText(options.szPolicyIDs, "1 2 410 200005 1 1 1|1 2 410 200004 5 1 1 5|1 2 410 200004 5 2 1 2|");
     return options;
 }
 
