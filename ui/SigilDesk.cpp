@@ -25,15 +25,15 @@ constexpr int cancelled = -1;
 constexpr int fromHardDisk = 1;
 constexpr int fromMemory = 6;
 
-/** Applies the caller's options and connects to the processor. @return 0, else the entry point's result */
-int prepare(SelectCertDialog& dialog, tagINITOPT* init, tagLOADSELECTCERTOPTION* load, tagEXTRAOPTION* extra)
+/** Applies the caller's options. @return 0, else the entry point's result */
+int applyOptions(SelectCertDialog& dialog, tagINITOPT* init, tagLOADSELECTCERTOPTION* load, tagEXTRAOPTION* extra)
 {
     const int rv = dialog.SetInitOption(init, load, extra);
     if (rv != 0)
         return rv;
     dialog.SetLibraryFolder(sigil::fieldText(init->szLibraryFolder));
     dialog.InitSetControl();
-    return dialog.Initalize();
+    return 0;
 }
 
 void openMedium(SelectCertDialog& dialog, const tagLOADSELECTCERTOPTION* load)
@@ -41,14 +41,29 @@ void openMedium(SelectCertDialog& dialog, const tagLOADSELECTCERTOPTION* load)
     dialog.SetInitMediaCert(load && load->byMemoryCert != 0 ? fromMemory : fromHardDisk);
 }
 
-/** @return the entry point's result; the keys are handed out or forgotten */
-int finish(SelectCertDialog& dialog, bool accepted, tagSELCERTINFO* result)
+/** @return the entry point's result */
+int handOut(SelectCertDialog& dialog, bool accepted, tagSELCERTINFO* result)
 {
-    if (accepted)
-        dialog.GetSelectCertinfo(result);
-    dialog.ForgetKeys();
-    return accepted ? 0 : cancelled;
+    if (!accepted)
+        return cancelled;
+    dialog.GetSelectCertinfo(result);
+    return 0;
 }
+
+/** Leaves no key in the shared dialog, whichever way a call ends. */
+class KeysOfOneCall {
+public:
+    explicit KeysOfOneCall(SelectCertDialog& dialog)
+        : m_dialog(dialog)
+    {
+    }
+    ~KeysOfOneCall() { m_dialog.ForgetKeys(); }
+    KeysOfOneCall(const KeysOfOneCall&) = delete;
+    KeysOfOneCall& operator=(const KeysOfOneCall&) = delete;
+
+private:
+    SelectCertDialog& m_dialog;
+};
 
 } // namespace
 
@@ -75,15 +90,21 @@ int ShowUserCert(void*, void*, tagINITOPT* pInit, tagLOADSELECTCERTOPTION* pLoad
     while (!g_pQApplication)
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     SelectCertDialog& dialog = *g_dlgUserCert;
-    dialog.SetFinishFlag(0);
-    const int rv = prepare(dialog, pInit, pLoad, pExtra);
+    const KeysOfOneCall keys(dialog);
+    int rv = applyOptions(dialog, pInit, pLoad, pExtra);
+    if (rv != 0)
+        return rv;
+    dialog.StartCall();
+    rv = dialog.Initalize();
     LOG_LEVEL("DEBUG", __FILE__, __LINE__, __func__, "Initalize : %d", rv);
     if (rv != 0)
         return rv;
     openMedium(dialog, pLoad);
     dialog.setModal(true);
     dialog.exec();
-    const int result = finish(dialog, dialog.AcceptedFlag() == 1, pResult);
+    if (!dialog.IsDecided())
+        dialog.reject(); // the host ended the event loop under the dialog, which is still shown
+    const int result = handOut(dialog, dialog.AcceptedFlag() == 1, pResult);
     LOG_LEVEL("DEBUG", __FILE__, __LINE__, __func__, "ShowUserCert end");
     return result;
 }
@@ -92,9 +113,11 @@ int ShowUserCert_T(
     tagINITOPT* pInit, tagLOADSELECTCERTOPTION* pLoad, void*, tagEXTRAOPTION* pExtra, tagSELCERTINFO* pResult)
 {
     SelectCertDialog dialog;
-    const int rv = prepare(dialog, pInit, pLoad, pExtra);
+    int rv = applyOptions(dialog, pInit, pLoad, pExtra);
+    if (rv == 0)
+        rv = dialog.Initalize();
     if (rv != 0)
         return rv;
     openMedium(dialog, pLoad);
-    return finish(dialog, dialog.exec() == QDialog::Accepted, pResult);
+    return handOut(dialog, dialog.exec() == QDialog::Accepted, pResult);
 }

@@ -52,7 +52,7 @@ void SelectCertDialog::InitVariable()
     m_nRv = 0;
     m_nFinish = 1;
     m_nMedium = 0;
-    m_nAccepted = -1;
+    m_nAccepted = undecided;
     m_Entries.clear();
     m_byMemoryFlag = 0;
     m_nMemoryItem1Len = 0;
@@ -115,10 +115,18 @@ void SelectCertDialog::on_pushButton_view_clicked()
     viewer.exec();
 }
 
+void SelectCertDialog::StartCall()
+{
+    m_nFinish = 0;
+    m_nAccepted = undecided;
+}
+
 void SelectCertDialog::ForgetKeys()
 {
     clear(m_Staging);
+    clear(m_byMemoryItem1);
     clear(m_byMemoryItem2);
+    m_nMemoryItem1Len = 0;
     m_nMemoryItem2Len = 0;
     for (tagCERTINFO& entry : m_Entries)
         sigil::wipeKeys(entry);

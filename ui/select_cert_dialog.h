@@ -81,13 +81,16 @@ public:
     /** Imports a PKCS#12 file into the list. @return 0, else the code of CLP_ImportPFX or LoadMemoryCert */
     int LoadCertPKCS12(char* path, char* password);
 
-    /** Overwrites the keys that a finished selection left in the dialog. */
+    /** A call of ShowUserCert begins: nothing is decided, and from now on ShowUserCertInit stays in its loop. */
+    void StartCall();
+    /** Overwrites the keys that a call left in the dialog: the caller's, the decrypted and the staged ones. */
     void ForgetKeys();
 
     int LastResult() const { return m_nRv; }
     int FinishFlag() const { return m_nFinish; }
-    void SetFinishFlag(int flag) { m_nFinish = flag; }
     int AcceptedFlag() const { return m_nAccepted; }
+    /** Whether the user has chosen or given up. */
+    bool IsDecided() const { return m_nAccepted != undecided; }
     int Medium() const { return m_nMedium; }
     int CertCount() const { return static_cast<int>(m_Entries.size()); }
     /** What the last load failed with: "LoadCertDisk() m_nRv : 1115". */
@@ -133,6 +136,8 @@ private:
     int ShowImported(char* signCert, int signCertLength, char* signKey, int signKeyLength, char* kmCert,
         int kmCertLength, char* kmKey, int kmKeyLength);
     void ReportImport(int result);
+
+    static constexpr int undecided = -1;
 
     int m_nRv;       ///< result of the last operation
     int m_nFinish;   ///< 0 once ShowUserCert has run the dialog: ShowUserCertInit then stays in its loop

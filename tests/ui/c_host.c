@@ -47,16 +47,38 @@ static void openOnMemory(void)
     load.byMemoryCert = 1;
     load.nMemorySignCertLen = 4;
     memcpy(load.byMemorySignCert, "cert", 4);
-    userCancels();
+    load.nMemorySignPriKeyLen = 10;
+    memcpy(load.byMemorySignPriKey, "memory key", 10);
+    userCancelsWhileHolding("memory key");
     print("memory", showShared());
+    printf("kept %d\n", sharedDialogHolds("memory key"));
+    refuseToStart(1010);
+    print("refused", showShared());
+    printf("kept after refusal %d\n", sharedDialogHolds("memory key"));
     exit(0);
+}
+
+static void chooseThenLoseTheLoop(void)
+{
+    userChooses();
+    print("chosen", showShared());
+    loopEndsUnderTheDialog();
+    print("ended", showShared());
+    printSharedDialog();
+    exit(0);
+}
+
+static void startWithoutInitOptions(void)
+{
+    printf("no init %d\n", ShowUserCert(NULL, NULL, NULL, &load, NULL, NULL, &result));
+    quitLoop(7);
 }
 
 static void failToStart(void)
 {
     refuseToStart(1010);
     print("refused", showShared());
-    printf("no init %d\n", ShowUserCert(NULL, NULL, NULL, &load, NULL, NULL, &result));
+    printSharedDialog();
     exit(0);
 }
 
@@ -77,6 +99,10 @@ static int sharedMode(const char* mode, int argc, char** argv)
         whenLoopRuns(openOnMemory);
     else if (strcmp(mode, "refused") == 0)
         whenLoopRuns(failToStart);
+    else if (strcmp(mode, "ended") == 0)
+        whenLoopRuns(chooseThenLoseTheLoop);
+    else if (strcmp(mode, "no-init") == 0)
+        whenLoopRuns(startWithoutInitOptions);
     else if (strcmp(mode, "stays") == 0)
         whenLoopRuns(quitAfterADialog);
     else if (strcmp(mode, "quit") == 0)

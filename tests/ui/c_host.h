@@ -19,6 +19,18 @@ void userChooses(void);
 void userCancels(void);
 void userCloses(void);
 
+/** Lets the host end the event loop under the next dialog, after a password was typed; the loop's result is 5. */
+void loopEndsUnderTheDialog(void);
+
+/** Prints the title of the shared dialog, whether it is shown, and the password in its field. */
+void printSharedDialog(void);
+
+/** Whether the shared dialog holds these bytes. */
+int sharedDialogHolds(const char* bytes);
+
+/** As userCancels(); prints before whether the shared dialog holds these bytes. */
+void userCancelsWhileHolding(const char* bytes);
+
 /** Ends the event loop with this result. */
 void quitLoop(int result);
 

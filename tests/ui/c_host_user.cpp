@@ -5,10 +5,13 @@
 #include "foundation/environment.h"
 #include "tests/ui/driver.h"
 #include "tests/ui/scripted_processor.h"
+#include "ui/SigilDesk.h"
+#include "ui/select_cert_dialog.h"
 
 #include <QTimer>
 
 #include <cstdlib>
+#include <string_view>
 
 namespace {
 
@@ -64,6 +67,35 @@ void userCloses()
     driver::whenShown([](QDialog& dialog) {
         std::printf("list: %s\n", scripted::processor().lastCallOf("CLP_SetMediaType").c_str());
         dialog.close();
+    });
+}
+
+void loopEndsUnderTheDialog()
+{
+    driver::whenShown([](QDialog& dialog) {
+        driver::types(dialog, "lineEdit_password", "TopSecret");
+        QCoreApplication::exit(5);
+    });
+}
+
+void printSharedDialog()
+{
+    std::printf("dialog '%s' shown=%d password='%s'\n", qPrintable(g_dlgUserCert->windowTitle()),
+        g_dlgUserCert->isVisible(),
+        qPrintable(driver::find<QLineEdit>(*g_dlgUserCert, "lineEdit_password").text()));
+}
+
+int sharedDialogHolds(const char* bytes)
+{
+    const std::string_view object(reinterpret_cast<const char*>(g_dlgUserCert), sizeof *g_dlgUserCert);
+    return object.find(bytes) != std::string_view::npos;
+}
+
+void userCancelsWhileHolding(const char* bytes)
+{
+    driver::whenShown([=](QDialog& dialog) {
+        std::printf("held %d\n", sharedDialogHolds(bytes));
+        driver::presses(dialog, "pushButton_cancel");
     });
 }
 

@@ -91,13 +91,33 @@ TEST_F(HostTest, ReturnsWhatTheProcessorRefuses)
 {
     const std::string output = run("refused");
     EXPECT_THAT(output, HasSubstr(std::string("refused 1010 ") + unchanged));
-    EXPECT_THAT(output, HasSubstr("no init 1001\n"));
+    EXPECT_THAT(output, HasSubstr("dialog '인증서 선택")) << "the texts were set before the processor was asked";
     EXPECT_THAT(trace(), HasSubstr("Initalize : 1010\n"));
+    EXPECT_THAT(trace(), Not(HasSubstr("ShowUserCert end")));
+}
+
+TEST_F(HostTest, CountsACallWithoutInitOptionsAsNone)
+{
+    EXPECT_EQ(run("no-init"), "no init 1001\ninit 7\nexit 0\n") << "the loop may still end";
+    EXPECT_THAT(trace(), Not(HasSubstr("Initalize"))) << "the processor was not asked";
+}
+
+TEST_F(HostTest, CountsADialogWhoseLoopEndedAsGivenUp)
+{
+    const std::string output = run("ended");
+    EXPECT_THAT(output, HasSubstr(chosen));
+    EXPECT_THAT(output, HasSubstr(std::string("ended -1 ") + unchanged)) << "not as the call before";
+    EXPECT_THAT(output, HasSubstr("shown=0 password=''\n"));
 }
 
 TEST_F(HostTest, OpensOnTheCertificateInMemory)
 {
-    EXPECT_THAT(run("memory"), HasSubstr(std::string("memory -1 ") + unchanged));
+    const std::string output = run("memory");
+    EXPECT_THAT(output, HasSubstr(std::string("memory -1 ") + unchanged));
+    EXPECT_THAT(output, HasSubstr("held 1\n")) << "otherwise this test would not look at the right place";
+    EXPECT_THAT(output, HasSubstr("kept 0\n"));
+    EXPECT_THAT(output, HasSubstr("refused 1010 "));
+    EXPECT_THAT(output, HasSubstr("kept after refusal 0\n"));
 }
 
 TEST_F(HostTest, LeavesTheLoopWhenNoDialogWasEverShown) { EXPECT_EQ(run("quit"), "init 7\nexit 0\n"); }
