@@ -116,9 +116,9 @@ void SelectCertDialog::BuildProcessorOptions()
     take(m_LoadOptions.szPolicyIDs, m_SelectOptions.szPolicyIDs);
     take(m_LoadOptions.szSerialNum, m_SelectOptions.szSerialNum);
     take(m_LoadOptions.szSubjectDN, m_SelectOptions.szSubjectDN);
-    // The processor has one option text for the two of the caller; the shorter one is its own, so it wins.
-    take(m_LoadOptions.szOption, m_SelectOptions.szOption);
+    // The processor has one option text for the two of the caller; the one of the same width wins.
     take(m_LoadOptions.szOption, m_SelectOptions.szShortOption);
+    take(m_LoadOptions.szOption, m_SelectOptions.szOption);
 }
 
 void SelectCertDialog::CopyMemoryItems(const tagLOADSELECTCERTOPTION& load)

@@ -56,11 +56,11 @@ typedef struct tagLOADSELECTCERTOPTION {
     unsigned int nPKITypes;     /**< bits of the families to list: 1 GPKI, 2 NPKI, 4 MPKI, 8 PPKI */
     unsigned int nKeyPairType;  /**< 2: only certificates that have a key-management pair too; else: all */
     unsigned int nSelectFlags;  /**< SIGIL_SELECT_EXCLUDE_EXPIRED, SIGIL_SELECT_LOCK_EXPIRED */
-    char szShortOption[256];    /**< option text of the list processor (up to 255); wins over szOption */
+    char szShortOption[256];    /**< option text of the list processor (up to 255); used when szOption is empty */
     char szSerialNum[1024];     /**< list only the certificate with this serial number (up to 1023) */
     char szSubjectDN[1024];     /**< list only the certificate with this subject name (up to 1023) */
     char szPolicyIDs[2048];     /**< list only certificates with one of these policies (up to 2047) */
-    char szOption[260];         /**< option text of the list processor (up to 259) */
+    char szOption[260];         /**< option text of the list processor (up to 259); wins over szShortOption */
     char szReserved1[260];      /**< kept, not read (up to 259) */
     char szReserved2[260];      /**< kept, not read (up to 259) */
     unsigned int nReserved1[4]; /**< kept, not read */

@@ -71,12 +71,14 @@ TEST_F(SelectionTest, HandsTheOptionsToTheProcessor)
     EXPECT_STREQ(options.szOption, "option");
 }
 
-TEST_F(SelectionTest, GivesTheShortOptionTextPrecedence)
+TEST_F(SelectionTest, TakesTheShortOptionTextOnlyWithoutTheOther)
 {
     qstrncpy(load.szShortOption, "short", sizeof load.szShortOption);
-    qstrncpy(load.szOption, "long", sizeof load.szOption);
     setUp();
     EXPECT_STREQ(scripted::processor().options.szOption, "short");
+    qstrncpy(load.szOption, "other", sizeof load.szOption);
+    setUp();
+    EXPECT_STREQ(scripted::processor().options.szOption, "other");
 }
 
 TEST_F(SelectionTest, ExcludesExpiredCertificatesOnlyOnBitZero)
