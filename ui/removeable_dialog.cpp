@@ -15,6 +15,9 @@ namespace {
 constexpr int noMemory = 1000;
 constexpr int noDrive = 1111;
 
+/** The processor fills as many records as disks are mounted at that moment: room for those mounted since the count. */
+constexpr std::size_t spareDrives = 16;
+
 } // namespace
 
 RemoveableDialog::RemoveableDialog(QWidget* parent)
@@ -60,12 +63,15 @@ int RemoveableDialog::GetRemovableDisk()
 
 int RemoveableDialog::ReadDrives(int count)
 {
+    const auto counted = static_cast<std::size_t>(count);
     try {
-        m_Drives.assign(static_cast<std::size_t>(count), tagDRIVEINFO{});
+        m_Drives.assign(counted + spareDrives, tagDRIVEINFO{});
     } catch (const std::bad_alloc&) {
         return noMemory;
     }
-    return CLP_GetRemDrive(m_hProcessor, m_Drives.data()) == 0 ? 0 : noDrive;
+    const int rv = CLP_GetRemDrive(m_hProcessor, m_Drives.data());
+    m_Drives.resize(counted);
+    return rv == 0 ? 0 : noDrive;
 }
 
 void RemoveableDialog::SetListItem()

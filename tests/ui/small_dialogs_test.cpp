@@ -145,6 +145,14 @@ TEST_P(SmallDialogs, DrivesThatCannotBeListedGive1111)
     EXPECT_EQ(drives.LastResult(), 1111);
 }
 
+TEST_P(SmallDialogs, DrivesMountedSinceTheCountAreNotListed)
+{
+    scripted::processor().drives.resize(12, scripted::sampleDrive(2, "/media/NEW"));
+    scripted::processor().driveCount = 2;
+    EXPECT_EQ(drives.GetRemovableDisk(), 0);
+    EXPECT_EQ(driver::find<QTableView>(drives, "tableView_remobable").model()->rowCount(), 2);
+}
+
 TEST_P(SmallDialogs, DriveIsChosenWithOkAndByADoubleClick)
 {
     drives.GetRemovableDisk();
