@@ -2,6 +2,7 @@
 
 #include "ui/select_cert_dialog.h"
 
+#include "foundation/ascii.h"
 #include "foundation/text_field.h"
 #include "ui/cert_records.h"
 #include "ui/dialog_support.h"
@@ -9,8 +10,6 @@
 #include "ui_select_cert_dialog.h"
 
 #include <sigildesk/certlist.h>
-
-#include <algorithm>
 
 namespace {
 
@@ -21,12 +20,6 @@ constexpr int keyNotAvailable = 1164;
 
 bool isDisk(int medium) { return medium == 1 || medium == 2; }
 bool isMemory(int medium) { return medium == 5 || medium == 6; }
-
-bool equalIgnoringCase(std::string_view a, std::string_view b)
-{
-    auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [&](char x, char y) { return lower(x) == lower(y); });
-}
 
 } // namespace
 
@@ -40,7 +33,7 @@ void SelectCertDialog::on_pushButton_ok_clicked()
         return ShowMessage("MSG_SELECTCERT_PASSWORD_MAX");
     sigil::copyText(password.text, typed.bytes());
     // An imported certificate has no encrypted key to try the password on; it must be that of the import.
-    if (isMemory(m_nMedium) && !equalIgnoringCase(password.text, m_szRememberedPassword))
+    if (isMemory(m_nMedium) && !sigil::equalsIgnoringCase(password.text, m_szRememberedPassword))
         return ShowMessage("MSG_SELECTCERT_PASSWORD_DIFFERENT");
     const int row = SelectedRow();
     if (row < 0)
