@@ -29,11 +29,11 @@ bool isExpired(const tagCERTINFO& entry) { return entry.nValidStatus == 2 || ent
 
 void SelectCertDialog::SetInitMediaCert(int medium)
 {
-    if (medium == memory)
-        LoadMemoryCert(reinterpret_cast<char*>(m_byMemoryItem1), m_nMemoryItem1Len,
-            reinterpret_cast<char*>(m_byMemoryItem2), m_nMemoryItem2Len, nullptr, 0, nullptr, 0);
-    else
-        on_pushButton_hdd_clicked();
+    if (medium != memory)
+        return on_pushButton_hdd_clicked();
+    ClearList(); // a row of an earlier call must not stand for the caller's certificate
+    LoadMemoryCert(reinterpret_cast<char*>(m_byMemoryItem1), m_nMemoryItem1Len,
+        reinterpret_cast<char*>(m_byMemoryItem2), m_nMemoryItem2Len, nullptr, 0, nullptr, 0);
 }
 
 void SelectCertDialog::on_pushButton_hdd_clicked()
@@ -101,7 +101,9 @@ int SelectCertDialog::ReadEntries(int count)
     std::vector<tagCERTINFO, sigil::WipingAllocator<tagCERTINFO>> scratch(1);
     int rv = 0;
     for (int index = 0; index < count; ++index) {
-        scratch[0] = tagCERTINFO{}; // the processor leaves a field alone that the certificate lacks
+        // Cleared for each certificate, not once: the processor leaves a field alone that a certificate lacks, and
+        // the host must not be handed the key-management pair or the paths of the one before.
+        scratch[0] = tagCERTINFO{};
         rv = CLP_GetCertInfo(m_hProcessor, index, &scratch[0]);
         if (rv == 0)
             CopyCertInfoList(index, &scratch[0]);

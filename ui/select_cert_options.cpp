@@ -126,6 +126,8 @@ void SelectCertDialog::CopyMemoryItems(const tagLOADSELECTCERTOPTION& load)
     m_byMemoryFlag = load.byMemoryCert != 0 ? 1 : 0;
     if (m_byMemoryFlag == 0)
         return;
+    // Unlike a text, an item that is not given does not keep its earlier value: a certificate must never be paired
+    // with the key of an earlier call.
     m_nMemoryItem1Len = 0;
     m_nMemoryItem2Len = 0;
     if (load.nMemorySignCertLen > 0) {
@@ -156,6 +158,7 @@ void SelectCertDialog::InitSetControl()
         SetButtonImage(0, bit, m_InitOptions.nLanguage);
     SetLogoImage();
     SetAccessibleNames();
+    m_Form->lineEdit_password->setEnabled(true); // an earlier call may have left it locked
     m_Form->lineEdit_password->setFocus();
 }
 

@@ -42,14 +42,21 @@ protected:
         EXPECT_EQ(scripted::processor().handles, 0) << "a processor was not released";
     }
 
-    /** The dialog set up as the entry points do it, before a medium is opened. */
+    /** A new dialog set up as the entry points do it, before a medium is opened. */
     SelectCertDialog& setUp(int language = korean)
     {
         dialog = std::make_unique<SelectCertDialog>();
+        return setUpAgain(language);
+    }
+
+    /** The same dialog set up once more, as each call of the shared way does. */
+    SelectCertDialog& setUpAgain(int language = korean)
+    {
         tagINITOPT init = initOptions(language);
-        dialog->SetLibraryFolder(init.szLibraryFolder);
         EXPECT_EQ(dialog->SetInitOption(&init, &load, extra.get()), 0);
+        dialog->SetLibraryFolder(init.szLibraryFolder);
         dialog->InitSetControl();
+        dialog->StartCall();
         EXPECT_EQ(dialog->Initalize(), 0);
         return *dialog;
     }

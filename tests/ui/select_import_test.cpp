@@ -120,6 +120,24 @@ TEST_F(ImportTest, ConfirmsWithTheImportPasswordIgnoringCase)
     EXPECT_STREQ(out.szSignCertPath, "") << "paths belong to the disks";
 }
 
+TEST_F(ImportTest, RemembersThePasswordForLaterCallsButConfirmsNoCertificateOfTheCaller)
+{
+    find("Secret");
+    presses(*dialog, "pushButton_find");
+    load.byMemoryCert = 1;
+    setUpAgain().SetInitMediaCert(6);
+    const auto confirmsWith = [this](const char* password) {
+        widget<QLineEdit>("lineEdit_password").setText(password);
+        Box box;
+        answerBox(box);
+        presses(*dialog, "pushButton_ok");
+        return box.text;
+    };
+    EXPECT_EQ(confirmsWith("other"), driver::message(korean, "MSG_SELECTCERT_PASSWORD_DIFFERENT"));
+    EXPECT_EQ(confirmsWith("Secret"), driver::message(korean, "MSG_SELECTCERT_NOTSELECTCERT")) << "there is no row";
+    EXPECT_EQ(dialog->AcceptedFlag(), -1);
+}
+
 TEST_F(ImportTest, StopsWhenNoPasswordIsGiven)
 {
     find("", "pushButton_cancel");

@@ -103,6 +103,9 @@ TEST_F(SelectionTest, ListsARemovableDisk)
     EXPECT_EQ(dialog->Medium(), 2);
     EXPECT_EQ(scripted::processor().lastCallOf("CLP_SetMediaType"), "CLP_SetMediaType 2 /media/DATA");
     EXPECT_EQ(rows(), 3);
+    EXPECT_FALSE(widget("pushButton_remove").isEnabled()) << "it can be used once";
+    EXPECT_TRUE(widget("pushButton_hdd").isEnabled());
+    EXPECT_EQ(widget("pushButton_hdd").iconSize(), QSize(50, 60)) << "no longer pressed";
 }
 
 TEST_F(SelectionTest, DisablesTheRemovableButtonAfterItsFirstUse)
