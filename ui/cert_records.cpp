@@ -138,14 +138,14 @@ void copyTexts(const tagCERTINFO& from, tagSELCERTINFO& to, const TextPair& pair
     copyField(&from, pair.from, &to, pair.to);
 }
 
-/** Copies a data item with its length; nothing when the length is not above 0. Neither end is passed. */
+/** Copies a data item with its length; nothing when the length is not above 0, and nothing when either field is too
+ *  small for it: half a certificate or key is of no use to anybody. */
 void copyItem(const void* from, const Item& source, void* to, const Item& target)
 {
     int length = 0;
     std::memcpy(&length, bytesOf(from) + source.lengthOffset, sizeof length);
-    if (length <= 0)
+    if (length <= 0 || static_cast<std::size_t>(length) > std::min(source.data.size, target.data.size))
         return;
-    length = static_cast<int>(std::min({static_cast<std::size_t>(length), source.data.size, target.data.size}));
     std::memcpy(
         bytesOf(to) + target.data.offset, bytesOf(from) + source.data.offset, static_cast<std::size_t>(length));
     std::memcpy(bytesOf(to) + target.lengthOffset, &length, sizeof length);
@@ -217,10 +217,10 @@ void wipeKeys(tagCERTINFO& entry)
 
 int setItem(unsigned char* item, std::size_t capacity, const char* data, int size)
 {
-    const std::size_t taken = std::min(static_cast<std::size_t>(std::max(size, 0)), capacity);
-    if (taken > 0)
-        std::memcpy(item, data, taken);
-    return static_cast<int>(taken);
+    if (!data || size <= 0 || static_cast<std::size_t>(size) > capacity)
+        return 0;
+    std::memcpy(item, data, static_cast<std::size_t>(size));
+    return size;
 }
 
 std::string subjectName(const tagCERTINFO& entry)

@@ -11,8 +11,8 @@
 
 namespace sigil {
 
-/** Copies into the dialog's own entry what the dialog uses: the numbers, the certificates and keys with a length, the
- *  texts that are not empty. The encrypted keys and the two texts of token media stay out. */
+/** Copies into the dialog's own entry what the dialog uses: the numbers, the certificates and keys with a length,
+ *  the texts that are not empty. The encrypted keys and the two texts of token media stay out. */
 void copyEntry(const tagCERTINFO& from, tagCERTINFO& to);
 
 /** Fills @p to, except for the random value, from the entry of a certificate found on @p medium. All texts stay in
@@ -25,7 +25,8 @@ void handOutResult(const tagSELCERTINFO& from, tagSELCERTINFO& to);
 /** Overwrites the decrypted keys of an entry. */
 void wipeKeys(tagCERTINFO& entry);
 
-/** Puts at most @p capacity bytes into a data item of a record. @return how many */
+/** Puts @p size bytes into a data item of a record, or nothing when there are more than @p capacity.
+ *  @param data null counts as no bytes  @return how many were put */
 int setItem(unsigned char* item, std::size_t capacity, const char* data, int size);
 
 /** The subject as the list shows it, EUC-KR: the unique identifier, else the common name, else the whole name. */

@@ -54,6 +54,8 @@ int SelectCertDialog::SetSelectCertInfo(int row, char* password)
     if (isDisk(m_nMedium))
         m_nRv = DecryptKeys(row, password);
     if (m_nRv == 0)
+        m_nRv = RequireSignKey(row);
+    if (m_nRv == 0)
         m_nRv = FetchRandom(row, password);
     return m_nRv;
 }
@@ -73,13 +75,18 @@ int SelectCertDialog::DecryptKeys(int row, char* password)
     tagCERTINFO& entry = m_Entries[static_cast<std::size_t>(row)];
     if (!kmKey.isEmpty())
         entry.nKmPriKeyLen = sigil::setItem(entry.byKmPriKey, sizeof entry.byKmPriKey, kmKey.data, kmKey.length);
-    if (signKey.isEmpty()) {
-        ShowMessage("DLG_CERTPASSWORD_WRONG_PKCS11");
-        return noKey;
-    }
     entry.nSignPriKeyLen =
         sigil::setItem(entry.bySignPriKey, sizeof entry.bySignPriKey, signKey.data, signKey.length);
     return 0;
+}
+
+int SelectCertDialog::RequireSignKey(int row)
+{
+    const int length = m_Entries[static_cast<std::size_t>(row)].nSignPriKeyLen;
+    if (length > 0 && static_cast<std::size_t>(length) <= sizeof m_Staging.bySignPriKey)
+        return 0;
+    ShowMessage("DLG_CERTPASSWORD_WRONG_PKCS11");
+    return noKey;
 }
 
 int SelectCertDialog::FetchRandom(int row, char* password)

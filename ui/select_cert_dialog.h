@@ -72,7 +72,7 @@ public:
     void SetExpiredCert(int row);
 
     /** Unlocks the certificate of @p row and stages the result; failures are shown to the user.
-     *  @return 0, else the processor's code; 1114 no key came back */
+     *  @return 0, else the processor's code; 1114 no signing key, or one too long for the result */
     int SetSelectCertInfo(int row, char* password);
     /** Stages the entry of @p row. The password is not looked at. */
     void CopySelectCertInfo(int row, char* password);
@@ -132,6 +132,9 @@ private:
     /** Row of the first selected index, or -1 without a selection. */
     int SelectedRow() const;
     int DecryptKeys(int row, char* password);
+    /** A host must never be told of success without a key. @return 0; 1114, told to the user, when the signing key is
+     *  missing or does not fit the result */
+    int RequireSignKey(int row);
     int FetchRandom(int row, char* password);
     int ShowImported(char* signCert, int signCertLength, char* signKey, int signKeyLength, char* kmCert,
         int kmCertLength, char* kmKey, int kmKeyLength);

@@ -91,7 +91,8 @@ typedef struct tagEXTRAOPTION {
 } tagEXTRAOPTION;
 
 /** The certificate that the user chose and its keys. 24380 bytes.
- *  Zero-filled by the library before it is filled. A data item longer than its field is cut to the field. */
+ *  Zero-filled by the library before it is filled. A data item longer than its field is left out whole:
+ *  its length is 0. A certificate whose signing key is too long for bySignPriKey cannot be chosen. */
 typedef struct tagSELCERTINFO {
     unsigned int nMediaType;             /**< 1 hard disk, 2 removable disk, 6 memory */
     unsigned char bySignCert[4096];      /**< signing certificate, DER */

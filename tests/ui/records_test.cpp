@@ -144,14 +144,18 @@ TEST(CopyEntry, LeavesOutTheEncryptedKeysAndTheTokenTexts)
     EXPECT_STREQ(to.szMediaText2, "");
 }
 
-TEST(CopyEntry, TakesAnItemOnlyWithALengthAndNeverMoreThanItHolds)
+TEST(CopyEntry, TakesAnItemOnlyWithALengthThatItsFieldHolds)
 {
     auto from = std::make_unique<tagCERTINFO>(sampleEntry("x"));
     auto to = std::make_unique<tagCERTINFO>();
     from->nSignCertLen = 0;
-    from->nKmCertLen = 70000;
+    from->nKmCertLen = 4097;
     copyEntry(*from, *to);
     EXPECT_TRUE(isZero(to->bySignCert));
+    EXPECT_TRUE(isZero(to->byKmCert));
+    EXPECT_EQ(to->nKmCertLen, 0);
+    from->nKmCertLen = 4096;
+    copyEntry(*from, *to);
     EXPECT_EQ(to->nKmCertLen, 4096);
 }
 
@@ -236,15 +240,30 @@ TEST(StageResult, GivesTokenTextsForTokenMediaOnly)
     }
 }
 
-TEST(StageResult, CutsAKeyThatIsLongerThanItsField)
+TEST(StageResult, LeavesOutAKeyThatIsLongerThanItsField)
 {
     tagCERTINFO from{};
     std::memset(from.bySignPriKey, 'k', sizeof from.bySignPriKey);
-    from.nSignPriKeyLen = 4096;
+    from.nSignPriKeyLen = 2049;
     tagSELCERTINFO to{};
+    stageResult(from, 1, to);
+    EXPECT_EQ(to.nSignPriKeyLen, 0);
+    EXPECT_TRUE(isZero(to.bySignPriKey));
+    from.nSignPriKeyLen = 2048;
     stageResult(from, 1, to);
     EXPECT_EQ(to.nSignPriKeyLen, 2048);
     EXPECT_EQ(to.byEncSignPriKey[0], 0);
+}
+
+TEST(SetItem, TakesAllOrNothing)
+{
+    unsigned char item[4] = {};
+    EXPECT_EQ(setItem(item, sizeof item, "12345", 5), 0);
+    EXPECT_TRUE(isZero(item));
+    EXPECT_EQ(setItem(item, sizeof item, "1234", 4), 4);
+    EXPECT_EQ(bytes(item, 4), "1234");
+    EXPECT_EQ(setItem(item, sizeof item, "x", -1), 0);
+    EXPECT_EQ(setItem(item, sizeof item, nullptr, 4), 0);
 }
 
 TEST(StageResult, ForgetsTheSelectionBefore)

@@ -200,6 +200,64 @@ TEST_F(ConfirmTest, CountsAnEmptyKeyAsNone)
     EXPECT_EQ(scripted::processor().lastCallOf("CLP_GetPriKeyRandom"), "") << "not asked without a key";
 }
 
+TEST_F(ConfirmTest, CountsAKeyThatDoesNotFitTheResultAsNone)
+{
+    for (const std::size_t length : {2049u, 4097u}) {
+        scripted::processor().signKey.assign(length, 'k');
+        open();
+        types(*dialog, "lineEdit_password", "x");
+        expectBox("DLG_CERTPASSWORD_WRONG_PKCS11");
+        EXPECT_EQ(dialog->LastResult(), 1114);
+        EXPECT_EQ(scripted::processor().lastCallOf("CLP_GetPriKeyRandom"), "");
+    }
+    scripted::processor().signKey.assign(2048, 'k');
+    open();
+    types(*dialog, "lineEdit_password", "x");
+    presses(*dialog, "pushButton_ok");
+    EXPECT_EQ(dialog->AcceptedFlag(), 1);
+    EXPECT_EQ(result()->nSignPriKeyLen, 2048);
+}
+
+TEST_F(ConfirmTest, CountsAKeyThatDoesNotFitAsNoneAfterOneThatDid)
+{
+    open();
+    char password[] = "x";
+    ASSERT_EQ(dialog->SetSelectCertInfo(0, password), 0);
+    scripted::processor().signKey.assign(2049, 'k');
+    Box box;
+    answerBox(box);
+    EXPECT_EQ(dialog->SetSelectCertInfo(0, password), 1114);
+}
+
+TEST_F(ConfirmTest, LeavesOutAKeyManagementKeyAndARandomValueThatDoNotFit)
+{
+    scripted::processor().kmKey.assign(2049, 'k');
+    scripted::processor().random.assign(1025, 'r');
+    open();
+    types(*dialog, "lineEdit_password", "x");
+    presses(*dialog, "pushButton_ok");
+    EXPECT_EQ(dialog->AcceptedFlag(), 1);
+    EXPECT_EQ(bytes(result()->bySignPriKey, result()->nSignPriKeyLen), "sign key");
+    EXPECT_EQ(result()->nKmPriKeyLen, 0);
+    EXPECT_EQ(result()->byKmPriKey[0], 0);
+    EXPECT_EQ(result()->nRandomLen, 0);
+}
+
+TEST_F(ConfirmTest, WantsAKeyOfACertificateInMemoryToo)
+{
+    load.byMemoryCert = 1;
+    setUp();
+    char password[] = "x";
+    for (int length : {0, 2049}) {
+        scripted::processor().entries[0].nSignPriKeyLen = length;
+        dialog->SetInitMediaCert(6);
+        Box box;
+        answerBox(box);
+        EXPECT_EQ(dialog->SetSelectCertInfo(0, password), 1114);
+        EXPECT_EQ(box.text, driver::message(korean, "DLG_CERTPASSWORD_WRONG_PKCS11"));
+    }
+}
+
 TEST_F(ConfirmTest, RefusesTheCallersMemoryCertificate)
 {
     load.byMemoryCert = 1;
@@ -214,6 +272,7 @@ TEST_F(ConfirmTest, AsksNothingOfTheProcessorForKeysInMemory)
 {
     load.byMemoryCert = 1;
     scripted::processor().results["CLP_GetPriKeyRandom"] = 1113;
+    scripted::processor().entries[0].nSignPriKeyLen = 3;
     setUp().SetInitMediaCert(6);
     char password[] = "x";
     EXPECT_EQ(dialog->SetSelectCertInfo(0, password), 1113) << "without a box off the disks";

@@ -22,6 +22,8 @@ protected:
         scripted::processor().importKey = "key";
         open();
         scripted::processor().entries = {scripted::sampleEntry("가져온이")};
+        scripted::processor().entries[0].bySignPriKey[0] = 'k';
+        scripted::processor().entries[0].nSignPriKeyLen = 1;
     }
 
     QString path() const { return folder.filePath("mine.p12"); }
