@@ -130,7 +130,7 @@ int CLoadDISK::search(int family, bool countOnly, int start, int* out)
             // Files that came after the counting find no place in the list and are left for the next listing.
             if (!countOnly && next == count())
                 break;
-            if (!isCandidate(layout, path, item->d_name))
+            if (!isCandidate(layout, path, *item))
                 continue;
             entry.clear();
             entry->nPKIType = family;

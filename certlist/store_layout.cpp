@@ -4,7 +4,6 @@
 #include "certlist/entry.h"
 
 #include <fcntl.h>
-#include <strings.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -35,10 +34,13 @@ constexpr FamilyLayout layouts[] = {
 constexpr std::string_view signCertMark = "_sig.cer";
 constexpr std::size_t extension = std::string_view(".cer").size();
 
-mode_t kindOf(const std::string& path)
+/** File type bits of a folder entry. Most file systems tell them with the name; the others are asked. */
+mode_t kindOf(const std::string& folder, const dirent& item)
 {
+    if (item.d_type != DT_UNKNOWN)
+        return DTTOIF(item.d_type);
     struct stat status;
-    return lstat(path.c_str(), &status) == 0 ? status.st_mode & S_IFMT : 0;
+    return lstat(cutPath(folder + item.d_name).c_str(), &status) == 0 ? status.st_mode & S_IFMT : 0;
 }
 
 bool opens(const std::string& path)
@@ -66,10 +68,10 @@ void setFolderPaths(const std::string& path, bool probesKmCert, tagCERTINFO& ent
     setText(entry, field::signCertPath, path + "/signCert.der");
     setText(entry, field::signKeyPath, path + "/signPri.key");
     // The certificate is probed for its key too, deliberately: a pair without its key file is noticed on reading.
-    if (!probesKmCert || opens(kmCert))
-        setText(entry, field::kmCertPath, kmCert);
-    if (!probesKmCert || opens(kmCert))
-        setText(entry, field::kmKeyPath, path + "/kmPri.key");
+    if (probesKmCert && !opens(kmCert))
+        return;
+    setText(entry, field::kmCertPath, kmCert);
+    setText(entry, field::kmKeyPath, path + "/kmPri.key");
 }
 
 } // namespace
@@ -99,13 +101,12 @@ std::string cutPath(std::string path)
     return path;
 }
 
-bool isCandidate(const FamilyLayout& family, const std::string& folder, const char* name)
+bool isCandidate(const FamilyLayout& family, const std::string& folder, const dirent& item)
 {
     if (family.filePerCertificate)
-        return std::strstr(name, signCertMark.data()) && kindOf(cutPath(folder + name)) == S_IFREG;
-    if (strcasecmp(name, ".") == 0 || strcasecmp(name, "..") == 0)
-        return false;
-    return kindOf(cutPath(folder + name)) == S_IFDIR;
+        return std::strstr(item.d_name, signCertMark.data()) && kindOf(folder, item) == S_IFREG;
+    const std::string_view name = item.d_name;
+    return name != "." && name != ".." && kindOf(folder, item) == S_IFDIR;
 }
 
 void setPaths(const FamilyLayout& family, const std::string& folder, const std::string& name, tagCERTINFO& entry)

@@ -5,6 +5,8 @@
 
 #include <sigildesk/records.h>
 
+#include <dirent.h>
+
 #include <span>
 #include <string>
 
@@ -34,8 +36,8 @@ const FamilyLayout* familyLayout(int code);
 /** Cuts a path at 259 bytes: what a path field holds. */
 std::string cutPath(std::string path);
 
-/** True when the folder entry @p name of @p folder is a certificate of this family. Links are not followed. */
-bool isCandidate(const FamilyLayout& family, const std::string& folder, const char* name);
+/** True when the entry @p item of @p folder is a certificate of this family. Links are not followed. */
+bool isCandidate(const FamilyLayout& family, const std::string& folder, const dirent& item);
 
 /** Fills in the four paths of the candidate @p name in @p folder. */
 void setPaths(const FamilyLayout& family, const std::string& folder, const std::string& name, tagCERTINFO& entry);
