@@ -71,9 +71,9 @@ void append(CBinary& binary, std::string_view bytes)
 CBinary::CBinary()
     : m_pData(nullptr)
     , m_nLength(0)
+    , m_nStringLength(0)
     , m_pString(nullptr)
     , m_pHexString(nullptr)
-    , m_nStringLength(0)
 {
 }
 

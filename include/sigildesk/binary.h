@@ -63,14 +63,18 @@ public:
     /** As above with the characters of a zero-terminated @p text; -1 for null and for an empty text. */
     int find(char* text);
 
-    char* m_pData;      /**< the bytes, null when empty; owned */
-    int m_nLength;      /**< number of bytes */
-    char* m_pString;    /**< text last made by toString(), or null; owned */
-    char* m_pHexString; /**< text last made by toHexString(), or null; owned */
+    char* m_pData; /**< the bytes, null when empty; owned */
+    int m_nLength; /**< number of bytes */
 
 private:
-    int m_nStringLength; // bytes in m_pString: it may outlive the bytes it was made from
+    int m_nStringLength; // bytes in m_pString, which may outlive the bytes it was made from; takes no room of its own
+
+public:
+    char* m_pString;    /**< text last made by toString(), or null; owned */
+    char* m_pHexString; /**< text last made by toHexString(), or null; owned */
 };
+
+static_assert(sizeof(CBinary) == 40, "layout of CBinary");
 
 /** Left followed by right, as a new buffer; empty when both are. */
 SIGIL_EXPORT CBinary operator+(CBinary& left, CBinary& right);

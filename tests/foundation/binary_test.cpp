@@ -39,9 +39,15 @@ static_assert(std::has_virtual_destructor_v<CBinary>);
 
 TEST(Binary, KeepsTheOrderOfItsMembers)
 {
-    const CBinary b;
-    const void* const members[] = {&b.m_pData, &b.m_nLength, &b.m_pString, &b.m_pHexString};
-    EXPECT_TRUE(std::is_sorted(std::begin(members), std::end(members)));
+    CBinary b;
+    const auto offset = [&b](auto& member) {
+        return reinterpret_cast<const char*>(&member) - reinterpret_cast<const char*>(&b);
+    };
+    EXPECT_EQ(offset(b.m_pData), 8); // behind the table of the virtual destructor
+    EXPECT_EQ(offset(b.m_nLength), 16);
+    EXPECT_EQ(offset(b.m_pString), 24);
+    EXPECT_EQ(offset(b.m_pHexString), 32);
+    EXPECT_EQ(sizeof b, 40U);
 }
 
 TEST(Binary, StartsEmpty)
