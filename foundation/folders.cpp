@@ -27,8 +27,10 @@ struct Listing {
 
     void add(std::string_view name)
     {
-        // More entries may have come since they were counted; the array has no room for them.
-        if (!countOnly && entries && (!room || found < *room))
+        // More entries may have come since they were counted; the array has no room for them. Hosts need not pass
+        // the counts again, though, so that only a positive one counts as a bound.
+        const bool bounded = room && *room > 0;
+        if (!countOnly && entries && (!bounded || found < *room))
             sigil::copyText(entries[found].szName, name);
         ++found;
     }

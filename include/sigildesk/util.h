@@ -246,7 +246,8 @@ public:
      *  @param unused  not used
      *  @param count   receives the number; left as it is when the mount table cannot be read */
     int GetRemDriveCount(bool unused, int* count);
-    /** The mounted removable disks, in the order of the mount table.
+    /** The mounted removable disks, in the order of the mount table. A disk that was mounted after the call of
+     *  GetRemDriveCount() is listed too: leave room for a few more than it told.
      *  @param unused  not used
      *  @param list    room for as many records as GetRemDriveCount() tells. nIndex counts from 0; szMountDir is the
      *                 mount point; szName what follows its last "/", the "/" included deliberately; szDisplay
@@ -259,11 +260,12 @@ public:
     int GetFreeDisk(int kind, char* out, long long* freeBytes);
     /** Lists a folder: its folders (without "." and "..") and its regular files with a given extension. Links and
      *  devices are left out. Nothing is sorted. Call it once to count and once more to list.
-     *  @param countOnly    true: set the two counts. false: fill the two arrays, no further than the counts tell
+     *  @param countOnly    true: set the two counts. false: fill the two arrays
      *  @param folder       path, as the file system knows it
      *  @param ext          wanted extension without ".", ignoring case
-     *  @param folderCount  number of folders: set when counting, room in @p folders when listing
-     *  @param fileCount    number of files: set when counting, room in @p files when listing
+     *  @param folderCount  counting: receives the number of folders. Listing: above 0 it is the room in @p folders,
+     *                      and entries that came after counting are left out; null, 0 or less names no bound
+     *  @param fileCount    number of files and room in @p files, likewise
      *  @param files        receives the file names in CP949, with "?" for what CP949 text cannot hold
      *  @param folders      receives the folder names in CP949 */
     int GetFolderFilePath(bool countOnly, char* folder, char* ext, int* folderCount, int* fileCount,

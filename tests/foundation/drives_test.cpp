@@ -259,6 +259,16 @@ TEST_F(Folders, EntriesThatCameAfterCountingDoNotOverflowTheArrays)
         EXPECT_STREQ(entries[2].szName, "");
     }
     EXPECT_EQ(room, 2);
+    for (int noBound : {0, -1}) {
+        files.assign(5, {});
+        folders.assign(5, {});
+        int count = noBound;
+        CUtil().GetFolderFilePath(
+            false, Arg(folder.path()), Arg("pfx"), &count, &count, files.data(), folders.data());
+        EXPECT_STRNE(files[4].szName, "") << noBound;
+        EXPECT_STRNE(folders[4].szName, "") << noBound;
+        EXPECT_EQ(count, noBound);
+    }
     CUtil().GetFolderFilePath(false, Arg(folder.path()), Arg("pfx"), nullptr, nullptr, nullptr, nullptr);
     CUtil().GetFolderFilePath(true, Arg(folder.path()), Arg("pfx"), nullptr, nullptr, nullptr, nullptr);
 }
