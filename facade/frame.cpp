@@ -1,7 +1,6 @@
 // The handle's life cycle, error texts, settings and byte strings.
 
 #include "facade/dispatch.h"
-#include "facade/limited_copy.h"
 #include "foundation/secret.h"
 #include "foundation/text_field.h"
 

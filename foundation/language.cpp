@@ -35,7 +35,7 @@ int lookUp(const char* sectionName, char* langFile, char* key, int size, char* o
     FileGetPrivateProfileString(section.data(), key, none, text, sizeof text, langFile);
     if (out && size > 0) {
         std::fill_n(out, size, '\0');
-        sigil::copyText(out, static_cast<std::size_t>(size), text);
+        sigil::limitedCopy(out, size, text);
     }
     return 0;
 }

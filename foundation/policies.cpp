@@ -52,8 +52,8 @@ constexpr std::size_t policyNameRoom = 1024;
 std::string displayText(CUtil& util, char* langFile, const KeyUsage& usage)
 {
     std::string key = usage.key;
-    char text[260];
-    util.GetLanguageUIText(langFile, key.data(), sizeof text, text);
+    char text[260] = {};
+    util.GetLanguageUIText(langFile, key.data(), sizeof text - 1, text);
     return text;
 }
 
@@ -118,7 +118,6 @@ int CUtil::GetKeyUsageName(char* langFile, char* keyUsage, char* separator, int 
     CBinary all(joined.data(), static_cast<int>(joined.size()));
     CBinary text;
     BinaryRight(all, &text, all.m_nLength - 1);
-    if (outSize > 0)
-        sigil::copyText(out, static_cast<std::size_t>(outSize), sigil::textOf(text.m_pData));
+    sigil::limitedCopy(out, outSize, sigil::textOf(text.m_pData));
     return 1;
 }

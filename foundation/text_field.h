@@ -28,6 +28,19 @@ void copyText(char (&field)[N], std::string_view text)
     copyText(field, N, text);
 }
 
+/** Copies at most @p limit bytes of @p text to @p buffer. Unlike copyText it gives the last byte to the text as well:
+ *  a text of @p limit bytes or more is not terminated. Hosts rely on that when they pass a cleared buffer that is one
+ *  byte larger than the size they name. A null buffer or a limit below 1 copies nothing. */
+inline void limitedCopy(char* buffer, int limit, std::string_view text)
+{
+    if (!buffer || limit < 1)
+        return;
+    const auto capacity = static_cast<std::size_t>(limit);
+    const std::size_t length = text.copy(buffer, capacity);
+    if (length < capacity)
+        buffer[length] = '\0';
+}
+
 /** The text held by a field of @p capacity bytes, also when it fills the field without a terminator. */
 inline std::string_view fieldText(const char* field, std::size_t capacity)
 {

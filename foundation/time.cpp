@@ -94,8 +94,7 @@ Validity judge(std::time_t notAfter, int warning)
 
 void copyDate(const tm& date, int size, char* out)
 {
-    if (size > 0)
-        sigil::copyText(out, static_cast<std::size_t>(size), sigil::formatTime(date, "%Y-%m-%d"));
+    sigil::limitedCopy(out, size, sigil::formatTime(date, "%Y-%m-%d"));
 }
 
 } // namespace
@@ -125,8 +124,8 @@ int CUtil::GetCurrentTimeDay(char* out)
     const std::string text = sigil::currentTimeText("%Y_%m_%d_%H_%M_%S");
     if (text.empty() || !out)
         return -1;
-    // Year and month only; the rest of the text is deliberately left out.
-    sigil::copyText(out, sizeof "2024_03_", text);
+    // Year and month only; the rest of the text is deliberately left out, and so is a terminator.
+    text.copy(out, std::strlen("2024_03_"));
     return 0;
 }
 

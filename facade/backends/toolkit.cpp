@@ -1,6 +1,5 @@
 #include "facade/backends/toolkit.h"
 
-#include "facade/limited_copy.h"
 #include "foundation/secret.h"
 #include "foundation/text_field.h"
 

@@ -61,8 +61,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         require(length == 0 || !isBlank(out[0]), "the text does not begin with white space");
         FileGetPrivateProfileInt(section.data(), key.data(), 0, file.path());
     }
-    char text[16];
-    CUtil(0, nullptr).GetLanguageUIText(file.path(), key.data(), sizeof text, text);
+    char text[16] = ""; // its last byte stays, for texts that fill what they are given
+    CUtil(0, nullptr).GetLanguageUIText(file.path(), key.data(), sizeof text - 1, text);
     require(std::strlen(text) < sizeof text, "a language text is terminated");
     require(StrTrimString(key.data()) == 1, "trimming succeeds");
     return 0;

@@ -37,7 +37,7 @@ void dates(std::string text)
     int state = -1;
     util.str2time(text.data());
     util.GetValidity(
-        true, 1, text.data(), text.data(), text.data(), sizeof from, from, sizeof to, to, &days, &state);
+        true, 1, text.data(), text.data(), text.data(), sizeof from - 1, from, sizeof to - 1, to, &days, &state);
     require(state >= 0 && state <= 2, "a validity has a state");
     require(std::strlen(from) < sizeof from && std::strcmp(from, to) == 0, "equal texts give equal dates");
 

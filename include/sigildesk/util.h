@@ -5,7 +5,9 @@
  *  Rules that hold for every operation:
  *  - Texts are zero-terminated and, unless said otherwise, in CP949. Operations that change a text do so in place.
  *  - An output buffer is the caller's. A size beside it counts its bytes with the terminator; the text is cut to fit
- *    and always terminated. Where no size is given, the operation says how much room it needs.
+ *    and terminated, unless the operation says that it "fills" its output: a text of that size or more then takes all
+ *    of it and is not terminated, so clear the buffer and pass its size less one. Where no size is given, the
+ *    operation says how much room it needs.
  *  - A null input text counts as an empty text; a null output pointer is left out.
  *  - "Ignoring case" is about ASCII letters only, whatever the locale.
  *  - The class has no state but the path of its language file. No operation changes that, so one object may serve
@@ -154,7 +156,7 @@ public:
      *  @param keyUsage   names as the toolkit prints them, "digitalSignature, nonRepudiation"
      *  @param separator  one character to stand between the texts: the first character of the joined text, which
      *                    begins with a separator, is dropped
-     *  @param outSize    bytes in @p out
+     *  @param outSize    bytes in @p out, which the texts may fill
      *  @param out        receives the texts, empty when no usage is named
      *  @return 1, always */
     int GetKeyUsageName(char* langFile, char* keyUsage, char* separator, int outSize, char* out);
@@ -169,7 +171,7 @@ public:
      *          pass only well-formed texts */
     time_t str2time(char* text);
     /** Year and month of the local time, "2024_03_".
-     *  @param out  room for 9 bytes
+     *  @param out  receives these 8 bytes; NOT terminated: clear it before
      *  @return 0; -1 when the time cannot be formatted or @p out is null */
     int GetCurrentTimeDay(char* out);
     /** Days of a month, leap years left aside: 28 for 2, 30 for 4, 6, 9, 11, and 31 for every other value. */
@@ -185,9 +187,9 @@ public:
      *  @param policyText     policy identifiers
      *  @param notBefore      begin of validity, as str2time() reads it
      *  @param notAfter       end of validity
-     *  @param fromSize       bytes in @p fromOut
+     *  @param fromSize       bytes in @p fromOut, which the date may fill
      *  @param fromOut        receives the local date of @p notBefore, "2024-03-01"
-     *  @param toSize         bytes in @p toOut
+     *  @param toSize         bytes in @p toOut, which the date may fill
      *  @param toOut          receives the local date of @p notAfter
      *  @param remainDays     receives the days until the end when it expires soon; else left as it is
      *  @param state          receives 0 valid, 1 expires soon, 2 expired when @p bOtherKeySize is true; else 3, 4, 5
@@ -229,7 +231,7 @@ public:
     /** Label, caption or button text.
      *  @param langFile  path of the language file (CP949, see profile.h)
      *  @param key       begins with "DLG_"; looked up in section "UserInterface"
-     *  @param size      bytes in @p out, all cleared first
+     *  @param size      bytes in @p out, all cleared first; the text may fill them
      *  @param out       receives the text, empty when file or key is missing
      *  @return 0, always */
     int GetLanguageUIText(char* langFile, char* key, int size, char* out);

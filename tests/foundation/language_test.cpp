@@ -68,10 +68,17 @@ TEST_F(Language, TextsOfBothSections)
 
 TEST_F(Language, TextsAreCutToTheOutput)
 {
-    EXPECT_EQ(messageText("MSG_A", 5), "text");
-    EXPECT_EQ(messageText("MSG_A", 1), "");
     EXPECT_EQ(uiText("DLG_LONG", 1100), std::string(1023, 'x'));
-    EXPECT_EQ(uiText("DLG_LONG", 260), std::string(259, 'x'));
+    // A text that fills its output is deliberately not terminated.
+    for (int size : {1, 4, 20, 21, 22}) {
+        std::string out(24, '#');
+        CUtil().GetLanguageMessageText(Arg(file), Arg("MSG_A"), size, out.data());
+        const std::string text = "text of a message";
+        std::string expected = text.substr(0, static_cast<std::size_t>(size));
+        expected.resize(static_cast<std::size_t>(size), '\0');
+        expected.resize(out.size(), '#');
+        EXPECT_EQ(out, expected) << size;
+    }
 }
 
 TEST_F(Language, NothingIsWrittenWithoutRoom)

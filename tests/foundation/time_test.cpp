@@ -98,8 +98,7 @@ TEST_F(Time, GetCurrentTimeDay)
         setClock("2024-03-31 23:59:59");
         std::string out(16, '#');
         EXPECT_EQ(CUtil().GetCurrentTimeDay(out.data()), 0);
-        EXPECT_STREQ(out.c_str(), "2024_03_") << zone;
-        EXPECT_EQ(out.substr(9), "#######");
+        EXPECT_EQ(out, "2024_03_########") << zone; // deliberately not terminated
     }
     EXPECT_EQ(CUtil().GetCurrentTimeDay(nullptr), -1);
 }
@@ -107,7 +106,7 @@ TEST_F(Time, GetCurrentTimeDay)
 TEST_F(Time, AChangeOfTheZoneIsNoticed)
 {
     setClock("2024-03-31 20:00:00");
-    char out[16];
+    char out[16] = {};
     CUtil().GetCurrentTimeDay(out);
     EXPECT_STREQ(out, "2024_03_");
     setenv("TZ", "KST-9", 1);
@@ -118,7 +117,7 @@ TEST_F(Time, AChangeOfTheZoneIsNoticed)
 TEST_F(Time, AClockBeyondAllYearsCountsAsTheEpoch)
 {
     sigil::environment().now = [] { return timespec{LONG_MAX, 0}; };
-    char out[16];
+    char out[16] = {};
     EXPECT_EQ(CUtil().GetCurrentTimeDay(out), 0);
     EXPECT_STREQ(out, "1970_01_");
 }
@@ -326,15 +325,33 @@ TEST_F(Time, TheWarningEndsAtTheSameHourAcrossSummerTime)
 TEST_F(Time, ValidityStaysWithinItsOutputs)
 {
     setClock("2024-02-01 12:00:00");
-    char from[16] = "old";
-    char to[16] = "old";
-    CUtil().GetValidity(false, 2, Arg(""), Arg("2020-01-01 00:00:00"), Arg("2030-01-01 00:00:00"), 5, from, 11, to,
-        nullptr, nullptr);
-    EXPECT_STREQ(from, "2020");
-    EXPECT_STREQ(to, "2030-01-01");
-    CUtil().GetValidity(false, 2, nullptr, nullptr, nullptr, 0, from, -1, to, nullptr, nullptr);
-    EXPECT_STREQ(from, "2020");
-    EXPECT_STREQ(to, "2030-01-01");
+    const std::string old(12, '#');
+    struct Case {
+        int size;
+        const char* out;
+    };
+    const Case cases[] = {
+        {-1, "############"},
+        {0, "############"},
+        {5, "2020-#######"},
+        {9, "2020-01-0###"},
+        {10, "2020-01-01##"}, // the date fills its output and is deliberately not terminated
+        {11, "2020-01-01\0#"},
+        {12, "2020-01-01\0#"},
+    };
+    for (const Case& c : cases) {
+        std::string from = old;
+        std::string to = old;
+        const std::string expected(c.out, old.size());
+        CUtil().GetValidity(false, 2, Arg(""), Arg("2020-01-01 00:00:00"), Arg("2020-01-01 00:00:00"), c.size,
+            from.data(), 0, to.data(), nullptr, nullptr);
+        EXPECT_EQ(from, expected) << c.size;
+        EXPECT_EQ(to, old);
+        CUtil().GetValidity(false, 2, Arg(""), Arg("2030-01-01 00:00:00"), Arg("2020-01-01 00:00:00"), 0,
+            from.data(), c.size, to.data(), nullptr, nullptr);
+        EXPECT_EQ(to, expected) << c.size;
+        EXPECT_EQ(from, expected);
+    }
     int days = 77;
     CUtil().GetValidity(
         false, 2, Arg(""), Arg("x"), Arg("2024-02-10 00:00:00"), 16, nullptr, 16, nullptr, &days, nullptr);
