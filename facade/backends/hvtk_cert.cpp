@@ -142,7 +142,7 @@ int CHVTKWrap::CertSetVerifyEnv(int range, int statusCheck, bool useCache, char*
 int CHVTKWrap::CertSetVerifyEnv2(char* confFile, BINSTR* trustedCertificates, BINSTR* intermediates)
 {
     return m_toolkit.call("HVTK_CERT_SetVerifyEnv2",
-        {need(confFile), need(trustedCertificates), need(intermediates)}, confFile, trustedCertificates,
+        {need(confFile), needRecord(trustedCertificates), needRecord(intermediates)}, confFile, trustedCertificates,
         intermediates);
 }
 

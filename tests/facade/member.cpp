@@ -31,6 +31,8 @@ Values::Values() { m_bytes.fill({m_data.data(), static_cast<int>(m_data.size())}
 std::vector<Values::Way> Values::ways(const std::string& argument)
 {
     switch (argument.front()) {
+    case '&':
+        return {Way::NoRecord};
     case 'B':
         return {Way::NoData, Way::NoLength, Way::NegativeLength, Way::NoRecord};
     case 'I':
@@ -57,7 +59,7 @@ void Values::spoil(const std::string& argument, Way way)
         break;
     case Way::NoRecord:
     case Way::NullPointer:
-        m_null = argument;
+        m_null = argument.substr(argument.find_first_not_of('&'));
         break;
     }
 }

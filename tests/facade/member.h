@@ -4,7 +4,8 @@
  *  Arguments are named by kind and number, counted from the left after the handle: B BINSTR*, T char*, I int, F bool,
  *  U unsigned long, N int*, P unsigned long*, O bool*, K PKCS11_TOKEN_INFO*. A call is written as the toolkit sees it,
  *  without the context that comes first: "GPKI_STORAGE_ReadCert(1, T1, I1, B1)". "local" stands for memory of the façade's
- *  own; several calls follow each other after a blank.
+ *  own; several calls follow each other after a blank. Among the requirements "&B1" stands for the record of a
+ *  byte string that may be empty.
  */
 #pragma once
 

@@ -57,7 +57,7 @@ std::vector<Member> certificateMembers()
         {MEMBER(CertAddTrustedCert), needs("B1"), "HVTK_CERT_AddTrustedCert(B1)", "GPKI_CERT_AddTrustedCert(B1)"},
         {MEMBER(CertSetVerifyEnv), needs(""), "HVTK_CERT_SetVerifyEnv1(I1, I2, F1, T2)",
             "GPKI_CERT_SetVerifyEnv(I1, I2, F1, T1, T2)"},
-        {MEMBER(CertSetVerifyEnv2), needs(""), "HVTK_CERT_SetVerifyEnv2(T1, B1, B2)", absent, "T1 B1 B2", ""},
+        {MEMBER(CertSetVerifyEnv2), needs(""), "HVTK_CERT_SetVerifyEnv2(T1, B1, B2)", absent, "T1 &B1 &B2", ""},
         {MEMBER(CertVerify), needs("B1"), "HVTK_CERT_Verify(B1, I1, T1, F1, B2, B3)",
             "GPKI_CERT_Verify(B1, I1, T1, T2, F1, B2, B3)"},
         {MEMBER(CertVerify2), needs("B1"), "HVTK_CERT_Verify2(B1, I1, T1, T2)", absent},

@@ -27,6 +27,12 @@ std::string reached(const Values& values)
     return all;
 }
 
+/** Whether @p required covers an argument that is missing this way. */
+bool covers(const std::vector<std::string>& required, const std::string& argument, Values::Way way)
+{
+    return holds(required, argument) || (way == Values::Way::NoRecord && holds(required, "&" + argument));
+}
+
 /** Calls @p member with valid arguments but for one. */
 int callSpoilt(const Member& member, void* handle, const std::string& argument, Values::Way way)
 {
@@ -144,10 +150,12 @@ TEST_P(MembersTest, OtherArgumentsReachTheToolkitAsTheyAre)
         if (!member.isOn(type()))
             continue;
         for (const std::string& argument : member.arguments) {
-            if (holds(member.requiredOn(type()), argument) || holds(member.backendRequiredOn(type()), argument))
+            if (holds(member.requiredOn(type()), argument))
                 continue;
             SCOPED_TRACE(member.name + " without " + argument);
             for (Values::Way way : Values::ways(argument)) {
+                if (covers(member.backendRequiredOn(type()), argument, way))
+                    continue;
                 EXPECT_EQ(callSpoilt(member, handle, argument, way), 0);
                 EXPECT_FALSE(doubles::callsOf(member.symbolsOn(type()).front()).empty());
             }

@@ -210,10 +210,10 @@ SIGIL_EXPORT int CertSetVerifyEnv(
 
 /** Sets the environment of later verifications from a settings file and byte strings.
  *  @param confFile             text, required
- *  @param trustedCertificates  byte string, required
- *  @param intermediates        byte string, required
- *  @return the common codes; 1001 when @p confFile is null, from the backend; 1001 when @p trustedCertificates is
- *          empty, from the backend; 1001 when @p intermediates is empty, from the backend; 1003 on the GPKI library */
+ *  @param trustedCertificates  record of a byte string, required; it may be empty
+ *  @param intermediates        record of a byte string, required; it may be empty
+ *  @return the common codes; 1001 when @p confFile, @p trustedCertificates or @p intermediates is null, from the
+ *          backend; 1003 on the GPKI library */
 SIGIL_EXPORT int CertSetVerifyEnv2(
     void* handle, char* confFile, BINSTR* trustedCertificates, BINSTR* intermediates);
 
