@@ -6,7 +6,8 @@
 
 #include <algorithm>
 #include <cstring>
-#include <string>
+#include <memory>
+#include <new>
 #include <string_view>
 
 using namespace sigil;
@@ -15,13 +16,21 @@ namespace {
 
 constexpr int dateCapacity = 25;
 
+/** Zeroed room for a text; null when there is no memory for it. */
+std::unique_ptr<char[]> zeroed(std::size_t size)
+{
+    return std::unique_ptr<char[]>(new (std::nothrow) char[size]());
+}
+
 /** The GPKI library writes both dates into one text, "A ~ B". It is told the capacity of the caller's first buffer. */
 int splitValidity(CGPKIWrap& gpki, int capacity, char* notBefore, char* notAfter)
 {
-    std::string buffer(static_cast<std::size_t>(std::max(capacity, 1024)), '\0');
-    if (const int result = gpki.CertGetValidity(capacity, buffer.data()))
+    const auto buffer = zeroed(static_cast<std::size_t>(std::max(capacity, 1024)));
+    if (!buffer)
+        return NoMemory;
+    if (const int result = gpki.CertGetValidity(capacity, buffer.get()))
         return result;
-    const std::string_view text(buffer.c_str());
+    const std::string_view text(buffer.get());
     const std::size_t tilde = text.find('~');
     if (tilde == std::string_view::npos || tilde == 0)
         return InvalidArgument;

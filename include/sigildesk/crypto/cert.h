@@ -60,8 +60,9 @@ SIGIL_EXPORT int CertGetIssuerName(void* handle, int capacity, char* text);
  *  @param notBefore          caller's buffer; receives the first moment
  *  @param notAfterCapacity   bytes in @p notAfter; tested on the maker toolkit only
  *  @param notAfter           caller's buffer; receives the last moment
- *  @return the common codes; 1000 when @p notAfter or @p notBefore is null; 1001 when a capacity is too small (maker
- *          toolkit) or the text holds no two dates (GPKI library) */
+ *  @return the common codes; 1000 when @p notAfter or @p notBefore is null, or when there is no memory for the GPKI
+ *          library's text; 1001 when a capacity is too small (maker toolkit) or the text holds no two dates (GPKI
+ *          library) */
 SIGIL_EXPORT int CertGetValidity(
     void* handle, int notBeforeCapacity, char* notBefore, int notAfterCapacity, char* notAfter);
 

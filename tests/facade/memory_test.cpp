@@ -1,0 +1,30 @@
+// Running out of memory is answered by a status: no exception leaves an exported function.
+
+#include "tests/certlist/failing_allocator.h"
+#include "tests/doubles/recorder.h"
+#include "tests/facade/handle.h"
+
+#include <gtest/gtest.h>
+
+TEST(OutOfMemory, IsAnsweredByCertGetValidity)
+{
+    doubles::reset();
+    const Handle handle(1, DOUBLES_FOLDER);
+    doubles::answer("GPKI_CERT_GetValidity", doubles::writesText("A ~ B"));
+    char before[32] = "old";
+    char after[32] = "old";
+    doubles::forgetCalls();
+
+    allocations.refused = 0;
+    allocations.counting = true;
+    const int result = CertGetValidity(handle, 32, before, 32, after);
+    allocations.counting = false;
+    EXPECT_EQ(result, 1000);
+    EXPECT_EQ(allocations.refused, -1) << "no allocation was refused";
+    EXPECT_TRUE(doubles::calls().empty());
+    EXPECT_STREQ(before, "old");
+    EXPECT_STREQ(after, "old");
+
+    EXPECT_EQ(CertGetValidity(handle, 32, before, 32, after), 0);
+    EXPECT_STREQ(after, "B");
+}
