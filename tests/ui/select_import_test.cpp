@@ -26,7 +26,7 @@ protected:
         scripted::processor().entries[0].nSignPriKeyLen = 1;
     }
 
-    QString path() const { return folder.filePath("mine.p12"); }
+    QString path() const { return folder.filePath(fileName); }
 
     /** Answers the file dialog, then the password dialog. */
     void find(const char* password, const char* button = "pushButton_ok")
@@ -62,6 +62,7 @@ protected:
         QTimer::singleShot(1, [&box] { waitForBox(box); });
     }
     QTemporaryDir folder;
+    QString fileName = "mine.p12";
     static int boxes, awaitedBoxes;
 };
 int ImportTest::boxes = 0;
@@ -120,6 +121,18 @@ TEST_F(ImportTest, ConfirmsWithTheImportPasswordIgnoringCase)
     dialog->GetSelectCertinfo(&out);
     EXPECT_EQ(out.nMediaType, 6u);
     EXPECT_STREQ(out.szSignCertPath, "") << "paths belong to the disks";
+}
+
+TEST_F(ImportTest, CutsThePathOfTheFileTo259Bytes)
+{
+    const QString subfolder(200, 'd');
+    ASSERT_TRUE(QDir(folder.path()).mkdir(subfolder));
+    fileName = subfolder + "/" + QString(96, 'p') + ".p12";
+    ASSERT_TRUE(QFile(path()).open(QIODevice::WriteOnly));
+    find("Secret");
+    presses(*dialog, "pushButton_find");
+    EXPECT_EQ(scripted::processor().lastCallOf("CLP_ImportPFX"),
+        "CLP_ImportPFX " + path().toStdString().substr(0, 259) + " Secret");
 }
 
 TEST_F(ImportTest, RemembersThePasswordForLaterCallsButConfirmsNoCertificateOfTheCaller)

@@ -3,6 +3,7 @@
 #include "tests/ui/fixture.h"
 
 #include <QTableView>
+#include <QTemporaryDir>
 
 using driver::answerBox;
 using driver::Box;
@@ -289,6 +290,25 @@ TEST_F(ExpiredTest, IsToldWhenTheFirstCertificateOfTheHardDiskHasExpired)
     answerBox(box);
     dialog->SetInitMediaCert(1);
     EXPECT_TRUE(box.shown);
+}
+
+TEST_F(ExpiredTest, IsToldInAtMost1023Characters)
+{
+    const QTemporaryDir folder;
+    QFile texts(folder.filePath("KOR.ini"));
+    ASSERT_TRUE(texts.open(QIODevice::WriteOnly));
+    texts.write("[Message]\nMSG_SELECTCERT_EXIRED = " + QByteArray(1015, 'x') + "%s\n");
+    texts.close();
+    load.nMessageFlags = 4;
+    setUp();
+    tagINITOPT init = initOptions(korean, qPrintable(folder.path()));
+    dialog->SetInitOption(&init, &load, nullptr);
+    dialog->InitSetControl();
+    dialog->SetInitMediaCert(1);
+    Box box;
+    answerBox(box);
+    dialog->SetExpiredCert(2);
+    EXPECT_EQ(box.text, QString(1015, 'x') + "2025-10-");
 }
 
 TEST_F(ExpiredTest, IgnoresARowThatThereIsNot)

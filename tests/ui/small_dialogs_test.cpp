@@ -9,7 +9,10 @@
 
 #include <QLabel>
 
+#include <sys/resource.h>
+
 #include <cstring>
+#include <limits>
 #include <memory>
 #include <string_view>
 
@@ -152,6 +155,23 @@ TEST_P(SmallDialogs, DrivesMountedSinceTheCountAreNotListed)
     EXPECT_EQ(drives.GetRemovableDisk(), 0);
     EXPECT_EQ(driver::find<QTableView>(drives, "tableView_remobable").model()->rowCount(), 2);
 }
+
+// The sanitizer ends the program when memory runs out, before anybody can handle it.
+#ifndef __SANITIZE_ADDRESS__
+TEST_P(SmallDialogs, DrivesThatNoMemoryIsLeftForGive1000)
+{
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_AS, &before), 0);
+    rlimit little = before;
+    little.rlim_cur = rlim_t{8} << 30; // bytes: plenty for the test, nothing for 2^31 drives
+    ASSERT_EQ(setrlimit(RLIMIT_AS, &little), 0);
+    scripted::processor().driveCount = std::numeric_limits<int>::max();
+    EXPECT_EQ(drives.GetRemovableDisk(), 1000);
+    setrlimit(RLIMIT_AS, &before);
+    EXPECT_EQ(drives.LastResult(), 1000);
+    EXPECT_EQ(scripted::processor().lastCallOf("CLP_GetRemDrive"), "") << "there is no room to fill";
+}
+#endif
 
 TEST_P(SmallDialogs, DriveIsChosenWithOkAndByADoubleClick)
 {
