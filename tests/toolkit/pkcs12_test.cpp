@@ -3,7 +3,9 @@
 #include "tests/toolkit/toolkit_library.h"
 #include "tests/toolkit/workshop.h"
 #include "toolkit/engine/error.h"
+#include "toolkit/engine/key_file.h"
 #include "toolkit/engine/pkcs12.h"
+#include "toolkit/engine/pkcs12_handles.h"
 #include "toolkit/engine/private_key.h"
 
 #include <gmock/gmock.h>
@@ -83,6 +85,28 @@ protected:
 
     Library library;
 };
+
+/** A PKCS#12 file of two encrypted keys, as their algorithms tell; only 2048 iterations are true. */
+std::string fileOfKeys(int firstIterations, int secondIterations)
+{
+    const Library library;
+    const toolkit::BagsHandle bags(sk_PKCS12_SAFEBAG_new_null());
+    for (const int iterations : {firstIterations, secondIterations}) {
+        const Bytes file = toolkit::encryptKeyFile(
+            library, SIGIL_TK_KEY_PKCS12_3DES, view(workshop().read("sign.key")), "secret1!");
+        const unsigned char* at = file.data();
+        X509_SIG* const key = d2i_X509_SIG(nullptr, &at, static_cast<long>(file.size()));
+        X509_ALGOR* algorithm = nullptr;
+        X509_SIG_getm(key, &algorithm, nullptr);
+        if (iterations != 2048)
+            PKCS5_pbe_set0_algor(algorithm, NID_pbe_WithSHA1And3_Key_TripleDES_CBC, iterations, nullptr, 0);
+        sk_PKCS12_SAFEBAG_push(bags.get(), PKCS12_SAFEBAG_create0_pkcs8(key));
+    }
+    const toolkit::SafesHandle safes(sk_PKCS7_new_null());
+    sk_PKCS7_push(safes.get(), PKCS12_pack_p7data(bags.get()));
+    const toolkit::Pkcs12Handle pfx(PKCS12_add_safes(safes.get(), 0));
+    return stringOf(toolkit::encode<Bytes>(pfx.get(), i2d_PKCS12));
+}
 
 class Pkcs12Option : public Pkcs12, public testing::WithParamInterface<int> { };
 class MadeByOpenssl : public Pkcs12, public testing::WithParamInterface<const char*> { };
@@ -209,6 +233,17 @@ TEST_F(Pkcs12, AFileWithoutAPairIsRefused)
 {
     workshop().run("openssl pkcs12 -export -nokeys -in sign.pem -passout pass:secret1! -out nokey.pfx");
     EXPECT_EQ(codeOf("nokey.pfx"), SIGIL_TK_PFX_NO_PAIR);
+}
+
+TEST_F(Pkcs12, TheIterationsOfAllBagsTogetherAreBounded)
+{
+    const auto codeFor = [&](int iterations) {
+        workshop().write("bags.pfx", fileOfKeys(2048, iterations));
+        return codeOf("bags.pfx", "secret1!", SIGIL_TK_PFX_WITHOUT_MAC);
+    };
+    EXPECT_EQ(codeFor(2048), SIGIL_TK_PFX_NO_PAIR) << "both keys open, and no certificate is there";
+    EXPECT_EQ(codeFor(10'000'000 - 2047), SIGIL_TK_PFX_MALFORMED);
+    EXPECT_EQ(codeFor(10'000'000), SIGIL_TK_PFX_MALFORMED) << "in bounds alone";
 }
 
 TEST_F(Pkcs12, PartsThatDoNotBelongTogetherAreNotWritten)

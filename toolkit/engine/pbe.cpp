@@ -40,7 +40,7 @@ SaltAndCount parseSaltAndCount(View content)
     return {*salt, *iterations};
 }
 
-void checkPbes2(View parameters)
+SaltAndCount parsePbes2(View parameters)
 {
     const auto derivation = der::Reader(parameters).take(der::Sequence);
     require(derivation.has_value(), SIGIL_TK_KEY_MALFORMED, "PBES2 parameters");
@@ -50,19 +50,22 @@ void checkPbes2(View parameters)
     require(der::oidText(*id) == oid::pbkdf2, SIGIL_TK_KEY_UNSUPPORTED, der::oidText(*id));
     const auto pbkdf2 = parts.take(der::Sequence);
     require(pbkdf2.has_value(), SIGIL_TK_KEY_MALFORMED, "PBKDF2 parameters");
-    parseSaltAndCount(*pbkdf2);
+    return parseSaltAndCount(*pbkdf2);
 }
 
 bool isPkcs12Scheme(const std::string& id) { return id.starts_with(oid::pkcs12Pbe); }
 
-/** Bounds what OpenSSL will be asked to compute. */
-void checkStandardScheme(const PbeAlgorithm& algorithm)
+bool isSeed(const std::string& id) { return id == oid::seedCbcWithSha1 || id == oid::seedCbc; }
+
+/** Wherever the scheme keeps them; bounds what will have to be computed. */
+SaltAndCount saltAndCountOf(const PbeAlgorithm& algorithm)
 {
-    if (algorithm.oid == oid::pbes2)
-        return checkPbes2(algorithm.parameters);
-    const bool known = isPkcs12Scheme(algorithm.oid) || algorithm.oid.starts_with(oid::pbes1);
-    require(known, SIGIL_TK_KEY_UNSUPPORTED, algorithm.oid);
-    parseSaltAndCount(algorithm.parameters);
+    const std::string& id = algorithm.oid;
+    if (id == oid::pbes2)
+        return parsePbes2(algorithm.parameters);
+    const bool known = isSeed(id) || isPkcs12Scheme(id) || id.starts_with(oid::pbes1);
+    require(known, SIGIL_TK_KEY_UNSUPPORTED, id);
+    return parseSaltAndCount(algorithm.parameters);
 }
 
 int codeOfFailedStart()
@@ -83,7 +86,7 @@ int codeOfFailedStart()
 void startStandard(const Library& library, const PbeAlgorithm& algorithm, std::string_view password,
     Direction direction, EVP_CIPHER_CTX* cipher)
 {
-    checkStandardScheme(algorithm);
+    saltAndCountOf(algorithm);
     const unsigned char* at = algorithm.whole.data();
     const AlgorithmHandle parsed(d2i_X509_ALGOR(nullptr, &at, static_cast<long>(algorithm.whole.size())));
     require(parsed != nullptr, SIGIL_TK_KEY_MALFORMED, "algorithm identifier");
@@ -116,7 +119,7 @@ Secret pbkdf1(const EVP_MD* digest, std::string_view password, const SaltAndCoun
 void startSeed(const Library& library, const PbeAlgorithm& algorithm, std::string_view password,
     Direction direction, EVP_CIPHER_CTX* cipher)
 {
-    const SaltAndCount parameters = parseSaltAndCount(algorithm.parameters);
+    const SaltAndCount parameters = saltAndCountOf(algorithm);
     const DigestHandle digest = library.digest("SHA1");
     const Secret derived = pbkdf1(digest.get(), password, parameters);
     const Secret vector = algorithm.oid == oid::seedCbcWithSha1
@@ -186,13 +189,14 @@ PbeAlgorithm parsePbeAlgorithm(View algorithmIdentifier)
     return {algorithmIdentifier, der::oidText(*id), parts.take(der::Sequence).value_or(View())};
 }
 
+unsigned long iterationsOf(const PbeAlgorithm& algorithm) { return saltAndCountOf(algorithm).iterations; }
+
 CipherContextHandle startPbe(
     const Library& library, const PbeAlgorithm& algorithm, std::string_view password, Direction direction)
 {
     CipherContextHandle cipher(EVP_CIPHER_CTX_new());
     require(cipher != nullptr, SIGIL_TK_NO_MEMORY);
-    const bool seed = algorithm.oid == oid::seedCbcWithSha1 || algorithm.oid == oid::seedCbc;
-    (seed ? startSeed : startStandard)(library, algorithm, password, direction, cipher.get());
+    (isSeed(algorithm.oid) ? startSeed : startStandard)(library, algorithm, password, direction, cipher.get());
     return cipher;
 }
 

@@ -23,6 +23,9 @@ enum class Direction { Decrypt = 0, Encrypt = 1 };
 /** Throws SIGIL_TK_KEY_MALFORMED. */
 PbeAlgorithm parsePbeAlgorithm(View algorithmIdentifier);
 
+/** Rounds of the key derivation. Throws as startPbe. */
+unsigned long iterationsOf(const PbeAlgorithm& algorithm);
+
 /** A cipher with key and initial vector derived from the password. Rounds are bounded to 1 ... 10,000,000, the salt must
  *  not be empty. Throws SIGIL_TK_KEY_MALFORMED and SIGIL_TK_KEY_UNSUPPORTED. */
 CipherContextHandle startPbe(

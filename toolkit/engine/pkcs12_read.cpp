@@ -18,7 +18,7 @@ namespace toolkit {
 namespace {
 
 constexpr int maximumDepth = 8;
-constexpr long maximumIterations = 10'000'000;
+constexpr unsigned long maximumIterations = 10'000'000;
 
 struct FoundCertificate {
     Bytes der;
@@ -91,12 +91,20 @@ public:
     std::vector<FoundKey> keys;
 
 private:
-    Secret decryptSafe(const PKCS7_ENC_CONTENT* content) const
+    /** Many slow bags in one file take as long as one that is too slow. */
+    void countIterations(const PbeAlgorithm& algorithm)
+    {
+        m_iterations += iterationsOf(algorithm);
+        require(m_iterations <= maximumIterations, SIGIL_TK_KEY_MALFORMED, "sum of iteration counts");
+    }
+
+    Secret decryptSafe(const PKCS7_ENC_CONTENT* content)
     {
         require(content && content->enc_data, SIGIL_TK_KEY_MALFORMED, "encrypted content");
-        const Bytes algorithm = encode<Bytes>(content->algorithm, i2d_X509_ALGOR);
-        const CipherContextHandle cipher =
-            startPbe(m_library, parsePbeAlgorithm(algorithm), m_password, Direction::Decrypt);
+        const Bytes identifier = encode<Bytes>(content->algorithm, i2d_X509_ALGOR);
+        const PbeAlgorithm algorithm = parsePbeAlgorithm(identifier);
+        countIterations(algorithm);
+        const CipherContextHandle cipher = startPbe(m_library, algorithm, m_password, Direction::Decrypt);
         const View data(content->enc_data->data, static_cast<std::size_t>(content->enc_data->length));
         Secret plain;
         require(runCipher(cipher.get(), data, plain), SIGIL_TK_KEY_WRONG_PASSWORD);
@@ -131,10 +139,16 @@ private:
         }
     }
 
-    Secret decryptKey(const X509_SIG* encrypted) const
+    Secret decryptKey(const X509_SIG* encrypted)
     {
+        const X509_ALGOR* algorithm = nullptr;
+        X509_SIG_get0(encrypted, &algorithm, nullptr);
+        const Bytes identifier = encode<Bytes>(algorithm, i2d_X509_ALGOR);
         const Bytes file = encode<Bytes>(encrypted, i2d_X509_SIG);
-        return withPfxCodes([&] { return decryptKeyFile(m_library, file, m_password); });
+        return withPfxCodes([&] {
+            countIterations(parsePbeAlgorithm(identifier));
+            return decryptKeyFile(m_library, file, m_password);
+        });
     }
 
     void readCertificate(const PKCS12_SAFEBAG* bag)
@@ -148,6 +162,7 @@ private:
 
     const Library& m_library;
     std::string_view m_password;
+    unsigned long m_iterations = 0;
 };
 
 Pkcs12Handle parse(const Library& library, View file)
@@ -167,7 +182,7 @@ void checkMacBounds(const PKCS12* pfx)
     const ASN1_INTEGER* iterations = nullptr;
     PKCS12_get0_mac(nullptr, nullptr, &salt, &iterations, pfx);
     const long count = iterations ? ASN1_INTEGER_get(iterations) : 1;
-    require(salt && ASN1_STRING_length(salt) > 0 && count >= 1 && count <= maximumIterations,
+    require(salt && ASN1_STRING_length(salt) > 0 && count >= 1 && count <= static_cast<long>(maximumIterations),
         SIGIL_TK_PFX_MALFORMED, "salt or iteration count");
 }
 
