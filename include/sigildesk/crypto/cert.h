@@ -247,17 +247,17 @@ SIGIL_EXPORT int CertVerifyByIVS(void* handle, char* confFile, BINSTR* certifica
 
 /** Asks an OCSP responder (RFC 6960) for the state of a certificate.
  *  @param certificate           DER certificate
- *  @param signRequest           flag of the toolkit
- *  @param signerCertificate     byte string, may be empty
- *  @param signerKey             byte string, required
- *  @param confFile              text, required
- *  @param responderCertificate  byte string, required
- *  @param revocationTime        text that the toolkit may write
- *  @param reason                number that the toolkit may write
+ *  @param signRequest           whether the request is signed
+ *  @param signerCertificate     DER certificate of whoever signs the request; may be empty when nobody does
+ *  @param signerKey             its private key (PrivateKeyInfo of PKCS#8, DER); never empty, even when nobody signs
+ *  @param url                   http address of the responder
+ *  @param responderCertificate  DER certificate that must have signed the response
+ *  @param revocationTime        caller's buffer of at least 25 bytes; "YYYY-MM-DD HH:MM:SS", empty when not revoked
+ *  @param reason                receives the state: 0 good, 1 revoked
  *  @return the common codes; 1001 when @p certificate, @p signerKey or @p responderCertificate is empty or @p
- *          confFile is null; 1003 on the maker toolkit */
+ *          url is null; 1003 on the maker toolkit */
 SIGIL_EXPORT int CertCheckStatByOCSP(void* handle, BINSTR* certificate, bool signRequest, BINSTR* signerCertificate,
-    BINSTR* signerKey, char* confFile, BINSTR* responderCertificate, char* revocationTime, int* reason);
+    BINSTR* signerKey, char* url, BINSTR* responderCertificate, char* revocationTime, int* reason);
 
 /** Looks a certificate up in its revocation list (RFC 5280, 5).
  *  @param certificate     DER certificate
