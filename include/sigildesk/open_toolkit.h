@@ -75,8 +75,17 @@ enum SigilToolkitCode {
     SIGIL_TK_FETCH = 3601,     /**< the server cannot be reached or refused */
     SIGIL_TK_NOT_FOUND = 3602, /**< the server has no such entry or attribute */
 
+    /* Status of a certificate from a responder (RFC 6960). */
+    SIGIL_TK_OCSP_MALFORMED = 3700, /**< the answer is not an OCSP response, or holds no basic response */
+    SIGIL_TK_OCSP_REFUSED = 3701,   /**< the responder answers an error: try later, sign the request, ... */
+    SIGIL_TK_OCSP_SIGNER = 3702, /**< the response is not signed by the responder, or by one that may not sign it */
+    SIGIL_TK_OCSP_NONCE = 3703,  /**< the response does not repeat the nonce: it may be an old one */
+    SIGIL_TK_OCSP_STALE = 3704,  /**< the response does not hold at the time of verification */
+    SIGIL_TK_OCSP_NO_ANSWER = 3705, /**< the response is not about the certificate */
+    SIGIL_TK_OCSP_UNKNOWN = 3706,   /**< the responder does not know the certificate */
+
     /* PKCS#12. */
-    SIGIL_TK_PFX_MALFORMED = 4500,      /**< not a PKCS#12 file, or parameters out of bounds */
+    SIGIL_TK_PFX_MALFORMED = 4500,      /**< not a PKCS#12 file, or parameters out of bounds (also in their sum) */
     SIGIL_TK_PFX_UNSUPPORTED = 4501,    /**< protected with an algorithm that the toolkit does not have */
     SIGIL_TK_PFX_NO_PAIR = 4502,        /**< no certificate with its private key in it */
     SIGIL_TK_PFX_NO_MAC = 4503,         /**< no password integrity; read it with SIGIL_TK_PFX_WITHOUT_MAC */
@@ -203,7 +212,7 @@ enum SigilToolkitUsage {
     SIGIL_TK_USAGE_AUTHORITY = 4       /**< an authority's certificate */
 };
 
-/** What CERT_CheckStatByCRL reports. */
+/** What CERT_CheckStatByCRL and CERT_CheckStatByOCSP report. */
 enum SigilToolkitCertStatus { SIGIL_TK_STATUS_GOOD = 0, SIGIL_TK_STATUS_REVOKED = 1 };
 
 /** `mode` of HVAP_GetDataByURL: what is asked for when an ldap address names no attribute. For an http address every mode

@@ -1,6 +1,7 @@
 // The whole path: the library's exported functions over the installed open toolkit, on both types, for certificates and
 // keys of each family of stores.
 
+#include "tests/toolkit/server.h"
 #include "tests/toolkit/workshop.h"
 
 #include <sigildesk/crypto.h>
@@ -205,6 +206,30 @@ TEST_P(FacadePath, ACertificateIsVerified)
     EXPECT_EQ(verify(), SIGIL_TK_VERIFY_NO_ISSUER);
     ASSERT_EQ(CertAddTrustedCert(facade.get(), root.get()), 0);
     EXPECT_EQ(verify(), 0);
+}
+
+TEST_P(FacadePath, AResponderTellsTheStateOnType1)
+{
+    const std::string serial =
+        workshop().run(std::string("openssl x509 -noout -serial -in ") + family().name + ".pem");
+    workshop().write("index",
+        "R\t350101000000Z\t260102030405Z\t" + serial.substr(7, serial.find('\n') - 7) + "\tunknown\t/CN=user\n");
+    const Server responder = Server::responder(workshop(), "root", "root", "-nmin 10");
+    const std::string url = "http://127.0.0.1:" + std::to_string(responder.port());
+    Bytes certificate(facade, file(".crt"));
+    Bytes key(facade, file(".key"));
+    Bytes root(facade, workshop().read("root.crt"));
+    Bytes none(facade);
+    std::array<char, 25> date{};
+    int status = -1;
+    const auto check = [&](BINSTR* signerKey) {
+        return CertCheckStatByOCSP(facade.get(), certificate.get(), true, certificate.get(), signerKey, text(url),
+            root.get(), date.data(), &status);
+    };
+    EXPECT_EQ(check(none.get()), 1001);
+    EXPECT_EQ(check(key.get()), type() == 1 ? 0 : 1003);
+    EXPECT_EQ(status, type() == 1 ? SIGIL_TK_STATUS_REVOKED : -1);
+    EXPECT_THAT(date.data(), type() == 1 ? testing::StartsWith("2026-01-0") : testing::StartsWith(""));
 }
 
 TEST_P(FacadePath, FamiliesThatTheOpenToolkitLacksAnswer1003)

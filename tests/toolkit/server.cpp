@@ -61,16 +61,24 @@ void becomeProgram(const std::string& folder, const std::vector<std::string>& co
     _exit(127);
 }
 
+pid_t start(const Workshop& workshop, const std::vector<std::string>& command)
+{
+    std::filesystem::remove(workshop.path("server.log"));
+    const pid_t process = fork();
+    if (process == 0)
+        becomeProgram(workshop.path("."), command);
+    return process;
+}
+
 } // namespace
 
-Server::Server(const Workshop& workshop, const std::vector<std::string>& command, int port)
-    : m_process(fork())
+Server::Server(
+    const Workshop& workshop, const std::vector<std::string>& command, int port, const std::string& ready)
+    : m_process(start(workshop, command))
     , m_port(port)
 {
-    if (m_process == 0)
-        becomeProgram(workshop.path("."), command);
     for (int i = 0; i < 200; ++i) {
-        if (answers(port))
+        if (ready.empty() ? answers(port) : workshop.read("server.log").find(ready) != std::string::npos)
             return;
         std::this_thread::sleep_for(std::chrono::milliseconds(50));
     }
@@ -95,6 +103,38 @@ Server Server::web(const Workshop& workshop)
 {
     const int port = freePort();
     return {workshop, {"python3", "-m", "http.server", std::to_string(port), "--bind", "127.0.0.1"}, port};
+}
+
+Server Server::responder(
+    const Workshop& workshop, const std::string& issuer, const std::string& signer, const std::string& options)
+{
+    const int port = freePort();
+    const std::string command = "exec openssl ocsp -ignore_err -index index -CA " + issuer + ".pem -rsigner " +
+        signer + ".pem -rkey " + signer + ".key.pem -port " + std::to_string(port) + " " + options;
+    // It never comes back from a connection that says nothing, so its port is not tried.
+    return {workshop, {"sh", "-c", command}, port, "waiting for OCSP client connections"};
+}
+
+Server Server::answering(const Workshop& workshop, const std::string& answer, int status)
+{
+    workshop.write("answer", answer);
+    workshop.write("answering.py", R"(
+import http.server, sys
+class Handler(http.server.BaseHTTPRequestHandler):
+    def do_POST(self):
+        self.rfile.read(int(self.headers['Content-Length']))
+        self.answer(int(sys.argv[2]))
+    def do_GET(self):
+        self.answer(200)
+    def answer(self, status):
+        self.send_response(status)
+        self.send_header('Location', '/')
+        self.end_headers()
+        self.wfile.write(open('answer', 'rb').read())
+http.server.HTTPServer(('127.0.0.1', int(sys.argv[1])), Handler).serve_forever()
+)");
+    const int port = freePort();
+    return {workshop, {"python3", "answering.py", std::to_string(port), std::to_string(status)}, port};
 }
 
 Server Server::directory(const Workshop& workshop, const std::string& ldif)

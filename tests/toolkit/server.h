@@ -18,6 +18,13 @@ public:
     /** Serves @p ldif below "c=KR". */
     static Server directory(const Workshop& workshop, const std::string& ldif);
 
+    /** An OCSP responder (`openssl ocsp`) over the file "index" for the authority @p issuer, certificates of the workshop.
+     *  @param options more of the command's options */
+    static Server responder(
+        const Workshop& workshop, const std::string& issuer, const std::string& signer, const std::string& options);
+    /** Answers whatever is posted with @p status and @p answer, which may be replaced in the file "answer". */
+    static Server answering(const Workshop& workshop, const std::string& answer, int status = 200);
+
     ~Server();
     Server(Server&& other) noexcept;
     Server(const Server&) = delete;
@@ -26,8 +33,9 @@ public:
     int port() const { return m_port; }
 
 private:
-    /** Starts a program in the folder and waits until its port answers. */
-    Server(const Workshop& workshop, const std::vector<std::string>& command, int port);
+    /** Starts a program in the folder and waits until its port answers, or until its output has the text @p ready. */
+    Server(
+        const Workshop& workshop, const std::vector<std::string>& command, int port, const std::string& ready = {});
 
     pid_t m_process;
     int m_port;

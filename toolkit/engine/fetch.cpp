@@ -110,6 +110,12 @@ Bytes fetch(std::string_view url, int mode)
     return queryDirectory(directoryQuery(address.rest, attributes));
 }
 
+Bytes post(std::string_view url, const std::string& contentType, View body, std::size_t maximumSize)
+{
+    require(parseAddress(url).scheme == "http", SIGIL_TK_URL);
+    return postToWeb(std::string(url), contentType, body, maximumSize);
+}
+
 Bytes fetchAttribute(std::string_view url, std::string_view attribute)
 {
     const Address address = parseAddress(url);

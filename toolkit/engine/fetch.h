@@ -22,6 +22,10 @@ namespace toolkit {
  *  Throws SIGIL_TK_URL, SIGIL_TK_FETCH, SIGIL_TK_NOT_FOUND. */
 Bytes fetch(std::string_view url, int mode);
 
+/** Sends bytes to an http address (POST) and answers the body, at most @p maximumSize bytes. Redirections are refused.
+ *  Throws SIGIL_TK_URL, SIGIL_TK_FETCH, SIGIL_TK_NOT_FOUND. */
+Bytes post(std::string_view url, const std::string& contentType, View body, std::size_t maximumSize);
+
 /** As fetch() for a directory address, with an attribute of the caller's. */
 Bytes fetchAttribute(std::string_view url, std::string_view attribute);
 

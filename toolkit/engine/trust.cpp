@@ -59,11 +59,6 @@ int codeOf(int reason)
     return SIGIL_TK_VERIFY_FAILED;
 }
 
-bool issued(const Certificate& issuer, const Certificate& subject)
-{
-    return X509_check_issued(issuer.get(), subject.get()) == X509_V_OK;
-}
-
 void push(STACK_OF(X509) * stack, const Certificate& certificate)
 {
     require(X509_add_cert(stack, certificate.get(), X509_ADD_FLAG_UP_REF) == 1, SIGIL_TK_NO_MEMORY);
@@ -258,6 +253,11 @@ std::vector<const Certificate*> checkedCertificates(const std::vector<Certificat
 }
 
 } // namespace
+
+bool issued(const Certificate& issuer, const Certificate& subject)
+{
+    return X509_check_issued(issuer.get(), subject.get()) == X509_V_OK;
+}
 
 const Certificate* findIssuer(const TrustStore& store, const Certificate& certificate)
 {

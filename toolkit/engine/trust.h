@@ -63,6 +63,9 @@ Bytes fetchCrl(const Certificate& certificate);
 int revocationStatus(
     const Library& library, const TrustStore& store, const Certificate& certificate, std::string_view url);
 
+/** Whether the names and key identifiers of two certificates say so; no signature is verified. */
+bool issued(const Certificate& issuer, const Certificate& subject);
+
 /** The issuer of @p certificate among the trusted certificates and the authorities; null when it is not there. */
 const Certificate* findIssuer(const TrustStore& store, const Certificate& certificate);
 

@@ -3,10 +3,21 @@
 #include "toolkit/engine/face.h"
 #include "toolkit/engine/fetch.h"
 #include "toolkit/engine/object_list.h"
+#include "toolkit/engine/ocsp.h"
 #include "toolkit/engine/pairs.h"
 #include "toolkit/engine/paths.h"
+#include "toolkit/engine/text.h"
+
+#include <optional>
 
 using namespace toolkit;
+
+namespace {
+
+/** Callers give no capacity with a date, but room for this much. */
+constexpr int dateCapacity = 25;
+
+} // namespace
 
 TOOLKIT_FUNCTION GPKI_API_SetCaPubs(void* context, BINSTR* certificates)
 {
@@ -53,6 +64,26 @@ TOOLKIT_FUNCTION GPKI_CERT_CheckStatByCRL(void* context, BINSTR* certificate, ch
         putValue(
             revocationStatus(state.library(), state.trust, {state.library(), in(certificate)}, inOptional(url)),
             status);
+    });
+}
+
+/** The issuer is taken from the trusted certificates and the authorities of the context, or is the responder's.
+ *  @param signerKey not read when the request is not signed
+ *  @param revocationTime receives at most 25 bytes */
+TOOLKIT_FUNCTION GPKI_CERT_CheckStatByOCSP(void* context, BINSTR* certificate, bool signRequest,
+    BINSTR* signerCertificate, BINSTR* signerKey, char* url, BINSTR* responderCertificate, char* revocationTime,
+    int* status)
+{
+    return call(context, [&](Context& state) {
+        require(revocationTime && status, SIGIL_TK_ARGUMENT);
+        const Library& library = state.library();
+        std::optional<RequestSigner> signer;
+        if (signRequest)
+            signer = RequestSigner{{library, in(signerCertificate)}, in(signerKey)};
+        const OcspAnswer answer = ocspStatus(library, state.trust, {library, in(certificate)},
+            {library, in(responderCertificate)}, in(url), signer ? &*signer : nullptr);
+        putText(answer.revokedAt ? timeText(*answer.revokedAt) : "", dateCapacity, revocationTime);
+        putValue(answer.status, status);
     });
 }
 
