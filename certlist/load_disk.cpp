@@ -127,15 +127,15 @@ int CLoadDISK::search(int family, bool countOnly, int start, int* out)
     for (const std::string& path : list->second) {
         const Folder folder(opendir(path.c_str()));
         while (const dirent* item = folder ? readdir(folder.get()) : nullptr) {
-            // Files that came after the counting find no place in the list and are left for the next listing.
-            if (!countOnly && next == count())
-                break;
             if (!isCandidate(layout, path, *item))
                 continue;
             entry.clear();
             entry->nPKIType = family;
             setPaths(layout, path, item->d_name, *entry);
             if (ParsingCert(countOnly, &*entry) != success)
+                continue;
+            // Files that came after the counting find no place in the list and are left for the next listing.
+            if (!countOnly && next == count())
                 continue;
             if (!countOnly)
                 CopyCertInfo(next, &*entry);
