@@ -293,10 +293,10 @@ int CWrapperAPI::CertVerifyByIVS(char* confFile, BINSTR* certificate, BINSTR* iv
 }
 
 int CWrapperAPI::CertCheckStatByOCSP(BINSTR* certificate, bool signRequest, BINSTR* signerCertificate,
-    BINSTR* signerKey, char* confFile, BINSTR* responderCertificate, char* revocationTime, int* reason)
+    BINSTR* signerKey, char* url, BINSTR* responderCertificate, char* revocationTime, int* reason)
 {
-    return pick({need(certificate), need(signerKey), need(confFile), need(responderCertificate)}, absent,
-        to<&CGPKIWrap::CertCheckStatByOCSP>(certificate, signRequest, signerCertificate, signerKey, confFile,
+    return pick({need(certificate), need(signerKey), need(url), need(responderCertificate)}, absent,
+        to<&CGPKIWrap::CertCheckStatByOCSP>(certificate, signRequest, signerCertificate, signerKey, url,
             responderCertificate, revocationTime, reason));
 }
 
@@ -472,10 +472,10 @@ int CertVerifyByIVS(void* handle, char* confFile, BINSTR* certificate, BINSTR* i
 }
 
 int CertCheckStatByOCSP(void* handle, BINSTR* certificate, bool signRequest, BINSTR* signerCertificate,
-    BINSTR* signerKey, char* confFile, BINSTR* responderCertificate, char* revocationTime, int* reason)
+    BINSTR* signerKey, char* url, BINSTR* responderCertificate, char* revocationTime, int* reason)
 {
     return via(handle, &CWrapperAPI::CertCheckStatByOCSP, certificate, signRequest, signerCertificate, signerKey,
-        confFile, responderCertificate, revocationTime, reason);
+        url, responderCertificate, revocationTime, reason);
 }
 
 int CertCheckStatByCRL(void* handle, BINSTR* certificate, char* revocationTime, int* reason)

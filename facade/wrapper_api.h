@@ -90,7 +90,7 @@ public:
     int CertVerify2(BINSTR* certificate, int purpose, char* time, char* confFile);
     int CertVerifyByIVS(char* confFile, BINSTR* certificate, BINSTR* ivsCertificate);
     int CertCheckStatByOCSP(BINSTR* certificate, bool signRequest, BINSTR* signerCertificate, BINSTR* signerKey,
-        char* confFile, BINSTR* responderCertificate, char* revocationTime, int* reason);
+        char* url, BINSTR* responderCertificate, char* revocationTime, int* reason);
     int CertCheckStatByCRL(BINSTR* certificate, char* revocationTime, int* reason);
 
     // Signed and enveloped messages

@@ -163,11 +163,11 @@ int CGPKIWrap::CertVerifyByIVS(char* confFile, BINSTR* certificate, BINSTR* ivsC
 }
 
 int CGPKIWrap::CertCheckStatByOCSP(BINSTR* certificate, bool signRequest, BINSTR* signerCertificate,
-    BINSTR* signerKey, char* confFile, BINSTR* responderCertificate, char* revocationTime, int* reason)
+    BINSTR* signerKey, char* url, BINSTR* responderCertificate, char* revocationTime, int* reason)
 {
     return m_toolkit.call("GPKI_CERT_CheckStatByOCSP",
-        {need(certificate), need(signerKey), need(confFile), need(responderCertificate)}, certificate, signRequest,
-        signerCertificate, signerKey, confFile, responderCertificate, revocationTime, reason);
+        {need(certificate), need(signerKey), need(url), need(responderCertificate)}, certificate, signRequest,
+        signerCertificate, signerKey, url, responderCertificate, revocationTime, reason);
 }
 
 int CGPKIWrap::CertCheckStatByCRL(BINSTR* certificate, char* revocationTime, int* reason)
