@@ -167,6 +167,8 @@ const Refusal badArguments[] = {
         1001},
     {"CopyCertToDISK null password", [](void* h) { return CLP_CopyCertToDISK(h, 1, some, nullptr); }, 1001},
     {"CopyCertToDISK empty password", [](void* h) { return CLP_CopyCertToDISK(h, 1, some, none); }, 1001},
+    {"CopyCertToDISK null folder", [](void* h) { return CLP_CopyCertToDISK(h, 2, nullptr, some); }, 1001},
+    {"CopyCertToDISK empty folder", [](void* h) { return CLP_CopyCertToDISK(h, 2, none, some); }, 1001},
     {"VerifyVID null number", [](void* h) { return CLP_VerifyVID(h, 0, nullptr, nullptr, some); }, 1001},
     {"VerifyVID empty number", [](void* h) { return CLP_VerifyVID(h, 0, none, nullptr, some); }, 1001},
     {"VerifyVID index", [](void* h) { return CLP_VerifyVID(h, -1, some, nullptr, some); }, 1001},
@@ -185,6 +187,15 @@ TEST(InterfaceWithoutHandle, AnswersEveryFunction)
     for (const Refusal& refusal : nullHandles)
         EXPECT_EQ(refusal.call(nullptr), refusal.code) << refusal.what;
     EXPECT_EQ(CLP_UnInitalize(nullptr), 0);
+}
+
+TEST(InterfaceWithoutHandle, LooksAtTheHandleBeforeTheArguments)
+{
+    for (const Refusal& refusal : badArguments) {
+        if (refusal.code != 1003) {
+            EXPECT_EQ(refusal.call(nullptr), 1008) << refusal.what;
+        }
+    }
 }
 
 TEST_F(Interface, RefusesBadArgumentsWithoutAToolkitCall)

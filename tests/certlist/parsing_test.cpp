@@ -261,6 +261,15 @@ TEST_F(Parsing, OptionTextsWithoutATerminator)
     EXPECT_EQ(load(), 1115);
 }
 
+TEST_F(Parsing, ASerialFilterKeepsItsFirst1023Characters)
+{
+    addNpki("a", {{"serial", std::string(1023, '1')}});
+    start();
+    std::fill(std::begin(options.szSerialNum), std::end(options.szSerialNum) - 1, '1');
+    setOptions();
+    EXPECT_EQ(load(), 0);
+}
+
 TEST_F(Parsing, PolicyFilter)
 {
     addNpki("a", {{"subject", "cn=a"}, {"policyId", "1 2 3"}});
