@@ -6,8 +6,10 @@ source_folder=$(cd "$(dirname "$0")/../.." && pwd)
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 
-# Under the address sanitizer its runtime must be told that the wrapper is loaded in front of it.
-export ASAN_OPTIONS=verify_asan_link_order=0:detect_leaks=0${ASAN_OPTIONS:+:$ASAN_OPTIONS} TMPDIR=$scratch
+# Under the address sanitizer its runtime must be told that the wrapper is loaded in front of it, and the wrapper that
+# it must not bind the C library apart from the runtime.
+export ASAN_OPTIONS=verify_asan_link_order=0:detect_leaks=0${ASAN_OPTIONS:+:$ASAN_OPTIONS}
+export NSS_WRAPPER_DISABLE_DEEPBIND=1 TMPDIR=$scratch
 
 for language in ko en; do
     output=$("$source_folder/scripts/demo" --headless --build "$build" --language "$language")
