@@ -85,8 +85,6 @@ std::span<const char* const> FamilyLayout::folders(int medium) const
 
 int FamilyLayout::slots(int medium) const { return medium == removableDisk ? removableSlots : hardDiskSlots; }
 
-std::span<const FamilyLayout> families() { return layouts; }
-
 const FamilyLayout* familyLayout(int code)
 {
     const auto* layout =

@@ -27,9 +27,6 @@ struct FamilyLayout {
     int slots(int medium) const;
 };
 
-/** The families in the order in which they are listed. */
-std::span<const FamilyLayout> families();
-
 /** The family with this code; null for an unknown code. */
 const FamilyLayout* familyLayout(int code);
 
