@@ -39,9 +39,7 @@ int CertificateReader::read()
 
 int CertificateReader::load()
 {
-    ToolkitBytes certificate(m_loader.m_hToolkit);
-    fill(certificate, value(m_entry, field::signCert));
-    const int rc = CertLoad(m_loader.m_hToolkit, certificate.get());
+    const int rc = CertLoad(m_loader.m_hToolkit, m_certificate.get());
     return rc == success ? success : failed("CertLoad()", rc);
 }
 

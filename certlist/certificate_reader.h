@@ -5,6 +5,7 @@
 
 #include "certlist/certificate_loader.h"
 #include "certlist/entry.h"
+#include "facade/toolkit_bytes.h"
 
 #include <span>
 
@@ -22,10 +23,13 @@ struct ReaderStyle {
 
 class CertificateReader {
 public:
-    /** @param entry  holds the certificate and its family; receives the rest */
-    CertificateReader(CertificateLoader& loader, const ReaderStyle& style, tagCERTINFO& entry)
+    /** @param certificate  the same as in the entry, in toolkit memory
+     *  @param entry        holds the certificate and its family; receives the rest */
+    CertificateReader(
+        CertificateLoader& loader, const ReaderStyle& style, ToolkitBytes& certificate, tagCERTINFO& entry)
         : m_loader(loader)
         , m_style(style)
+        , m_certificate(certificate)
         , m_entry(entry)
     {
     }
@@ -70,6 +74,7 @@ private:
 
     CertificateLoader& m_loader;
     const ReaderStyle& m_style;
+    ToolkitBytes& m_certificate;
     tagCERTINFO& m_entry;
 };
 

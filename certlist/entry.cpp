@@ -46,10 +46,10 @@ struct PackedField {
 };
 
 template <class T>
-void append(SecretBytes& out, const T& item)
+char* put(char* to, const T& item)
 {
-    const auto* bytes = reinterpret_cast<const char*>(&item);
-    out.insert(out.end(), bytes, bytes + sizeof item);
+    std::memcpy(to, &item, sizeof item);
+    return to + sizeof item;
 }
 
 template <class T>
@@ -93,15 +93,15 @@ void PackedEntry::store(const tagCERTINFO& entry)
         values[i] = value(entry, fields[i]);
         size += values[i].empty() ? 0 : sizeof(PackedField) + values[i].size();
     }
-    SecretBytes packed;
-    packed.reserve(size);
+    SecretBytes packed(size);
+    char* to = packed.data();
     for (std::size_t offset : numberOffsets)
-        append(packed, number(entry, offset));
+        to = put(to, number(entry, offset));
     for (std::uint16_t i = 0; i < values.size(); ++i) {
         if (values[i].empty())
             continue;
-        append(packed, PackedField{i, static_cast<std::uint16_t>(values[i].size())});
-        packed.insert(packed.end(), values[i].begin(), values[i].end());
+        to = put(to, PackedField{i, static_cast<std::uint16_t>(values[i].size())});
+        to = std::copy(values[i].begin(), values[i].end(), to);
     }
     m_bytes.swap(packed);
 }
@@ -126,6 +126,18 @@ void PackedEntry::copyTo(tagCERTINFO& entry) const
         else
             setBytes(entry, to, bytes);
         from += packed.length;
+    }
+}
+
+void ScratchEntry::clear()
+{
+    tagCERTINFO& entry = **this;
+    for (std::size_t offset : numberOffsets)
+        setNumber(entry, offset, 0);
+    for (const EntryField& used : fields) {
+        wipe(at(entry, used.offset), value(entry, used).size());
+        if (!used.isText())
+            setNumber(entry, used.lengthOffset, 0);
     }
 }
 

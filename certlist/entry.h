@@ -115,8 +115,9 @@ public:
 
     tagCERTINFO& operator*() { return m_record.front(); }
     tagCERTINFO* operator->() { return &m_record.front(); }
-    /** Back to zero. */
-    void clear() { wipe(&m_record.front(), sizeof(tagCERTINFO)); }
+    /** Empties every field. Only what the fields hold is touched, which is a small part of the record; of a text that was
+     *  replaced by a shorter one the rest stays behind its end, where nobody reads. */
+    void clear();
 
 private:
     std::vector<tagCERTINFO, WipingAllocator<tagCERTINFO>> m_record;

@@ -187,28 +187,34 @@ void CLoadDISK::CopyCertInfo(int nIndex, const tagCERTINFO* pEntry)
 // Counting and filling judge a certificate alike, so that the second pass finds what the first one counted.
 int CLoadDISK::ParsingCert(bool /*bCountOnly*/, tagCERTINFO* pEntry)
 {
+    ToolkitBytes certificate(m_hToolkit);
     const CertificateUnloader unload(m_hToolkit);
     pEntry->nMediaType = m_nMediaType;
-    int rc = readSignPair(*pEntry);
+    int rc = readSignPair(certificate, *pEntry);
     if (rc == success)
         rc = readKmPair(*pEntry);
-    return rc == success ? CertificateReader(*this, readerStyle, *pEntry).read() : rc;
+    return rc == success ? CertificateReader(*this, readerStyle, certificate, *pEntry).read() : rc;
 }
 
 int CLoadDISK::readFile(char* path, const EntryField& field, tagCERTINFO& entry)
 {
+    ToolkitBytes content(m_hToolkit);
+    return readFile(path, field, content, entry);
+}
+
+int CLoadDISK::readFile(char* path, const EntryField& field, ToolkitBytes& content, tagCERTINFO& entry)
+{
     if (!mayBeRead(path))
         return certificateUnreadable;
-    ToolkitBytes content(m_hToolkit);
     const int rc = MediaDiskReadFile(m_hToolkit, path, content.get());
     if (rc != success)
         return rc;
     return setBytes(entry, field, bytesOf(content)) ? success : certificateUnreadable;
 }
 
-int CLoadDISK::readSignPair(tagCERTINFO& entry)
+int CLoadDISK::readSignPair(ToolkitBytes& certificate, tagCERTINFO& entry)
 {
-    int rc = readFile(entry.szSignCertPath, field::signCert, entry);
+    int rc = readFile(entry.szSignCertPath, field::signCert, certificate, entry);
     if (rc != success) // the shortened name is the one that readers of the log know
         return m_log.failed(parsingCert, nullptr, "MediaDiskReadFil()", rc, certificateUnreadable);
     rc = readFile(entry.szSignPriKeyPath, field::encSignKey, entry);

@@ -112,7 +112,8 @@ private:
     int countFamily(const FamilyOperations& family, int* found);
 
     int readFile(char* path, const sigil::EntryField& field, tagCERTINFO& entry);
-    int readSignPair(tagCERTINFO& entry);
+    int readFile(char* path, const sigil::EntryField& field, sigil::ToolkitBytes& content, tagCERTINFO& entry);
+    int readSignPair(sigil::ToolkitBytes& certificate, tagCERTINFO& entry);
     int readKmPair(tagCERTINFO& entry);
 
     int decryptKey(

@@ -54,9 +54,11 @@ int CLoadMemory::LoadCertList(const char* signCert, int signCertLen, const char*
 
 int CLoadMemory::ParsingCert(tagCERTINFO* entry)
 {
+    ToolkitBytes certificate(m_hToolkit);
     const CertificateUnloader unload(m_hToolkit);
     entry->nMediaType = m_nMediaType;
-    return CertificateReader(*this, readerStyle, *entry).read();
+    fill(certificate, value(*entry, field::signCert));
+    return CertificateReader(*this, readerStyle, certificate, *entry).read();
 }
 
 void CLoadMemory::CopyCertInfo(const tagCERTINFO* entry) { m_entry.store(*entry); }

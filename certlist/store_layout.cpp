@@ -43,15 +43,8 @@ mode_t kindOf(const std::string& folder, const dirent& item)
     return lstat(cutPath(folder + item.d_name).c_str(), &status) == 0 ? status.st_mode & S_IFMT : 0;
 }
 
-bool opens(const std::string& path)
-{
-    // Without waiting: a pipe under this name would otherwise hold the caller up.
-    const int file = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (file < 0)
-        return false;
-    close(file);
-    return true;
-}
+/** Asks instead of opening the file: a pipe under this name would hold the caller up, and a device could do anything. */
+bool canBeOpened(const std::string& path) { return faccessat(AT_FDCWD, path.c_str(), R_OK, AT_EACCESS) == 0; }
 
 void setFilePaths(const std::string& path, tagCERTINFO& entry)
 {
@@ -68,7 +61,7 @@ void setFolderPaths(const std::string& path, bool probesKmCert, tagCERTINFO& ent
     setText(entry, field::signCertPath, path + "/signCert.der");
     setText(entry, field::signKeyPath, path + "/signPri.key");
     // The certificate is probed for its key too, deliberately: a pair without its key file is noticed on reading.
-    if (probesKmCert && !opens(kmCert))
+    if (probesKmCert && !canBeOpened(kmCert))
         return;
     setText(entry, field::kmCertPath, kmCert);
     setText(entry, field::kmKeyPath, path + "/kmPri.key");

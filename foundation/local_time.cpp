@@ -11,6 +11,11 @@ namespace sigil {
 tm localTime(std::time_t seconds)
 {
     tzset(); // localtime_r need not notice that the host changed its zone
+    return localTimeInKnownZone(seconds);
+}
+
+tm localTimeInKnownZone(std::time_t seconds)
+{
     tm local{};
     if (!localtime_r(&seconds, &local)) {
         const std::time_t epoch = 0;

@@ -11,6 +11,9 @@ namespace sigil {
 /** @p seconds since the epoch as a local calendar time; that of the epoch itself when it lies beyond all years. */
 tm localTime(std::time_t seconds);
 
+/** The same for work on thousands of times, by the zone that the process last read: reading it costs a look at the disk. */
+tm localTimeInKnownZone(std::time_t seconds);
+
 /** The time of day by the environment's clock, in whole seconds. */
 std::time_t currentTime();
 

@@ -36,13 +36,25 @@ int splitTime(std::string_view text, int (&fields)[fieldCount])
 
 int clamped(long value) { return static_cast<int>(std::clamp<long>(value, INT_MIN, INT_MAX)); }
 
-/** The local time as seconds since the epoch; notATime when there is none. Normalises the fields. */
-std::time_t toSeconds(tm& local)
+/** The local standard time as seconds since the epoch; notATime when there is none. */
+std::time_t toSeconds(tm local)
 {
     local.tm_wday = -1;
     const std::time_t seconds = mktime(&local);
     // -1 alone may be the second before the epoch; only a failure leaves the week day as it was.
     return seconds == -1 && local.tm_wday == -1 ? notATime : seconds;
+}
+
+/** The same without reading the zone again, which costs mktime a look at the disk: outside of summer time, and of the
+ *  hours around a change of the zone, its offset tells the time. */
+std::time_t toSecondsInKnownZone(const tm& local)
+{
+    tm fields = local;
+    const std::time_t asUtc = timegm(&fields);
+    const long offset = sigil::localTimeInKnownZone(asUtc).tm_gmtoff;
+    const tm found = sigil::localTimeInKnownZone(asUtc - offset);
+    const bool same = found.tm_gmtoff == offset && found.tm_isdst == 0 && found.tm_year == fields.tm_year;
+    return same ? asUtc - offset : toSeconds(local);
 }
 
 constexpr long leapYearsUpTo(long year) { return year / 4 - year / 100 + year / 400; }
@@ -81,20 +93,22 @@ int warningDays(int certKind, const char* policyText)
     return sigil::textOf(policyText).find("1 2 410 100001 5 3") != std::string_view::npos ? 90 : 100;
 }
 
-Validity judge(std::time_t notAfter, int warning)
+Validity judge(std::time_t notAfter, tm notAfterDate, int warning)
 {
     const std::time_t now = sigil::currentTime();
     if (notAfter < now)
         return expired;
-    tm warningEnd = sigil::localTime(now);
+    tm warningEnd = sigil::localTimeInKnownZone(now);
     warningEnd.tm_mday += warning;
-    warningEnd.tm_isdst = -1; // the same hour by the clock on the wall, also across a change of summer time
-    return notAfter > toSeconds(warningEnd) ? valid : expiresSoon;
+    // Two readings of the clock on the wall, so that the days count the same across a change of summer time.
+    return timegm(&notAfterDate) > timegm(&warningEnd) ? valid : expiresSoon;
 }
 
 void copyDate(const tm& date, int size, char* out)
 {
-    sigil::limitedCopy(out, size, sigil::formatTime(date, "%Y-%m-%d"));
+    char text[32];
+    const std::size_t length = std::strftime(text, sizeof text, "%Y-%m-%d", &date);
+    sigil::limitedCopy(out, size, {text, length});
 }
 
 } // namespace
@@ -116,7 +130,7 @@ time_t CUtil::str2time(char* text)
     local.tm_min = fields[4];
     local.tm_sec = fields[5];
     local.tm_isdst = 0;
-    return toSeconds(local);
+    return toSecondsInKnownZone(local);
 }
 
 int CUtil::GetCurrentTimeDay(char* out)
@@ -161,11 +175,11 @@ int CUtil::GetValidity(bool bOtherKeySize, int certKind, char* policyText, char*
     int fromSize, char* fromOut, int toSize, char* toOut, int* remainDays, int* state)
 {
     const std::time_t end = str2time(notAfter);
-    const tm endDate = sigil::localTime(end);
-    copyDate(sigil::localTime(str2time(notBefore)), fromSize, fromOut);
+    const tm endDate = sigil::localTimeInKnownZone(end);
+    copyDate(sigil::localTimeInKnownZone(str2time(notBefore)), fromSize, fromOut);
     copyDate(endDate, toSize, toOut);
 
-    const Validity validity = judge(end, warningDays(certKind, policyText));
+    const Validity validity = judge(end, endDate, warningDays(certKind, policyText));
     if (state)
         *state = validity + (bOtherKeySize ? 0 : 3);
     if (validity == expiresSoon && remainDays)

@@ -10,20 +10,25 @@ namespace {
 
 using namespace sigil;
 
+/** Fills every byte of every field, and sets the numbers to the lengths that fit. */
+void fillEverything(tagCERTINFO& entry)
+{
+    std::memset(&entry, 'x', sizeof entry);
+    entry.nPKIType = 1;
+    entry.nSignCertLen = entry.nSignPriKeyLen = entry.nKmCertLen = entry.nKmPriKeyLen = 4096;
+    entry.nEncSignPriKeyLen = entry.nEncKmPriKeyLen = 4096;
+    entry.nRandomLen = 1024;
+    entry.nStatusFlag = 2;
+    entry.nValidStatus = 3;
+    entry.nRemainDays = 4;
+    entry.nExpired = 5;
+    entry.nMediaType = 6;
+}
+
 TEST(Entry, PackedEntryHoldsEveryField)
 {
     ScratchEntry entry;
-    // Fill every byte of every field, then read the numbers as the lengths that fit.
-    std::memset(&*entry, 'x', sizeof(tagCERTINFO));
-    entry->nPKIType = 1;
-    entry->nSignCertLen = entry->nSignPriKeyLen = entry->nKmCertLen = entry->nKmPriKeyLen = 4096;
-    entry->nEncSignPriKeyLen = entry->nEncKmPriKeyLen = 4096;
-    entry->nRandomLen = 1024;
-    entry->nStatusFlag = 2;
-    entry->nValidStatus = 3;
-    entry->nRemainDays = 4;
-    entry->nExpired = 5;
-    entry->nMediaType = 6;
+    fillEverything(*entry);
     PackedEntry packed;
     packed.store(*entry);
     ScratchEntry copy(packed);
@@ -70,10 +75,13 @@ TEST(Entry, EmptyPackedEntrySetsTheNumbersToZero)
 
 TEST(Entry, ClearedScratchIsZero)
 {
-    ScratchEntry entry;
-    std::memset(&*entry, 'x', sizeof(tagCERTINFO));
+    ScratchEntry source;
+    fillEverything(*source);
+    PackedEntry packed;
+    packed.store(*source);
+    ScratchEntry entry(packed);
     entry.clear();
-    tagCERTINFO zero{};
+    const tagCERTINFO zero{};
     EXPECT_EQ(std::memcmp(&*entry, &zero, sizeof zero), 0);
 }
 

@@ -91,6 +91,33 @@ TEST_F(Time, Str2timeReadsLocalStandardTime)
     }
 }
 
+TEST_F(Time, Str2timeAgreesWithTheSystemAtEveryHour)
+{
+    struct Case {
+        const char* zone;
+        int year;
+    };
+    // Seoul moved its zone by half an hour in 1954 and had summer time in 1988.
+    for (const Case& c : {Case{"AEST-10AEDT,M10.1.0,M4.1.0/3", 2024}, {"Asia/Seoul", 1954}, {"Asia/Seoul", 1988}}) {
+        setZone(c.zone);
+        for (time_t hour = utc(c.year, 1, 1, 0, 30); hour < utc(c.year + 1, 1, 1); hour += 3600) {
+            tm fields{};
+            gmtime_r(&hour, &fields);
+            char text[32];
+            std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &fields);
+            fields.tm_isdst = 0;
+            const time_t expected = mktime(&fields);
+            tm shown{};
+            const time_t found = CUtil().str2time(text);
+            localtime_r(&found, &shown);
+            // An hour that the clocks went through twice is two times, and either will do.
+            const bool twice = found != expected && shown.tm_isdst == 0 && shown.tm_hour == fields.tm_hour &&
+                shown.tm_min == fields.tm_min && shown.tm_mday == fields.tm_mday;
+            ASSERT_TRUE(found == expected || twice) << c.zone << ' ' << text;
+        }
+    }
+}
+
 TEST_F(Time, GetCurrentTimeDay)
 {
     for (const char* zone : zones) {
