@@ -163,7 +163,7 @@ int CUtil::yun(tm* now, Calc target)
 
 int CUtil::CalcDay(int year, int month, int day)
 {
-    tm now = sigil::localTime(sigil::currentTime());
+    tm now = sigil::localTimeInKnownZone(sigil::currentTime());
     const long years = year - (now.tm_year + 1900L);
     if (years < 0)
         return 0;
