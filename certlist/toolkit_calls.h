@@ -19,7 +19,15 @@ namespace sigil {
 class SecretToolkitBytes : public ToolkitBytes {
 public:
     using ToolkitBytes::ToolkitBytes;
-    ~SecretToolkitBytes() { wipe(data(), empty() ? 0 : static_cast<std::size_t>(size())); }
+    ~SecretToolkitBytes() { wipeContents(); }
+    void clear()
+    {
+        wipeContents();
+        ToolkitBytes::clear();
+    }
+
+private:
+    void wipeContents() { wipe(data(), empty() ? 0 : static_cast<std::size_t>(size())); }
 };
 
 inline std::string_view bytesOf(const ToolkitBytes& bytes)

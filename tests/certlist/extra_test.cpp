@@ -64,6 +64,31 @@ TEST_F(Extra, VerifiesWithTheRootsThatCanBeFetched)
     EXPECT_TRUE(log().empty());
 }
 
+TEST_F(Extra, TheGpkiLibraryIsToldTheSettings)
+{
+    settings("[VALIDATOIN_OPTION]\nCA_INFO_COUNT=1\n[CA_INFO1]\nCA_DN=cn=yessignCA\n");
+    ASSERT_EQ(CLP_Initalize(&clp, nullptr, 1, 1, Text(library.string())), 0);
+    ASSERT_EQ(verify(fake::certificate()), 0);
+    const doubles::Call verification = doubles::callsOf("GPKI_CERT_Verify").at(0);
+    EXPECT_EQ(verification.integer(1), 1);
+    EXPECT_EQ(verification.pointer<char>(2), nullptr);
+    // The text lives as long as the loader.
+    EXPECT_STREQ(verification.pointer<char>(3), confFile.c_str());
+    EXPECT_EQ(verification.integer(4), 0);
+    EXPECT_EQ(verification.pointer<BINSTR>(5), nullptr);
+    EXPECT_EQ(verification.pointer<BINSTR>(6), nullptr);
+}
+
+TEST_F(Extra, TheErrorTextStaysWhenTheToolkitHasNone)
+{
+    ASSERT_EQ(verify(fake::certificate({{"revoked", "yes"}})), 1120);
+    doubles::setErrorText("newer words");
+    doubles::answer("HVTK_API_GetErrInfo", 5);
+    ASSERT_EQ(verify(fake::certificate({{"revoked", "yes"}})), 1120);
+    EXPECT_EQ(lastLog(), record("CertVerify()", fake::verifyError));
+    EXPECT_STREQ(message, "words of the toolkit");
+}
+
 TEST_F(Extra, AddressesInTheOrderOfTheFile)
 {
     EXPECT_EQ(

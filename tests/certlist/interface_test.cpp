@@ -2,10 +2,15 @@
 
 #include "tests/certlist/scripted.h"
 
+#include <cstdio>
 #include <cstring>
 #include <functional>
 
 namespace fs = std::filesystem;
+
+// The linker sends every fread of the test program here.
+extern "C" std::size_t __real_fread(void* data, std::size_t size, std::size_t count, std::FILE* file);
+extern "C" std::size_t __wrap_fread(void* data, std::size_t size, std::size_t count, std::FILE* file);
 
 namespace {
 
@@ -182,6 +187,8 @@ const Refusal badArguments[] = {
 
 using Interface = Scripted;
 
+fs::path unreadableFile; // as on a broken disk
+
 TEST(InterfaceWithoutHandle, AnswersEveryFunction)
 {
     for (const Refusal& refusal : nullHandles)
@@ -262,6 +269,11 @@ TEST_F(Interface, SettingsFilesThatAreMissingOrWrong)
     writeFile(library / "Policy_KOR.conf", "");
     EXPECT_EQ(initialised(), 1102);
     EXPECT_EQ(lastLog(), "CLoadDISK::SetPolicyIDNameList() - ERR_FILEREAD_NODATA >> fseek : 1102");
+    writeFile(library / "Policy_KOR.conf", "1.2=a\n");
+    unreadableFile = library / "Policy_KOR.conf";
+    EXPECT_EQ(initialised(), 1102);
+    unreadableFile.clear();
+    EXPECT_EQ(lastLog(), "CLoadDISK::SetPolicyIDNameList() - ERR_FILEREAD_NODATA >> fread : 1102");
     fs::remove(library / "Policy_KOR.conf");
     fs::create_directory(library / "Policy_KOR.conf");
     EXPECT_EQ(initialised(), 1102);
@@ -290,6 +302,23 @@ TEST_F(Interface, SecondInitalizeDoesNotReadTheSettingsAgain)
     EXPECT_EQ(count(), 1); // nor are the loaders made anew
     EXPECT_EQ(load(), 0);
     EXPECT_STREQ(entry()->szPolicyName, "personal");
+}
+
+TEST_F(Interface, SecondInitalizeOpensTheToolkitAgain)
+{
+    const LeaksForgiven forgiven;
+    start();
+    fs::create_directories(home / "NPKI/yessign/USER/broken"); // gives a record on every listing
+    writeFile(library / "TWAPI_LOG.ini", "[TW_Info]\nPATH=" + (disk / "other.log").string() + "\n");
+    doubles::forgetCalls();
+    ASSERT_EQ(CLP_Initalize(&clp, nullptr, 0, 1, Text(library.string())), 0);
+    EXPECT_EQ(doubles::callsOf("HVTK_API_Init").size(), 1u);
+    EXPECT_EQ(load(), 1115);
+    EXPECT_FALSE(log().empty()); // the loaders keep the log that they were given first
+    EXPECT_FALSE(fs::exists(disk / "other.log"));
+    doubles::TemporaryFolder empty;
+    EXPECT_EQ(CLP_Initalize(&clp, nullptr, 0, 1, empty.path()), 1010);
+    EXPECT_EQ(CLP_Initalize(&clp, nullptr, 2, 1, Text(library.string())), 1007);
 }
 
 TEST_F(Interface, EnglishSettings)
@@ -435,3 +464,10 @@ TEST_F(Interface, UnInitalizeGivesEveryByteStringBack)
 }
 
 } // namespace
+
+extern "C" std::size_t __wrap_fread(void* data, std::size_t size, std::size_t count, std::FILE* file)
+{
+    const bool broken =
+        !unreadableFile.empty() && fs::equivalent("/proc/self/fd/" + std::to_string(fileno(file)), unreadableFile);
+    return broken ? 0 : __real_fread(data, size, count, file);
+}

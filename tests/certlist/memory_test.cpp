@@ -100,12 +100,14 @@ TEST_F(Memory, UnreadableCertificateIsRefusedSilentlyAndLogged)
 
 TEST_F(Memory, KeyManagementPairsAreNeverServed)
 {
+    ASSERT_EQ(take(fake::certificate()), 0);
+    ASSERT_EQ(count(), 1);
     options.nKeyPairType = 2;
     setOptions();
     EXPECT_EQ(take(fake::certificate()), 1117);
     EXPECT_EQ(take(fake::certificate(), fake::key(), "km certificate", "km key"), 1117);
     EXPECT_EQ(lastLog(), "CLoadMemory::LoadCertList() - ERR_NOTEXISTKMCERT >>");
-    EXPECT_EQ(count(), 0);
+    EXPECT_EQ(count(), 0); // the entry of before is gone too
 }
 
 TEST_F(Memory, PartsThatDoNotFitLeaveTheEntryOfBefore)

@@ -6,6 +6,7 @@
 
 #include <sigildesk/crypto.h>
 
+#include <algorithm>
 #include <tuple>
 
 namespace fs = std::filesystem;
@@ -125,6 +126,22 @@ TEST_F(Transfer, ImportTriesTheOtherMode)
     EXPECT_EQ(import("file"), 1129);
     EXPECT_EQ(lastLog(), logRecord("CLoadDISK::GetPKCS12()", "ERR_IMPORTCERT", "PFXImportMultiPair2()", 77));
     EXPECT_EQ(doubles::liveByteStrings(), 0);
+}
+
+TEST_F(Transfer, KeysOfAnImportThatFailedAreWiped)
+{
+    doubles::answer("HVTK_PFX_ImportMultiPair2", [](const doubles::Call& call) {
+        doubles::fill(call.pointer<BINSTR>(4), "secret");
+        return 77;
+    });
+    std::vector<std::string> released;
+    doubles::answer("HVTK_BINSTR_Delete", [&](const doubles::Call& call) {
+        released.push_back(doubles::contents(call.pointer<BINSTR>(0)));
+        return doubles::release(call.pointer<BINSTR>(0));
+    });
+    EXPECT_EQ(import("file"), 1129);
+    EXPECT_EQ(std::count(released.begin(), released.end(), std::string(6, '\0')), 2); // of both attempts
+    EXPECT_EQ(std::count(released.begin(), released.end(), "secret"), 0);
 }
 
 TEST_F(Transfer, ImportOfAFileWithoutPairs)
@@ -406,6 +423,18 @@ TEST_F(Transfer, DeleteRemovesTheFilesAndKeepsTheFolder)
     EXPECT_EQ(deletions.size(), 2u);
 }
 
+TEST_F(Transfer, DeleteOfAnEntryWithoutAKeyManagementPairMakesTwoCalls)
+{
+    addNpki("c", {{"subject", "cn=c"}}, "TradeSign");
+    ASSERT_EQ(load(), 0);
+    doubles::forgetCalls();
+    ASSERT_EQ(CLP_DeleteCert(clp, 2, nullptr, Text(goodPassword)), 0);
+    std::vector<std::string> symbols;
+    for (const doubles::Call& call : doubles::calls())
+        symbols.push_back(call.symbol);
+    EXPECT_EQ(symbols, (std::vector<std::string>{"HVTK_MEDIA_DISK_DeletePriKey", "HVTK_MEDIA_DISK_DeleteCert"}));
+}
+
 TEST_F(Transfer, DeleteOnMedia)
 {
     const std::pair<int, int> media[] = {{0, 1001}, {6, 1001}, {7, 1005}, {8, 1001}};
@@ -519,6 +548,34 @@ TEST_F(LoaderFiles, ReadCertNKeyFromPath)
     EXPECT_EQ(lastLog(), "CLoadDISK::ReadCertNKeyFromPath() - ERR_READCERTNKEY >> (Msg : Cert&Key data is null)");
     EXPECT_EQ(read("c", "missing"), 1123);
     EXPECT_EQ(read("missing", "k"), 1123);
+}
+
+/** The GPKI library is told the kind of key and certificate, which the maker's toolkit is not. */
+TEST_F(LoaderFiles, DeleteTakesTheKeyThenTheCertificateOfEachPair)
+{
+    HV_Finish(toolkit);
+    toolkit = nullptr;
+    ASSERT_EQ(HV_Initalize(&toolkit, 1, Text(library.string())), 0);
+    loader.bind(1, toolkit, logFile.c_str());
+    doubles::answer("GPKI_STORAGE_ReadFile", doubles::fills(1, "bytes"));
+    doubles::answer("GPKI_CERT_GetValidity", doubles::writesText("2024-01-01 00:00:00 ~ 2030-01-01 00:00:00"));
+    addKm(addNpki("c", {}, "KICA"));
+    ASSERT_EQ(loader.LoadCertList(), 0);
+
+    std::vector<std::string> deletions;
+    const auto deletes = [&](const char* what, std::size_t kind) {
+        return [&deletions, what, kind](const doubles::Call& call) {
+            deletions.push_back(std::string(what) + std::to_string(call.integer(kind)) + " " +
+                fs::path(call.pointer<char>(1)).filename().string());
+            return 0;
+        };
+    };
+    doubles::answer("GPKI_STORAGE_DeletePriKey", deletes("key ", 3));
+    doubles::answer("GPKI_STORAGE_DeleteCert", deletes("certificate ", 2));
+    EXPECT_EQ(loader.DeleteCertNKey(1, Text(goodPassword)), 0);
+    EXPECT_EQ(deletions,
+        (std::vector<std::string>{
+            "key 1 signPri.key", "certificate 1 signCert.der", "key 2 kmPri.key", "certificate 2 kmCert.der"}));
 }
 
 TEST_F(LoaderFiles, IndicesOutsideTheList)
