@@ -41,8 +41,8 @@ int CertificateLoader::SetPolicyIDS()
 
 int CertificateLoader::readRandom(tagCERTINFO& entry, const char* where)
 {
-    SecretToolkitBytes key(m_hToolkit);
-    SecretToolkitBytes random(m_hToolkit);
+    ToolkitBytes key(m_hToolkit);
+    ToolkitBytes random(m_hToolkit);
     fill(key, value(entry, field::signKey));
     const int rc = VIDGetRandomFromPriKey(m_hToolkit, key.get(), random.get());
     if (rc == success && setBytes(entry, field::random, bytesOf(random)))

@@ -23,7 +23,7 @@ int CLoadDISK::WriteFile(const CBinary& data, char* szPath)
 {
     if (bytesOf(data).empty())
         return badArgument;
-    SecretToolkitBytes bytes(m_hToolkit, data.m_pData, data.m_nLength);
+    ToolkitBytes bytes(m_hToolkit, data.m_pData, data.m_nLength);
     return MediaDiskWriteFile(m_hToolkit, szPath, bytes.get());
 }
 
@@ -50,7 +50,7 @@ int CLoadDISK::writeLogged(const CBinary& data, char* path)
 
 int CLoadDISK::writeEncrypted(const CBinary& key, char* szPassword, int nAlg, char* path)
 {
-    SecretToolkitBytes plain(m_hToolkit, key.m_pData, key.m_nLength);
+    ToolkitBytes plain(m_hToolkit, key.m_pData, key.m_nLength);
     ToolkitBytes encrypted(m_hToolkit);
     const int rc = PriKeyEncrypt(m_hToolkit, nAlg, szPassword, plain.get(), encrypted.get());
     if (rc != success)

@@ -59,7 +59,7 @@ Refusal decryptRefusal(int toolkitCode)
 int CLoadDISK::decryptKey(tagCERTINFO& entry, const EntryField& stored, const EntryField& key, char* szPassword)
 {
     ToolkitBytes encrypted(m_hToolkit);
-    SecretToolkitBytes decrypted(m_hToolkit);
+    ToolkitBytes decrypted(m_hToolkit);
     fill(encrypted, value(entry, stored));
     const int rc = PriKeyDecrypt(m_hToolkit, szPassword, encrypted.get(), decrypted.get());
     if (rc != success)
@@ -73,16 +73,21 @@ int CLoadDISK::DecryptPriKey(int nIndex, char* szPassword, CBinary* pSignKey, CB
     if (!hasEntry(nIndex))
         return badArgument;
     ScratchEntry entry(this->entry(nIndex));
-    int rc = decryptKey(*entry, field::encSignKey, field::signKey, szPassword);
+    // A key that was decrypted before is not handed out again for a password that does not open it.
+    const auto decrypt = [&](const EntryField& stored, const EntryField& key, CBinary* out) {
+        const int rc = decryptKey(*entry, stored, key, szPassword);
+        if (rc == success)
+            assign(*out, value(*entry, key));
+        return rc;
+    };
+    int rc = decrypt(field::encSignKey, field::signKey, pSignKey);
     if (rc == success && entry->nEncKmPriKeyLen >= 1)
-        rc = decryptKey(*entry, field::encKmKey, field::kmKey, szPassword);
+        rc = decrypt(field::encKmKey, field::kmKey, pKmKey);
     if (rc != success) {
         const Refusal refusal = decryptRefusal(rc);
         rc = m_log.failed("CLoadDISK::DecryptPriKey()", refusal.errorName, "PriKeyDecrypt()", rc, refusal.result);
     }
     CopyCertInfo(nIndex, &*entry); // also what was decrypted before a failure
-    assign(*pSignKey, value(*entry, field::signKey));
-    assign(*pKmKey, value(*entry, field::kmKey));
     return rc;
 }
 
@@ -123,7 +128,7 @@ int CLoadDISK::VerifyVID(int nIndex, char* szIdn, char* szPassword)
         return rc;
     ScratchEntry entry(this->entry(nIndex));
     ToolkitBytes certificate(m_hToolkit);
-    SecretToolkitBytes random(m_hToolkit);
+    ToolkitBytes random(m_hToolkit);
     fill(certificate, value(*entry, field::signCert));
     fill(random, value(*entry, field::random));
     rc = VIDVerify(m_hToolkit, certificate.get(), random.get(), szIdn);

@@ -50,7 +50,7 @@ struct CLoadDISK::PfxLists {
     {
     }
     ToolkitBytes certificates;
-    SecretToolkitBytes keys;
+    ToolkitBytes keys;
     ToolkitBytes extra;
     int count = 0;
 };
@@ -130,7 +130,7 @@ int CLoadDISK::takePair(PfxLists& lists, int index, CertNKey& out)
 int CLoadDISK::takeKeyOf(ToolkitBytes& certificate, PfxLists& lists, CBinary& certOut, CBinary& keyOut)
 {
     for (int j = 0; j < lists.count; ++j) {
-        SecretToolkitBytes key(m_hToolkit);
+        ToolkitBytes key(m_hToolkit);
         const int rc = UTILGetObject(m_hToolkit, lists.keys.get(), j, key.get());
         if (rc != success)
             return m_log.failed(getPkcs12, error::importCert, "UTILGetObject()", rc, rc);
@@ -161,7 +161,7 @@ int CLoadDISK::MakePKCS12(int nIndex, char* szPassword, CBinary& pfx)
 int CLoadDISK::exportOnePair(const tagCERTINFO& entry, char* szPassword, ToolkitBytes& out)
 {
     ToolkitBytes certificate(m_hToolkit);
-    SecretToolkitBytes key(m_hToolkit);
+    ToolkitBytes key(m_hToolkit);
     ToolkitBytes none(m_hToolkit);
     fill(certificate, value(entry, field::signCert));
     fill(key, value(entry, field::signKey));
@@ -174,9 +174,9 @@ int CLoadDISK::exportOnePair(const tagCERTINFO& entry, char* szPassword, Toolkit
 int CLoadDISK::exportTwoPairs(const tagCERTINFO& entry, char* szPassword, ToolkitBytes& out)
 {
     ToolkitBytes certificates(m_hToolkit);
-    SecretToolkitBytes keys(m_hToolkit);
+    ToolkitBytes keys(m_hToolkit);
     const auto add = [&](const EntryField& field, ToolkitBytes& list) {
-        SecretToolkitBytes object(m_hToolkit);
+        ToolkitBytes object(m_hToolkit);
         fill(object, value(entry, field));
         return UTILAddObject(m_hToolkit, object.get(), list.get());
     };

@@ -161,7 +161,7 @@ int CLoadExtra::CheckKeyPair(const CertNKey& pairs)
 int CLoadExtra::checkPair(const CBinary& certificate, const CBinary& key, const char* callee)
 {
     ToolkitBytes certificateRecord(m_hToolkit, certificate.m_pData, certificate.m_nLength);
-    SecretToolkitBytes keyRecord(m_hToolkit, key.m_pData, key.m_nLength);
+    ToolkitBytes keyRecord(m_hToolkit, key.m_pData, key.m_nLength);
     const int rc = PriKeyCheckKeyPair(m_hToolkit, certificateRecord.get(), keyRecord.get());
     // The record deliberately names another operation.
     return rc == success

@@ -5,7 +5,6 @@
 
 #include "certlist/bytes.h"
 #include "facade/toolkit_bytes.h"
-#include "foundation/secret.h"
 
 #include <sigildesk/crypto.h>
 
@@ -14,21 +13,6 @@
 #include <string_view>
 
 namespace sigil {
-
-/** A toolkit byte string that holds a key or a random value: wiped before the toolkit gets it back. */
-class SecretToolkitBytes : public ToolkitBytes {
-public:
-    using ToolkitBytes::ToolkitBytes;
-    ~SecretToolkitBytes() { wipeContents(); }
-    void clear()
-    {
-        wipeContents();
-        ToolkitBytes::clear();
-    }
-
-private:
-    void wipeContents() { wipe(data(), empty() ? 0 : static_cast<std::size_t>(size())); }
-};
 
 inline std::string_view bytesOf(const ToolkitBytes& bytes)
 {

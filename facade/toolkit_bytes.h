@@ -3,13 +3,15 @@
  */
 #pragma once
 
+#include "foundation/secret.h"
+
 #include <sigildesk/binary.h>
 #include <sigildesk/crypto/frame.h>
 
 namespace sigil {
 
 /** One byte string in toolkit memory. It is created on a façade handle and released on the same handle on every path;
- *  the handle must outlive it. */
+ *  the handle must outlive it. The bytes are wiped before they go back: many are keys. */
 class ToolkitBytes {
 public:
     /** An empty byte string, to receive an output. */
@@ -24,7 +26,7 @@ public:
     {
         set(data, length);
     }
-    ~ToolkitBytes() { HV_BINSTR_Delete(m_facade, &m_bytes); } // harmless when nothing was filled
+    ~ToolkitBytes() { release(); }
     ToolkitBytes(const ToolkitBytes&) = delete;
     ToolkitBytes& operator=(const ToolkitBytes&) = delete;
 
@@ -39,7 +41,7 @@ public:
     /** Gives the contents back to the toolkit, so that the record can receive another output. */
     void clear()
     {
-        HV_BINSTR_Delete(m_facade, &m_bytes);
+        release();
         m_bytes = BINSTR{};
         HV_BINSTR_Create(m_facade, &m_bytes);
     }
@@ -54,6 +56,12 @@ public:
     CBinary copy() const { return empty() ? CBinary() : CBinary(data(), size()); }
 
 private:
+    void release()
+    {
+        wipe(data(), empty() ? 0 : static_cast<std::size_t>(size()));
+        HV_BINSTR_Delete(m_facade, &m_bytes); // harmless when nothing was filled
+    }
+
     void* m_facade;
     BINSTR m_bytes{};
 };

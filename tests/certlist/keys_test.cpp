@@ -66,6 +66,22 @@ TEST_F(Keys, WrongPasswordStillHandsBackAnEmptyBuffer)
         "CLoadDISK::DecryptPriKey() - ERR_INVALIDPASSWORD >> PriKeyDecrypt() : 2004 (Msg : words of the toolkit)");
 }
 
+TEST_F(Keys, WrongPasswordAfterARightOneGivesNoKey)
+{
+    {
+        Buffer sign, km;
+        ASSERT_EQ(decrypt(1, goodPassword, sign, km), 0);
+    }
+    Buffer sign, km;
+    EXPECT_EQ(decrypt(1, "wrong", sign, km), 1113);
+    EXPECT_EQ(*sign.length(), 0);
+    EXPECT_FALSE(km.given());
+    const std::string file = (disk / "out.pfx").string();
+    EXPECT_EQ(CLP_ExportPFX(clp, 1, Text("wrong"), Text(file)), 1113);
+    EXPECT_EQ(CLP_CopySelCertToDISK(clp, 1, 1, 2, Text(disk.string()), Text("wrong")), 1113);
+    EXPECT_TRUE(doubles::callsOf("HVTK_MEDIA_DISK_WriteFile").empty());
+}
+
 TEST_F(Keys, DecryptMapsTheToolkitsCodes)
 {
     struct Row {
@@ -226,6 +242,17 @@ protected:
     void* toolkit = nullptr;
     CLoadDISK loader{1, library.c_str()};
 };
+
+TEST_F(LoaderKeys, KeysOfBeforeAreNotHandedOutForAWrongPassword)
+{
+    CBinary sign, km;
+    ASSERT_EQ(loader.DecryptPriKey(0, Text(goodPassword), &sign, &km), 0);
+    EXPECT_FALSE(sign.isEmpty());
+    CBinary none, nothing;
+    EXPECT_EQ(loader.DecryptPriKey(0, Text("wrong"), &none, &nothing), 1113);
+    EXPECT_TRUE(none.isEmpty());
+    EXPECT_TRUE(nothing.isEmpty());
+}
 
 TEST_F(LoaderKeys, IdentityCheckDecryptsWhatIsNotYetDecrypted)
 {
