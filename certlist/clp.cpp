@@ -226,14 +226,15 @@ int CLP_ExportPFX(void* hCLP, int nIndex, char* szPassword, char* szPfxPath)
 int CLP_VerifyCert(void* hCLP, char* pCert, int nCertLen, int nErrSize, char* szErr)
 {
     const bool valid = pCert && nCertLen >= 1 && szErr && nErrSize >= 1;
-    CBinary message;
-    const int rc =
-        call(hCLP, valid, [&](CCertListProcInterface& p) { return p.VerifyCert(pCert, nCertLen, &message); });
-    if (valid && rc != success) {
-        std::fill_n(szErr, nErrSize, '\0');
-        copyText(szErr, static_cast<std::size_t>(nErrSize), bytesOf(message));
-    }
-    return rc;
+    return call(hCLP, valid, [&](CCertListProcInterface& p) {
+        CBinary message;
+        const int rc = p.VerifyCert(pCert, nCertLen, &message);
+        if (rc != success) {
+            std::fill_n(szErr, nErrSize, '\0');
+            copyText(szErr, static_cast<std::size_t>(nErrSize), bytesOf(message));
+        }
+        return rc;
+    });
 }
 
 int CLP_CopySelCertToDISK(

@@ -97,10 +97,10 @@ void PackedEntry::store(const tagCERTINFO& entry)
     char* to = packed.data();
     for (std::size_t offset : numberOffsets)
         to = put(to, number(entry, offset));
-    for (std::uint16_t i = 0; i < values.size(); ++i) {
+    for (std::size_t i = 0; i < values.size(); ++i) {
         if (values[i].empty())
             continue;
-        to = put(to, PackedField{i, static_cast<std::uint16_t>(values[i].size())});
+        to = put(to, PackedField{static_cast<std::uint16_t>(i), static_cast<std::uint16_t>(values[i].size())});
         to = std::copy(values[i].begin(), values[i].end(), to);
     }
     m_bytes.swap(packed);

@@ -28,7 +28,7 @@ const char* IssuerTable::read(const char* path)
     char section[] = "Info_count";
     char key[] = "Issuer_Info";
     const int count = FileGetPrivateProfileInt(section, key, 0, const_cast<char*>(path));
-    std::vector<Row> rows;
+    m_rows.clear();
     for (int i = 1; i <= count; ++i) {
         const std::string issuer = "Issuer_Info" + std::to_string(i);
         Row row{lookup(issuer, "cn", path), lookup(issuer, "name", path)};
@@ -37,9 +37,8 @@ const char* IssuerTable::read(const char* path)
             return "read fail( Isser_info,cn info)";
         if (row.name.empty())
             return "read fail( Isser_info,name info)";
-        rows.push_back(std::move(row));
+        m_rows.push_back(std::move(row));
     }
-    m_rows.swap(rows);
     return nullptr;
 }
 

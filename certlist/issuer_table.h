@@ -16,7 +16,7 @@ namespace sigil {
  *  bytes each). A missing file counts as one without issuers. */
 class IssuerTable {
 public:
-    /** Reads the table from @p path.
+    /** Reads the table from @p path. The issuers before one that lacks a key are kept.
      *  @return null; or what is wrong with the file, in the words of the log, when an issuer lacks a key */
     const char* read(const char* path);
 

@@ -11,6 +11,7 @@
 #include <sys/stat.h>
 
 #include <memory>
+#include <new>
 
 using namespace sigil;
 
@@ -162,10 +163,15 @@ int CLoadDISK::LoadCertList()
         return noCertificate;
     ClearCertList();
     m_entries.resize(static_cast<std::size_t>(total));
-    int next = 0;
-    for (const FamilyOperations& family : familyOperations)
-        if (found[&family] > 0)
-            (this->*family.list)(false, next, &next);
+    try {
+        int next = 0;
+        for (const FamilyOperations& family : familyOperations)
+            if (found[&family] > 0)
+                (this->*family.list)(false, next, &next);
+    } catch (const std::bad_alloc&) { // half a list would show certificates without a name
+        ClearCertList();
+        throw;
+    }
     return success;
 }
 
@@ -216,11 +222,16 @@ int CLoadDISK::readSignPair(ToolkitBytes& certificate, tagCERTINFO& entry)
 {
     int rc = readFile(entry.szSignCertPath, field::signCert, certificate, entry);
     if (rc != success) // the shortened name is the one that readers of the log know
-        return m_log.failed(parsingCert, nullptr, "MediaDiskReadFil()", rc, certificateUnreadable);
+        return unreadable("MediaDiskReadFil()", rc);
     rc = readFile(entry.szSignPriKeyPath, field::encSignKey, entry);
-    if (rc != success)
-        return m_log.failed(parsingCert, nullptr, "MediaDiskReadFile()", rc, certificateUnreadable);
-    return success;
+    return rc == success ? success : unreadable("MediaDiskReadFile()", rc);
+}
+
+int CLoadDISK::unreadable(const char* callee, int rc)
+{
+    if (rc == certificateUnreadable) // our own refusal: the toolkit has no words on it
+        return m_log.refused(parsingCert, nullptr, callee, rc, nullptr);
+    return m_log.failed(parsingCert, nullptr, callee, rc, certificateUnreadable);
 }
 
 int CLoadDISK::readKmPair(tagCERTINFO& entry)

@@ -115,6 +115,7 @@ private:
     int readFile(char* path, const sigil::EntryField& field, sigil::ToolkitBytes& content, tagCERTINFO& entry);
     int readSignPair(sigil::ToolkitBytes& certificate, tagCERTINFO& entry);
     int readKmPair(tagCERTINFO& entry);
+    int unreadable(const char* callee, int rc);
 
     int decryptKey(
         tagCERTINFO& entry, const sigil::EntryField& stored, const sigil::EntryField& key, char* szPassword);

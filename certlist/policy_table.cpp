@@ -14,7 +14,7 @@ namespace sigil {
 namespace {
 
 struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
+    void operator()(std::FILE* file) const { static_cast<void>(std::fclose(file)); } // only read
 };
 using File = std::unique_ptr<std::FILE, CloseFile>;
 

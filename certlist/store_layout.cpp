@@ -25,10 +25,10 @@ constexpr const char* ppkiRemovableFolders[] = {"/Halvard/TALOCERT/TALO/", "/NPK
 // Kept so: PPKI has two unused places in its hard-disk list, and although its folders on a removable disk are known,
 // it has no place in the list there and is not searched. MPKI and PPKI paths carry a doubled "/".
 constexpr FamilyLayout layouts[] = {
-    {gpki, gpkiFolders, gpkiFolders, 2, 2, true, "", false},
-    {npki, npkiFolders, npkiFolders, 7, 7, false, "", true},
-    {mpki, mpkiFolders, mpkiFolders, 1, 1, false, "/", true},
-    {ppki, ppkiFolders, ppkiRemovableFolders, 4, 0, false, "/", false},
+    {gpkiFolders, gpkiFolders, "", gpki, 2, 2, true, false},
+    {npkiFolders, npkiFolders, "", npki, 7, 7, false, true},
+    {mpkiFolders, mpkiFolders, "/", mpki, 1, 1, false, true},
+    {ppkiFolders, ppkiRemovableFolders, "/", ppki, 4, 0, false, false},
 };
 
 constexpr std::string_view signCertMark = "_sig.cer";

@@ -14,13 +14,13 @@ namespace sigil {
 
 /** One PKI family. */
 struct FamilyLayout {
-    int code;
     std::span<const char* const> hardDiskFolders;  ///< below the home folder, searched in this order
     std::span<const char* const> removableFolders; ///< below the mount folder
+    const char* separator;                         ///< between the folder, which ends in "/", and what follows it
+    int code;                                      ///< of the family
     int hardDiskSlots;       ///< places in the folder list; more than folders: the rest is empty
     int removableSlots;      ///< 0: the family is not searched there
     bool filePerCertificate; ///< a "_sig.cer" file is a certificate; else a sub-folder is one
-    const char* separator;   ///< between the folder, which ends in "/", and what follows it
     bool probesKmCert;       ///< key-management paths are kept only where kmCert.der opens
 
     std::span<const char* const> folders(int medium) const;

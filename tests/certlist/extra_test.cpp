@@ -120,6 +120,18 @@ TEST_F(Extra, FailedVerificationHandsOutTheToolkitsWords)
     EXPECT_STREQ(message, "words"); // cut to the caller's buffer
 }
 
+TEST_F(Extra, TheTextsBufferIsClearedToItsSizeAndNoFurther)
+{
+    doubles::answer("HVTK_CERT_SetVerifyEnv1", 77);
+    start();
+    std::string buffer(64, 'x');
+    const std::string certificate = fake::certificate();
+    EXPECT_EQ(CLP_VerifyCert(clp, Text(certificate), int(certificate.size()), 32, buffer.data()), 1120);
+    EXPECT_EQ(buffer, std::string(32, '\0') + std::string(32, 'x'));
+    EXPECT_EQ(CLP_VerifyCert(nullptr, Text(certificate), int(certificate.size()), 64, buffer.data()), 1008);
+    EXPECT_EQ(buffer.back(), 'x');
+}
+
 TEST_F(Extra, OtherFailuresLeaveTheTextEmpty)
 {
     fake::directory["ldap://one:389/cn=KISA RootCA 4,o=KISA"] = "root certificate";

@@ -207,11 +207,16 @@ TEST(InterfaceWithoutHandle, LooksAtTheHandleBeforeTheArguments)
 
 TEST_F(Interface, RefusesBadArgumentsWithoutAToolkitCall)
 {
+    addNpki("a");
     start();
+    ASSERT_EQ(load(), 0);
     doubles::forgetCalls();
-    for (const Refusal& refusal : badArguments)
+    for (const Refusal& refusal : badArguments) {
         EXPECT_EQ(refusal.call(clp), refusal.code) << refusal.what;
-    EXPECT_TRUE(doubles::calls().empty());
+        EXPECT_TRUE(doubles::calls().empty()) << refusal.what; // with its right arguments each of them makes some
+        doubles::forgetCalls();
+    }
+    EXPECT_STREQ(some, "x"); // no refusal writes into it
     EXPECT_EQ(out, nullptr);
 }
 
@@ -406,6 +411,8 @@ TEST_F(Interface, IndexOutsideTheListIsRefused)
     addNpki("a");
     start();
     ASSERT_EQ(load(), 0);
+    ASSERT_STREQ(some, "x");
+    doubles::forgetCalls();
     EXPECT_EQ(CLP_GetCertInfo(clp, 1, &record), 1001);
     EXPECT_EQ(CLP_GetCertInfo(clp, -1, &record), 1001);
     EXPECT_EQ(CLP_DecryptPriKey(clp, 1, some, &out, &length, nullptr, nullptr), 1001);
@@ -415,6 +422,7 @@ TEST_F(Interface, IndexOutsideTheListIsRefused)
     EXPECT_EQ(CLP_ExportPFX(clp, 1, some, some), 1001);
     EXPECT_EQ(CLP_DeleteCert(clp, 1, nullptr, some), 1001);
     EXPECT_EQ(CLP_CopySelCertToDISK(clp, 1, 1, 1, some, some), 1001);
+    EXPECT_TRUE(doubles::calls().empty());
 }
 
 // A record that is not cleared keeps what the new entry does not have: hosts clear it themselves.
@@ -435,6 +443,22 @@ TEST_F(Interface, GetCertInfoLeavesFieldsThatTheEntryDoesNotHold)
     EXPECT_EQ(info.nKmCertLen, kmLength);
     EXPECT_STRNE(info.szKmCertPath, "");
     EXPECT_STREQ(info.szMediaText2, "host's own");
+}
+
+TEST_F(Interface, GetCertInfoCopiesTheNumbersAlways)
+{
+    addNpki("a");
+    start();
+    ASSERT_EQ(load(), 0);
+    tagCERTINFO info{};
+    info.nPKIType = info.nMediaType = info.nStatusFlag = info.nValidStatus = info.nRemainDays = info.nExpired = 9;
+    ASSERT_EQ(CLP_GetCertInfo(clp, 0, &info), 0);
+    EXPECT_EQ(info.nPKIType, 2);
+    EXPECT_EQ(info.nMediaType, 1);
+    EXPECT_EQ(info.nStatusFlag, 0);
+    EXPECT_EQ(info.nValidStatus, 3);
+    EXPECT_EQ(info.nRemainDays, 0);
+    EXPECT_EQ(info.nExpired, 0);
 }
 
 TEST_F(Interface, RemovableDrivesComeFromTheMountTable)

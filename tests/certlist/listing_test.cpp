@@ -120,10 +120,27 @@ TEST_F(Listing, PathsOfEveryFamily)
     EXPECT_EQ(entry(1)->szKmCertPath, base + "/NPKI/yessign/USER/n/kmCert.der");
     EXPECT_EQ(entry(1)->szKmPriKeyPath, base + "/NPKI/yessign/USER/n/kmPri.key");
     EXPECT_EQ(entry(2)->szSignCertPath, base + "/MPKI/USER//m/signCert.der"); // the doubled "/" is kept
+    EXPECT_EQ(entry(2)->szSignPriKeyPath, base + "/MPKI/USER//m/signPri.key");
     EXPECT_STREQ(entry(2)->szKmCertPath, "");
     EXPECT_EQ(entry(3)->szSignCertPath, base + "/Halvard/TALOCERT/TALO//p/signCert.der");
     EXPECT_EQ(entry(3)->szKmCertPath, base + "/Halvard/TALOCERT/TALO//p/kmCert.der"); // not probed
     EXPECT_EQ(entry(3)->szKmPriKeyPath, base + "/Halvard/TALOCERT/TALO//p/kmPri.key");
+    EXPECT_EQ(entry(3)->szSignPriKeyPath, base + "/Halvard/TALOCERT/TALO//p/signPri.key");
+    addKm(mpki);
+    ASSERT_EQ(load(), 0);
+    EXPECT_EQ(entry(2)->szKmCertPath, base + "/MPKI/USER//m/kmCert.der");
+    EXPECT_EQ(entry(2)->szKmPriKeyPath, base + "/MPKI/USER//m/kmPri.key");
+}
+
+TEST_F(Listing, GovernmentCertificatesOfARemovableDisk)
+{
+    const fs::path folder = disk / "GPKI/Certificate/class1";
+    writeFile(folder / "u_sig.cer", fake::certificate({{"subject", "cn=removable"}}));
+    writeFile(folder / "u_sig.key", fake::encrypted(fake::key(), goodPassword));
+    start();
+    ASSERT_EQ(load(2, disk.string()), 0);
+    EXPECT_EQ(subjects(), Names{"cn=removable"});
+    EXPECT_EQ(entry()->szSignCertPath, (folder / "u_sig.cer").string());
 }
 
 TEST_F(Listing, GovernmentNamesMayHoldTheMarkAnywhere)

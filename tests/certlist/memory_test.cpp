@@ -64,6 +64,11 @@ TEST_F(Memory, FamilyThatIsNotWantedIsRefusedSilently)
     EXPECT_EQ(take(fake::certificate()), 0);
     EXPECT_EQ(count(), 0);
     EXPECT_EQ(lastLog(), "CLoadDISK::ParsingCert() - not include Type >> Check DN pass : 1502");
+    // The family is looked at before the filters.
+    std::snprintf(options.szSubjectDN, sizeof options.szSubjectDN, "%s", "cn=other");
+    setOptions();
+    EXPECT_EQ(take(fake::certificate()), 0);
+    EXPECT_EQ(lastLog(), "CLoadDISK::ParsingCert() - not include Type >> Check DN pass : 1502");
 }
 
 TEST_F(Memory, Filters)

@@ -145,9 +145,8 @@ TEST_F(Parsing, FilesThatDoNotFitTheRecordAreUnreadable)
     ASSERT_EQ(load(), 0);
     EXPECT_EQ(entry()->nSignCertLen, 4096);
     writeFile(exact / "signCert.der", certificate + std::string(4097 - certificate.size(), '\n'));
-    EXPECT_EQ(result(),
-        std::make_pair(1115,
-            std::string("CLoadDISK::ParsingCert() >> MediaDiskReadFil() : 1122 (Msg : words of the toolkit)")));
+    // The toolkit was not asked for the file, so the record has none of its words.
+    EXPECT_EQ(result(), std::make_pair(1115, std::string("CLoadDISK::ParsingCert() >> MediaDiskReadFil() : 1122")));
     writeFile(exact / "signCert.der", certificate);
     writeFile(exact / "signPri.key", std::string(4097, 'k'));
     EXPECT_EQ(load(), 1115);
@@ -187,6 +186,27 @@ TEST_F(Parsing, KeyManagementPairIsReadWhenItIsThere)
     EXPECT_EQ(entry()->nEncKmPriKeyLen, 0);
 }
 
+TEST_F(Parsing, TheFirstFaultIsTheOneThatIsLogged)
+{
+    addNpki("a", {{"serial", "1"}, {"policyId", "1 2 3"}});
+    start();
+    std::snprintf(options.szSerialNum, sizeof options.szSerialNum, "%s", "2");
+    setOptions();
+    doubles::answer("HVTK_CERT_GetUID", 77);
+    EXPECT_EQ(result().second,
+        "CLoadDISK::ParsingCert() - ERR_PASS >> Check SerialNumber pass : 1502 (Msg : Check SerialNumber pass)");
+    std::snprintf(options.szSubjectDN, sizeof options.szSubjectDN, "%s", "cn=other");
+    setOptions();
+    EXPECT_EQ(result().second, "CLoadDISK::ParsingCert() - ERR_PASS >> DN Check pass : 1502 (Msg : DN Check pass)");
+    fake::install();
+    std::snprintf(options.szSubjectDN, sizeof options.szSubjectDN, "%s", "cn=Hong,ou=personal,o=yessign,c=KR");
+    std::snprintf(options.szSerialNum, sizeof options.szSerialNum, "%s", "1");
+    std::snprintf(options.szPolicyIDs, sizeof options.szPolicyIDs, "%s", "9 9|");
+    setOptions();
+    doubles::answer("HVTK_CERT_GetAuthKeyID", 77);
+    EXPECT_EQ(result().second, "CLoadDISK::ParsingCert() - ERR_PASS >> CheckPolicyID() check pass : 1502");
+}
+
 TEST_F(Parsing, PairsOfTypeTwoNeedAKeyManagementPair)
 {
     addNpki("alone", {{"subject", "cn=alone"}});
@@ -195,6 +215,8 @@ TEST_F(Parsing, PairsOfTypeTwoNeedAKeyManagementPair)
     addKm(broken);
     fs::remove(broken / "kmPri.key"); // its path was recorded, and reading it fails
     addGpki("g", {{"subject", "cn=government"}});
+    addGpki("k", {{"subject", "cn=key without its certificate"}});
+    writeFile(home / "GPKI/Certificate/class2/k_env.key", fake::encrypted("KEY(K1)", goodPassword));
     options.nKeyPairType = 2;
     start();
     ASSERT_EQ(load(), 0);

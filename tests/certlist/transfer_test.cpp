@@ -125,6 +125,11 @@ TEST_F(Transfer, ImportTriesTheOtherMode)
     doubles::answer("HVTK_PFX_ImportMultiPair2", 77);
     EXPECT_EQ(import("file"), 1129);
     EXPECT_EQ(lastLog(), logRecord("CLoadDISK::GetPKCS12()", "ERR_IMPORTCERT", "PFXImportMultiPair2()", 77));
+    // Only the first attempt tells a wrong password.
+    doubles::answer(
+        "HVTK_PFX_ImportMultiPair2", [](const doubles::Call& call) { return call.integer(0) == 16 ? 4505 : 77; });
+    EXPECT_EQ(import("file"), 1129);
+    EXPECT_EQ(lastLog(), logRecord("CLoadDISK::GetPKCS12()", "ERR_IMPORTCERT", "PFXImportMultiPair2()", 4505));
     EXPECT_EQ(doubles::liveByteStrings(), 0);
 }
 
@@ -169,6 +174,18 @@ TEST_F(Transfer, ImportSteps)
     }
 }
 
+TEST_F(Transfer, ImportStopsWhenTheKeysCannotBeCounted)
+{
+    int counted = 0;
+    doubles::answer("HVTK_UTIL_GetObjectCount", [&](const doubles::Call& call) {
+        *call.pointer<int>(1) = 1;
+        return ++counted == 2 ? 77 : 0;
+    });
+    EXPECT_EQ(import(fake::pfx("pfx", {signCert}, {signKey})), 1129);
+    EXPECT_EQ(lastLog(), logRecord("CLoadDISK::GetPKCS12()", "ERR_IMPORTCERT", "UTILGetObjectCount()", 77));
+    EXPECT_EQ(counted, 2);
+}
+
 TEST_F(Transfer, ImportStopsWhenAKeyCannotBeTaken)
 {
     int taken = 0;
@@ -187,6 +204,7 @@ TEST_F(Transfer, ExportOfOnePair)
     ASSERT_EQ(CLP_ExportPFX(clp, 0, Text(goodPassword), Text(path)), 0);
     const std::string expected = fake::certificate({{"subject", "cn=a,ou=unit,o=yessign,c=KR"}});
     EXPECT_EQ(readFile(path), fake::pfx(goodPassword, {expected}, {signKey}));
+    EXPECT_EQ(doubles::callsOf("HVTK_PFX_Export").at(0).integer(0), 0);
     EXPECT_EQ(import(readFile(path), goodPassword), 0);
     EXPECT_EQ(cert.text(), expected);
 }
@@ -201,6 +219,7 @@ TEST_F(Transfer, ExportOfTwoPairsToALongPath)
     ASSERT_EQ(CLP_ExportPFX(clp, 1, Text(goodPassword), Text(path)), 0);
     const std::string expected = fake::certificate({{"subject", "cn=b,ou=unit,o=SignKorea,c=KR"}});
     EXPECT_EQ(readFile(path), fake::pfx(goodPassword, {expected, kmCert}, {signKey, kmKey}));
+    EXPECT_EQ(doubles::callsOf("HVTK_PFX_ExportMultiPair").at(0).integer(0), 0);
     EXPECT_EQ(doubles::liveByteStrings(), 0);
 }
 
@@ -343,6 +362,15 @@ TEST_F(Transfer, CopyEncryptsWithTheAlgorithmOfTheCertificate)
     ASSERT_EQ(stage(fake::certificate({{"policyId", "1 2 410 100001 2 1"}}), signKey), 0);
     ASSERT_EQ(copyStaged(), 0);
     EXPECT_EQ(doubles::callsOf("HVTK_PRIKEY_Encrypt").at(0).integer(0), 64);
+    // The signing certificate decides for both keys.
+    doubles::forgetCalls();
+    ASSERT_EQ(stage(fake::certificate({{"policyId", "1 2 410 100001 2 1"}}), signKey, kmCert, kmKey), 0);
+    ASSERT_EQ(copyStaged(), 0);
+    EXPECT_EQ(doubles::callsOf("HVTK_PRIKEY_Encrypt").at(1).integer(0), 64);
+    doubles::forgetCalls();
+    ASSERT_EQ(stage(kmCert, kmKey), 0);
+    ASSERT_EQ(copyStaged(), 0);
+    EXPECT_NE(doubles::callsOf("HVTK_PRIKEY_Encrypt").at(0).integer(0), 64);
 }
 
 TEST_F(Transfer, CopySources)
@@ -364,6 +392,19 @@ TEST_F(Transfer, CopyOfASelectedEntryChangesTheMedium)
     ASSERT_EQ(CLP_SetMediaType(clp, 6, nullptr, 0), 0);
     ASSERT_EQ(CLP_CopySelCertToDISK(clp, 1, 0, 2, Text(disk.string()), Text(goodPassword)), 0);
     EXPECT_EQ(count(), 2); // of the disk
+    ASSERT_EQ(CLP_CopySelCertToDISK(clp, 6, 0, 2, Text(disk.string()), Text(goodPassword)), 1001);
+    EXPECT_EQ(count(), 0); // also when it fails
+}
+
+TEST_F(Transfer, OtherCopiesLeaveTheMedium)
+{
+    ASSERT_EQ(CLP_SetMediaType(clp, 6, nullptr, 0), 0);
+    EXPECT_EQ(CLP_CopySelCertToDISK(clp, 4, 0, 2, Text(disk.string()), Text(goodPassword)), 1005);
+    EXPECT_EQ(CLP_CopySelCertToDISK(clp, 1, 0, 2, Text(disk.string()), Text("")), 1001);
+    EXPECT_EQ(count(), 0);
+    ASSERT_EQ(stage(signCert, signKey), 0);
+    ASSERT_EQ(copyStaged(), 0);
+    EXPECT_EQ(count(), 0);
 }
 
 TEST_F(Transfer, StagedKeyManagementPairStaysUntilItIsReplaced)
@@ -435,6 +476,20 @@ TEST_F(Transfer, DeleteOfAnEntryWithoutAKeyManagementPairMakesTwoCalls)
     EXPECT_EQ(symbols, (std::vector<std::string>{"HVTK_MEDIA_DISK_DeletePriKey", "HVTK_MEDIA_DISK_DeleteCert"}));
 }
 
+/** The paths of the key-management files are always named, so their absence is noticed late. */
+TEST_F(Transfer, DeleteOfAGovernmentCertificateWithoutAKeyManagementPairFailsHalfWay)
+{
+    const fs::path folder = home / "GPKI/Certificate/class2";
+    addGpki("g1");
+    addGpki("g2");
+    ASSERT_EQ(load(), 0);
+    const fs::path certificate = entry(1)->szSignCertPath;
+    ASSERT_EQ(certificate.parent_path(), folder);
+    EXPECT_EQ(CLP_DeleteCert(clp, 1, nullptr, Text(goodPassword)), 1125);
+    EXPECT_FALSE(fs::exists(certificate));
+    EXPECT_FALSE(fs::exists(fs::path(certificate).replace_extension(".key")));
+}
+
 TEST_F(Transfer, DeleteOnMedia)
 {
     const std::pair<int, int> media[] = {{0, 1001}, {6, 1001}, {7, 1005}, {8, 1001}};
@@ -477,6 +532,21 @@ TEST_F(Transfer, DeleteRemovesAnEmptyHomeFolder)
     addKm(second);
     ASSERT_EQ(CLP_DeleteCert(clp, 1, nullptr, Text(goodPassword)), 0);
     EXPECT_FALSE(fs::exists(empty));
+}
+
+TEST_F(Transfer, DeleteOfTheOtherFamiliesLeavesTheHomeFolder)
+{
+    static std::string empty;
+    empty = (disk / "empty home").string();
+    fs::create_directory(empty);
+    addPair(home / "MPKI/USER/m", {{"subject", "cn=mpki"}});
+    options.nPKITypes = 2 + 4;
+    setOptions();
+    ASSERT_EQ(load(), 0);
+    ASSERT_STREQ(entry(2)->szSubjectDN, "cn=mpki");
+    sigil::environment().homeFolder = [] { return empty; };
+    ASSERT_EQ(CLP_DeleteCert(clp, 2, nullptr, Text(goodPassword)), 0);
+    EXPECT_TRUE(fs::exists(empty));
 }
 
 /** Operations of the disk loader that no function of the boundary calls with all of their arguments. */
