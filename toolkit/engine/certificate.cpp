@@ -84,7 +84,7 @@ std::time_t Certificate::notAfter() const
 
 int Certificate::remainingDays(std::time_t now) const
 {
-    constexpr std::time_t day = 24 * 60 * 60;
+    constexpr std::time_t day = 24L * 60 * 60;
     const std::time_t seconds = notAfter() - now;
     return static_cast<int>(seconds >= 0 ? seconds / day : -((-seconds + day - 1) / day));
 }

@@ -251,7 +251,7 @@ std::optional<Bytes> identifyDataOf(const Certificate& certificate)
 {
     const auto names = extension<GENERAL_NAMES, GENERAL_NAMES_free>(certificate, NID_subject_alt_name);
     for (int i = 0; names && i < sk_GENERAL_NAME_num(names.get()); ++i) {
-        const auto data = identifyData(sk_GENERAL_NAME_value(names.get(), i));
+        auto data = identifyData(sk_GENERAL_NAME_value(names.get(), i));
         if (data)
             return data;
     }

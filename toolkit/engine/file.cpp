@@ -57,7 +57,7 @@ private:
 
 void readAll(const OpenFile& file, const std::function<void(View)>& take)
 {
-    Secret piece(64U * 1024);
+    Secret piece(64UL * 1024);
     while (const std::size_t count = file.read(piece))
         take(View(piece).first(count));
 }

@@ -11,7 +11,7 @@
 namespace toolkit {
 
 /** Largest file that is read into memory. */
-constexpr std::size_t maximumFileSize = 64U * 1024 * 1024;
+constexpr std::size_t maximumFileSize = 64UL * 1024 * 1024;
 
 /** A regular file, whole. Throws SIGIL_TK_FILE_NOT_FOUND, and SIGIL_TK_FILE_READ for anything but a readable regular file
  *  of at most maximumFileSize bytes. Never waits for a pipe or a device. */

@@ -5,6 +5,8 @@
 #include "toolkit/engine/oid.h"
 #include "toolkit/engine/text.h"
 
+#include <algorithm>
+
 namespace toolkit {
 namespace {
 
@@ -58,6 +60,7 @@ std::string generalName(const GENERAL_NAME* name)
 std::vector<std::string> generalNames(const GENERAL_NAMES* names)
 {
     std::vector<std::string> texts;
+    texts.reserve(static_cast<std::size_t>(std::max(sk_GENERAL_NAME_num(names), 0)));
     for (int i = 0; i < sk_GENERAL_NAME_num(names); ++i)
         texts.push_back(generalName(sk_GENERAL_NAME_value(names, i)));
     return texts;

@@ -12,6 +12,7 @@ std::optional<Secret> converted(const char* to, const char* from, std::string_vi
 {
     constexpr std::size_t longestCharacter = 4;
     const iconv_t converter = iconv_open(to, from);
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): how iconv_open says that it failed
     if (converter == reinterpret_cast<iconv_t>(-1))
         return {};
     Secret input = toSecret(view(text));

@@ -33,6 +33,7 @@ public:
     Converter(const Converter&) = delete;
     Converter& operator=(const Converter&) = delete;
 
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): how iconv_open says that it failed
     bool valid() const { return m_descriptor != reinterpret_cast<iconv_t>(-1); }
 
     /** Appends what can be converted of @p text to @p out; returns the number of bytes taken. */
@@ -248,8 +249,8 @@ std::string timeText(std::time_t time)
         gmtime_r(&wall, &local);
     }
     std::array<char, 32> text{};
-    std::strftime(text.data(), text.size(), "%Y-%m-%d %H:%M:%S", &local);
-    return text.data();
+    const std::size_t length = std::strftime(text.data(), text.size(), "%Y-%m-%d %H:%M:%S", &local);
+    return {text.data(), length};
 }
 
 std::optional<std::time_t> timeFromText(std::string_view text)

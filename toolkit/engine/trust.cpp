@@ -231,6 +231,7 @@ private:
     {
         const STACK_OF(X509)* const found = X509_STORE_CTX_get0_chain(m_context.get());
         std::vector<Certificate> path;
+        path.reserve(static_cast<std::size_t>(std::max(sk_X509_num(found), 0)));
         for (int i = 0; i < sk_X509_num(found); ++i)
             path.emplace_back(library, encode<Bytes>(sk_X509_value(found, i), i2d_X509));
         return path;
@@ -283,6 +284,7 @@ std::vector<Bytes> verifyCertificate(
             library, certificate, revocationFlags(revocation), crls, request, time, store.toleratesMissingCrl);
     }
     std::vector<Bytes> ders;
+    ders.reserve(path.size());
     for (const Certificate& part : path)
         ders.push_back(part.der());
     return ders;

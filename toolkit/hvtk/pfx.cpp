@@ -84,8 +84,10 @@ TOOLKIT_FUNCTION HVTK_PFX_ExportMultiPair(void* context, std::intptr_t optionOrP
     if (optionOrPassword >= 0 && optionOrPassword < lowestAddress)
         return exportPairs(context, static_cast<int>(optionOrPassword),
             static_cast<const char*>(passwordOrCertificates), third, fourth, nullptr, out);
-    return exportPairs(context, SIGIL_TK_PFX_3DES, reinterpret_cast<const char*>(optionOrPassword),
-        static_cast<BINSTR*>(passwordOrCertificates), third, fourth, out);
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): a pointer that came as a number
+    const char* password = reinterpret_cast<const char*>(optionOrPassword);
+    return exportPairs(
+        context, SIGIL_TK_PFX_3DES, password, static_cast<BINSTR*>(passwordOrCertificates), third, fourth, out);
 }
 
 TOOLKIT_FUNCTION HVTK_PFX_ImportMultiPair(

@@ -8,7 +8,7 @@
 
 namespace sample {
 
-inline constexpr std::time_t oneDay = 24 * 60 * 60;
+inline constexpr std::time_t oneDay = 24L * 60 * 60;
 
 /** True for an existing day written YYYY-MM-DD, from 1970 to 2037. */
 bool isDay(const std::string& text);

@@ -32,9 +32,9 @@ enum class Holder { Person, Company, Server };
 
 struct Kind {
     Family family;
+    Holder holder;
     std::string_view folder; ///< below the target, without a closing "/"
     const Authority* authority;
-    Holder holder;
     std::string_view subject; ///< name with {name}, {latin} and {0…}: as many digits as there are zeros
     std::array<std::string_view, 2> policies; ///< of the signing certificate; the second is mostly empty
     std::string_view kmPolicy;                ///< of the key-management certificate; empty: as the signing one

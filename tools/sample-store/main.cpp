@@ -14,7 +14,9 @@
 #include <iostream>
 #include <sys/stat.h>
 
-int main(int argc, char** argv)
+namespace {
+
+int run(int argc, char** argv)
 {
     sample::Options options;
     options.now = sample::startOfDay(std::time(nullptr));
@@ -30,14 +32,21 @@ int main(int argc, char** argv)
     CLI11_PARSE(app, argc, argv);
 
     umask(S_IRWXG | S_IRWXO);
+    const auto plan = sample::planStore(options);
+    if (!options.dryRun) {
+        sample::makeFolders(options.target, plan, options.pfx);
+        sample::Store(options, plan).write();
+    }
+    sample::printReport(std::cout, options, plan);
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
     try {
-        const auto plan = sample::planStore(options);
-        if (!options.dryRun) {
-            sample::makeFolders(options.target, plan, options.pfx);
-            sample::Store(options, plan).write();
-        }
-        sample::printReport(std::cout, options, plan);
-        return 0;
+        return run(argc, argv);
     } catch (const std::exception& failure) {
         std::cerr << "sample-store: " << failure.what() << "\n";
         return 1;

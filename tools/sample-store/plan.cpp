@@ -71,16 +71,19 @@ void inventHolder(PlannedCertificate& planned, Random& random)
  *  a branch number tells them apart. */
 void inventUniqueHolder(PlannedCertificate& planned, Random& random, std::set<std::string>& taken)
 {
-    const std::string folder(planned.kind->folder);
+    const auto pathOf = [&](const std::string& name) {
+        std::string path(planned.kind->folder);
+        return path.append("/").append(name);
+    };
     constexpr int attempts = 20;
     for (int attempt = 0; attempt < attempts; ++attempt) {
         inventHolder(planned, random);
-        if (taken.insert(folder + "/" + planned.subject.text()).second)
+        if (taken.insert(pathOf(planned.subject.text())).second)
             return;
     }
     const std::string subject = planned.subject.text();
     std::string numbered;
-    for (int branch = 2; numbered.empty() || !taken.insert(folder + "/" + numbered).second; ++branch)
+    for (int branch = 2; numbered.empty() || !taken.insert(pathOf(numbered)).second; ++branch)
         numbered = std::string(subject).insert(subject.find(','), " " + std::to_string(branch));
     planned.subject = DistinguishedName(numbered);
 }
@@ -106,7 +109,7 @@ void planValidity(PlannedCertificate& planned, std::time_t today, Random& random
                                                    : random.between(-300, -2);
     // yessign's certificates run from midnight to midnight in Korea, the others from any second.
     const bool korean = planned.subject.text().find("o=yessign") != std::string::npos;
-    const std::time_t second = korean ? 15 * 60 * 60 : static_cast<std::time_t>(random.below(oneDay));
+    const std::time_t second = korean ? 15L * 60 * 60 : static_cast<std::time_t>(random.below(oneDay));
     planned.notAfter = today + left * oneDay + second - (korean ? 1 : 0);
     planned.notBefore = today + (left - days) * oneDay + second;
 }

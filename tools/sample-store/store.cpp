@@ -89,7 +89,7 @@ std::string fileNameOf(const Authority& authority)
 std::string writeIssuer(const std::filesystem::path& folder, const std::string& name, const X509* certificate)
 {
     const Bytes der = derOf(certificate);
-    const std::string pem = toolkit::pemEncode(SIGIL_TK_PEM_CERTIFICATE, der);
+    std::string pem = toolkit::pemEncode(SIGIL_TK_PEM_CERTIFICATE, der);
     writeNewFile(folder / (name + ".der"), der);
     writeNewFile(folder / (name + ".pem"), toolkit::view(pem));
     return pem;

@@ -4,6 +4,7 @@
 #include <sigildesk/certlist.h>
 
 #include <cstdio>
+#include <iostream>
 #include <memory>
 
 namespace host {
@@ -56,7 +57,7 @@ int listCertificates(const Setting& setting, int pkiTypes)
         return 0;
     }
     if (status != 0) {
-        std::fprintf(stderr, "The list could not be loaded (code %d).\n", status);
+        std::cerr << "The list could not be loaded (code " << status << ").\n";
         return 2;
     }
     const int count = CLP_GetCertCount(processor.handle());

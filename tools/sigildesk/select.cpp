@@ -9,7 +9,9 @@
 
 #include <cstdio>
 #include <cstring>
+#include <iostream>
 #include <memory>
+#include <stdexcept>
 
 namespace host {
 
@@ -39,7 +41,9 @@ int openDialog(const Setting& setting, Selection& chosen)
     const QApplication application(argc, argv);
 
     tagINITOPT init{};
-    std::snprintf(init.szLibraryFolder, sizeof init.szLibraryFolder, "%s", setting.folder.c_str());
+    if (setting.folder.size() >= sizeof init.szLibraryFolder)
+        throw std::runtime_error("the library folder's path is longer than 259 bytes");
+    setting.folder.copy(init.szLibraryFolder, sizeof init.szLibraryFolder - 1);
     init.nLanguage = setting.language;
     const auto load = std::make_unique<tagLOADSELECTCERTOPTION>();
     load->nPKITypes = 15;
@@ -84,7 +88,7 @@ int sign(
             writeFile(signatureFile, signature.view());
     }
     if (status != 0)
-        std::fprintf(stderr, "The text could not be signed (code %d): %s\n", status, crypto.errorText().c_str());
+        std::cerr << "The text could not be signed (code " << status << "): " << crypto.errorText() << "\n";
     return status == 0 ? 0 : 2;
 }
 
@@ -100,7 +104,7 @@ int selectCertificate(const Setting& setting, const std::string& textFile, const
         return 1;
     }
     if (status != 0) {
-        std::fprintf(stderr, "The dialog could not be opened (code %d).\n", status);
+        std::cerr << "The dialog could not be opened (code " << status << ").\n";
         return 2;
     }
     print(chosen);

@@ -4,7 +4,7 @@
 #include <sigildesk/crypto.h>
 
 #include <array>
-#include <cstdio>
+#include <iostream>
 
 namespace host {
 
@@ -54,12 +54,12 @@ int showCertificate(const Setting& setting, int toolkitType, const std::string& 
     const std::string certificate = readFile(file);
     const Crypto crypto(setting, toolkitType);
     if (crypto.status() != 0) {
-        std::fprintf(stderr, "The toolkit could not be opened (code %d).\n", crypto.status());
+        std::cerr << "The toolkit could not be opened (code " << crypto.status() << ").\n";
         return 2;
     }
     Bytes bytes(crypto, certificate);
     if (const int status = CertLoad(crypto.handle(), bytes.get()); status != 0) {
-        std::fprintf(stderr, "Not a certificate (code %d): %s\n", status, crypto.errorText().c_str());
+        std::cerr << "Not a certificate (code " << status << "): " << crypto.errorText() << "\n";
         return 2;
     }
     printFields(crypto);
