@@ -84,6 +84,15 @@ enum SigilToolkitCode {
     SIGIL_TK_OCSP_NO_ANSWER = 3705, /**< the response is not about the certificate */
     SIGIL_TK_OCSP_UNKNOWN = 3706,   /**< the responder does not know the certificate */
 
+    /* Validation of a certificate by a server (RFC 5055). */
+    SIGIL_TK_IVS_MALFORMED = 3800, /**< the answer is not an SCVP response */
+    SIGIL_TK_IVS_REFUSED = 3801,   /**< the server answers an error: too busy, request not understood, ... */
+    SIGIL_TK_IVS_SIGNER = 3802, /**< the response is not signed with the given certificate, or that has expired */
+    SIGIL_TK_IVS_OTHER_REQUEST = 3803, /**< the response does not repeat the nonce and the hash of the request */
+    SIGIL_TK_IVS_STALE = 3804,         /**< the response was not made just now */
+    SIGIL_TK_IVS_NO_ANSWER = 3805,     /**< the response is not about the certificate, or not about its validity */
+    SIGIL_TK_IVS_INVALID = 3806,       /**< the server says that the certificate is not valid; why is in the text */
+
     /* PKCS#12. */
     SIGIL_TK_PFX_MALFORMED = 4500,      /**< not a PKCS#12 file, or parameters out of bounds (also in their sum) */
     SIGIL_TK_PFX_UNSUPPORTED = 4501,    /**< protected with an algorithm that the toolkit does not have */

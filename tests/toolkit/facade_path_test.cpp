@@ -41,7 +41,7 @@ const Workshop& workshop()
         for (const Family& family : families)
             made.certificate(family.name, family.subject,
                 std::string("keyUsage=digitalSignature\nsubjectKeyIdentifier=hash\ncertificatePolicies=") +
-                    family.policy,
+                    family.policy + identityExtension,
                 "root");
         return true;
     }();
@@ -230,6 +230,33 @@ TEST_P(FacadePath, AResponderTellsTheStateOnType1)
     EXPECT_EQ(check(key.get()), type() == 1 ? 0 : 1003);
     EXPECT_EQ(status, type() == 1 ? SIGIL_TK_STATUS_REVOKED : -1);
     EXPECT_THAT(date.data(), type() == 1 ? testing::StartsWith("2026-01-0") : testing::StartsWith(""));
+}
+
+TEST_P(FacadePath, AServerValidatesCertificateAndIdentity)
+{
+    const Server validator = Server::validator(workshop(), "root", "root");
+    workshop().write("ivs.conf", "[IVS]\nURL = http://127.0.0.1:" + std::to_string(validator.port()) + "/\n");
+    const std::string conf = workshop().path("ivs.conf");
+    Bytes certificate(facade, file(".crt"));
+    Bytes server(facade, workshop().read("root.crt"));
+    Bytes random(facade, fromHex("a0a1a2a3a4a5a6a7a8a9aaabacadaeafb0b1b2b3"));
+    const auto verify = [&](const std::string& path) {
+        return CertVerifyByIVS(facade.get(), text(path), certificate.get(), server.get());
+    };
+    const auto verifyIdentity = [&](const std::string& number) {
+        return VIDVerifyByIVS(
+            facade.get(), text(conf), certificate.get(), random.get(), text(number), server.get());
+    };
+    EXPECT_EQ(verify(conf), 0);
+    EXPECT_EQ(verify(conf + ".none"), SIGIL_TK_FILE_NOT_FOUND);
+    EXPECT_EQ(verifyIdentity("0000001111111"), 0);
+    EXPECT_EQ(verifyIdentity("0000001111112"), SIGIL_TK_VID_MISMATCH);
+    workshop().write("lies", R"({"check": 1})");
+    EXPECT_EQ(verify(conf), SIGIL_TK_IVS_INVALID);
+    std::array<char, 2048> error{};
+    EXPECT_EQ(HV_GetErrInfo2(facade.get(), 2048, error.data()), 0);
+    EXPECT_STREQ(error.data(), "The validation server does not accept the certificate: check status 1");
+    EXPECT_EQ(verifyIdentity("0000001111111"), SIGIL_TK_IVS_INVALID);
 }
 
 TEST_P(FacadePath, FamiliesThatTheOpenToolkitLacksAnswer1003)

@@ -115,6 +115,14 @@ Server Server::responder(
     return {workshop, {"sh", "-c", command}, port, "waiting for OCSP client connections"};
 }
 
+Server Server::validator(const Workshop& workshop, const std::string& authority, const std::string& signer)
+{
+    workshop.write("lies", "");
+    const std::string script = std::filesystem::path(SIGILDESK_TEST_DATA).parent_path() / "validator.py";
+    const int port = freePort();
+    return {workshop, {"python3", script, std::to_string(port), authority, signer}, port};
+}
+
 Server Server::answering(const Workshop& workshop, const std::string& answer, int status)
 {
     workshop.write("answer", answer);

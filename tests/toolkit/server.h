@@ -22,6 +22,9 @@ public:
      *  @param options more of the command's options */
     static Server responder(
         const Workshop& workshop, const std::string& issuer, const std::string& signer, const std::string& options);
+    /** A validation server (validator.py) that trusts the certificate @p authority, signs as @p signer, tells the lies in
+     *  the file "lies" and leaves what it was asked in the file "request". */
+    static Server validator(const Workshop& workshop, const std::string& authority, const std::string& signer);
     /** Answers whatever is posted with @p status and @p answer, which may be replaced in the file "answer". */
     static Server answering(const Workshop& workshop, const std::string& answer, int status = 200);
 

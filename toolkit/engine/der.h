@@ -22,7 +22,10 @@ enum Tag : unsigned char {
     PrintableString = 0x13,
     Sequence = 0x30,
     Set = 0x31,
+    Implicit1OctetString = 0x81,
+    Implicit3Boolean = 0x83,
     Explicit0 = 0xA0,
+    Implicit0 = 0xA0, ///< in place of the tag of a SEQUENCE
 };
 
 /** One element of definite length. */

@@ -6,11 +6,17 @@
 
 #include "toolkit/engine/bytes.h"
 
+#include <ctime>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace toolkit {
+
+/** Largest answer to a question about a certificate. */
+constexpr std::size_t maximumAnswerSize = 256 * 1024;
+/** How far the clock of a server may be from ours, in seconds. */
+constexpr std::time_t clockTolerance = 300;
 
 /** Fetches an address.
  *

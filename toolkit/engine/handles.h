@@ -30,6 +30,7 @@ template <class T, auto Release>
 using Handle = std::unique_ptr<T, Releaser<Release>>;
 
 inline void releaseBuffer(void* buffer) { OPENSSL_free(buffer); }
+inline void releaseCertificates(STACK_OF(X509) * stack) { sk_X509_pop_free(stack, X509_free); }
 
 using X509Handle = Handle<X509, X509_free>;
 using CrlHandle = Handle<X509_CRL, X509_CRL_free>;
@@ -47,6 +48,7 @@ using MacContextHandle = Handle<EVP_MAC_CTX, EVP_MAC_CTX_free>;
 using BioHandle = Handle<BIO, BIO_free_all>;
 using ObjectHandle = Handle<ASN1_OBJECT, ASN1_OBJECT_free>;
 using NumberHandle = Handle<BIGNUM, BN_clear_free>;
+using CertificatesHandle = Handle<STACK_OF(X509), releaseCertificates>;
 using BufferHandle = Handle<unsigned char, releaseBuffer>;
 
 /** DER of an object, through its i2d function. Empty when OpenSSL cannot encode it. */

@@ -14,9 +14,6 @@ namespace toolkit {
 namespace {
 
 constexpr std::size_t nonceLength = 16;
-constexpr std::size_t maximumResponseSize = 256 * 1024;
-/** How far the responder's clock may be from ours, in seconds. */
-constexpr std::time_t clockTolerance = 300;
 
 using ResponseHandle = Handle<OCSP_RESPONSE, OCSP_RESPONSE_free>;
 using CertIdHandle = Handle<OCSP_CERTID, OCSP_CERTID_free>;
@@ -161,7 +158,7 @@ OcspAnswer ocspStatus(const Library& library, const TrustStore& store, const Cer
     const std::time_t time = store.time.value_or(std::time(nullptr));
     const OcspRequestHandle request = makeOcspRequest(library, certificate, *issuer, signer);
     const OcspResponse response(
-        post(url, "application/ocsp-request", encode<Bytes>(request.get(), i2d_OCSP_REQUEST), maximumResponseSize));
+        post(url, "application/ocsp-request", encode<Bytes>(request.get(), i2d_OCSP_REQUEST), maximumAnswerSize));
     response.requireSigner(library, *issuer, responder, time);
     response.requireNonce(request.get());
     return response.answer(library, certificate, *issuer, time);

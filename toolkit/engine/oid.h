@@ -1,5 +1,5 @@
 /** @file
- *  Object identifiers of Korean certificates and keys. OpenSSL's table of names is shared by the whole process, so the
+ *  Object identifiers of Korean certificates and keys, and of a few messages. OpenSSL's table of names is shared by the whole process, so the
  *  engine adds nothing to it and compares dotted texts.
  */
 #pragma once
@@ -20,6 +20,12 @@ constexpr const char* pbes2 = "1.2.840.113549.1.5.13";
 constexpr const char* pbkdf2 = "1.2.840.113549.1.5.12";
 constexpr const char* pkcs12Pbe = "1.2.840.113549.1.12.1.";
 constexpr const char* pbes1 = "1.2.840.113549.1.5.";
+constexpr const char* sha1 = "1.3.14.3.2.26";
+// RFC 5055
+constexpr const char* scvpRequest = "1.2.840.113549.1.9.16.1.10";
+constexpr const char* scvpResponse = "1.2.840.113549.1.9.16.1.11";
+constexpr const char* scvpStatusCheckedPath = "1.3.6.1.5.5.7.17.3"; ///< built, valid and nothing in it revoked
+constexpr const char* scvpDefaultPolicy = "1.3.6.1.5.5.7.19.1";
 } // namespace oid
 
 /** Dotted text of an object identifier. */

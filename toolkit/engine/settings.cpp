@@ -5,7 +5,19 @@
 
 #include <openssl/crypto.h>
 
+#include <algorithm>
+
 namespace toolkit {
+namespace {
+
+std::string_view trimmed(std::string_view text)
+{
+    constexpr std::string_view blanks = " \t\r";
+    const std::size_t begin = text.find_first_not_of(blanks);
+    return begin == text.npos ? std::string_view() : text.substr(begin, text.find_last_not_of(blanks) - begin + 1);
+}
+
+} // namespace
 
 std::string_view opensslVersion() { return OpenSSL_version(OPENSSL_VERSION); }
 
@@ -13,6 +25,22 @@ void requireConfFile(std::string_view path)
 {
     if (!path.empty())
         readFile(std::string(path));
+}
+
+std::string settingOf(std::string_view content, std::string_view section, std::string_view key)
+{
+    const std::string header = "[" + std::string(section) + "]";
+    bool isInside = false;
+    for (std::size_t end = 0; !content.empty(); content.remove_prefix(std::min(end + 1, content.size()))) {
+        end = std::min(content.find('\n'), content.size());
+        const std::string_view line = trimmed(content.substr(0, end));
+        if (line.starts_with('['))
+            isInside = line == header;
+        const std::size_t sign = line.find('=');
+        if (isInside && sign != line.npos && trimmed(line.substr(0, sign)) == key)
+            return std::string(trimmed(line.substr(sign + 1)));
+    }
+    return {};
 }
 
 void setHashAlgorithm(Context& context, int algorithm)

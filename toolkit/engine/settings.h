@@ -6,6 +6,7 @@
 #include "toolkit/engine/asymmetric.h"
 #include "toolkit/engine/context.h"
 
+#include <string>
 #include <string_view>
 
 namespace toolkit {
@@ -16,9 +17,13 @@ constexpr int versionCapacity = 64;
 /** "OpenSSL 3.0.2 15 Mar 2022". */
 std::string_view opensslVersion();
 
-/** The open toolkit has no settings file: a path is only checked to name a readable file, so that a mistyped one shows.
+/** A context has no settings file: a path is only checked to name a readable file, so that a mistyped one shows.
  *  An empty path is accepted. */
 void requireConfFile(std::string_view path);
+
+/** A value of a settings file: lines "key = value" below a line "[section]", blanks around each do not count, a line that
+ *  begins with "#" is a comment. Empty when it is not there. */
+std::string settingOf(std::string_view content, std::string_view section, std::string_view key);
 
 /** Throws SIGIL_TK_ALGORITHM for an unknown hash; SIGIL_TK_HASH_DEFAULT goes back to SHA-256. */
 void setHashAlgorithm(Context& context, int algorithm);

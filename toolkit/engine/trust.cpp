@@ -18,12 +18,10 @@ constexpr int maximumFetchedIssuers = 8;
 constexpr unsigned signingUsage = KU_DIGITAL_SIGNATURE | KU_NON_REPUDIATION;
 constexpr unsigned keyManagementUsage = KU_KEY_ENCIPHERMENT | KU_DATA_ENCIPHERMENT | KU_KEY_AGREEMENT;
 
-void releaseCertificates(STACK_OF(X509) * stack) { sk_X509_pop_free(stack, X509_free); }
 void releaseCrls(STACK_OF(X509_CRL) * stack) { sk_X509_CRL_pop_free(stack, X509_CRL_free); }
 
 using StoreHandle = Handle<X509_STORE, X509_STORE_free>;
 using StoreContextHandle = Handle<X509_STORE_CTX, X509_STORE_CTX_free>;
-using CertificatesHandle = Handle<STACK_OF(X509), releaseCertificates>;
 using CrlsHandle = Handle<STACK_OF(X509_CRL), releaseCrls>;
 
 struct VerifyCode {

@@ -2,6 +2,7 @@
 
 #include "toolkit/engine/face.h"
 #include "toolkit/engine/fetch.h"
+#include "toolkit/engine/ivs.h"
 #include "toolkit/engine/object_list.h"
 #include "toolkit/engine/ocsp.h"
 #include "toolkit/engine/pairs.h"
@@ -84,6 +85,15 @@ TOOLKIT_FUNCTION GPKI_CERT_CheckStatByOCSP(void* context, BINSTR* certificate, b
             {library, in(responderCertificate)}, in(url), signer ? &*signer : nullptr);
         putText(answer.revokedAt ? timeText(*answer.revokedAt) : "", dateCapacity, revocationTime);
         putValue(answer.status, status);
+    });
+}
+
+/** The server is trusted for the certificate with which it signs; the verification environment has no part in it. */
+TOOLKIT_FUNCTION GPKI_CERT_VerifyByIVS(void* context, char* confFile, BINSTR* certificate, BINSTR* server)
+{
+    return call(context, [&](Context& state) {
+        verifyByIvs(state.library(), inPath(state, confFile), {state.library(), in(certificate)},
+            {state.library(), in(server)});
     });
 }
 

@@ -2,6 +2,7 @@
 
 #include "toolkit/engine/face.h"
 #include "toolkit/engine/identity.h"
+#include "toolkit/engine/ivs.h"
 #include "toolkit/engine/key_file.h"
 #include "toolkit/engine/private_key.h"
 
@@ -43,5 +44,14 @@ TOOLKIT_FUNCTION HVTK_VID_Verify(void* context, BINSTR* certificate, BINSTR* ran
 {
     return call(context, [&](Context& state) {
         verifyIdentity(state.library(), {state.library(), in(certificate)}, in(random), in(idn));
+    });
+}
+
+TOOLKIT_FUNCTION HVTK_VID_VerifyByIVS(
+    void* context, char* confFile, BINSTR* certificate, BINSTR* random, char* idn, BINSTR* server)
+{
+    return call(context, [&](Context& state) {
+        verifyIdentityByIvs(state.library(), inPath(state, confFile), {state.library(), in(certificate)},
+            in(random), in(idn), {state.library(), in(server)});
     });
 }

@@ -2,6 +2,7 @@
 
 #include "toolkit/engine/face.h"
 #include "toolkit/engine/fetch.h"
+#include "toolkit/engine/ivs.h"
 #include "toolkit/engine/object_list.h"
 #include "toolkit/engine/pairs.h"
 #include "toolkit/engine/paths.h"
@@ -77,6 +78,15 @@ TOOLKIT_FUNCTION HVTK_CERT_CheckStatByCRL(void* context, BINSTR* certificate, ch
         putValue(
             revocationStatus(state.library(), state.trust, {state.library(), in(certificate)}, inOptional(url)),
             status);
+    });
+}
+
+/** The server is trusted for the certificate with which it signs; the verification environment has no part in it. */
+TOOLKIT_FUNCTION HVTK_CERT_VerifyByIVS(void* context, char* confFile, BINSTR* certificate, BINSTR* server)
+{
+    return call(context, [&](Context& state) {
+        verifyByIvs(state.library(), inPath(state, confFile), {state.library(), in(certificate)},
+            {state.library(), in(server)});
     });
 }
 
