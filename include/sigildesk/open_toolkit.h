@@ -71,7 +71,7 @@ enum SigilToolkitCode {
     SIGIL_TK_VID_MISMATCH = 3502,  /**< the identity number does not belong to the certificate */
 
     /* Network. */
-    SIGIL_TK_URL = 3600,       /**< not an ldap or http address */
+    SIGIL_TK_URL = 3600,       /**< not an ldap or http address, or none in the settings file */
     SIGIL_TK_FETCH = 3601,     /**< the server cannot be reached or refused */
     SIGIL_TK_NOT_FOUND = 3602, /**< the server has no such entry or attribute */
 
@@ -85,9 +85,9 @@ enum SigilToolkitCode {
     SIGIL_TK_OCSP_UNKNOWN = 3706,   /**< the responder does not know the certificate */
 
     /* Validation of a certificate by a server (RFC 5055). */
-    SIGIL_TK_IVS_MALFORMED = 3800, /**< the answer is not an SCVP response */
-    SIGIL_TK_IVS_REFUSED = 3801,   /**< the server answers an error: too busy, request not understood, ... */
-    SIGIL_TK_IVS_SIGNER = 3802, /**< the response is not signed with the given certificate, or that has expired */
+    SIGIL_TK_IVS_MALFORMED = 3800,     /**< the answer is not an SCVP response */
+    SIGIL_TK_IVS_REFUSED = 3801,       /**< the server answers an error: too busy, request not understood, ... */
+    SIGIL_TK_IVS_SIGNER = 3802,        /**< not signed with the given certificate, or that one may not sign now */
     SIGIL_TK_IVS_OTHER_REQUEST = 3803, /**< the response does not repeat the nonce and the hash of the request */
     SIGIL_TK_IVS_STALE = 3804,         /**< the response was not made just now */
     SIGIL_TK_IVS_NO_ANSWER = 3805,     /**< the response is not about the certificate, or not about its validity */

@@ -14,7 +14,7 @@
 namespace toolkit {
 
 /** Largest answer to a question about a certificate. */
-constexpr std::size_t maximumAnswerSize = 256 * 1024;
+constexpr std::size_t maximumAnswerSize = 256UL * 1024;
 /** How far the clock of a server may be from ours, in seconds. */
 constexpr std::time_t clockTolerance = 300;
 
