@@ -1,6 +1,6 @@
 /** @file
- *  Object identifiers of Korean certificates and keys, and of a few messages. OpenSSL's table of names is shared by the whole process, so the
- *  engine adds nothing to it and compares dotted texts.
+ *  Object identifiers of Korean certificates and keys, and of a few messages. OpenSSL's table of names is shared by
+ *  the whole process, so the engine adds nothing to it and compares dotted texts.
  */
 #pragma once
 
