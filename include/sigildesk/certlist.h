@@ -165,7 +165,8 @@ SIGIL_EXPORT int CLP_CopySelCertToDISK(
     void* hCLP, int nSrcMedia, int nIndex, int nTargetMedia, char* szTargetPath, char* szPassword);
 
 /** Stages certificates and keys (not encrypted) for CLP_CopyCertToDISK. The key-management pair is replaced only when
- *  both of its parts are given.
+ *  both of its parts are given. What is staged serves any number of copies and stays until it is replaced; it is wiped
+ *  then, or by CLP_UnInitalize.
  *  @return 0; 1008; 1000; 1001 a signing part missing */
 SIGIL_EXPORT int CLP_CopyforSetData(void* hCLP, char* pSignCert, int nSignCertLen, char* pSignKey, int nSignKeyLen,
     char* pKmCert, int nKmCertLen, char* pKmKey, int nKmKeyLen);

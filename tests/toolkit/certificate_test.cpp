@@ -18,7 +18,7 @@ using toolkit::cp949FromUtf8;
 
 namespace {
 
-constexpr const char* userExtensions = R"(
+const std::string userExtensions = R"(
 keyUsage=critical,digitalSignature,nonRepudiation
 certificatePolicies=critical,@policy,1.2.410.200012.1.1.2
 authorityKeyIdentifier=keyid:always,issuer:always
@@ -36,20 +36,7 @@ explicitText=UTF8:이 인증서는 공인인증서입니다
 [names]
 email=hong@example.kr
 otherName=1.2.410.200004.10.1.1;SEQUENCE:identify
-[identify]
-realName=FORMAT:UTF8,UTF8:홍길동
-userInfo=SEQUENCE:info
-[info]
-attribute=SEQUENCE:attribute
-[attribute]
-type=OID:1.2.410.200004.10.1.1.1
-value=SEQUENCE:vid
-[vid]
-hash=SEQUENCE:hash
-value=EXPLICIT:0,FORMAT:HEX,OCT:98a8495714503f3be48bce33d512bbb529db8a841a90082b292a1530f371e22d
-[hash]
-algorithm=OID:2.16.840.1.101.3.4.2.1
-)";
+)" + identitySections("홍길동");
 
 constexpr const char* rootExtensions = R"(
 basicConstraints=critical,CA:TRUE,pathlen:0

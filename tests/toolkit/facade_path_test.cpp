@@ -41,7 +41,7 @@ const Workshop& workshop()
         for (const Family& family : families)
             made.certificate(family.name, family.subject,
                 std::string("keyUsage=digitalSignature\nsubjectKeyIdentifier=hash\ncertificatePolicies=") +
-                    family.policy + identityExtension,
+                    family.policy + identityExtension(),
                 "root");
         return true;
     }();

@@ -20,7 +20,7 @@ namespace {
 constexpr const char* number = "0000001111111";
 const std::string randomValue = fromHex("a0a1a2a3a4a5a6a7a8a9aaabacadaeafb0b1b2b3");
 
-const std::string userExtensions = std::string("keyUsage=digitalSignature") + identityExtension;
+const std::string userExtensions = "keyUsage=digitalSignature" + identityExtension();
 
 /** A server, those who might sign in its place, and users of the authority that it trusts and of another. */
 class Validation {

@@ -67,6 +67,28 @@ void Workshop::certificate(const std::string& name, const std::string& subject, 
         ".crt && openssl pkcs8 -topk8 -nocrypt -in " + name + ".key.pem -outform DER -out " + name + ".key");
 }
 
+std::string identitySections(const std::string& realName)
+{
+    return "[identify]\nrealName=FORMAT:UTF8,UTF8:" + realName + R"(
+userInfo=SEQUENCE:info
+[info]
+attribute=SEQUENCE:attribute
+[attribute]
+type=OID:1.2.410.200004.10.1.1.1
+value=SEQUENCE:vid
+[vid]
+hash=SEQUENCE:hash
+value=EXPLICIT:0,FORMAT:HEX,OCT:98a8495714503f3be48bce33d512bbb529db8a841a90082b292a1530f371e22d
+[hash]
+algorithm=OID:2.16.840.1.101.3.4.2.1
+)";
+}
+
+std::string identityExtension()
+{
+    return "\nsubjectAltName=otherName:1.2.410.200004.10.1.1;SEQUENCE:identify\n" + identitySections("name");
+}
+
 std::string fromHex(const std::string& hex)
 {
     std::string bytes;

@@ -36,23 +36,11 @@ private:
     std::filesystem::path m_folder;
 };
 
-/** Last lines of an extension section: identity data of the number 0000001111111 and the random value a0 a1 ... b3. */
-constexpr const char* identityExtension = R"(
-subjectAltName=otherName:1.2.410.200004.10.1.1;SEQUENCE:identify
-[identify]
-realName=FORMAT:UTF8,UTF8:name
-userInfo=SEQUENCE:info
-[info]
-attribute=SEQUENCE:attribute
-[attribute]
-type=OID:1.2.410.200004.10.1.1.1
-value=SEQUENCE:vid
-[vid]
-hash=SEQUENCE:hash
-value=EXPLICIT:0,FORMAT:HEX,OCT:98a8495714503f3be48bce33d512bbb529db8a841a90082b292a1530f371e22d
-[hash]
-algorithm=OID:2.16.840.1.101.3.4.2.1
-)";
+/** Sections behind an extension "SEQUENCE:identify": identity data of the number 0000001111111 and the random value
+ *  a0 a1 ... b3. */
+std::string identitySections(const std::string& realName);
+/** Last lines of an extension section: these identity data as the only alternative name. */
+std::string identityExtension();
 
 std::string fromHex(const std::string& hex);
 std::string toHex(const std::string& bytes);
