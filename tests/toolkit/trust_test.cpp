@@ -44,7 +44,14 @@ public:
         workshop.certificate("revoked", "/C=KR/CN=revoked", "keyUsage=digitalSignature\n" + crl + authority, "ca");
         workshop.certificate("km", "/C=KR/CN=km", std::string("keyUsage=keyEncipherment\n") + authority, "ca");
         revocationList("root", {});
+        revocationList("ca", {}); // the other part, on which nothing stands
+        part("theirs", "issuingDistributionPoint=critical,@point\n[point]\nfullname=URI:" + base + "/other.crl\n");
         revocationList("ca", {"revoked"});
+        part("mine",
+            "issuingDistributionPoint=critical,@point\n[point]\nfullname=URI:" + base + "/ca.crl\nonlyuser=TRUE\n");
+        part("authorities", "issuingDistributionPoint=critical,@point\n[point]\nonlyCA=TRUE\n");
+        part("reasons", "issuingDistributionPoint=critical,@point\n[point]\nonlysomereasons=keyCompromise\n");
+        part("changes", "2.5.29.27=critical,DER:020101\n");
     }
 
     /** Makes NAME.crl, on which the given certificates stand. */
@@ -59,6 +66,15 @@ public:
         for (const std::string& certificate : revoked)
             workshop.run(ca + "-revoke " + certificate + ".pem");
         workshop.run(ca + "-gencrl -out list.pem && openssl crl -in list.pem -outform DER -out " + name + ".crl");
+    }
+
+    /** Makes NAME.crl from the list of "ca", whose settings were written last, with extensions. */
+    void part(const std::string& name, const std::string& extensions) const
+    {
+        workshop.write("part.conf", workshop.read("ca.conf") + "[extensions]\n" + extensions);
+        workshop.run("openssl ca -config part.conf -cert ca.pem -keyfile ca.key.pem -gencrl -crlexts extensions"
+                     " -out list.pem && openssl crl -in list.pem -outform DER -out " +
+            name + ".crl");
     }
 
     Workshop workshop;
@@ -272,6 +288,21 @@ TEST_P(Trust, StatusOnARevocationList)
     EXPECT_EQ(status("user", value), SIGIL_TK_VERIFY_NO_CRL) << "the list is too old by then";
 }
 
+TEST_P(Trust, ListsOfOtherCertificatesTellNothing)
+{
+    int value = -1;
+    ASSERT_EQ(setAuthorities("ca.crt"), 0);
+    const std::string base = "http://127.0.0.1:" + std::to_string(pki().http().port());
+    for (const char* other : {"theirs", "authorities", "reasons", "changes"})
+        EXPECT_EQ(status("user", value, base + "/" + other + ".crl"), SIGIL_TK_VERIFY_NO_CRL) << other;
+    EXPECT_EQ(value, -1);
+    ASSERT_EQ(status("user", value, base + "/mine.crl"), 0) << toolkit.errorText();
+    EXPECT_EQ(value, SIGIL_TK_STATUS_GOOD);
+    ASSERT_EQ(status("revoked", value, base + "/mine.crl"), 0);
+    EXPECT_EQ(value, SIGIL_TK_STATUS_REVOKED);
+    EXPECT_EQ(status("km", value, base + "/mine.crl"), SIGIL_TK_VERIFY_NO_CRL) << "it names no list";
+}
+
 TEST_P(Trust, TheListOfACertificateIsHandedOut)
 {
     ByteString user(toolkit, file("user.crt"));
@@ -302,6 +333,27 @@ TEST(HvtkTrust, EnvironmentOfLists)
     EXPECT_EQ(toolkit("CERT_Verify2", revoked.get(), 1, none, none), 0);
     EXPECT_EQ(toolkit("CERT_Verify2", revoked.get(), 1, none, text(timeIn(400 * day))), SIGIL_TK_VERIFY_EXPIRED);
     EXPECT_EQ(toolkit("CERT_Verify2", revoked.get(), 1, text("1.2.3"), none), SIGIL_TK_VERIFY_POLICY);
+}
+
+TEST(HvtkTrust, OfSeveralListsTheOneOfTheCertificateIsTaken)
+{
+    const ToolkitLibrary toolkit("HVTK_");
+    const Workshop& workshop = pki().workshop;
+    ByteString authorities(toolkit, workshop.read("ca.crt"));
+    ByteString trusted(toolkit, workshop.read("ca.crt"));
+    ByteString revoked(toolkit, workshop.read("revoked.crt"));
+    ByteString lists(toolkit);
+    for (const char* name : {"theirs.crl", "changes.crl", "mine.crl"}) {
+        ByteString list(toolkit, workshop.read(name));
+        ASSERT_EQ(toolkit("UTIL_AddObject", list.get(), lists.get()), 0);
+    }
+    ASSERT_EQ(toolkit("CERT_SetVerifyEnv2", text(""), trusted.get(), lists.get()), 0);
+    ASSERT_EQ(toolkit("CERT_SetCaPubs", authorities.get()), 0);
+    int value = -1;
+    ASSERT_EQ(toolkit("CERT_CheckStatByCRL", revoked.get(), text(""), &value), 0) << toolkit.errorText();
+    EXPECT_EQ(value, SIGIL_TK_STATUS_REVOKED);
+    BINSTR* const nothing = nullptr;
+    EXPECT_EQ(toolkit("CERT_Verify", revoked.get(), 0, text(""), true, nothing, nothing), SIGIL_TK_VERIFY_REVOKED);
 }
 
 TEST(HvtkTrust, PathRootAndTrust)

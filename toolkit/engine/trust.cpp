@@ -116,7 +116,7 @@ CrlsHandle collectCrls(
         add(der);
     for (const Certificate* certificate : checked) {
         try {
-            if (!hasCrlOf(crls.get(), *certificate))
+            if (!hasCrlFor(crls.get(), *certificate))
                 add(fetchCrl(*certificate));
         } catch (const Error&) {
             continue; // its absence shows when the path is verified
