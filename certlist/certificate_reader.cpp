@@ -3,15 +3,11 @@
 #include "certlist/codes.h"
 #include "certlist/toolkit_calls.h"
 #include "foundation/ascii.h"
-#include "foundation/text_field.h"
-
-#include <cstring>
 
 namespace sigil {
 
 namespace {
 
-constexpr int textCapacity = 2048; // what every text getter is offered
 constexpr int dateCapacity = 40;
 constexpr char bits2048[] = "2048 Bits";
 
@@ -45,9 +41,8 @@ int CertificateReader::load()
 
 int CertificateReader::version()
 {
-    char text[textCapacity + 2] = "V";
-    if (CertGetVersion(m_loader.m_hToolkit, textCapacity, text + 1) == success)
-        setText(m_entry, field::version, text);
+    if (CertGetVersion(m_loader.m_hToolkit, TextBuffer::capacity, m_text.cleared()) == success)
+        setText(m_entry, field::version, "V" + std::string(m_text.text()));
     return success;
 }
 
@@ -97,16 +92,16 @@ int CertificateReader::uid() { return readText({CertGetUID, "CertGetUID()", fiel
 
 int CertificateReader::publicKey()
 {
-    char algorithm[textCapacity + 1] = {};
-    char keyLength[textCapacity + 1] = {};
-    char key[textCapacity + 1] = {};
+    TextBuffer algorithm;
+    TextBuffer keyLength;
     ToolkitBytes der(m_loader.m_hToolkit);
-    const int rc = CertGetPubKeyInfo(m_loader.m_hToolkit, algorithm, keyLength, textCapacity, key, der.get());
+    const int rc = CertGetPubKeyInfo(m_loader.m_hToolkit, algorithm.cleared(), keyLength.cleared(),
+        TextBuffer::capacity, m_text.cleared(), der.get());
     if (rc != success)
         return failed("CertGetPubKeyInfo()", rc);
-    setText(m_entry, field::pubKey, key);
-    setText(m_entry, field::keyLength, keyLength);
-    setText(m_entry, field::pubKeyAlg, algorithm);
+    setText(m_entry, field::pubKey, m_text.text());
+    setText(m_entry, field::keyLength, keyLength.text());
+    setText(m_entry, field::pubKeyAlg, algorithm.text());
     return success;
 }
 
@@ -144,8 +139,9 @@ int CertificateReader::policyFilter()
 
 int CertificateReader::policyName()
 {
-    char room[1024] = {};
-    setText(m_entry, field::policyName, m_loader.m_policies.nameOf(m_entry.szPolicyID, room));
+    const std::string_view id = value(m_entry, field::policyId);
+    const std::string* name = m_loader.m_policies.nameOf(id);
+    setText(m_entry, field::policyName, name ? *name : id);
     return success;
 }
 
@@ -158,25 +154,23 @@ int CertificateReader::keyIds()
 
 int CertificateReader::optionalTexts()
 {
-    char text[textCapacity + 1] = {};
-    if (CertGetSubjectAltName(m_loader.m_hToolkit, textCapacity, text) == success)
-        setText(m_entry, field::subjectAltName, text);
-    char access[textCapacity + 1] = {};
-    if (CertGetAIA(m_loader.m_hToolkit, textCapacity, access) == success)
-        setText(m_entry, field::aia, access);
+    if (CertGetSubjectAltName(m_loader.m_hToolkit, TextBuffer::capacity, m_text.cleared()) == success)
+        setText(m_entry, field::subjectAltName, m_text.text());
+    if (CertGetAIA(m_loader.m_hToolkit, TextBuffer::capacity, m_text.cleared()) == success)
+        setText(m_entry, field::aia, m_text.text());
     return success;
 }
 
 int CertificateReader::validityTexts()
 {
     // The façade does not tell the toolkits how much room there is, so leave more than it was told.
-    char notBefore[textCapacity + 1] = {};
-    char notAfter[textCapacity + 1] = {};
-    const int rc = CertGetValidity(m_loader.m_hToolkit, dateCapacity, notBefore, dateCapacity, notAfter);
+    TextBuffer notAfter;
+    const int rc =
+        CertGetValidity(m_loader.m_hToolkit, dateCapacity, m_text.cleared(), dateCapacity, notAfter.cleared());
     if (rc != success)
         return failed("CertGetValidity()", rc);
-    setText(m_entry, field::notBefore, {notBefore, strnlen(notBefore, dateCapacity - 1)});
-    setText(m_entry, field::notAfter, {notAfter, strnlen(notAfter, dateCapacity - 1)});
+    setText(m_entry, field::notBefore, m_text.text().substr(0, dateCapacity - 1));
+    setText(m_entry, field::notAfter, notAfter.text().substr(0, dateCapacity - 1));
     return success;
 }
 
@@ -214,11 +208,10 @@ int CertificateReader::readTexts(std::span<const TextStep> steps)
 
 int CertificateReader::readText(const TextStep& step)
 {
-    char text[textCapacity + 1] = {};
-    const int rc = step.get(m_loader.m_hToolkit, textCapacity, text);
+    const int rc = step.get(m_loader.m_hToolkit, TextBuffer::capacity, m_text.cleared());
     if (rc != success)
         return failed(step.call, rc);
-    setText(m_entry, step.field, text);
+    setText(m_entry, step.field, m_text.text());
     return success;
 }
 

@@ -8,6 +8,8 @@
 #include "facade/toolkit_bytes.h"
 
 #include <span>
+#include <string>
+#include <string_view>
 
 namespace sigil {
 
@@ -19,6 +21,20 @@ struct ReaderStyle {
     bool familyFromSubject;     ///< the subject's "o=" tells the family, which must be one of those wanted
     bool statesByKeySize;       ///< keys that are not of 2048 bits get the validity states 0, 1, 2
     bool mayExcludeExpired;     ///< the caller's wish to leave out expired certificates is heeded
+};
+
+/** Room for a text of the toolkit, used again for the next: a dozen cleared buffers for each certificate of a large store
+ *  would cost more time than the texts. */
+class TextBuffer {
+public:
+    static constexpr int capacity = 2048; ///< what every text getter is offered, in bytes
+
+    /** The room, all zeros. It is one byte larger than @c capacity, so that the text always ends. */
+    char* cleared() { return m_room.assign(capacity + 1, '\0').data(); }
+    std::string_view text() const { return m_room.c_str(); }
+
+private:
+    std::string m_room;
 };
 
 class CertificateReader {
@@ -76,6 +92,7 @@ private:
     const ReaderStyle& m_style;
     ToolkitBytes& m_certificate;
     tagCERTINFO& m_entry;
+    TextBuffer m_text;
 };
 
 } // namespace sigil

@@ -93,8 +93,14 @@ void PackedEntry::store(const tagCERTINFO& entry)
         values[i] = value(entry, fields[i]);
         size += values[i].empty() ? 0 : sizeof(PackedField) + values[i].size();
     }
-    SecretBytes packed(size);
-    char* to = packed.data();
+    if (size > m_bytes.capacity()) {
+        SecretBytes larger;
+        larger.reserve(size);
+        m_bytes.swap(larger);
+    }
+    clear();
+    m_bytes.resize(size);
+    char* to = m_bytes.data();
     for (std::size_t offset : numberOffsets)
         to = put(to, number(entry, offset));
     for (std::size_t i = 0; i < values.size(); ++i) {
@@ -103,7 +109,12 @@ void PackedEntry::store(const tagCERTINFO& entry)
         to = put(to, PackedField{static_cast<std::uint16_t>(i), static_cast<std::uint16_t>(values[i].size())});
         to = std::copy(values[i].begin(), values[i].end(), to);
     }
-    m_bytes.swap(packed);
+}
+
+void PackedEntry::clear()
+{
+    wipe(m_bytes.data(), m_bytes.size());
+    m_bytes.clear();
 }
 
 void PackedEntry::copyTo(tagCERTINFO& entry) const

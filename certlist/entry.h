@@ -86,11 +86,14 @@ void setText(tagCERTINFO& entry, const EntryField& field, std::string_view text)
  *  @return false, and nothing changed, when they do not fit */
 bool setBytes(tagCERTINFO& entry, const EntryField& field, std::string_view bytes);
 
-/** An entry with only the bytes that it uses. The memory is wiped when it is released or replaced. */
+/** An entry with only the bytes that it uses. They are wiped when they are replaced or released. */
 class PackedEntry {
 public:
-    /** Replaces the contents by those of @p entry. */
+    /** Replaces the contents by those of @p entry. When memory runs out the old contents stay. */
     void store(const tagCERTINFO& entry);
+
+    /** Wipes the contents. The memory is kept for those that follow. */
+    void clear();
 
     /** Copies the numbers and every field that holds something; other fields of @p entry keep what they held. The
      *  second media text is never copied: the dialogs use it for token media, which no loader here serves. */

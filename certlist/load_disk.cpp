@@ -7,10 +7,7 @@
 #include "foundation/environment.h"
 #include "foundation/text_field.h"
 
-#include <dirent.h>
-#include <sys/stat.h>
-
-#include <memory>
+#include <algorithm>
 #include <new>
 
 using namespace sigil;
@@ -23,16 +20,11 @@ constexpr SettingsReporter reporter{
 constexpr char parsingCert[] = "CLoadDISK::ParsingCert()";
 constexpr ReaderStyle readerStyle{parsingCert, parsingCert, nullptr, false, false, true};
 
-struct CloseFolder {
-    void operator()(DIR* folder) const { closedir(folder); }
-};
-using Folder = std::unique_ptr<DIR, CloseFolder>;
-
 /** False for what is no file or would not fit into an entry; a path that leads nowhere is left to the toolkit. */
-bool mayBeRead(const char* path)
+bool mayBeRead(const SearchedFolder& folder, const char* path)
 {
     struct stat status;
-    if (stat(path, &status) != 0)
+    if (!folder.statusOf(path, status))
         return true;
     return S_ISREG(status.st_mode) && status.st_size <= static_cast<off_t>(field::signCert.capacity);
 }
@@ -126,13 +118,13 @@ int CLoadDISK::search(int family, bool countOnly, int start, int* out)
     ScratchEntry entry;
     int next = countOnly ? 0 : start;
     for (const std::string& path : list->second) {
-        const Folder folder(opendir(path.c_str()));
-        while (const dirent* item = folder ? readdir(folder.get()) : nullptr) {
-            if (!isCandidate(layout, path, *item))
+        m_searched = SearchedFolder(path);
+        while (const dirent* item = m_searched.next()) {
+            if (!isCandidate(layout, m_searched, *item))
                 continue;
             entry.clear();
             entry->nPKIType = family;
-            setPaths(layout, path, item->d_name, *entry);
+            setPaths(layout, m_searched, item->d_name, *entry);
             if (ParsingCert(countOnly, &*entry) != success)
                 continue;
             // Files that came after the counting find no place in the list and are left for the next listing.
@@ -143,6 +135,7 @@ int CLoadDISK::search(int family, bool countOnly, int start, int* out)
             ++next;
         }
     }
+    m_searched = SearchedFolder();
     *out = next;
     return success;
 }
@@ -162,7 +155,8 @@ int CLoadDISK::LoadCertList()
     if (total == 0)
         return noCertificate;
     ClearCertList();
-    m_entries.resize(static_cast<std::size_t>(total));
+    m_entries.resize(std::max(m_entries.size(), static_cast<std::size_t>(total)));
+    m_nCount = total;
     try {
         int next = 0;
         for (const FamilyOperations& family : familyOperations)
@@ -180,6 +174,13 @@ int CLoadDISK::countFamily(const FamilyOperations& family, int* found)
     m_folders[family.code].assign(static_cast<std::size_t>(GetDirectoryCount(family.code)), {});
     const int rc = GetCertDirectory(family.code);
     return rc == success ? (this->*family.list)(true, 0, found) : rc;
+}
+
+void CLoadDISK::ClearCertList()
+{
+    for (PackedEntry& entry : m_entries)
+        entry.clear();
+    m_nCount = 0;
 }
 
 void CLoadDISK::ClearCertInfo(tagCERTINFO* pEntry) { wipe(pEntry, sizeof *pEntry); }
@@ -210,7 +211,7 @@ int CLoadDISK::readFile(char* path, const EntryField& field, tagCERTINFO& entry)
 
 int CLoadDISK::readFile(char* path, const EntryField& field, ToolkitBytes& content, tagCERTINFO& entry)
 {
-    if (!mayBeRead(path))
+    if (!mayBeRead(m_searched, path))
         return certificateUnreadable;
     const int rc = MediaDiskReadFile(m_hToolkit, path, content.get());
     if (rc != success)

@@ -7,6 +7,7 @@
 #include "certlist/certificate_loader.h"
 #include "certlist/copy_target.h"
 #include "certlist/entry.h"
+#include "certlist/searched_folder.h"
 
 #include <map>
 #include <string>
@@ -33,10 +34,11 @@ public:
     int GetCertDirectory(int nPKIType);
     /** Searches all families that the options name. @return 0; 1111; 1115 none found */
     int LoadCertList();
-    /** Forgets the list; its secrets are wiped. */
-    void ClearCertList() { m_entries.clear(); }
+    /** Forgets the list; its secrets are wiped. The memory is kept for the next list: most follow soon, and to have it
+     *  from the system anew costs more than to fill it. */
+    void ClearCertList();
     static void ClearCertInfo(tagCERTINFO* pEntry);
-    int count() const { return static_cast<int>(m_entries.size()); }
+    int count() const { return m_nCount; }
     bool hasEntry(int nIndex) const { return nIndex >= 0 && nIndex < count(); }
     const sigil::PackedEntry& entry(int nIndex) const { return m_entries.at(static_cast<std::size_t>(nIndex)); }
     /** Reads the files of an entry and judges it. @return 0 keep; 1122 unreadable; 1502 not wanted */
@@ -138,6 +140,8 @@ private:
     int deletePair(char* szPassword, int kind, char* keyPath, char* certPath);
 
     char m_szDrivePath[260] = {};
+    sigil::SearchedFolder m_searched; // where ParsingCert finds the files; none outside of a search
     std::map<int, std::vector<std::string>> m_folders; // by family code; no list before the first search
-    std::vector<sigil::PackedEntry> m_entries;
+    std::vector<sigil::PackedEntry> m_entries;         // the first m_nCount of them are the list
+    int m_nCount = 0;
 };

@@ -7,7 +7,7 @@
 #include <climits>
 #include <cstdio>
 #include <memory>
-#include <string>
+#include <utility>
 
 namespace sigil {
 
@@ -48,24 +48,24 @@ PolicyFileResult readPolicyFile(const char* path, CBinary& content)
 
 void PolicyTable::build(std::string_view content)
 {
-    m_rows.clear();
+    constexpr std::size_t longestOid = sizeof(tagPOLICYID::szOID) - 1;
+    constexpr std::size_t longestName = sizeof(tagPOLICYID::szName) - 1;
+    m_names.clear();
     for (std::size_t start = 0, end; (end = content.find('\n', start)) != content.npos; start = end + 1) {
         const std::string_view line = content.substr(start, end - start);
         const std::size_t equals = line.find('=');
         if (equals == line.npos)
             continue;
-        tagPOLICYID row{};
-        copyText(row.szOID, line.substr(0, equals));
-        copyText(row.szName, line.substr(equals + 1));
-        std::replace(std::begin(row.szOID), std::end(row.szOID), '.', ' ');
-        m_rows.push_back(row);
+        std::string oid(line.substr(0, std::min(equals, longestOid)));
+        std::replace(oid.begin(), oid.end(), '.', ' ');
+        m_names.insert_or_assign(std::move(oid), line.substr(equals + 1, longestName));
     }
 }
 
-std::string_view PolicyTable::nameOf(char* oid, char (&room)[1024])
+const std::string* PolicyTable::nameOf(std::string_view oid) const
 {
-    const int count = static_cast<int>(m_rows.size());
-    return m_util.GetPolicyName(oid, m_rows.data(), count, room) == 1 ? fieldText(room) : std::string_view(oid);
+    const auto row = m_names.find(oid);
+    return row == m_names.end() ? nullptr : &row->second;
 }
 
 void PolicyFilter::choose(std::string_view list)

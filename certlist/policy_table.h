@@ -3,9 +3,13 @@
  */
 #pragma once
 
+#include "foundation/ascii.h"
+
 #include <sigildesk/binary.h>
 #include <sigildesk/util.h>
 
+#include <map>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -31,14 +35,11 @@ public:
     /** Replaces the table by what @p content holds. Lines without "=" name nothing and are left out. */
     void build(std::string_view content);
 
-    /** Display name of @p oid, or @p oid itself when it is not listed; the last of equal OIDs wins. */
-    std::string_view nameOf(char* oid, char (&room)[1024]);
-
-    const std::vector<tagPOLICYID>& rows() const { return m_rows; }
+    /** Display name of @p oid, which is compared ignoring case; null when it is not listed. The last of equal OIDs wins. */
+    const std::string* nameOf(std::string_view oid) const;
 
 private:
-    std::vector<tagPOLICYID> m_rows;
-    CUtil m_util;
+    std::map<std::string, std::string, LessIgnoringCase> m_names;
 };
 
 /** The policies that a caller wants listed: blank-separated OIDs (at most 39 bytes), each followed by "|". */

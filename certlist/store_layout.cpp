@@ -3,10 +3,6 @@
 #include "certlist/codes.h"
 #include "certlist/entry.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstring>
 #include <string_view>
@@ -34,18 +30,6 @@ constexpr FamilyLayout layouts[] = {
 constexpr std::string_view signCertMark = "_sig.cer";
 constexpr std::size_t extension = std::string_view(".cer").size();
 
-/** File type bits of a folder entry. Most file systems tell them with the name; the others are asked. */
-mode_t kindOf(const std::string& folder, const dirent& item)
-{
-    if (item.d_type != DT_UNKNOWN)
-        return DTTOIF(item.d_type);
-    struct stat status;
-    return lstat(cutPath(folder + item.d_name).c_str(), &status) == 0 ? status.st_mode & S_IFMT : 0;
-}
-
-/** Asks instead of opening the file: a pipe under this name would hold the caller up, and a device could do anything. */
-bool canBeOpened(const std::string& path) { return faccessat(AT_FDCWD, path.c_str(), R_OK, AT_EACCESS) == 0; }
-
 void setFilePaths(const std::string& path, tagCERTINFO& entry)
 {
     const std::string stem = path.substr(0, path.size() - signCertMark.size());
@@ -55,13 +39,13 @@ void setFilePaths(const std::string& path, tagCERTINFO& entry)
     setText(entry, field::kmKeyPath, stem + "_env.key");
 }
 
-void setFolderPaths(const std::string& path, bool probesKmCert, tagCERTINFO& entry)
+void setFolderPaths(const SearchedFolder& folder, const std::string& path, bool probesKmCert, tagCERTINFO& entry)
 {
     const std::string kmCert = cutPath(path + "/kmCert.der");
     setText(entry, field::signCertPath, path + "/signCert.der");
     setText(entry, field::signKeyPath, path + "/signPri.key");
     // The certificate is probed for its key too, deliberately: a pair without its key file is noticed on reading.
-    if (probesKmCert && !canBeOpened(kmCert))
+    if (probesKmCert && !folder.canBeOpened(kmCert.c_str()))
         return;
     setText(entry, field::kmCertPath, kmCert);
     setText(entry, field::kmKeyPath, path + "/kmPri.key");
@@ -92,20 +76,20 @@ std::string cutPath(std::string path)
     return path;
 }
 
-bool isCandidate(const FamilyLayout& family, const std::string& folder, const dirent& item)
+bool isCandidate(const FamilyLayout& family, const SearchedFolder& folder, const dirent& item)
 {
     if (family.filePerCertificate)
-        return std::strstr(item.d_name, signCertMark.data()) && kindOf(folder, item) == S_IFREG;
+        return std::strstr(item.d_name, signCertMark.data()) && folder.kindOf(item) == S_IFREG;
     const std::string_view name = item.d_name;
-    return name != "." && name != ".." && kindOf(folder, item) == S_IFDIR;
+    return name != "." && name != ".." && folder.kindOf(item) == S_IFDIR;
 }
 
-void setPaths(const FamilyLayout& family, const std::string& folder, const std::string& name, tagCERTINFO& entry)
+void setPaths(const FamilyLayout& family, const SearchedFolder& folder, const char* name, tagCERTINFO& entry)
 {
     if (family.filePerCertificate)
-        setFilePaths(cutPath(folder + name), entry);
+        setFilePaths(cutPath(folder.path() + name), entry);
     else
-        setFolderPaths(folder + family.separator + name, family.probesKmCert, entry);
+        setFolderPaths(folder, folder.path() + family.separator + name, family.probesKmCert, entry);
 }
 
 } // namespace sigil

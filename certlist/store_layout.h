@@ -3,9 +3,9 @@
  */
 #pragma once
 
-#include <sigildesk/records.h>
+#include "certlist/searched_folder.h"
 
-#include <dirent.h>
+#include <sigildesk/records.h>
 
 #include <span>
 #include <string>
@@ -34,9 +34,9 @@ const FamilyLayout* familyLayout(int code);
 std::string cutPath(std::string path);
 
 /** True when the entry @p item of @p folder is a certificate of this family. Links are not followed. */
-bool isCandidate(const FamilyLayout& family, const std::string& folder, const dirent& item);
+bool isCandidate(const FamilyLayout& family, const SearchedFolder& folder, const dirent& item);
 
 /** Fills in the four paths of the candidate @p name in @p folder. */
-void setPaths(const FamilyLayout& family, const std::string& folder, const std::string& name, tagCERTINFO& entry);
+void setPaths(const FamilyLayout& family, const SearchedFolder& folder, const char* name, tagCERTINFO& entry);
 
 } // namespace sigil

@@ -22,6 +22,16 @@ inline bool equalsIgnoringCase(std::string_view left, std::string_view right)
         [](char a, char b) { return toLower(a) == toLower(b); });
 }
 
+/** Order of texts, for tables that are searched ignoring case. */
+struct LessIgnoringCase {
+    using is_transparent = void; // a view is looked up without a copy
+    bool operator()(std::string_view left, std::string_view right) const
+    {
+        return std::lexicographical_compare(left.begin(), left.end(), right.begin(), right.end(),
+            [](char a, char b) { return toLower(a) < toLower(b); });
+    }
+};
+
 /** Position of @p wanted, which is in lower case, in @p text of either case; npos when it is not there. */
 inline std::size_t findIgnoringCase(std::string_view text, std::string_view wanted)
 {

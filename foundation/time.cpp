@@ -23,13 +23,14 @@ enum Validity { valid, expiresSoon, expired };
 /** Splits a time text into its numbers. @return 0; the number (from 1) of the first missing field */
 int splitTime(std::string_view text, int (&fields)[fieldCount])
 {
-    std::string copy(text);
-    char* rest = copy.data();
+    constexpr std::string_view separators = "-: ";
     for (int i = 0; i < fieldCount; ++i) {
-        const char* field = strtok_r(rest, "-: ", &rest);
-        if (!field)
+        text.remove_prefix(std::min(text.find_first_not_of(separators), text.size()));
+        const std::string field(text.substr(0, text.find_first_of(separators)));
+        if (field.empty())
             return i + 1;
-        fields[i] = sigil::toInt(field);
+        fields[i] = sigil::toInt(field.c_str());
+        text.remove_prefix(field.size());
     }
     return 0;
 }

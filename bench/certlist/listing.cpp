@@ -25,7 +25,7 @@ namespace fs = std::filesystem;
 namespace {
 
 /** Both sizes read the same number of certificates in all, so that one size is not noisier than the other. */
-constexpr int runsOf(int count) { return 50000 / count; }
+constexpr int runsOf(int count) { return 120000 / count; }
 
 std::string home; // what the injected environment answers
 

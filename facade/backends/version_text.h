@@ -4,8 +4,9 @@
 #pragma once
 
 #include "facade/backends/toolkit.h"
+#include "foundation/text_field.h"
 
-#include <cstdio>
+#include <string>
 
 namespace sigil {
 
@@ -14,14 +15,12 @@ namespace sigil {
 template <class AnyToolkit>
 int versionText(AnyToolkit& toolkit, const char* symbol, int capacity, char* text)
 {
-    if (const int code = toolkit.refusal({need(text)}))
-        return code;
-    if (!toolkit.has(symbol))
-        return FunctionMissing;
+    const Needs needs{need(text)};
     int version = 0;
-    const int result = toolkit.call(symbol, {}, &version);
-    if (capacity > 0)
-        static_cast<void>(std::snprintf(text, static_cast<std::size_t>(capacity), "%d", version)); // cut to fit
+    const int result = toolkit.call(symbol, needs, &version);
+    const bool asked = result == 0 || (toolkit.refusal(needs) == 0 && toolkit.has(symbol));
+    if (asked && capacity > 0)
+        copyText(text, static_cast<std::size_t>(capacity), std::to_string(version));
     return result;
 }
 

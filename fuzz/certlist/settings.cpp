@@ -41,13 +41,13 @@ void policies(std::string_view content)
     require((result.code == 0) == !content.empty(), "a file with content is read");
     sigil::PolicyTable table;
     table.build(content);
-    require(static_cast<long>(table.rows().size()) <= std::count(content.begin(), content.end(), '\n'),
-        "a row is a line");
-    for (tagPOLICYID row : table.rows()) {
-        char room[1024] = {};
-        require(!std::strchr(row.szOID, '.'), "OIDs have blanks");
-        require(table.nameOf(row.szOID, room).size() < sizeof row.szName, "a name fits its row");
-    }
+    std::string firstOid(content.substr(0, content.find('=')));
+    const bool complete = content.find('\n') != content.npos && firstOid.find('\n') == firstOid.npos &&
+        firstOid.size() < sizeof(tagPOLICYID::szOID) && firstOid.size() < content.size();
+    std::replace(firstOid.begin(), firstOid.end(), '.', ' ');
+    const std::string* name = table.nameOf(firstOid);
+    require(name || !complete, "the first line's policy has a name");
+    require(!name || name->size() < sizeof(tagPOLICYID::szName), "a name is cut to its room");
 }
 
 void filter(std::string_view list)

@@ -73,6 +73,30 @@ TEST(Entry, EmptyPackedEntrySetsTheNumbersToZero)
     EXPECT_STREQ(entry->szUID, "kept");
 }
 
+TEST(Entry, ClearedPackedEntryHoldsNothing)
+{
+    ScratchEntry source;
+    fillEverything(*source);
+    PackedEntry packed;
+    packed.store(*source);
+    packed.clear();
+    const tagCERTINFO zero{};
+    EXPECT_EQ(std::memcmp(&*ScratchEntry(packed), &zero, sizeof zero), 0);
+}
+
+TEST(Entry, PackedEntryIsReplacedWhole)
+{
+    ScratchEntry longer;
+    fillEverything(*longer);
+    ScratchEntry shorter;
+    setText(*shorter, field::uid, "short");
+    shorter->nPKIType = 2;
+    PackedEntry packed;
+    for (const auto* source : {&*shorter, &*longer, &*shorter})
+        packed.store(*source);
+    EXPECT_EQ(std::memcmp(&*ScratchEntry(packed), &*shorter, sizeof(tagCERTINFO)), 0);
+}
+
 TEST(Entry, ClearedScratchIsZero)
 {
     ScratchEntry source;

@@ -181,6 +181,20 @@ TEST_F(Listing, ListingAgainFindsWhatWasAdded)
     EXPECT_EQ(subjects(), (Names{"cn=a", "cn=b"}));
 }
 
+TEST_F(Listing, ListingAgainForgetsWhatWasDeleted)
+{
+    addNpki("a", {{"subject", "cn=a"}});
+    const fs::path deleted = addNpki("b", {{"subject", "cn=b"}}, "SignKorea");
+    start();
+    ASSERT_EQ(load(), 0);
+    fs::remove_all(deleted);
+    ASSERT_EQ(load(), 0);
+    EXPECT_EQ(subjects(), Names{"cn=a"});
+    tagCERTINFO info{};
+    EXPECT_EQ(CLP_GetCertInfo(clp, 1, &info), 1001);
+    EXPECT_STREQ(info.szSubjectDN, "");
+}
+
 TEST_F(Listing, FilesThatComeBetweenThePassesAreLeftForTheNextListing)
 {
     addNpki("a", {{"subject", "cn=a"}}, "SignKorea");
@@ -201,6 +215,7 @@ TEST_F(Listing, FilesThatVanishBetweenThePassesLeaveAnEmptyEntry)
 {
     const fs::path folder = addNpki("a");
     start();
+    ASSERT_EQ(load(), 0); // nor is anything left of the list of before
     doubles::answer("HVTK_CERT_Unload", [&](const doubles::Call&) { return fs::remove_all(folder), 0; });
     ASSERT_EQ(load(), 0);
     EXPECT_EQ(count(), 1);

@@ -345,29 +345,49 @@ TEST(PolicyFilterSyntax, ItemsAreCutAt39Bytes)
     EXPECT_FALSE(filter.accepts(Text(std::string(50, '1'))));
 }
 
+/** The name that @p table has for @p oid, "(none)" when it has none. */
+std::string nameIn(const sigil::PolicyTable& table, std::string_view oid)
+{
+    const std::string* name = table.nameOf(oid);
+    return name ? *name : "(none)";
+}
+
 TEST(PolicyFile, Lines)
 {
     sigil::PolicyTable table;
-    table.build("1.2.3=one=two\nno equals sign\n 1.4 = spaced \n1.2.3=again\n1.5=lost: no line feed");
-    ASSERT_EQ(table.rows().size(), 3u);
-    EXPECT_STREQ(table.rows()[0].szOID, "1 2 3");
-    EXPECT_STREQ(table.rows()[0].szName, "one=two");
-    EXPECT_STREQ(table.rows()[1].szOID, " 1 4 "); // nothing is trimmed
-    EXPECT_STREQ(table.rows()[1].szName, " spaced ");
-    char room[1024] = {};
-    EXPECT_EQ(table.nameOf(Text("1 2 3"), room), "again"); // the last of equal OIDs
-    Text unknown("1 5");
-    EXPECT_EQ(table.nameOf(unknown, room), "1 5");
+    table.build(
+        "1.2=first\n1.2.3=one=two\nno equals sign\n 1.4 = spaced \n1.2=again\n=nobody\n1.5=lost: no line feed");
+    const std::pair<const char*, const char*> names[] = {
+        {"1 2 3", "one=two"},
+        {"1.2.3", "(none)"}, // kept with blanks
+        {" 1 4 ", " spaced "},
+        {"1 4", "(none)"}, // nothing is trimmed
+        {"1 2", "again"},  // the last of equal OIDs
+        {"", "nobody"},
+        {"no equals sign", "(none)"},
+        {"1 5", "(none)"},
+    };
+    for (const auto& [oid, name] : names)
+        EXPECT_EQ(nameIn(table, oid), name) << oid;
     table.build("1.1=new\n");
-    EXPECT_EQ(table.rows().size(), 1u);
+    EXPECT_EQ(nameIn(table, "1 1"), "new");
+    EXPECT_EQ(nameIn(table, "1 2 3"), "(none)") << "a table that is built again forgets the old one";
+}
+
+TEST(PolicyFile, OidsAreComparedIgnoringCase)
+{
+    sigil::PolicyTable table;
+    table.build("Any.Policy=first\nANY.POLICY=last\n");
+    EXPECT_EQ(nameIn(table, "any policy"), "last");
+    EXPECT_EQ(nameIn(table, "any policies"), "(none)");
 }
 
 TEST(PolicyFile, LongPartsAreCut)
 {
     sigil::PolicyTable table;
     table.build(std::string(40, '1') + "=" + std::string(80, 'n') + "\n");
-    EXPECT_EQ(std::string(table.rows()[0].szOID), std::string(29, '1'));
-    EXPECT_EQ(std::string(table.rows()[0].szName), std::string(59, 'n'));
+    EXPECT_EQ(nameIn(table, std::string(29, '1')), std::string(59, 'n'));
+    EXPECT_EQ(nameIn(table, std::string(40, '1')), "(none)");
 }
 
 TEST_F(Parsing, PolicyOfALastLineWithoutALineFeedShowsItsOid)

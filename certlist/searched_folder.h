@@ -1,0 +1,53 @@
+/** @file
+ *  A folder whose items are looked through.
+ */
+#pragma once
+
+#include <dirent.h>
+#include <sys/stat.h>
+
+#include <memory>
+#include <string>
+
+namespace sigil {
+
+/** A folder and the files below it. Files are asked about by the rest of their path: walking down the whole path for each
+ *  of thousands of files takes the system half as long again. */
+class SearchedFolder {
+public:
+    /** No folder: it has no items, and paths are taken from the root. */
+    SearchedFolder() = default;
+    /** @param path  ends in "/"; a folder that cannot be opened has no items */
+    explicit SearchedFolder(const std::string& path)
+        : m_path(path)
+        , m_folder(opendir(path.c_str()))
+    {
+    }
+
+    const std::string& path() const { return m_path; }
+    /** The next item, valid until the one after it is asked for; null after the last. */
+    const dirent* next() { return m_folder ? readdir(m_folder.get()) : nullptr; }
+    /** File type bits of an item, 0 when it is gone. Links are not followed. */
+    mode_t kindOf(const dirent& item) const;
+
+    /** @name Files by their whole path, in or below this folder. Links are followed.
+     *  @{ */
+    /** @return false, and @p status untouched, when the path leads nowhere */
+    bool statusOf(const char* path, struct stat& status) const;
+    /** Asks instead of opening: a pipe of this name would hold the caller up, and a device could do anything. */
+    bool canBeOpened(const char* path) const;
+    /** @} */
+
+private:
+    struct Close {
+        void operator()(DIR* folder) const { closedir(folder); }
+    };
+
+    int handle() const;
+    const char* fromHere(const char* path) const;
+
+    std::string m_path;
+    std::unique_ptr<DIR, Close> m_folder;
+};
+
+} // namespace sigil
