@@ -4,6 +4,7 @@
 #pragma once
 
 #include "certlist/loader.h"
+#include "certlist/text_buffer.h"
 
 #include <sigildesk/records.h>
 
@@ -43,6 +44,7 @@ protected:
     int m_nMediaType = 0;
     LoadOptions m_options;
     PolicyFilter m_filter;
+    TextBuffer m_texts[3]; // of the certificate that is being read
 
     friend class CertificateReader;
 };

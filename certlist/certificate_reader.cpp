@@ -92,8 +92,8 @@ int CertificateReader::uid() { return readText({CertGetUID, "CertGetUID()", fiel
 
 int CertificateReader::publicKey()
 {
-    TextBuffer algorithm;
-    TextBuffer keyLength;
+    TextBuffer& keyLength = m_loader.m_texts[1];
+    TextBuffer& algorithm = m_loader.m_texts[2];
     ToolkitBytes der(m_loader.m_hToolkit);
     const int rc = CertGetPubKeyInfo(m_loader.m_hToolkit, algorithm.cleared(), keyLength.cleared(),
         TextBuffer::capacity, m_text.cleared(), der.get());
@@ -164,7 +164,7 @@ int CertificateReader::optionalTexts()
 int CertificateReader::validityTexts()
 {
     // The façade does not tell the toolkits how much room there is, so leave more than it was told.
-    TextBuffer notAfter;
+    TextBuffer& notAfter = m_loader.m_texts[1];
     const int rc =
         CertGetValidity(m_loader.m_hToolkit, dateCapacity, m_text.cleared(), dateCapacity, notAfter.cleared());
     if (rc != success)

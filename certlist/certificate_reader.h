@@ -8,8 +8,6 @@
 #include "facade/toolkit_bytes.h"
 
 #include <span>
-#include <string>
-#include <string_view>
 
 namespace sigil {
 
@@ -23,20 +21,6 @@ struct ReaderStyle {
     bool mayExcludeExpired;     ///< the caller's wish to leave out expired certificates is heeded
 };
 
-/** Room for a text of the toolkit, used again for the next: a dozen cleared buffers for each certificate of a large store
- *  would cost more time than the texts. */
-class TextBuffer {
-public:
-    static constexpr int capacity = 2048; ///< what every text getter is offered, in bytes
-
-    /** The room, all zeros. It is one byte larger than @c capacity, so that the text always ends. */
-    char* cleared() { return m_room.assign(capacity + 1, '\0').data(); }
-    std::string_view text() const { return m_room.c_str(); }
-
-private:
-    std::string m_room;
-};
-
 class CertificateReader {
 public:
     /** @param certificate  the same as in the entry, in toolkit memory
@@ -47,6 +31,7 @@ public:
         , m_style(style)
         , m_certificate(certificate)
         , m_entry(entry)
+        , m_text(loader.m_texts[0])
     {
     }
 
@@ -92,7 +77,7 @@ private:
     const ReaderStyle& m_style;
     ToolkitBytes& m_certificate;
     tagCERTINFO& m_entry;
-    TextBuffer m_text;
+    TextBuffer& m_text;
 };
 
 } // namespace sigil
