@@ -4,6 +4,9 @@
 
 #include "certlist/policy_table.h"
 
+#include <algorithm>
+#include <cstring>
+
 namespace fs = std::filesystem;
 
 namespace {
@@ -89,6 +92,47 @@ const std::pair<const char*, const char*> necessary[] = {
     {"HVTK_CERT_GetSubKeyID", "CertGetSubKeyID()"},
     {"HVTK_CERT_GetValidity", "CertGetValidity()"},
 };
+
+TEST_F(Parsing, EveryTextIsAskedForInClearedRoom)
+{
+    addNpki("a");
+    addNpki("b");
+    start();
+    std::vector<std::string> dirty;
+    const auto checkRoom = [&](const doubles::Call& call, std::size_t argument, std::size_t size) {
+        const char* room = call.pointer<char>(argument);
+        if (std::any_of(room, room + size, [](char c) { return c != 0; }))
+            dirty.push_back(call.symbol);
+    };
+    // Each fills all the room that it is offered, without a terminator.
+    for (const char* text : {"SerialNum", "SignatureAlgorithm", "SubjectName", "UID", "KeyUsage", "CRLDP",
+             "IssuerName", "CertPolicy", "CertPolicy_PolicyID", "AuthKeyID", "SubKeyID", "SubjectAltName", "AIA"})
+        doubles::answer(std::string("HVTK_CERT_Get") + text, [&](const doubles::Call& call) {
+            EXPECT_EQ(call.integer(0), 2048) << call.symbol;
+            checkRoom(call, 1, 2048);
+            std::memset(call.pointer<char>(1), 'x', 2048);
+            return 0;
+        });
+    doubles::answer("HVTK_CERT_GetPubKey", [&](const doubles::Call& call) {
+        EXPECT_EQ(call.integer(0), 2048);
+        checkRoom(call, 2, 2048);
+        std::memset(call.pointer<char>(2), 'k', 2048);
+        return 0;
+    });
+    doubles::answer("HVTK_CERT_GetValidity", [&](const doubles::Call& call) {
+        for (std::size_t date : {0, 1}) {
+            checkRoom(call, date, 40);
+            std::memset(call.pointer<char>(date), '9', 40);
+        }
+        return 0;
+    });
+    ASSERT_EQ(load(), 0);
+    EXPECT_EQ(count(), 2);
+    EXPECT_EQ(dirty, std::vector<std::string>());
+    EXPECT_EQ(entry(1)->szPubKey, std::string(2047, 'k'));
+    EXPECT_EQ(entry(1)->szSerialNum, std::string(2047, 'x'));
+    EXPECT_EQ(entry(1)->szNotBefore, std::string(39, '9'));
+}
 
 TEST_F(Parsing, EveryNecessaryCallThatFailsIsLoggedWithoutAnErrorName)
 {
