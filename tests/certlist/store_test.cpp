@@ -16,10 +16,13 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <cstdio>
 #include <cstring>
 #include <fstream>
 #include <memory>
 #include <set>
+#include <string_view>
 #include <thread>
 
 namespace fs = std::filesystem;
@@ -284,6 +287,77 @@ TEST_F(Store, WrongPasswordGivesNoRandomValue)
     Buffer random;
     EXPECT_EQ(CLP_GetPriKeyRandom(clp, 0, wrong, &random.data, &random.length), 1119);
     EXPECT_EQ(random.data, nullptr);
+}
+
+/** Finds copies of a secret in the memory of the process, without being one: the secret is kept in disguise. */
+class SecretHunt {
+public:
+    explicit SecretHunt(std::string_view secret)
+    {
+        for (char c : secret)
+            m_disguised += static_cast<char>(c ^ mask);
+    }
+    /** How many copies there are in memory that can be written. */
+    int copies() const
+    {
+        int found = 0;
+        std::ifstream maps("/proc/self/maps");
+        for (std::string line; std::getline(maps, line);) {
+            std::uintptr_t start = 0, end = 0;
+            char mode[5] = {};
+            if (std::sscanf(line.c_str(), "%lx-%lx %4s", &start, &end, mode) == 3 &&
+                std::string_view(mode) == "rw-p")
+                found += copiesIn(reinterpret_cast<const char*>(start), reinterpret_cast<const char*>(end));
+        }
+        return found;
+    }
+
+private:
+    static constexpr char mask = 0x5a;
+
+    int copiesIn(const char* start, const char* end) const
+    {
+        const auto same = [](char plain, char disguised) { return static_cast<char>(plain ^ mask) == disguised; };
+        int found = 0;
+        for (; (start = std::search(start, end, m_disguised.begin(), m_disguised.end(), same)) != end; ++start)
+            ++found;
+        return found;
+    }
+
+    std::string m_disguised;
+};
+
+TEST_F(Store, SecretsEndWithTheirList)
+{
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "the sanitizer maps more memory than can be searched";
+#endif
+    const auto hunt = [](Buffer& secret) { // takes the secret away from the caller
+        SecretHunt found({secret.data, static_cast<std::size_t>(secret.length)});
+        std::memset(secret.data, 0, static_cast<std::size_t>(secret.length));
+        return found;
+    };
+    const SecretHunt passwords(password);
+    const int passwordsBefore = passwords.copies();
+    for (const bool listedAgain : {true, false}) {
+        ASSERT_EQ(load(), 0);
+        const int index = indexOf(firstOf("npki", "both"));
+        Buffer sign, km, random;
+        ASSERT_EQ(CLP_DecryptPriKey(clp, index, password, &sign.data, &sign.length, &km.data, &km.length), 0);
+        ASSERT_EQ(CLP_GetPriKeyRandom(clp, index, password, &random.data, &random.length), 0);
+        const SecretHunt secrets[] = {hunt(sign), hunt(km), hunt(random)};
+        for (const SecretHunt& secret : secrets)
+            EXPECT_GE(secret.copies(), 1) << "the list keeps its own";
+        if (listedAgain) {
+            ASSERT_EQ(load(), 0);
+        } else {
+            CLP_UnInitalize(clp);
+            clp = nullptr;
+        }
+        for (const SecretHunt& secret : secrets)
+            EXPECT_EQ(secret.copies(), 0) << (listedAgain ? "listed again" : "ended");
+        EXPECT_EQ(passwords.copies(), passwordsBefore);
+    }
 }
 
 struct Imported {
