@@ -8,8 +8,8 @@
 
 namespace sigil {
 
-/** Room for one text, used again for the next: two dozen cleared buffers for each certificate of a large store would cost
- *  more time than the texts. */
+/** Room for one text, used again for the next: two dozen new buffers for each certificate show in the time that a large
+ *  store takes to list. */
 class TextBuffer {
 public:
     static constexpr int capacity = 2048; ///< what every text getter is offered, in bytes
