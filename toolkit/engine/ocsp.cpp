@@ -84,8 +84,10 @@ OcspResponse::OcspResponse(View der)
 std::vector<Certificate> OcspResponse::certificates(const Library& library) const
 {
     const STACK_OF(X509)* const included = OCSP_resp_get0_certs(m_basic.get());
+    const int count = std::max(sk_X509_num(included), 0); // -1 when none are included
     std::vector<Certificate> all;
-    for (int i = 0; i < sk_X509_num(included); ++i)
+    all.reserve(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i)
         all.emplace_back(library, encode<Bytes>(sk_X509_value(included, i), i2d_X509));
     return all;
 }
