@@ -289,6 +289,7 @@ TEST_F(Store, WrongPasswordGivesNoRandomValue)
     EXPECT_EQ(random.data, nullptr);
 }
 
+#ifndef __SANITIZE_ADDRESS__ // which maps more memory than can be searched, and forbids reading what was freed
 /** Finds copies of a secret in the memory of the process, without being one: the secret is kept in disguise. */
 class SecretHunt {
 public:
@@ -329,9 +330,6 @@ private:
 
 TEST_F(Store, SecretsEndWithTheirList)
 {
-#ifdef __SANITIZE_ADDRESS__
-    GTEST_SKIP() << "the sanitizer maps more memory than can be searched";
-#endif
     const auto hunt = [](Buffer& secret) { // takes the secret away from the caller
         SecretHunt found({secret.data, static_cast<std::size_t>(secret.length)});
         std::memset(secret.data, 0, static_cast<std::size_t>(secret.length));
@@ -359,6 +357,7 @@ TEST_F(Store, SecretsEndWithTheirList)
         EXPECT_EQ(passwords.copies(), passwordsBefore);
     }
 }
+#endif
 
 struct Imported {
     Buffer cert, key, kmCert, kmKey;
