@@ -1,9 +1,9 @@
 // Any bytes as a certificate: every getter, and what reads identity data.
 
-#include "toolkit/engine/certificate.h"
+#include "toolkit/engine/x509/certificate.h"
 #include "fuzz/toolkit/input.h"
-#include "toolkit/engine/identity.h"
-#include "toolkit/engine/text.h"
+#include "toolkit/engine/keys/identity.h"
+#include "toolkit/engine/x509/text.h"
 
 using toolkit::Certificate;
 

@@ -3,10 +3,10 @@
  */
 #pragma once
 
-#include "toolkit/engine/bytes.h"
-#include "toolkit/engine/error.h"
-#include "toolkit/engine/library.h"
-#include "toolkit/engine/pem.h"
+#include "toolkit/engine/base/bytes.h"
+#include "toolkit/engine/base/error.h"
+#include "toolkit/engine/base/library.h"
+#include "toolkit/engine/base/pem.h"
 
 #include <cstdint>
 #include <cstdlib>

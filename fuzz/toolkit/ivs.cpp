@@ -1,6 +1,6 @@
 // Any bytes as a validation server's response, about the certificates that come with it and signed with them.
 
-#include "toolkit/engine/ivs.h"
+#include "toolkit/engine/status/ivs.h"
 #include "fuzz/toolkit/input.h"
 
 namespace {

@@ -1,8 +1,8 @@
 // Any bytes as a key file, and what opens as the key inside.
 
-#include "toolkit/engine/key_file.h"
+#include "toolkit/engine/keys/key_file.h"
 #include "fuzz/toolkit/input.h"
-#include "toolkit/engine/private_key.h"
+#include "toolkit/engine/keys/private_key.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {

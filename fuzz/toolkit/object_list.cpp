@@ -1,6 +1,6 @@
 // Any bytes as a list of objects: what is read can be written and read again.
 
-#include "toolkit/engine/object_list.h"
+#include "toolkit/engine/x509/object_list.h"
 #include "fuzz/toolkit/input.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 // Any bytes as an OCSP response about the certificate that comes with it.
 
-#include "toolkit/engine/ocsp.h"
+#include "toolkit/engine/status/ocsp.h"
 #include "fuzz/toolkit/input.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)

@@ -1,6 +1,6 @@
 // Any bytes as a PKCS#12 file.
 
-#include "toolkit/engine/pkcs12.h"
+#include "toolkit/engine/pkcs12/pkcs12.h"
 #include "fuzz/toolkit/input.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)

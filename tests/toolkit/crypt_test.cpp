@@ -2,7 +2,7 @@
 
 #include "tests/toolkit/toolkit_library.h"
 #include "tests/toolkit/workshop.h"
-#include "toolkit/engine/library.h"
+#include "toolkit/engine/base/library.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

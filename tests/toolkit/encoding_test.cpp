@@ -2,9 +2,9 @@
 
 #include "tests/toolkit/toolkit_library.h"
 #include "tests/toolkit/workshop.h"
-#include "toolkit/engine/error.h"
-#include "toolkit/engine/object_list.h"
-#include "toolkit/engine/text.h"
+#include "toolkit/engine/base/error.h"
+#include "toolkit/engine/x509/object_list.h"
+#include "toolkit/engine/x509/text.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -3,8 +3,8 @@
 #include "tests/toolkit/server.h"
 #include "tests/toolkit/toolkit_library.h"
 #include "tests/toolkit/workshop.h"
-#include "toolkit/engine/ivs.h"
-#include "toolkit/engine/settings.h"
+#include "toolkit/engine/base/settings.h"
+#include "toolkit/engine/status/ivs.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -2,12 +2,12 @@
 
 #include "tests/toolkit/toolkit_library.h"
 #include "tests/toolkit/workshop.h"
-#include "toolkit/engine/der.h"
-#include "toolkit/engine/error.h"
-#include "toolkit/engine/key_file.h"
-#include "toolkit/engine/pbe.h"
-#include "toolkit/engine/pem.h"
-#include "toolkit/engine/private_key.h"
+#include "toolkit/engine/base/der.h"
+#include "toolkit/engine/base/error.h"
+#include "toolkit/engine/base/pem.h"
+#include "toolkit/engine/keys/key_file.h"
+#include "toolkit/engine/keys/pbe.h"
+#include "toolkit/engine/keys/private_key.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

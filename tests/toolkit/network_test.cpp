@@ -3,8 +3,8 @@
 #include "tests/toolkit/server.h"
 #include "tests/toolkit/toolkit_library.h"
 #include "tests/toolkit/workshop.h"
-#include "toolkit/engine/pem.h"
-#include "toolkit/engine/text.h"
+#include "toolkit/engine/base/pem.h"
+#include "toolkit/engine/x509/text.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -2,11 +2,11 @@
 
 #include "tests/toolkit/toolkit_library.h"
 #include "tests/toolkit/workshop.h"
-#include "toolkit/engine/error.h"
-#include "toolkit/engine/key_file.h"
-#include "toolkit/engine/pkcs12.h"
-#include "toolkit/engine/pkcs12_handles.h"
-#include "toolkit/engine/private_key.h"
+#include "toolkit/engine/base/error.h"
+#include "toolkit/engine/keys/key_file.h"
+#include "toolkit/engine/keys/private_key.h"
+#include "toolkit/engine/pkcs12/pkcs12.h"
+#include "toolkit/engine/pkcs12/pkcs12_handles.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "toolkit/engine/text.h"
+#include "toolkit/engine/x509/text.h"
 
 #include <gtest/gtest.h>
 

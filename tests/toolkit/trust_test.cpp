@@ -3,7 +3,7 @@
 #include "tests/toolkit/server.h"
 #include "tests/toolkit/toolkit_library.h"
 #include "tests/toolkit/workshop.h"
-#include "toolkit/engine/text.h"
+#include "toolkit/engine/x509/text.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

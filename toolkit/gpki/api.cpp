@@ -1,9 +1,9 @@
 // GPKI_API_, GPKI_BINSTR_ and GPKI_BASE64_: the context, its settings, byte strings and their text form.
 
-#include "toolkit/engine/face.h"
-#include "toolkit/engine/pem.h"
-#include "toolkit/engine/settings.h"
-#include "toolkit/engine/text.h"
+#include "toolkit/engine/base/face.h"
+#include "toolkit/engine/base/pem.h"
+#include "toolkit/engine/base/settings.h"
+#include "toolkit/engine/x509/text.h"
 
 using namespace toolkit;
 

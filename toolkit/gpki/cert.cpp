@@ -1,8 +1,8 @@
 // GPKI_CERT_: the loaded certificate and its fields.
 
-#include "toolkit/engine/face.h"
-#include "toolkit/engine/object_list.h"
-#include "toolkit/engine/text.h"
+#include "toolkit/engine/base/face.h"
+#include "toolkit/engine/x509/object_list.h"
+#include "toolkit/engine/x509/text.h"
 
 #include <ctime>
 

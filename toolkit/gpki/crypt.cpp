@@ -1,11 +1,11 @@
 // GPKI_CRYPT_: signatures, hashes, codes and encryption.
 
-#include "toolkit/engine/asymmetric.h"
-#include "toolkit/engine/digest.h"
-#include "toolkit/engine/face.h"
-#include "toolkit/engine/file.h"
-#include "toolkit/engine/private_key.h"
-#include "toolkit/engine/settings.h"
+#include "toolkit/engine/base/digest.h"
+#include "toolkit/engine/base/face.h"
+#include "toolkit/engine/base/file.h"
+#include "toolkit/engine/base/settings.h"
+#include "toolkit/engine/keys/asymmetric.h"
+#include "toolkit/engine/keys/private_key.h"
 
 using namespace toolkit;
 

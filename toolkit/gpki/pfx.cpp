@@ -1,7 +1,7 @@
 // GPKI_PFX_: PKCS#12 files with a signing pair and, when there is one, a key-management pair.
 
-#include "toolkit/engine/face.h"
-#include "toolkit/engine/pkcs12.h"
+#include "toolkit/engine/base/face.h"
+#include "toolkit/engine/pkcs12/pkcs12.h"
 
 using namespace toolkit;
 

@@ -1,9 +1,9 @@
 // GPKI_STORAGE_: certificates and keys on the disk, the only medium here. Which pair of a certificate is meant (`kind`)
 // is already told by the path.
 
-#include "toolkit/engine/storage.h"
-#include "toolkit/engine/face.h"
-#include "toolkit/engine/file.h"
+#include "toolkit/engine/keys/storage.h"
+#include "toolkit/engine/base/face.h"
+#include "toolkit/engine/base/file.h"
 
 using namespace toolkit;
 

@@ -1,13 +1,13 @@
 // GPKI_CERT_ verification, the authorities of GPKI_API_ and GPKI_LDAP_ fetches.
 
-#include "toolkit/engine/face.h"
-#include "toolkit/engine/fetch.h"
-#include "toolkit/engine/ivs.h"
-#include "toolkit/engine/object_list.h"
-#include "toolkit/engine/ocsp.h"
-#include "toolkit/engine/pairs.h"
-#include "toolkit/engine/paths.h"
-#include "toolkit/engine/text.h"
+#include "toolkit/engine/base/face.h"
+#include "toolkit/engine/base/paths.h"
+#include "toolkit/engine/net/fetch.h"
+#include "toolkit/engine/pkcs12/pairs.h"
+#include "toolkit/engine/status/ivs.h"
+#include "toolkit/engine/status/ocsp.h"
+#include "toolkit/engine/x509/object_list.h"
+#include "toolkit/engine/x509/text.h"
 
 #include <optional>
 

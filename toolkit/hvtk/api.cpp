@@ -1,7 +1,7 @@
 // HVTK_API_ and HVTK_BINSTR_: the context, its settings and the byte strings.
 
-#include "toolkit/engine/face.h"
-#include "toolkit/engine/settings.h"
+#include "toolkit/engine/base/face.h"
+#include "toolkit/engine/base/settings.h"
 
 using namespace toolkit;
 

@@ -1,10 +1,10 @@
 // HVTK_PRIKEY_ and HVTK_VID_: private keys and the identity of their holders.
 
-#include "toolkit/engine/face.h"
-#include "toolkit/engine/identity.h"
-#include "toolkit/engine/ivs.h"
-#include "toolkit/engine/key_file.h"
-#include "toolkit/engine/private_key.h"
+#include "toolkit/engine/base/face.h"
+#include "toolkit/engine/keys/identity.h"
+#include "toolkit/engine/keys/key_file.h"
+#include "toolkit/engine/keys/private_key.h"
+#include "toolkit/engine/status/ivs.h"
 
 using namespace toolkit;
 

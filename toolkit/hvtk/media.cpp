@@ -1,8 +1,8 @@
 // HVTK_MEDIA_: files on the disk. Cards and the system's certificate store are not served.
 
-#include "toolkit/engine/face.h"
-#include "toolkit/engine/file.h"
-#include "toolkit/engine/storage.h"
+#include "toolkit/engine/base/face.h"
+#include "toolkit/engine/base/file.h"
+#include "toolkit/engine/keys/storage.h"
 
 using namespace toolkit;
 

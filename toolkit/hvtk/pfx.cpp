@@ -1,7 +1,7 @@
 // HVTK_PFX_: PKCS#12 files.
 
-#include "toolkit/engine/face.h"
-#include "toolkit/engine/pairs.h"
+#include "toolkit/engine/base/face.h"
+#include "toolkit/engine/pkcs12/pairs.h"
 
 #include <cstdint>
 

@@ -1,11 +1,11 @@
 // HVTK_CERT_ verification, HVTK_UTIL_ paths and HVTK_HVAP_ fetches.
 
-#include "toolkit/engine/face.h"
-#include "toolkit/engine/fetch.h"
-#include "toolkit/engine/ivs.h"
-#include "toolkit/engine/object_list.h"
-#include "toolkit/engine/pairs.h"
-#include "toolkit/engine/paths.h"
+#include "toolkit/engine/base/face.h"
+#include "toolkit/engine/base/paths.h"
+#include "toolkit/engine/net/fetch.h"
+#include "toolkit/engine/pkcs12/pairs.h"
+#include "toolkit/engine/status/ivs.h"
+#include "toolkit/engine/x509/object_list.h"
 
 using namespace toolkit;
 

@@ -1,9 +1,9 @@
 // HVTK_UTIL_, HVTK_BASE64_ and HVTK_PEM_: lists of objects, names and encodings.
 
-#include "toolkit/engine/face.h"
-#include "toolkit/engine/object_list.h"
-#include "toolkit/engine/pem.h"
-#include "toolkit/engine/text.h"
+#include "toolkit/engine/base/face.h"
+#include "toolkit/engine/base/pem.h"
+#include "toolkit/engine/x509/object_list.h"
+#include "toolkit/engine/x509/text.h"
 
 using namespace toolkit;
 

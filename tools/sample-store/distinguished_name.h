@@ -3,7 +3,7 @@
  */
 #pragma once
 
-#include "toolkit/engine/handles.h"
+#include "toolkit/engine/base/handles.h"
 
 #include <string>
 #include <string_view>

@@ -1,7 +1,7 @@
 #include "tools/sample-store/extensions.h"
 
-#include "toolkit/engine/handles.h"
-#include "toolkit/engine/oid.h"
+#include "toolkit/engine/base/handles.h"
+#include "toolkit/engine/base/oid.h"
 #include "tools/sample-store/check.h"
 
 #include <openssl/sha.h>

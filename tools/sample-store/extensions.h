@@ -5,7 +5,7 @@
  */
 #pragma once
 
-#include "toolkit/engine/bytes.h"
+#include "toolkit/engine/base/bytes.h"
 
 #include <openssl/x509.h>
 

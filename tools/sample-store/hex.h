@@ -3,7 +3,7 @@
  */
 #pragma once
 
-#include "toolkit/engine/bytes.h"
+#include "toolkit/engine/base/bytes.h"
 
 #include <string>
 

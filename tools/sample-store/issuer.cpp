@@ -1,6 +1,6 @@
 #include "tools/sample-store/issuer.h"
 
-#include "toolkit/engine/identity.h"
+#include "toolkit/engine/keys/identity.h"
 #include "tools/sample-store/check.h"
 #include "tools/sample-store/dates.h"
 #include "tools/sample-store/extensions.h"

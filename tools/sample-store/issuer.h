@@ -3,8 +3,8 @@
  */
 #pragma once
 
-#include "toolkit/engine/bytes.h"
-#include "toolkit/engine/handles.h"
+#include "toolkit/engine/base/bytes.h"
+#include "toolkit/engine/base/handles.h"
 #include "tools/sample-store/key_pool.h"
 #include "tools/sample-store/plan.h"
 

@@ -3,7 +3,7 @@
  */
 #pragma once
 
-#include "toolkit/engine/bytes.h"
+#include "toolkit/engine/base/bytes.h"
 #include "tools/sample-store/distinguished_name.h"
 #include "tools/sample-store/kinds.h"
 #include "tools/sample-store/options.h"

@@ -1,10 +1,10 @@
 #include "tools/sample-store/store.h"
 
-#include "toolkit/engine/der.h"
-#include "toolkit/engine/identity.h"
-#include "toolkit/engine/key_file.h"
-#include "toolkit/engine/pem.h"
-#include "toolkit/engine/private_key.h"
+#include "toolkit/engine/base/der.h"
+#include "toolkit/engine/base/pem.h"
+#include "toolkit/engine/keys/identity.h"
+#include "toolkit/engine/keys/key_file.h"
+#include "toolkit/engine/keys/private_key.h"
 #include "tools/sample-store/check.h"
 #include "tools/sample-store/files.h"
 

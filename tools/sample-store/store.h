@@ -3,8 +3,8 @@
  */
 #pragma once
 
-#include "toolkit/engine/library.h"
-#include "toolkit/engine/pkcs12.h"
+#include "toolkit/engine/base/library.h"
+#include "toolkit/engine/pkcs12/pkcs12.h"
 #include "tools/sample-store/issuer.h"
 #include "tools/sample-store/key_pool.h"
 #include "tools/sample-store/layout.h"

@@ -1,0 +1,115 @@
+#include "toolkit/engine/base/error.h"
+
+#include <openssl/err.h>
+
+#include <array>
+#include <utility>
+
+namespace toolkit {
+namespace {
+
+struct CodeText {
+    int code;
+    std::string_view text;
+};
+
+constexpr std::array codeTexts{
+    CodeText{SIGIL_TK_OK, "Success"},
+    CodeText{SIGIL_TK_KEY_MALFORMED, "The private key file is damaged"},
+    CodeText{SIGIL_TK_KEY_UNSUPPORTED, "The private key is encrypted with an unsupported algorithm"},
+    CodeText{SIGIL_TK_KEY_WRONG_PASSWORD, "The password does not open the private key"},
+    CodeText{SIGIL_TK_KEY_MISMATCH, "The certificate and the private key do not belong together"},
+    CodeText{SIGIL_TK_KEY_UNUSABLE, "The private key cannot be used"},
+    CodeText{SIGIL_TK_KEY_OPTION, "Unknown key encryption algorithm"},
+    CodeText{SIGIL_TK_ARGUMENT, "A required argument is missing or out of range"},
+    CodeText{SIGIL_TK_CONTEXT, "The toolkit context is not initialised"},
+    CodeText{SIGIL_TK_NO_MEMORY, "Out of memory"},
+    CodeText{SIGIL_TK_BUFFER_TOO_SMALL, "The output buffer is too small"},
+    CodeText{SIGIL_TK_INTERNAL, "The operation failed"},
+    CodeText{SIGIL_TK_NO_PROVIDER, "An OpenSSL provider cannot be loaded"},
+    CodeText{SIGIL_TK_OPTION, "Unknown option value"},
+    CodeText{SIGIL_TK_ENCODING, "The input is not well encoded"},
+    CodeText{SIGIL_TK_INDEX, "The index lies outside the list"},
+    CodeText{SIGIL_TK_NAMES_DIFFER, "The distinguished names are different"},
+    CodeText{SIGIL_TK_CERT_NOT_LOADED, "No certificate is loaded"},
+    CodeText{SIGIL_TK_CERT_MALFORMED, "The certificate is damaged"},
+    CodeText{SIGIL_TK_CRL_MALFORMED, "The revocation list is damaged"},
+    CodeText{SIGIL_TK_VERIFY_FAILED, "The certificate does not verify"},
+    CodeText{SIGIL_TK_VERIFY_NO_ISSUER, "No path to a trusted certificate was found"},
+    CodeText{SIGIL_TK_VERIFY_EXPIRED, "The certificate or one of its issuers has expired"},
+    CodeText{SIGIL_TK_VERIFY_NOT_YET, "The certificate or one of its issuers is not valid yet"},
+    CodeText{SIGIL_TK_VERIFY_REVOKED, "The certificate or one of its issuers is revoked"},
+    CodeText{SIGIL_TK_VERIFY_SIGNATURE, "A signature in the certification path is wrong"},
+    CodeText{SIGIL_TK_VERIFY_USAGE, "The certificate is not meant for this usage"},
+    CodeText{SIGIL_TK_VERIFY_POLICY, "The certification path is not valid under the wanted policies"},
+    CodeText{SIGIL_TK_VERIFY_NO_CRL, "No usable revocation list was found"},
+    CodeText{SIGIL_TK_FILE_NOT_FOUND, "The file or folder does not exist"},
+    CodeText{SIGIL_TK_FILE_READ, "The file cannot be read"},
+    CodeText{SIGIL_TK_FILE_WRITE, "The file cannot be written"},
+    CodeText{SIGIL_TK_FILE_DELETE, "The file cannot be deleted"},
+    CodeText{SIGIL_TK_MEDIUM, "The storage medium is not available"},
+    CodeText{SIGIL_TK_ALGORITHM, "Unknown algorithm, or wrong key for it"},
+    CodeText{SIGIL_TK_NO_SESSION_KEY, "No symmetric key is set"},
+    CodeText{SIGIL_TK_DECRYPT, "The data cannot be decrypted"},
+    CodeText{SIGIL_TK_SIGNATURE, "The signature is wrong"},
+    CodeText{SIGIL_TK_MAC, "The message authentication code is wrong"},
+    CodeText{SIGIL_TK_VID_NO_RANDOM, "The private key holds no random value"},
+    CodeText{SIGIL_TK_VID_NO_DATA, "The certificate holds no identity data"},
+    CodeText{SIGIL_TK_VID_MISMATCH, "The identity number does not belong to the certificate"},
+    CodeText{SIGIL_TK_URL, "The address is not an ldap or http address"},
+    CodeText{SIGIL_TK_FETCH, "The server cannot be reached"},
+    CodeText{SIGIL_TK_NOT_FOUND, "The server has no such entry"},
+    CodeText{SIGIL_TK_OCSP_MALFORMED, "The responder's answer is damaged"},
+    CodeText{SIGIL_TK_OCSP_REFUSED, "The responder refuses to answer"},
+    CodeText{SIGIL_TK_OCSP_SIGNER, "The responder's answer is not signed by whom it must be"},
+    CodeText{SIGIL_TK_OCSP_NONCE, "The responder's answer belongs to another request"},
+    CodeText{SIGIL_TK_OCSP_STALE, "The responder's answer is not current"},
+    CodeText{SIGIL_TK_OCSP_NO_ANSWER, "The responder's answer is about another certificate"},
+    CodeText{SIGIL_TK_OCSP_UNKNOWN, "The responder does not know the certificate"},
+    CodeText{SIGIL_TK_IVS_MALFORMED, "The validation server's answer is damaged"},
+    CodeText{SIGIL_TK_IVS_REFUSED, "The validation server refuses to answer"},
+    CodeText{SIGIL_TK_IVS_SIGNER, "The validation server's answer is not signed with the given certificate"},
+    CodeText{SIGIL_TK_IVS_OTHER_REQUEST, "The validation server's answer belongs to another request"},
+    CodeText{SIGIL_TK_IVS_STALE, "The validation server's answer is not current"},
+    CodeText{SIGIL_TK_IVS_NO_ANSWER, "The validation server's answer is about something else"},
+    CodeText{SIGIL_TK_IVS_INVALID, "The validation server does not accept the certificate"},
+    CodeText{SIGIL_TK_PFX_MALFORMED, "The PKCS#12 file is damaged"},
+    CodeText{SIGIL_TK_PFX_UNSUPPORTED, "The PKCS#12 file is protected with an unsupported algorithm"},
+    CodeText{SIGIL_TK_PFX_NO_PAIR, "The PKCS#12 file holds no certificate with its private key"},
+    CodeText{SIGIL_TK_PFX_NO_MAC, "The PKCS#12 file has no integrity protection"},
+    CodeText{SIGIL_TK_PFX_WRONG_PASSWORD, "The password does not open the PKCS#12 file"},
+};
+
+thread_local unsigned long errorBeforeCall = 0;
+
+} // namespace
+
+std::string_view codeText(int code)
+{
+    for (const CodeText& entry : codeTexts)
+        if (entry.code == code)
+            return entry.text;
+    return {};
+}
+
+void fail(int code, std::string_view detail)
+{
+    std::string text(codeText(code));
+    if (!detail.empty())
+        text.append(": ").append(detail);
+    const unsigned long newest = ERR_peek_last_error();
+    const char* reason = newest != errorBeforeCall ? ERR_reason_error_string(newest) : nullptr;
+    if (reason)
+        text.append(" (").append(reason).append(")");
+    throw Error(code, text);
+}
+
+ErrorScope::ErrorScope()
+{
+    errorBeforeCall = ERR_peek_last_error();
+    ERR_set_mark();
+}
+
+ErrorScope::~ErrorScope() { ERR_pop_to_mark(); }
+
+} // namespace toolkit

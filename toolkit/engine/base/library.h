@@ -1,0 +1,31 @@
+/** @file
+ *  OpenSSL as the toolkit uses it: a library context of its own.
+ */
+#pragma once
+
+#include "toolkit/engine/base/handles.h"
+
+#include <openssl/provider.h>
+#include <openssl/types.h>
+
+namespace toolkit {
+
+/** A library context with the providers "default" and "legacy" (SEED and RC2 live there). The host's default context
+ *  stays as it is. One thread at a time. */
+class Library {
+public:
+    /** Throws SIGIL_TK_NO_PROVIDER. */
+    Library();
+
+    OSSL_LIB_CTX* context() const { return m_context.get(); }
+    /** Throws SIGIL_TK_ALGORITHM when the providers lack @p name. */
+    CipherHandle cipher(const char* name) const;
+    DigestHandle digest(const char* name) const;
+
+private:
+    Handle<OSSL_LIB_CTX, OSSL_LIB_CTX_free> m_context;
+    Handle<OSSL_PROVIDER, OSSL_PROVIDER_unload> m_default;
+    Handle<OSSL_PROVIDER, OSSL_PROVIDER_unload> m_legacy;
+};
+
+} // namespace toolkit

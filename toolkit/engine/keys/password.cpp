@@ -1,0 +1,40 @@
+#include "toolkit/engine/keys/password.h"
+
+#include <iconv.h>
+
+#include <optional>
+
+namespace toolkit {
+namespace {
+
+/** The whole text in another character set; nothing when it is not text in the first one. Every copy is wiped. */
+std::optional<Secret> converted(const char* to, const char* from, std::string_view text)
+{
+    constexpr std::size_t longestCharacter = 4;
+    const iconv_t converter = iconv_open(to, from);
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): how iconv_open says that it failed
+    if (converter == reinterpret_cast<iconv_t>(-1))
+        return {};
+    Secret input = toSecret(view(text));
+    Secret output(longestCharacter * text.size());
+    auto* in = reinterpret_cast<char*>(input.data());
+    auto* out = reinterpret_cast<char*>(output.data());
+    std::size_t left = input.size();
+    std::size_t room = output.size();
+    const bool whole = iconv(converter, &in, &left, &out, &room) != static_cast<std::size_t>(-1) && left == 0;
+    iconv_close(converter);
+    output.resize(output.size() - room);
+    return whole ? std::optional(output) : std::nullopt;
+}
+
+} // namespace
+
+Secret utf8Password(std::string_view password)
+{
+    const bool isUtf8 = converted("UTF-16LE", "UTF-8", password).has_value();
+    if (const auto fromCp949 = isUtf8 ? std::nullopt : converted("UTF-8", "CP949", password))
+        return *fromCp949;
+    return toSecret(view(password));
+}
+
+} // namespace toolkit

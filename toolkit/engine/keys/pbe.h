@@ -1,0 +1,44 @@
+/** @file
+ *  Password-based encryption: from a password and the AlgorithmIdentifier in a file to a cipher ready to run.
+ */
+#pragma once
+
+#include "toolkit/engine/base/bytes.h"
+#include "toolkit/engine/base/library.h"
+
+#include <string>
+#include <string_view>
+
+namespace toolkit {
+
+/** An AlgorithmIdentifier of password-based encryption taken apart. */
+struct PbeAlgorithm {
+    View whole;
+    std::string oid;
+    View parameters; ///< content of the parameters' SEQUENCE
+};
+
+enum class Direction { Decrypt = 0, Encrypt = 1 };
+
+/** Throws SIGIL_TK_KEY_MALFORMED. */
+PbeAlgorithm parsePbeAlgorithm(View algorithmIdentifier);
+
+/** Rounds of the key derivation. Throws as startPbe. */
+unsigned long iterationsOf(const PbeAlgorithm& algorithm);
+
+/** A cipher with key and initial vector derived from the password. Rounds are bounded to 1 ... 10,000,000, the salt must
+ *  not be empty. Throws SIGIL_TK_KEY_MALFORMED and SIGIL_TK_KEY_UNSUPPORTED. */
+CipherContextHandle startPbe(
+    const Library& library, const PbeAlgorithm& algorithm, std::string_view password, Direction direction);
+
+/** AlgorithmIdentifier for writing, with a fresh random salt.
+ *  @param code a SigilToolkitKeyEncryption; throws SIGIL_TK_KEY_OPTION for another */
+Bytes makePbeAlgorithm(const Library& library, int code);
+
+/** The SigilToolkitKeyEncryption that writes such an algorithm; SIGIL_TK_KEY_DEFAULT when there is none. */
+int pbeCode(const Library& library, const PbeAlgorithm& algorithm);
+
+/** Runs @p cipher over @p data. False when the padding is wrong. */
+bool runCipher(EVP_CIPHER_CTX* cipher, View data, Secret& out);
+
+} // namespace toolkit

@@ -1,0 +1,114 @@
+#include "toolkit/engine/net/web.h"
+
+#include "toolkit/engine/base/error.h"
+#include "toolkit/engine/base/file.h"
+#include "toolkit/engine/x509/text.h"
+
+#include <curl/curl.h>
+
+#include <memory>
+#include <utility>
+
+namespace toolkit {
+namespace {
+
+constexpr long connectSeconds = 5;
+constexpr long totalSeconds = 15;
+constexpr long redirections = 3;
+
+struct CloseTransfer {
+    void operator()(CURL* transfer) const { curl_easy_cleanup(transfer); }
+};
+using Transfer = std::unique_ptr<CURL, CloseTransfer>;
+
+struct ReleaseHeaders {
+    void operator()(curl_slist* headers) const { curl_slist_free_all(headers); }
+};
+using Headers = std::unique_ptr<curl_slist, ReleaseHeaders>;
+
+/** What the server answers, as far as it is wanted. */
+struct Answer {
+    std::size_t maximumSize;
+    Bytes body;
+};
+
+std::size_t append(char* data, std::size_t, std::size_t size, void* target)
+{
+    auto& answer = *static_cast<Answer*>(target);
+    if (answer.body.size() + size > answer.maximumSize)
+        return 0;
+    const View piece = view({data, size});
+    answer.body.insert(answer.body.end(), piece.begin(), piece.end());
+    return size;
+}
+
+/** Addresses are formed from names, so blanks and Korean letters are met in them. */
+std::string encodedUrl(const std::string& url)
+{
+    std::string encoded;
+    for (const char c : url) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte > 0x20 && byte < 0x7F)
+            encoded += c;
+        else
+            encoded += "%" + hexText({&byte, 1});
+    }
+    return encoded;
+}
+
+Transfer makeTransfer(const std::string& url, Answer& answer)
+{
+    // Without its TLS part, so that the process's OpenSSL stays as it is.
+    static const bool ready = curl_global_init(CURL_GLOBAL_NOTHING) == CURLE_OK;
+    Transfer transfer(ready ? curl_easy_init() : nullptr);
+    require(transfer != nullptr, SIGIL_TK_NO_MEMORY);
+    curl_easy_setopt(transfer.get(), CURLOPT_URL, encodedUrl(url).c_str());
+    curl_easy_setopt(transfer.get(), CURLOPT_PROTOCOLS_STR, "http");
+    curl_easy_setopt(transfer.get(), CURLOPT_NOSIGNAL, 1L);
+    curl_easy_setopt(transfer.get(), CURLOPT_CONNECTTIMEOUT, connectSeconds);
+    curl_easy_setopt(transfer.get(), CURLOPT_TIMEOUT, totalSeconds);
+    curl_easy_setopt(transfer.get(), CURLOPT_FAILONERROR, 1L);
+    curl_easy_setopt(transfer.get(), CURLOPT_WRITEFUNCTION, append);
+    curl_easy_setopt(transfer.get(), CURLOPT_WRITEDATA, &answer);
+    return transfer;
+}
+
+/** Throws unless the exchange went well. @return the status of the answer */
+long perform(CURL* transfer, const std::string& url)
+{
+    const CURLcode result = curl_easy_perform(transfer);
+    long status = 0;
+    curl_easy_getinfo(transfer, CURLINFO_RESPONSE_CODE, &status);
+    require(status != 404 && status != 410, SIGIL_TK_NOT_FOUND, url);
+    require(result == CURLE_OK, SIGIL_TK_FETCH, curl_easy_strerror(result));
+    return status;
+}
+
+} // namespace
+
+Bytes getFromWeb(const std::string& url)
+{
+    Answer answer{maximumFileSize, {}};
+    const Transfer transfer = makeTransfer(url, answer);
+    curl_easy_setopt(transfer.get(), CURLOPT_REDIR_PROTOCOLS_STR, "http");
+    curl_easy_setopt(transfer.get(), CURLOPT_FOLLOWLOCATION, 1L);
+    curl_easy_setopt(transfer.get(), CURLOPT_MAXREDIRS, redirections);
+    perform(transfer.get(), url);
+    return std::move(answer.body);
+}
+
+Bytes postToWeb(const std::string& url, const std::string& contentType, View body, std::size_t maximumSize)
+{
+    Answer answer{maximumSize, {}};
+    const Transfer transfer = makeTransfer(url, answer);
+    const Headers headers(curl_slist_append(nullptr, ("Content-Type: " + contentType).c_str()));
+    require(headers != nullptr, SIGIL_TK_NO_MEMORY);
+    curl_easy_setopt(transfer.get(), CURLOPT_HTTPHEADER, headers.get());
+    curl_easy_setopt(transfer.get(), CURLOPT_POSTFIELDSIZE, static_cast<long>(body.size()));
+    curl_easy_setopt(transfer.get(), CURLOPT_POSTFIELDS, body.data());
+    const long status = perform(transfer.get(), url);
+    require(status == 200, SIGIL_TK_FETCH, "status " + std::to_string(status));
+    return std::move(answer.body);
+}
+
+} // namespace toolkit

@@ -1,0 +1,277 @@
+#include "toolkit/engine/pkcs12/pkcs12.h"
+
+#include "toolkit/engine/base/der.h"
+#include "toolkit/engine/base/error.h"
+#include "toolkit/engine/keys/key_file.h"
+#include "toolkit/engine/keys/password.h"
+#include "toolkit/engine/keys/pbe.h"
+#include "toolkit/engine/keys/private_key.h"
+#include "toolkit/engine/pkcs12/pkcs12_handles.h"
+#include "toolkit/engine/x509/certificate.h"
+
+#include <openssl/err.h>
+
+#include <algorithm>
+#include <optional>
+
+namespace toolkit {
+namespace {
+
+constexpr int maximumDepth = 8;
+constexpr unsigned long maximumIterations = 10'000'000;
+
+struct FoundCertificate {
+    Bytes der;
+    Bytes localKeyId;
+};
+
+struct FoundKey {
+    Secret keyInfo;
+    Bytes localKeyId;
+};
+
+Bytes localKeyId(const PKCS12_SAFEBAG* bag)
+{
+    const ASN1_TYPE* value = PKCS12_SAFEBAG_get0_attr(bag, NID_localKeyID);
+    if (!value || value->type != V_ASN1_OCTET_STRING)
+        return {};
+    const ASN1_OCTET_STRING* id = value->value.octet_string;
+    return {id->data, id->data + id->length};
+}
+
+/** In a PKCS#12 file a key that does not open is a failure of the file. */
+int pfxCode(int keyCode)
+{
+    switch (keyCode) {
+    case SIGIL_TK_KEY_WRONG_PASSWORD:
+        return SIGIL_TK_PFX_WRONG_PASSWORD;
+    case SIGIL_TK_KEY_UNSUPPORTED:
+    case SIGIL_TK_ALGORITHM:
+        return SIGIL_TK_PFX_UNSUPPORTED;
+    default:
+        return SIGIL_TK_PFX_MALFORMED;
+    }
+}
+
+/** Runs a decryption and turns its codes into those of PKCS#12. */
+template <class Body>
+auto withPfxCodes(Body body)
+{
+    try {
+        return body();
+    } catch (const Error& error) {
+        fail(pfxCode(error.code()), error.what());
+    }
+}
+
+/** Collects what the bags of a file hold. */
+class BagReader {
+public:
+    BagReader(const Library& library, std::string_view password)
+        : m_library(library)
+        , m_password(password)
+    {
+    }
+
+    void readSafe(PKCS7* safe)
+    {
+        if (PKCS7_type_is_data(safe))
+            return readBags(BagsHandle(PKCS12_unpack_p7data(safe)).get(), 0);
+        require(PKCS7_type_is_encrypted(safe), SIGIL_TK_PFX_UNSUPPORTED, "public-key protection");
+        const Secret plain = withPfxCodes([&] { return decryptSafe(safe->d.encrypted->enc_data); });
+        const unsigned char* at = plain.data();
+        const BagsHandle bags(static_cast<STACK_OF(PKCS12_SAFEBAG)*>(static_cast<void*>(
+            ASN1_item_d2i(nullptr, &at, static_cast<long>(plain.size()), ASN1_ITEM_rptr(PKCS12_SAFEBAGS)))));
+        // Without a MAC a wrong password can leave noise behind valid padding.
+        require(bags != nullptr, SIGIL_TK_PFX_WRONG_PASSWORD);
+        readBags(bags.get(), 0);
+    }
+
+    std::vector<FoundCertificate> certificates;
+    std::vector<FoundKey> keys;
+
+private:
+    /** Many slow bags in one file take as long as one that is too slow. */
+    void countIterations(const PbeAlgorithm& algorithm)
+    {
+        m_iterations += iterationsOf(algorithm);
+        require(m_iterations <= maximumIterations, SIGIL_TK_KEY_MALFORMED, "sum of iteration counts");
+    }
+
+    Secret decryptSafe(const PKCS7_ENC_CONTENT* content)
+    {
+        require(content && content->enc_data, SIGIL_TK_KEY_MALFORMED, "encrypted content");
+        const Bytes identifier = encode<Bytes>(content->algorithm, i2d_X509_ALGOR);
+        const PbeAlgorithm algorithm = parsePbeAlgorithm(identifier);
+        countIterations(algorithm);
+        const CipherContextHandle cipher = startPbe(m_library, algorithm, m_password, Direction::Decrypt);
+        const View data(content->enc_data->data, static_cast<std::size_t>(content->enc_data->length));
+        Secret plain;
+        require(runCipher(cipher.get(), data, plain), SIGIL_TK_KEY_WRONG_PASSWORD);
+        return plain;
+    }
+
+    void readBags(const STACK_OF(PKCS12_SAFEBAG) * bags, int depth)
+    {
+        require(bags && depth <= maximumDepth, SIGIL_TK_PFX_MALFORMED, "bags");
+        for (int i = 0; i < sk_PKCS12_SAFEBAG_num(bags); ++i)
+            readBag(sk_PKCS12_SAFEBAG_value(bags, i), depth);
+    }
+
+    void readBag(const PKCS12_SAFEBAG* bag, int depth)
+    {
+        switch (PKCS12_SAFEBAG_get_nid(bag)) {
+        case NID_keyBag:
+            keys.push_back(
+                {encode<Secret>(PKCS12_SAFEBAG_get0_p8inf(bag), i2d_PKCS8_PRIV_KEY_INFO), localKeyId(bag)});
+            break;
+        case NID_pkcs8ShroudedKeyBag:
+            keys.push_back({decryptKey(PKCS12_SAFEBAG_get0_pkcs8(bag)), localKeyId(bag)});
+            break;
+        case NID_certBag:
+            readCertificate(bag);
+            break;
+        case NID_safeContentsBag:
+            readBags(PKCS12_SAFEBAG_get0_safes(bag), depth + 1);
+            break;
+        default:
+            break; // revocation lists and secrets are of no use here
+        }
+    }
+
+    Secret decryptKey(const X509_SIG* encrypted)
+    {
+        const X509_ALGOR* algorithm = nullptr;
+        X509_SIG_get0(encrypted, &algorithm, nullptr);
+        const Bytes identifier = encode<Bytes>(algorithm, i2d_X509_ALGOR);
+        const Bytes file = encode<Bytes>(encrypted, i2d_X509_SIG);
+        return withPfxCodes([&] {
+            countIterations(parsePbeAlgorithm(identifier));
+            return decryptKeyFile(m_library, file, m_password);
+        });
+    }
+
+    void readCertificate(const PKCS12_SAFEBAG* bag)
+    {
+        if (PKCS12_SAFEBAG_get_bag_nid(bag) != NID_x509Certificate)
+            return;
+        const X509Handle certificate(PKCS12_SAFEBAG_get1_cert(bag));
+        require(certificate != nullptr, SIGIL_TK_PFX_MALFORMED, "certificate");
+        certificates.push_back({encode<Bytes>(certificate.get(), i2d_X509), localKeyId(bag)});
+    }
+
+    const Library& m_library;
+    std::string_view m_password;
+    unsigned long m_iterations = 0;
+};
+
+Pkcs12Handle parse(const Library& library, View file)
+{
+    const BioHandle input(BIO_new_mem_buf(file.data(), static_cast<int>(file.size())));
+    Pkcs12Handle fresh(PKCS12_init_ex(NID_pkcs7_data, library.context(), nullptr));
+    require(input && fresh, SIGIL_TK_NO_MEMORY);
+    Pkcs12Handle parsed =
+        decodeInto(std::move(fresh), [&](PKCS12** target) { return d2i_PKCS12_bio(input.get(), target); });
+    require(parsed != nullptr, SIGIL_TK_PFX_MALFORMED);
+    return parsed;
+}
+
+void checkMacBounds(const PKCS12* pfx)
+{
+    const ASN1_OCTET_STRING* salt = nullptr;
+    const ASN1_INTEGER* iterations = nullptr;
+    PKCS12_get0_mac(nullptr, nullptr, &salt, &iterations, pfx);
+    const long count = iterations ? ASN1_INTEGER_get(iterations) : 1;
+    require(salt && ASN1_STRING_length(salt) > 0 && count >= 1 && count <= static_cast<long>(maximumIterations),
+        SIGIL_TK_PFX_MALFORMED, "salt or iteration count");
+}
+
+/** An empty password is written in two ways: as no password, and as an empty text. */
+bool macMatches(PKCS12* pfx, View password)
+{
+    return PKCS12_verify_mac(pfx, chars(password), static_cast<int>(password.size())) == 1 ||
+        (password.empty() && (PKCS12_verify_mac(pfx, nullptr, 0) == 1 || PKCS12_verify_mac(pfx, "", 0) == 1));
+}
+
+void checkMac(PKCS12* pfx, View password, int mode)
+{
+    if (PKCS12_mac_present(pfx) != 1) {
+        require(mode == SIGIL_TK_PFX_WITHOUT_MAC, SIGIL_TK_PFX_NO_MAC);
+        return;
+    }
+    checkMacBounds(pfx);
+    if (macMatches(pfx, password))
+        return;
+    const unsigned long reason = ERR_peek_last_error();
+    const bool unsupported = ERR_GET_LIB(reason) == ERR_LIB_PKCS12 &&
+        (ERR_GET_REASON(reason) == PKCS12_R_MAC_GENERATION_ERROR ||
+            ERR_GET_REASON(reason) == PKCS12_R_UNKNOWN_DIGEST_ALGORITHM);
+    fail(unsupported ? SIGIL_TK_PFX_UNSUPPORTED : SIGIL_TK_PFX_WRONG_PASSWORD);
+}
+
+/** By their public keys; keys that OpenSSL does not know by the identifier that the file gives to both. */
+bool belongTogether(const Library& library, const FoundCertificate& certificate, const FoundKey& key)
+{
+    try {
+        checkKeyPair(library, {library, certificate.der}, key.keyInfo);
+        return true;
+    } catch (const Error& error) {
+        return error.code() != SIGIL_TK_KEY_MISMATCH && !key.localKeyId.empty() &&
+            key.localKeyId == certificate.localKeyId;
+    }
+}
+
+Pkcs12Content pairUp(const Library& library, BagReader& found)
+{
+    Pkcs12Content content;
+    for (const FoundCertificate& certificate : found.certificates) {
+        const auto key = std::find_if(found.keys.begin(), found.keys.end(),
+            [&](const FoundKey& candidate) { return belongTogether(library, certificate, candidate); });
+        if (key == found.keys.end())
+            content.others.push_back(certificate.der);
+        else
+            content.pairs.push_back({certificate.der, key->keyInfo});
+    }
+    require(!content.pairs.empty(), SIGIL_TK_PFX_NO_PAIR);
+    return content;
+}
+
+bool signs(const Library& library, const CertifiedKey& pair)
+{
+    return (Certificate(library, pair.certificate).usageBits().value_or(0) & KU_DIGITAL_SIGNATURE) != 0;
+}
+
+} // namespace
+
+Pkcs12Content readPkcs12(const Library& library, View file, std::string_view password, int mode)
+{
+    require(mode == SIGIL_TK_PFX_STRICT || mode == SIGIL_TK_PFX_WITHOUT_MAC, SIGIL_TK_OPTION, "PKCS#12 mode");
+    const Pkcs12Handle pfx = parse(library, file);
+    const Secret secret = utf8Password(password);
+    checkMac(pfx.get(), secret, mode);
+    const SafesHandle safes(PKCS12_unpack_authsafes(pfx.get()));
+    require(safes != nullptr, SIGIL_TK_PFX_MALFORMED, "content");
+    BagReader reader(library, {chars(secret), secret.size()});
+    for (int i = 0; i < sk_PKCS7_num(safes.get()); ++i)
+        reader.readSafe(sk_PKCS7_value(safes.get(), i));
+    return pairUp(library, reader);
+}
+
+const CertifiedKey& signingPair(const Library& library, const Pkcs12Content& content)
+{
+    require(!content.pairs.empty(), SIGIL_TK_PFX_NO_PAIR);
+    const auto pair = std::find_if(
+        content.pairs.begin(), content.pairs.end(), [&](const CertifiedKey& p) { return signs(library, p); });
+    return pair == content.pairs.end() ? content.pairs.front() : *pair;
+}
+
+const CertifiedKey* keyManagementPair(const Library& library, const Pkcs12Content& content)
+{
+    const CertifiedKey* const signing = &signingPair(library, content);
+    for (const CertifiedKey& pair : content.pairs)
+        if (&pair != signing && !signs(library, pair))
+            return &pair;
+    return nullptr;
+}
+
+} // namespace toolkit

@@ -1,0 +1,169 @@
+#include "toolkit/engine/status/ocsp.h"
+
+#include "toolkit/engine/base/error.h"
+#include "toolkit/engine/keys/private_key.h"
+#include "toolkit/engine/net/fetch.h"
+#include "toolkit/engine/x509/text.h"
+
+#include <openssl/rand.h>
+
+#include <algorithm>
+#include <array>
+
+namespace toolkit {
+namespace {
+
+constexpr std::size_t nonceLength = 16;
+
+using ResponseHandle = Handle<OCSP_RESPONSE, OCSP_RESPONSE_free>;
+using CertIdHandle = Handle<OCSP_CERTID, OCSP_CERTID_free>;
+
+CertIdHandle certIdOf(const Library& library, const Certificate& certificate, const Certificate& issuer)
+{
+    const DigestHandle sha1 = library.digest("SHA1");
+    CertIdHandle id(OCSP_cert_to_id(sha1.get(), certificate.get(), issuer.get()));
+    require(id != nullptr, SIGIL_TK_INTERNAL, "certificate identifier");
+    return id;
+}
+
+void addNonce(const Library& library, OCSP_REQUEST* request)
+{
+    std::array<unsigned char, nonceLength> nonce{};
+    require(RAND_bytes_ex(library.context(), nonce.data(), nonce.size(), 0) == 1 &&
+            OCSP_request_add1_nonce(request, nonce.data(), static_cast<int>(nonce.size())) == 1,
+        SIGIL_TK_INTERNAL, "nonce");
+}
+
+void sign(const Library& library, OCSP_REQUEST* request, const RequestSigner& signer)
+{
+    checkKeyPair(library, signer.certificate, signer.keyInfo);
+    const KeyHandle key = loadPrivateKey(library, signer.keyInfo);
+    const DigestHandle sha256 = library.digest("SHA256");
+    const int done = OCSP_request_sign(request, signer.certificate.get(), key.get(), sha256.get(), nullptr, 0);
+    require(done == 1, SIGIL_TK_INTERNAL, "signature of the request");
+}
+
+bool isMeantForResponses(const Certificate& certificate)
+{
+    const bool isLimited = (X509_get_extension_flags(certificate.get()) & EXFLAG_XKUSAGE) != 0;
+    return isLimited && (X509_get_extended_key_usage(certificate.get()) & XKU_OCSP_SIGN) != 0;
+}
+
+/** Whether a certificate may sign responses for an authority (RFC 6960, 4.2.2.2). */
+bool maySign(const Certificate& candidate, const Certificate& issuer, std::time_t time)
+{
+    if (candidate.der() == issuer.der())
+        return true;
+    return isMeantForResponses(candidate) && issued(issuer, candidate) &&
+        X509_verify(candidate.get(), issuer.publicKey().get()) == 1 && candidate.notBefore() <= time &&
+        time <= candidate.notAfter();
+}
+
+/** Without nextUpdate there is always something newer (RFC 6960, 2.4), so only an answer of this moment counts. */
+void requireCurrent(const ASN1_TIME* thisUpdate, const ASN1_TIME* nextUpdate, std::time_t time)
+{
+    const auto from = asn1Time(thisUpdate);
+    const auto to = nextUpdate ? asn1Time(nextUpdate) : from;
+    require(from && to, SIGIL_TK_OCSP_MALFORMED, "time");
+    require(*from <= *to && *from <= time + clockTolerance && time <= *to + clockTolerance, SIGIL_TK_OCSP_STALE);
+}
+
+} // namespace
+
+OcspResponse::OcspResponse(View der)
+{
+    const unsigned char* at = der.data();
+    const ResponseHandle response(d2i_OCSP_RESPONSE(nullptr, &at, static_cast<long>(der.size())));
+    require(response && at == der.data() + der.size(), SIGIL_TK_OCSP_MALFORMED);
+    const int status = OCSP_response_status(response.get());
+    require(status == OCSP_RESPONSE_STATUS_SUCCESSFUL, SIGIL_TK_OCSP_REFUSED, OCSP_response_status_str(status));
+    m_basic.reset(OCSP_response_get1_basic(response.get()));
+    require(m_basic != nullptr, SIGIL_TK_OCSP_MALFORMED);
+}
+
+std::vector<Certificate> OcspResponse::certificates(const Library& library) const
+{
+    const STACK_OF(X509)* const included = OCSP_resp_get0_certs(m_basic.get());
+    const int count = std::max(sk_X509_num(included), 0); // -1 when none are included
+    std::vector<Certificate> all;
+    all.reserve(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i)
+        all.emplace_back(library, encode<Bytes>(sk_X509_value(included, i), i2d_X509));
+    return all;
+}
+
+bool OcspResponse::isSignedBy(const Library& library, const Certificate& certificate) const
+{
+    return ASN1_item_verify_ex(ASN1_ITEM_rptr(OCSP_RESPDATA), OCSP_resp_get0_tbs_sigalg(m_basic.get()),
+               OCSP_resp_get0_signature(m_basic.get()), OCSP_resp_get0_respdata(m_basic.get()), nullptr,
+               certificate.publicKey().get(), library.context(), nullptr) == 1;
+}
+
+void OcspResponse::requireSigner(
+    const Library& library, const Certificate& issuer, const Certificate& responder, std::time_t time) const
+{
+    const auto signedBy = [&](const Certificate& candidate) {
+        return maySign(candidate, issuer, time) && isSignedBy(library, candidate);
+    };
+    if (signedBy(responder))
+        return;
+    require(responder.der() == issuer.der(), SIGIL_TK_OCSP_SIGNER);
+    const std::vector<Certificate> included = certificates(library);
+    require(std::any_of(included.begin(), included.end(), signedBy), SIGIL_TK_OCSP_SIGNER);
+}
+
+void OcspResponse::requireNonce(OCSP_REQUEST* request) const
+{
+    constexpr int bothEqual = 1;
+    require(OCSP_check_nonce(request, m_basic.get()) == bothEqual, SIGIL_TK_OCSP_NONCE);
+}
+
+OcspAnswer OcspResponse::answer(
+    const Library& library, const Certificate& certificate, const Certificate& issuer, std::time_t time) const
+{
+    int status = V_OCSP_CERTSTATUS_UNKNOWN;
+    ASN1_GENERALIZEDTIME* revocation = nullptr;
+    ASN1_GENERALIZEDTIME* thisUpdate = nullptr;
+    ASN1_GENERALIZEDTIME* nextUpdate = nullptr;
+    const int found = OCSP_resp_find_status(m_basic.get(), certIdOf(library, certificate, issuer).get(), &status,
+        nullptr, &revocation, &thisUpdate, &nextUpdate);
+    require(found == 1, SIGIL_TK_OCSP_NO_ANSWER);
+    requireCurrent(thisUpdate, nextUpdate, time);
+    if (status == V_OCSP_CERTSTATUS_GOOD)
+        return {};
+    require(status == V_OCSP_CERTSTATUS_REVOKED, SIGIL_TK_OCSP_UNKNOWN);
+    const auto revokedAt = asn1Time(revocation);
+    require(revokedAt.has_value(), SIGIL_TK_OCSP_MALFORMED, "revocation time");
+    return {SIGIL_TK_STATUS_REVOKED, revokedAt};
+}
+
+OcspRequestHandle makeOcspRequest(
+    const Library& library, const Certificate& certificate, const Certificate& issuer, const RequestSigner* signer)
+{
+    OcspRequestHandle request(OCSP_REQUEST_new());
+    CertIdHandle id = certIdOf(library, certificate, issuer);
+    require(request && OCSP_request_add0_id(request.get(), id.get()), SIGIL_TK_NO_MEMORY);
+    static_cast<void>(id.release());
+    addNonce(library, request.get());
+    if (signer)
+        sign(library, request.get(), *signer);
+    return request;
+}
+
+OcspAnswer ocspStatus(const Library& library, const TrustStore& store, const Certificate& certificate,
+    const Certificate& responder, std::string_view url, const RequestSigner* signer)
+{
+    const Certificate* issuer = findIssuer(store, certificate);
+    if (!issuer && issued(responder, certificate))
+        issuer = &responder;
+    require(issuer != nullptr, SIGIL_TK_VERIFY_NO_ISSUER);
+    const std::time_t time = store.time.value_or(std::time(nullptr));
+    const OcspRequestHandle request = makeOcspRequest(library, certificate, *issuer, signer);
+    const OcspResponse response(
+        post(url, "application/ocsp-request", encode<Bytes>(request.get(), i2d_OCSP_REQUEST), maximumAnswerSize));
+    response.requireSigner(library, *issuer, responder, time);
+    response.requireNonce(request.get());
+    return response.answer(library, certificate, *issuer, time);
+}
+
+} // namespace toolkit

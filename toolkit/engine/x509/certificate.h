@@ -1,0 +1,86 @@
+/** @file
+ *  One X.509 certificate and its fields as text (RFC 5280). Texts are CP949; a field that the certificate does not have
+ *  is an empty text.
+ */
+#pragma once
+
+#include "toolkit/engine/base/bytes.h"
+#include "toolkit/engine/base/handles.h"
+#include "toolkit/engine/base/library.h"
+
+#include <ctime>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace toolkit {
+
+class Certificate {
+public:
+    /** Parses DER, or PEM when the bytes begin with its marker. Throws SIGIL_TK_CERT_MALFORMED. */
+    Certificate(const Library& library, View bytes);
+
+    X509* get() const { return m_x509.get(); }
+    Bytes der() const;
+    /** Throws SIGIL_TK_ALGORITHM when OpenSSL does not know the key's algorithm. */
+    KeyHandle publicKey() const;
+
+    /** The subject's common name. */
+    std::string uid() const;
+    int version() const;
+    /** Lower-case hexadecimal, an even number of digits. */
+    std::string serialNumber() const;
+    std::string signatureAlgorithm() const;
+    std::string signature() const;
+    std::string issuerName() const;
+    std::string subjectName() const;
+    Bytes subjectNameDer() const;
+    std::time_t notBefore() const;
+    std::time_t notAfter() const;
+    /** Whole days until the end of validity; negative after it. */
+    int remainingDays(std::time_t now) const;
+    /** "RSA", "EC" or OpenSSL's name of the algorithm. */
+    std::string publicKeyAlgorithm() const;
+    /** "2048 Bits". */
+    std::string publicKeyLength() const;
+    /** Content of the subjectPublicKey bit string in hexadecimal. */
+    std::string publicKeyText() const;
+    Bytes publicKeyDer() const;
+
+    /** Names as "digitalSignature, nonRepudiation". */
+    std::string keyUsage() const;
+    std::string basicConstraints() const;
+    /** "1 2 410 200004 5 2 1 2 [CPS: http://...; notice text]", one after another, joined with ", ". */
+    std::string policies() const;
+    /** Policy identifiers with blanks, joined with ", ". */
+    std::string policyIds() const;
+    std::string policyConstraints() const;
+    std::string extendedKeyUsage() const;
+    std::string subjectAltName() const;
+    std::string issuerAltName() const;
+    /** "KeyID=..., issuer=..., serial=...". */
+    std::string authorityKeyId() const;
+    std::string subjectKeyId() const;
+    std::string crlDistributionPoints() const;
+    /** Addresses of the distribution points. */
+    std::vector<std::string> crlUrls() const;
+    std::string crlUrlText() const;
+    /** Whether one of @p names is that of a list in which this certificate would be. */
+    bool hasCrlName(const GENERAL_NAMES* names) const;
+    /** "OCSP=http://..., caIssuers=ldap://...". */
+    std::string authorityInfoAccess() const;
+    /** Addresses from which the issuer's certificate can be fetched. */
+    std::vector<std::string> issuerUrls() const;
+
+    /** KU_ bits of <openssl/x509v3.h>; nothing when the certificate does not limit its usage. */
+    std::optional<unsigned> usageBits() const;
+    bool isAuthority() const;
+
+private:
+    X509Handle m_x509;
+};
+
+/** The otherName of identity data in a subject alternative name: DER of IdentifyData. */
+std::optional<Bytes> identifyDataOf(const Certificate& certificate);
+
+} // namespace toolkit

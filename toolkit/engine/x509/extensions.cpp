@@ -1,0 +1,271 @@
+// The extensions of a certificate as texts.
+
+#include "toolkit/engine/base/der.h"
+#include "toolkit/engine/base/error.h"
+#include "toolkit/engine/base/oid.h"
+#include "toolkit/engine/x509/certificate.h"
+#include "toolkit/engine/x509/general_name.h"
+#include "toolkit/engine/x509/text.h"
+
+#include <openssl/objects.h>
+
+#include <array>
+
+namespace toolkit {
+namespace {
+
+/** An extension decoded by OpenSSL; null when the certificate lacks it or when it is malformed. */
+template <class T, auto Release>
+Handle<T, Release> extension(const Certificate& certificate, int nid)
+{
+    return Handle<T, Release>(static_cast<T*>(X509_get_ext_d2i(certificate.get(), nid, nullptr, nullptr)));
+}
+
+std::string objectName(const ASN1_OBJECT* object)
+{
+    const int nid = OBJ_obj2nid(object);
+    return nid == NID_undef ? dottedOid(object) : OBJ_nid2sn(nid);
+}
+
+View octets(const ASN1_STRING* string)
+{
+    return {ASN1_STRING_get0_data(string), static_cast<std::size_t>(ASN1_STRING_length(string))};
+}
+
+std::string integerText(const ASN1_INTEGER* integer)
+{
+    const NumberHandle number(ASN1_INTEGER_to_BN(integer, nullptr));
+    const Handle<char, releaseBuffer> text(number ? BN_bn2dec(number.get()) : nullptr);
+    return text ? text.get() : "";
+}
+
+struct UsageName {
+    unsigned bit;
+    const char* name;
+};
+
+constexpr std::array usageNames{
+    UsageName{KU_DIGITAL_SIGNATURE, "digitalSignature"},
+    UsageName{KU_NON_REPUDIATION, "nonRepudiation"},
+    UsageName{KU_KEY_ENCIPHERMENT, "keyEncipherment"},
+    UsageName{KU_DATA_ENCIPHERMENT, "dataEncipherment"},
+    UsageName{KU_KEY_AGREEMENT, "keyAgreement"},
+    UsageName{KU_KEY_CERT_SIGN, "keyCertSign"},
+    UsageName{KU_CRL_SIGN, "crlSign"},
+    UsageName{KU_ENCIPHER_ONLY, "encipherOnly"},
+    UsageName{KU_DECIPHER_ONLY, "decipherOnly"},
+};
+
+std::string qualifierText(const POLICYQUALINFO* qualifier)
+{
+    if (OBJ_obj2nid(qualifier->pqualid) == NID_id_qt_cps)
+        return "CPS: " + asn1Text(qualifier->d.cpsuri);
+    if (OBJ_obj2nid(qualifier->pqualid) == NID_id_qt_unotice && qualifier->d.usernotice->exptext)
+        return asn1Text(qualifier->d.usernotice->exptext);
+    return {};
+}
+
+std::string policyText(const POLICYINFO* policy)
+{
+    std::vector<std::string> qualifiers;
+    for (int i = 0; i < sk_POLICYQUALINFO_num(policy->qualifiers); ++i) {
+        const std::string text = qualifierText(sk_POLICYQUALINFO_value(policy->qualifiers, i));
+        if (!text.empty())
+            qualifiers.push_back(text);
+    }
+    const std::string id = blankOid(policy->policyid);
+    return qualifiers.empty() ? id : id + " [" + join(qualifiers, "; ") + "]";
+}
+
+template <class Format>
+std::string eachPolicy(const Certificate& certificate, Format format)
+{
+    const auto policies =
+        extension<CERTIFICATEPOLICIES, CERTIFICATEPOLICIES_free>(certificate, NID_certificate_policies);
+    std::vector<std::string> texts;
+    for (int i = 0; policies && i < sk_POLICYINFO_num(policies.get()); ++i)
+        texts.push_back(format(sk_POLICYINFO_value(policies.get(), i)));
+    return join(texts, ", ");
+}
+
+std::vector<std::string> namesOf(const Certificate& certificate, int nid)
+{
+    const auto names = extension<GENERAL_NAMES, GENERAL_NAMES_free>(certificate, nid);
+    return names ? generalNames(names.get()) : std::vector<std::string>();
+}
+
+template <class Visit>
+void eachAccess(const Certificate& certificate, Visit visit)
+{
+    const auto access = extension<AUTHORITY_INFO_ACCESS, AUTHORITY_INFO_ACCESS_free>(certificate, NID_info_access);
+    for (int i = 0; access && i < sk_ACCESS_DESCRIPTION_num(access.get()); ++i)
+        visit(sk_ACCESS_DESCRIPTION_value(access.get(), i));
+}
+
+template <class Visit>
+void eachCrlName(const Certificate& certificate, Visit visit)
+{
+    const auto points = extension<CRL_DIST_POINTS, CRL_DIST_POINTS_free>(certificate, NID_crl_distribution_points);
+    for (int i = 0; points && i < sk_DIST_POINT_num(points.get()); ++i) {
+        const DIST_POINT_NAME* name = sk_DIST_POINT_value(points.get(), i)->distpoint;
+        if (!name || name->type != 0)
+            continue;
+        for (int j = 0; j < sk_GENERAL_NAME_num(name->name.fullname); ++j)
+            visit(sk_GENERAL_NAME_value(name->name.fullname, j));
+    }
+}
+
+} // namespace
+
+std::optional<unsigned> Certificate::usageBits() const
+{
+    const auto bits = extension<ASN1_BIT_STRING, ASN1_BIT_STRING_free>(*this, NID_key_usage);
+    if (!bits)
+        return {};
+    unsigned value = bits->length > 0 ? bits->data[0] : 0U;
+    if (bits->length > 1)
+        value |= static_cast<unsigned>(bits->data[1]) << 8;
+    return value;
+}
+
+std::string Certificate::keyUsage() const
+{
+    const unsigned bits = usageBits().value_or(0);
+    std::vector<std::string> names;
+    for (const UsageName& usage : usageNames)
+        if ((bits & usage.bit) != 0)
+            names.emplace_back(usage.name);
+    return join(names, ", ");
+}
+
+bool Certificate::isAuthority() const
+{
+    const auto constraints = extension<BASIC_CONSTRAINTS, BASIC_CONSTRAINTS_free>(*this, NID_basic_constraints);
+    return constraints && constraints->ca != 0;
+}
+
+std::string Certificate::basicConstraints() const
+{
+    const auto constraints = extension<BASIC_CONSTRAINTS, BASIC_CONSTRAINTS_free>(*this, NID_basic_constraints);
+    if (!constraints)
+        return {};
+    std::string text = constraints->ca ? "CA=TRUE" : "CA=FALSE";
+    if (constraints->pathlen)
+        text += ", pathLen=" + integerText(constraints->pathlen);
+    return text;
+}
+
+std::string Certificate::policies() const { return eachPolicy(*this, policyText); }
+
+std::string Certificate::policyIds() const
+{
+    return eachPolicy(*this, [](const POLICYINFO* policy) { return blankOid(policy->policyid); });
+}
+
+std::string Certificate::policyConstraints() const
+{
+    const auto constraints = extension<POLICY_CONSTRAINTS, POLICY_CONSTRAINTS_free>(*this, NID_policy_constraints);
+    if (!constraints)
+        return {};
+    std::vector<std::string> parts;
+    if (constraints->requireExplicitPolicy)
+        parts.push_back("requireExplicitPolicy=" + integerText(constraints->requireExplicitPolicy));
+    if (constraints->inhibitPolicyMapping)
+        parts.push_back("inhibitPolicyMapping=" + integerText(constraints->inhibitPolicyMapping));
+    return join(parts, ", ");
+}
+
+std::string Certificate::extendedKeyUsage() const
+{
+    const auto usages = extension<EXTENDED_KEY_USAGE, EXTENDED_KEY_USAGE_free>(*this, NID_ext_key_usage);
+    std::vector<std::string> names;
+    for (int i = 0; usages && i < sk_ASN1_OBJECT_num(usages.get()); ++i)
+        names.push_back(objectName(sk_ASN1_OBJECT_value(usages.get(), i)));
+    return join(names, ", ");
+}
+
+std::string Certificate::subjectAltName() const { return join(namesOf(*this, NID_subject_alt_name), ", "); }
+
+std::string Certificate::issuerAltName() const { return join(namesOf(*this, NID_issuer_alt_name), ", "); }
+
+std::string Certificate::authorityKeyId() const
+{
+    const auto id = extension<AUTHORITY_KEYID, AUTHORITY_KEYID_free>(*this, NID_authority_key_identifier);
+    if (!id)
+        return {};
+    std::vector<std::string> parts;
+    if (id->keyid)
+        parts.push_back("KeyID=" + hexText(octets(id->keyid)));
+    if (id->issuer)
+        parts.push_back("issuer=" + join(generalNames(id->issuer), ", "));
+    if (id->serial)
+        parts.push_back("serial=" + hexText(octets(id->serial)));
+    return join(parts, ", ");
+}
+
+std::string Certificate::subjectKeyId() const
+{
+    const auto id = extension<ASN1_OCTET_STRING, ASN1_OCTET_STRING_free>(*this, NID_subject_key_identifier);
+    return id ? hexText(octets(id.get())) : std::string();
+}
+
+std::string Certificate::crlDistributionPoints() const
+{
+    std::vector<std::string> names;
+    eachCrlName(*this, [&](const GENERAL_NAME* name) { names.push_back(generalName(name)); });
+    return join(names, ", ");
+}
+
+std::vector<std::string> Certificate::crlUrls() const
+{
+    std::vector<std::string> urls;
+    eachCrlName(*this, [&](const GENERAL_NAME* name) {
+        if (name->type == GEN_URI)
+            urls.push_back(asn1Text(name->d.uniformResourceIdentifier));
+    });
+    return urls;
+}
+
+bool Certificate::hasCrlName(const GENERAL_NAMES* names) const
+{
+    bool found = false;
+    eachCrlName(*this, [&](const GENERAL_NAME* own) {
+        for (int i = 0; i < sk_GENERAL_NAME_num(names); ++i)
+            found = found || GENERAL_NAME_cmp(const_cast<GENERAL_NAME*>(own), sk_GENERAL_NAME_value(names, i)) == 0;
+    });
+    return found;
+}
+
+std::string Certificate::crlUrlText() const { return join(crlUrls(), ", "); }
+
+std::string Certificate::authorityInfoAccess() const
+{
+    std::vector<std::string> parts;
+    eachAccess(*this, [&](const ACCESS_DESCRIPTION* access) {
+        parts.push_back(objectName(access->method) + "=" + generalName(access->location));
+    });
+    return join(parts, ", ");
+}
+
+std::vector<std::string> Certificate::issuerUrls() const
+{
+    std::vector<std::string> urls;
+    eachAccess(*this, [&](const ACCESS_DESCRIPTION* access) {
+        if (OBJ_obj2nid(access->method) == NID_ad_ca_issuers && access->location->type == GEN_URI)
+            urls.push_back(asn1Text(access->location->d.uniformResourceIdentifier));
+    });
+    return urls;
+}
+
+std::optional<Bytes> identifyDataOf(const Certificate& certificate)
+{
+    const auto names = extension<GENERAL_NAMES, GENERAL_NAMES_free>(certificate, NID_subject_alt_name);
+    for (int i = 0; names && i < sk_GENERAL_NAME_num(names.get()); ++i) {
+        auto data = identifyData(sk_GENERAL_NAME_value(names.get(), i));
+        if (data)
+            return data;
+    }
+    return {};
+}
+
+} // namespace toolkit

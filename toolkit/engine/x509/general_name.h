@@ -1,0 +1,24 @@
+/** @file
+ *  General names of RFC 5280 as texts.
+ */
+#pragma once
+
+#include "toolkit/engine/base/bytes.h"
+
+#include <openssl/x509v3.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace toolkit {
+
+/** An address as it is; a directory name as nameText prints it; identity data as "identifyData(realName, vid=...)"; other
+ *  kinds as "dns=...", "email=...", "ip=...", "otherName=OID". */
+std::string generalName(const GENERAL_NAME* name);
+std::vector<std::string> generalNames(const GENERAL_NAMES* names);
+
+/** DER of IdentifyData when @p name is such an otherName. */
+std::optional<Bytes> identifyData(const GENERAL_NAME* name);
+
+} // namespace toolkit

@@ -1,0 +1,52 @@
+/** @file
+ *  The text forms in which fields of certificates are printed. Every text that leaves the engine is CP949.
+ */
+#pragma once
+
+#include "toolkit/engine/base/bytes.h"
+
+#include <openssl/asn1.h>
+#include <openssl/x509.h>
+
+#include <ctime>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace toolkit {
+
+/** UTF-8 as CP949; a character that CP949 lacks becomes "?", and so does a control character. */
+std::string cp949FromUtf8(std::string_view utf8);
+/** CP949 as UTF-8; nothing when the bytes are not CP949. */
+std::optional<std::string> utf8FromCp949(std::string_view cp949);
+bool isUtf8(std::string_view bytes);
+/** A string of any ASN.1 type as CP949. Old certificates hold Korean bytes in T61 and Printable strings: such bytes are
+ *  taken as they are. */
+std::string asn1Text(const ASN1_STRING* string);
+
+/** Longest prefix of at most @p bytes bytes that does not cut a CP949 character. */
+std::string_view cutText(std::string_view cp949, std::size_t bytes);
+
+/** Two lower-case digits per byte. */
+std::string hexText(View bytes);
+/** Numbers of an OID separated by blanks: "1 2 410 200004 5 2 1 2". */
+std::string blankOid(const ASN1_OBJECT* object);
+/** The same for a dotted or blank-separated text, in dotted form. */
+std::string dotted(std::string_view oidText);
+/** "cn=...,ou=...,o=...,c=KR": most specific first, lower-case types, values as they are (a comma is not escaped). */
+std::string nameText(const X509_NAME* name);
+/** Whether two such texts name the same entry: letter case, blanks around the separators and the order of the whole
+ *  (most specific first or last) do not matter. */
+bool sameName(std::string_view left, std::string_view right);
+std::string join(const std::vector<std::string>& parts, std::string_view separator);
+
+/** "YYYY-MM-DD HH:MM:SS" in local standard time: daylight saving never shifts it, because readers convert it back with
+ *  tm_isdst = 0. */
+std::string timeText(std::time_t time);
+/** The reverse of timeText; nothing when @p text does not have that form. */
+std::optional<std::time_t> timeFromText(std::string_view text);
+/** Seconds since the epoch; nothing for a malformed time. */
+std::optional<std::time_t> asn1Time(const ASN1_TIME* time);
+
+} // namespace toolkit
