@@ -1,22 +1,17 @@
 // GPKI_CERT_: the loaded certificate and its fields.
 
+#include "toolkit/calls/cert.h"
+#include "toolkit/calls/util.h"
 #include "toolkit/engine/base/face.h"
-#include "toolkit/engine/x509/object_list.h"
-#include "toolkit/engine/x509/text.h"
-
-#include <ctime>
 
 using namespace toolkit;
 
 TOOLKIT_FUNCTION GPKI_CERT_Load(void* context, BINSTR* certificate)
 {
-    return call(context, [&](Context& state) { state.load({state.library(), in(certificate)}); });
+    return call(context, calls::certLoad, certificate);
 }
 
-TOOLKIT_FUNCTION GPKI_CERT_Unload(void* context)
-{
-    return call(context, [](Context& state) { state.unload(); });
-}
+TOOLKIT_FUNCTION GPKI_CERT_Unload(void* context) { return call(context, calls::certUnload); }
 
 TOOLKIT_FUNCTION GPKI_CERT_GetUID(void* context, int capacity, char* out)
 {
@@ -25,7 +20,7 @@ TOOLKIT_FUNCTION GPKI_CERT_GetUID(void* context, int capacity, char* out)
 
 TOOLKIT_FUNCTION GPKI_CERT_GetVersion(void* context, int* version)
 {
-    return call(context, [&](Context& state) { putValue(state.certificate().version(), version); });
+    return call(context, calls::certGetVersion, version);
 }
 
 TOOLKIT_FUNCTION GPKI_CERT_GetSerialNum(void* context, int capacity, char* out)
@@ -48,17 +43,9 @@ TOOLKIT_FUNCTION GPKI_CERT_GetSubjectName(void* context, int capacity, char* out
     return identify(context, capacity, out, &Certificate::subjectName);
 }
 
-/** One text with both dates: "A ~ B". Callers pass the capacity that they have for one date, and a buffer for both: at least
- *  42 bytes. */
 TOOLKIT_FUNCTION GPKI_CERT_GetValidity(void* context, int capacity, char* out)
 {
-    return call(context, [&](Context& state) {
-        const std::string from = timeText(state.certificate().notBefore());
-        const std::string to = timeText(state.certificate().notAfter());
-        require(capacity > static_cast<int>(from.size()), SIGIL_TK_BUFFER_TOO_SMALL);
-        const std::string both = from + " ~ " + to;
-        putText(both, static_cast<int>(both.size()) + 1, out);
-    });
+    return call(context, calls::certGetValidityRange, capacity, out);
 }
 
 TOOLKIT_FUNCTION GPKI_CERT_GetPubKeyAlg(void* context, int capacity, char* out)
@@ -133,27 +120,20 @@ TOOLKIT_FUNCTION GPKI_CERT_GetAIA(void* context, int capacity, char* out)
 
 TOOLKIT_FUNCTION GPKI_CERT_GetRemainDays(void* context, BINSTR* certificate, int* days)
 {
-    return call(context, [&](Context& state) {
-        putValue(Certificate(state.library(), in(certificate)).remainingDays(std::time(nullptr)), days);
-    });
+    return call(context, calls::certGetRemainDays, certificate, days);
 }
 
 TOOLKIT_FUNCTION GPKI_CERT_AddCert(void* context, BINSTR* certificate, BINSTR* list)
 {
-    return call(context, [&](Context& state) {
-        ObjectList certificates(inOptional(list));
-        certificates.add(Certificate(state.library(), in(certificate)).der());
-        replace(certificates.encode(), list);
-    });
+    return call(context, calls::certAddCert, certificate, list);
 }
 
 TOOLKIT_FUNCTION GPKI_CERT_GetCertCount(void* context, BINSTR* list, int* count)
 {
-    return call(context, [&](Context&) { putValue(static_cast<int>(ObjectList(in(list)).size()), count); });
+    return call(context, calls::utilGetObjectCount, list, count);
 }
 
-/** Callers come with a record that already holds data of the toolkit, which is released. */
 TOOLKIT_FUNCTION GPKI_CERT_GetCert(void* context, BINSTR* list, int index, BINSTR* certificate)
 {
-    return call(context, [&](Context&) { replace(ObjectList(in(list)).at(index), certificate); });
+    return call(context, calls::certGetCert, list, index, certificate);
 }

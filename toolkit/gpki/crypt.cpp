@@ -1,137 +1,96 @@
 // GPKI_CRYPT_: signatures, hashes, codes and encryption.
 
-#include "toolkit/engine/base/digest.h"
+#include "toolkit/calls/crypt.h"
 #include "toolkit/engine/base/face.h"
-#include "toolkit/engine/base/file.h"
-#include "toolkit/engine/base/settings.h"
-#include "toolkit/engine/keys/asymmetric.h"
-#include "toolkit/engine/keys/private_key.h"
 
 using namespace toolkit;
 
 TOOLKIT_FUNCTION GPKI_CRYPT_GenRandom(void* context, int length, BINSTR* out)
 {
-    return call(context, [&](Context& state) { put(randomBytes(state.library(), length), out); });
+    return call(context, calls::cryptGenRandom, length, out);
 }
 
 TOOLKIT_FUNCTION GPKI_CRYPT_GenKeyAndIV(void* context, int algorithm)
 {
-    return call(context, [&](Context& state) { state.sessionCipher.generate(state.library(), algorithm); });
+    return call(context, calls::cryptGenKeyAndIV, algorithm);
 }
 
 TOOLKIT_FUNCTION GPKI_CRYPT_SetKeyAndIV(void* context, int algorithm, BINSTR* key, BINSTR* vector)
 {
-    return call(
-        context, [&](Context& state) { state.sessionCipher.set(state.library(), algorithm, in(key), in(vector)); });
+    return call(context, calls::cryptSetKeyAndIV, algorithm, key, vector);
 }
 
 TOOLKIT_FUNCTION GPKI_CRYPT_GetKeyAndIV(void* context, int* algorithm, BINSTR* key, BINSTR* vector)
 {
-    return call(context, [&](Context& state) {
-        require(algorithm != nullptr, SIGIL_TK_ARGUMENT);
-        put({{state.sessionCipher.key(), key}, {state.sessionCipher.vector(), vector}});
-        *algorithm = state.sessionCipher.algorithm();
-    });
+    return call(context, calls::cryptGetKeyAndIV, algorithm, key, vector);
 }
 
-TOOLKIT_FUNCTION GPKI_CRYPT_ClearKeyAndIV(void* context)
-{
-    return call(context, [](Context& state) { state.sessionCipher.clear(); });
-}
+TOOLKIT_FUNCTION GPKI_CRYPT_ClearKeyAndIV(void* context) { return call(context, calls::cryptClearKeyAndIV); }
 
 TOOLKIT_FUNCTION GPKI_CRYPT_Encrypt(void* context, BINSTR* data, BINSTR* out)
 {
-    return call(context, [&](Context& state) { put(state.sessionCipher.encrypt(state.library(), in(data)), out); });
+    return call(context, calls::cryptEncrypt, data, out);
 }
 
 TOOLKIT_FUNCTION GPKI_CRYPT_Decrypt(void* context, BINSTR* data, BINSTR* out)
 {
-    return call(context, [&](Context& state) { put(state.sessionCipher.decrypt(state.library(), in(data)), out); });
+    return call(context, calls::cryptDecrypt, data, out);
 }
 
 TOOLKIT_FUNCTION GPKI_CRYPT_Encrypt_File(void* context, char* source, char* target)
 {
-    return call(context, [&](Context& state) {
-        state.sessionCipher.encryptFile(state.library(), inPath(state, source), inPath(state, target));
-    });
+    return call(context, calls::cryptEncryptFile, source, target);
 }
 
 TOOLKIT_FUNCTION GPKI_CRYPT_Decrypt_File(void* context, char* source, char* target)
 {
-    return call(context, [&](Context& state) {
-        state.sessionCipher.decryptFile(state.library(), inPath(state, source), inPath(state, target));
-    });
+    return call(context, calls::cryptDecryptFile, source, target);
 }
 
-/** The certificate must belong to the key: a signature under the wrong one would verify nowhere. */
 TOOLKIT_FUNCTION GPKI_CRYPT_Sign(
     void* context, BINSTR* certificate, BINSTR* key, int hash, BINSTR* data, BINSTR* signature)
 {
-    return call(context, [&](Context& state) {
-        checkKeyPair(state.library(), {state.library(), in(certificate)}, in(key));
-        put(sign(state.library(), signatureScheme(state, hash), in(key), in(data)), signature);
-    });
+    return call(context, calls::cryptSign, certificate, key, hash, data, signature);
 }
 
-/** Writes the bare signature bytes into a file of their own. */
 TOOLKIT_FUNCTION GPKI_CRYPT_Sign_File(
     void* context, BINSTR* certificate, BINSTR* key, int hash, char* path, char* signaturePath)
 {
-    return call(context, [&](Context& state) {
-        checkKeyPair(state.library(), {state.library(), in(certificate)}, in(key));
-        const std::string target = inPath(state, signaturePath);
-        writeFile(target, signFile(state.library(), signatureScheme(state, hash), in(key), inPath(state, path)));
-    });
+    return call(context, calls::cryptSignFile, certificate, key, hash, path, signaturePath);
 }
 
 TOOLKIT_FUNCTION GPKI_CRYPT_Verify(void* context, BINSTR* certificate, int hash, BINSTR* data, BINSTR* signature)
 {
-    return call(context, [&](Context& state) {
-        verify(state.library(), signatureScheme(state, hash), {state.library(), in(certificate)}, in(data),
-            in(signature));
-    });
+    return call(context, calls::cryptVerify, certificate, hash, data, signature);
 }
 
 TOOLKIT_FUNCTION GPKI_CRYPT_Verify_File(
     void* context, BINSTR* certificate, int hash, char* path, char* signaturePath)
 {
-    return call(context, [&](Context& state) {
-        verifyFile(state.library(), signatureScheme(state, hash), {state.library(), in(certificate)},
-            inPath(state, path), readFile(inPath(state, signaturePath)));
-    });
+    return call(context, calls::cryptVerifyFile, certificate, hash, path, signaturePath);
 }
 
 TOOLKIT_FUNCTION GPKI_CRYPT_AsymEncrypt(void* context, int keyKind, BINSTR* key, BINSTR* data, BINSTR* out)
 {
-    return call(context, [&](Context& state) {
-        put(asymmetricEncrypt(state.library(), encryptionScheme(state), keyKind, in(key), in(data)), out);
-    });
+    return call(context, calls::cryptAsymEncrypt, keyKind, key, data, out);
 }
 
 TOOLKIT_FUNCTION GPKI_CRYPT_AsymDecrypt(void* context, int keyKind, BINSTR* key, BINSTR* data, BINSTR* out)
 {
-    return call(context, [&](Context& state) {
-        put(asymmetricDecrypt(state.library(), encryptionScheme(state), keyKind, in(key), in(data)), out);
-    });
+    return call(context, calls::cryptAsymDecrypt, keyKind, key, data, out);
 }
 
 TOOLKIT_FUNCTION GPKI_CRYPT_Hash(void* context, int algorithm, BINSTR* data, BINSTR* out)
 {
-    return call(
-        context, [&](Context& state) { put(hash(state.library(), resolveHash(state, algorithm), in(data)), out); });
+    return call(context, calls::cryptHash, algorithm, data, out);
 }
 
-/** HMAC under the bytes of a password. */
 TOOLKIT_FUNCTION GPKI_CRYPT_GenMAC(void* context, int algorithm, char* password, BINSTR* data, BINSTR* out)
 {
-    return call(context, [&](Context& state) {
-        put(hmac(state.library(), resolveHash(state, algorithm), view(in(password)), in(data)), out);
-    });
+    return call(context, calls::cryptGenMAC, algorithm, password, data, out);
 }
 
 TOOLKIT_FUNCTION GPKI_CRYPT_VerifyMAC(void* context, int algorithm, char* password, BINSTR* data, BINSTR* mac)
 {
-    return call(context, [&](Context& state) {
-        verifyHmac(state.library(), resolveHash(state, algorithm), view(in(password)), in(data), in(mac));
-    });
+    return call(context, calls::cryptVerifyMAC, algorithm, password, data, mac);
 }

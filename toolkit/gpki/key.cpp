@@ -1,57 +1,43 @@
 // GPKI_PRIKEY_ and GPKI_VID_: private keys and the identity of their holders.
 
+#include "toolkit/calls/key.h"
 #include "toolkit/engine/base/face.h"
-#include "toolkit/engine/keys/identity.h"
-#include "toolkit/engine/keys/key_file.h"
-#include "toolkit/engine/keys/private_key.h"
-#include "toolkit/engine/status/ivs.h"
 
 using namespace toolkit;
 
 TOOLKIT_FUNCTION GPKI_PRIKEY_Encrypt(void* context, int algorithm, char* password, BINSTR* key, BINSTR* out)
 {
-    return call(context,
-        [&](Context& state) { put(encryptKeyFile(state.library(), algorithm, in(key), in(password)), out); });
+    return call(context, calls::prikeyEncrypt, algorithm, password, key, out);
 }
 
 TOOLKIT_FUNCTION GPKI_PRIKEY_Decrypt(void* context, char* password, BINSTR* file, BINSTR* out)
 {
-    return call(
-        context, [&](Context& state) { put(decryptKeyFile(state.library(), in(file), in(password)), out); });
+    return call(context, calls::prikeyDecrypt, password, file, out);
 }
 
 TOOLKIT_FUNCTION GPKI_PRIKEY_ChangePasswd(
     void* context, char* oldPassword, char* newPassword, BINSTR* file, BINSTR* out)
 {
-    return call(context, [&](Context& state) {
-        put(changePassword(state.library(), in(file), in(oldPassword), in(newPassword)), out);
-    });
+    return call(context, calls::prikeyChangePasswd, oldPassword, newPassword, file, out);
 }
 
 TOOLKIT_FUNCTION GPKI_PRIKEY_CheckKeyPair(void* context, BINSTR* certificate, BINSTR* key)
 {
-    return call(context, [&](Context& state) {
-        checkKeyPair(state.library(), {state.library(), in(certificate)}, in(key));
-    });
+    return call(context, calls::prikeyCheckKeyPair, certificate, key);
 }
 
 TOOLKIT_FUNCTION GPKI_VID_GetRandomFromPriKey(void* context, BINSTR* key, BINSTR* out)
 {
-    return call(context, [&](Context&) { put(identityRandom(in(key)), out); });
+    return call(context, calls::vidGetRandomFromPriKey, key, out);
 }
 
 TOOLKIT_FUNCTION GPKI_VID_Verify(void* context, BINSTR* certificate, BINSTR* random, char* idn)
 {
-    return call(context, [&](Context& state) {
-        verifyIdentity(state.library(), {state.library(), in(certificate)}, in(random), in(idn));
-    });
+    return call(context, calls::vidVerify, certificate, random, idn);
 }
 
 TOOLKIT_FUNCTION GPKI_VID_VerifyByIVS(
     void* context, char* confFile, BINSTR* certificate, BINSTR* random, char* idn, BINSTR* server)
 {
-    return call(context, [&](Context& state) {
-        verifyIdentityByIvs(state.library(), inPath(state, confFile), {state.library(), in(certificate)},
-            in(random), in(idn), {state.library(), in(server)});
-    });
+    return call(context, calls::vidVerifyByIVS, confFile, certificate, random, idn, server);
 }

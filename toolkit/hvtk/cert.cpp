@@ -1,30 +1,16 @@
 // HVTK_CERT_: the loaded certificate and its fields.
 
+#include "toolkit/calls/cert.h"
 #include "toolkit/engine/base/face.h"
-#include "toolkit/engine/x509/text.h"
-
-#include <ctime>
 
 using namespace toolkit;
 
-namespace {
-
-// Buffers whose size is fixed by the callers rather than passed.
-constexpr int timeCapacity = 25;
-constexpr int algorithmCapacity = 50;
-constexpr int keyLengthCapacity = 20;
-
-} // namespace
-
 TOOLKIT_FUNCTION HVTK_CERT_Load(void* context, BINSTR* certificate)
 {
-    return call(context, [&](Context& state) { state.load({state.library(), in(certificate)}); });
+    return call(context, calls::certLoad, certificate);
 }
 
-TOOLKIT_FUNCTION HVTK_CERT_Unload(void* context)
-{
-    return call(context, [](Context& state) { state.unload(); });
-}
+TOOLKIT_FUNCTION HVTK_CERT_Unload(void* context) { return call(context, calls::certUnload); }
 
 TOOLKIT_FUNCTION HVTK_CERT_GetUID(void* context, int capacity, char* out)
 {
@@ -33,7 +19,7 @@ TOOLKIT_FUNCTION HVTK_CERT_GetUID(void* context, int capacity, char* out)
 
 TOOLKIT_FUNCTION HVTK_CERT_GetVersion(void* context, int* version)
 {
-    return call(context, [&](Context& state) { putValue(state.certificate().version(), version); });
+    return call(context, calls::certGetVersion, version);
 }
 
 TOOLKIT_FUNCTION HVTK_CERT_GetSerialNum(void* context, int capacity, char* out)
@@ -53,13 +39,7 @@ TOOLKIT_FUNCTION HVTK_CERT_GetIssuerName(void* context, int capacity, char* out)
 
 TOOLKIT_FUNCTION HVTK_CERT_GetValidity(void* context, char* notBefore, char* notAfter)
 {
-    return call(context, [&](Context& state) {
-        require(notBefore && notAfter, SIGIL_TK_ARGUMENT);
-        const std::string from = timeText(state.certificate().notBefore());
-        const std::string to = timeText(state.certificate().notAfter());
-        putText(from, timeCapacity, notBefore);
-        putText(to, timeCapacity, notAfter);
-    });
+    return call(context, calls::certGetValidity, notBefore, notAfter);
 }
 
 TOOLKIT_FUNCTION HVTK_CERT_GetSubjectName(void* context, int capacity, char* out)
@@ -69,26 +49,17 @@ TOOLKIT_FUNCTION HVTK_CERT_GetSubjectName(void* context, int capacity, char* out
 
 TOOLKIT_FUNCTION HVTK_CERT_GetSubjectName_DERFormat(void* context, BINSTR* out)
 {
-    return call(context, [&](Context& state) { put(state.certificate().subjectNameDer(), out); });
+    return call(context, calls::certGetSubjectNameDERFormat, out);
 }
 
 TOOLKIT_FUNCTION HVTK_CERT_GetPubKey(void* context, int capacity, char* algorithm, char* publicKey)
 {
-    return call(context, [&](Context& state) {
-        require(algorithm && publicKey && capacity >= 1, SIGIL_TK_ARGUMENT);
-        putText(state.certificate().publicKeyAlgorithm(), algorithmCapacity, algorithm);
-        putText(state.certificate().publicKeyText(), capacity, publicKey);
-    });
+    return call(context, calls::certGetPubKey, capacity, algorithm, publicKey);
 }
 
 TOOLKIT_FUNCTION HVTK_CERT_GetPubKey2(void* context, char* algorithm, char* keyLength, BINSTR* publicKey)
 {
-    return call(context, [&](Context& state) {
-        require(algorithm && keyLength, SIGIL_TK_ARGUMENT);
-        put(state.certificate().publicKeyDer(), publicKey);
-        putText(state.certificate().publicKeyAlgorithm(), algorithmCapacity, algorithm);
-        putText(state.certificate().publicKeyLength(), keyLengthCapacity, keyLength);
-    });
+    return call(context, calls::certGetPubKey2, algorithm, keyLength, publicKey);
 }
 
 TOOLKIT_FUNCTION HVTK_CERT_GetSignature(void* context, int capacity, char* out)
@@ -163,7 +134,5 @@ TOOLKIT_FUNCTION HVTK_CERT_GetAIA(void* context, int capacity, char* out)
 
 TOOLKIT_FUNCTION HVTK_CERT_GetRemainDays(void* context, BINSTR* certificate, int* days)
 {
-    return call(context, [&](Context& state) {
-        putValue(Certificate(state.library(), in(certificate)).remainingDays(std::time(nullptr)), days);
-    });
+    return call(context, calls::certGetRemainDays, certificate, days);
 }

@@ -80,16 +80,16 @@ int call(Body body) noexcept
     }
 }
 
-/** A call on a context: runs @p body with it; a failure becomes its code, and its text is kept. */
-template <class Body>
-int call(void* context, Body body) noexcept
+/** A call on a context: runs @p body with it and the arguments; a failure becomes its code, and its text is kept. */
+template <class Body, class... Arguments>
+int call(void* context, Body body, Arguments... arguments) noexcept
 {
     if (!context)
         return SIGIL_TK_CONTEXT;
     const ErrorScope scope;
     auto& state = *static_cast<Context*>(context);
     try {
-        body(state);
+        body(state, arguments...);
         return SIGIL_TK_OK;
     } catch (...) {
         return codeOfException(&state);

@@ -1,0 +1,51 @@
+/** @file
+ *  Files, certificates and keys on the disk: bodies of the functions that both faces export.
+ */
+#pragma once
+
+#include "toolkit/engine/base/face.h"
+#include "toolkit/engine/base/file.h"
+#include "toolkit/engine/keys/storage.h"
+
+namespace toolkit::calls {
+
+inline void mediaLoad(Context& state, char* folder) { loadMedium(state, in(folder)); }
+
+inline void mediaUnload(Context& state) { state.mediaFolder.clear(); }
+
+inline void mediaDiskReadFile(Context& state, char* path, BINSTR* out) { put(readFile(inPath(state, path)), out); }
+
+inline void mediaDiskWriteFile(Context& state, char* path, BINSTR* bytes)
+{
+    writeFile(inPath(state, path), in(bytes));
+}
+
+inline void mediaDiskReadCert(Context& state, char* path, BINSTR* out)
+{
+    put(readCertificate(state.library(), inPath(state, path)), out);
+}
+
+inline void mediaDiskWriteCert(Context& state, char* path, BINSTR* certificate)
+{
+    writeCertificate(state.library(), inPath(state, path), in(certificate));
+}
+
+inline void mediaDiskDeleteCert(Context& state, char* path) { deleteFile(inPath(state, path)); }
+
+inline void mediaDiskReadPriKey(Context& state, char* path, char* password, BINSTR* out)
+{
+    put(readPrivateKey(state.library(), inPath(state, path), in(password)), out);
+}
+
+inline void mediaDiskWritePriKey(Context& state, int algorithm, char* path, char* password, BINSTR* key)
+{
+    writePrivateKey(state.library(), algorithm, inPath(state, path), in(password), in(key));
+}
+
+/** The only one that takes the password before the path: so its callers pass them. */
+inline void mediaDiskDeletePriKey(Context& state, char* password, char* path)
+{
+    deletePrivateKey(state.library(), inPath(state, path), in(password));
+}
+
+} // namespace toolkit::calls
