@@ -1,7 +1,8 @@
 """Holds every #include of the tree against the picture of the layers.
 
 A layer includes headers of its own folder, of the layers below it and of include/sigildesk/. The open toolkit stands
-apart: the library reaches it through dlopen only, so neither includes anything of the other.
+apart: the library reaches it through dlopen only, so neither includes anything of the other. What both see is
+toolkit_abi/, the declarations of the toolkits' functions; of the layers only the façade may look at them.
 """
 
 import pathlib
@@ -10,15 +11,17 @@ import sys
 
 LAYERS_BELOW = {
     "foundation": set(),
-    "facade": {"foundation"},
+    "toolkit_abi": set(),
+    "facade": {"foundation", "toolkit_abi"},
     "certlist": {"foundation", "facade"},
     "ui": {"foundation", "facade", "certlist"},
-    "toolkit": set(),
+    "toolkit": {"toolkit_abi"},
 }
 # The dialogs use the layers through their exported functions; of the layers' insides only these.
 UI_MAY_INCLUDE = {"facade/toolkit_bytes.h"}
 TOOLKIT_PUBLIC = "sigildesk/open_toolkit.h"
 # What both sides of the dlopen boundary share.
+BOUNDARY_MAY_INCLUDE = {"sigildesk/binstr.h"}
 TOOLKIT_MAY_INCLUDE = {TOOLKIT_PUBLIC, "sigildesk/binstr.h", "sigildesk/export.h"}
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.MULTILINE)
 
@@ -41,6 +44,8 @@ def faults_of_layer(root, layer):
                 yield f"{file.relative_to(root)} includes {name}: the library does not know which toolkit it loads"
             if layer == "ui" and top in {"facade", "certlist"} and name not in UI_MAY_INCLUDE:
                 yield f"{file.relative_to(root)} includes {name}: the dialogs use exported functions only"
+            if layer == "toolkit_abi" and top == "sigildesk" and name not in BOUNDARY_MAY_INCLUDE:
+                yield f"{file.relative_to(root)} includes {name}: the boundary declares functions over byte strings, no more"
             if layer == "toolkit" and top == "sigildesk" and name not in TOOLKIT_MAY_INCLUDE:
                 yield f"{file.relative_to(root)} includes {name}: the toolkit shares no more than the byte string with the library"
 
