@@ -5,9 +5,9 @@
 
 #include "tests/doubles/recorder.h"
 
-#define TOOLKIT extern "C" __attribute__((visibility("default")))
+#include <cstdint>
 
-struct PKCS11_TOKEN_INFO;
+#define TOOLKIT extern "C" __attribute__((visibility("default")))
 
 namespace doubles {
 
@@ -17,6 +17,7 @@ int answered(Call call);
 inline Argument argument(int value) { return {Argument::Kind::Integer, value}; }
 inline Argument argument(bool value) { return {Argument::Kind::Flag, value}; }
 inline Argument argument(unsigned long value) { return {Argument::Kind::Long, static_cast<std::intptr_t>(value)}; }
+inline Argument argument(std::intptr_t value) { return {Argument::Kind::Long, value}; }
 template <class T>
 Argument argument(T* value)
 {

@@ -1,7 +1,8 @@
 // A tiny toolkit that records nothing and shares nothing between contexts. It is built under both file names; each file
 // holds both sets of names.
 
-#include <sigildesk/binstr.h>
+#include "toolkit_abi/gpki.h"
+#include "toolkit_abi/hvtk.h"
 
 #include <algorithm>
 #include <atomic>
