@@ -38,6 +38,8 @@ void SelectCertDialog::on_pushButton_ok_clicked()
     const int row = SelectedRow();
     if (row < 0)
         return ShowMessage("MSG_SELECTCERT_NOTSELECTCERT");
+    if (IsLocked(row))
+        return TellExpired(row);
     m_nRv = SetSelectCertInfo(row, password.text);
     if (m_nRv != 0)
         return;

@@ -125,7 +125,10 @@ private:
     /** @return the result of the last entry */
     int ReadEntries(int count);
     void ClearList();
-    /** Lets a password be typed for the certificate of @p row unless it has expired and the options lock it. */
+    void TellExpired(int row);
+    /** Whether the certificate of @p row has expired and the options keep such a one from being used. */
+    bool IsLocked(int row) const;
+    /** Lets a password be typed unless the certificate of @p row is locked; what was typed before is then wiped. */
     void LockPassword(int row);
     void ShowStatus(const char* messageKey);
     void ShowMessage(const char* messageKey, const char* captionKey = "DLG_SELCERT_CAPITON");

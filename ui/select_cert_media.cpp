@@ -166,17 +166,29 @@ void SelectCertDialog::SetExpiredCert(int row)
     if (row < 0 || row >= CertCount())
         return;
     LockPassword(row);
+    if (isExpired(m_Entries[static_cast<std::size_t>(row)]) &&
+        (m_SelectOptions.nMessageFlags & SIGIL_MESSAGE_EXPIRED))
+        TellExpired(row);
+}
+
+void SelectCertDialog::TellExpired(int row)
+{
     const tagCERTINFO& entry = m_Entries[static_cast<std::size_t>(row)];
-    if (isExpired(entry) && (m_SelectOptions.nMessageFlags & SIGIL_MESSAGE_EXPIRED)) {
-        const std::string text =
-            sigil::formatOneText(Texts().messageBytes("MSG_SELECTCERT_EXIRED"), sigil::fieldText(entry.szValidTo));
-        sigil::showInformation(this, Texts().ui("DLG_SELCERT_CAPITON"), sigil::fromEucKr(text.substr(0, 1023)));
-    }
+    const std::string text =
+        sigil::formatOneText(Texts().messageBytes("MSG_SELECTCERT_EXIRED"), sigil::fieldText(entry.szValidTo));
+    sigil::showInformation(this, Texts().ui("DLG_SELCERT_CAPITON"), sigil::fromEucKr(text.substr(0, 1023)));
+}
+
+bool SelectCertDialog::IsLocked(int row) const
+{
+    return (m_SelectOptions.nSelectFlags & SIGIL_SELECT_LOCK_EXPIRED) && row >= 0 && row < CertCount() &&
+        isExpired(m_Entries[static_cast<std::size_t>(row)]);
 }
 
 void SelectCertDialog::LockPassword(int row)
 {
-    if (row < 0 || row >= CertCount() || !(m_SelectOptions.nSelectFlags & SIGIL_SELECT_LOCK_EXPIRED))
-        return;
-    m_Form->lineEdit_password->setEnabled(!isExpired(m_Entries[static_cast<std::size_t>(row)]));
+    const bool locked = IsLocked(row);
+    if (locked)
+        sigil::wipeField(m_Form->lineEdit_password); // typed for another certificate; none is taken for this one
+    m_Form->lineEdit_password->setEnabled(!locked);
 }

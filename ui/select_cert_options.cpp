@@ -199,9 +199,10 @@ void SelectCertDialog::SetListColumns()
     m_Model.setHorizontalHeaderLabels(headers);
     if (list->model() != &m_Model) {
         list->setModel(&m_Model);
-        // A row can also be reached with the keyboard or by a load; the field must not stay as the row before left it.
-        connect(list->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
-            [this](const QModelIndex& current) { LockPassword(current.row()); });
+        // A row can also be selected with the keyboard or by a load; the field must not stay as the row before left
+        // it. The selected row counts, not the current one: that is the one that OK takes.
+        connect(list->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            [this] { LockPassword(SelectedRow()); });
     }
     for (int i = 0; i < headers.size(); ++i)
         list->setColumnWidth(i, columns[i].width);

@@ -243,6 +243,82 @@ TEST_F(ExpiredTest, LocksThePasswordForARowReachedWithTheKeyboard)
     EXPECT_TRUE(canType());
 }
 
+TEST_F(ExpiredTest, GoesByTheSelectedRowNotByTheCurrentOne)
+{
+    load.nSelectFlags = 2;
+    open();
+    auto& list = widget<QTableView>("tableView_certlist");
+    clicksRow(*dialog, "tableView_certlist", 2);
+    list.selectionModel()->setCurrentIndex(list.model()->index(1, 0), QItemSelectionModel::NoUpdate);
+    EXPECT_FALSE(canType());
+}
+
+TEST_F(ExpiredTest, EmptiesThePasswordThatWasTypedForAnotherRow)
+{
+    load.nSelectFlags = 2;
+    open();
+    driver::types(*dialog, "lineEdit_password", "x");
+    clicksRow(*dialog, "tableView_certlist", 2);
+    EXPECT_EQ(password(), "");
+    EXPECT_FALSE(widget<QLineEdit>("lineEdit_password").isUndoAvailable());
+    Box box;
+    answerBox(box);
+    driver::presses(*dialog, "pushButton_ok");
+    EXPECT_EQ(box.text, driver::message(korean, "MSG_SELECTCERT_INPUTPASSWORD"));
+    EXPECT_NE(dialog->AcceptedFlag(), 1);
+}
+
+TEST_F(ExpiredTest, KeepsThePasswordForARowThatIsNotLocked)
+{
+    load.nSelectFlags = 2;
+    open();
+    driver::types(*dialog, "lineEdit_password", "x");
+    clicksRow(*dialog, "tableView_certlist", 1);
+    EXPECT_EQ(password(), "x");
+}
+
+TEST_F(ExpiredTest, EmptiesThePasswordWhenAListBeginsWithALockedRow)
+{
+    load.nSelectFlags = 2;
+    open();
+    scripted::processor().entries[0] = scripted::sampleEntry("x", 5);
+    char drive[] = "/media/USB", file[] = "/x.p12", word[] = "x";
+    scripted::processor().importCert = scripted::processor().importKey = "bytes";
+    const std::function<void()> lists[] = {[&] { driver::presses(*dialog, "pushButton_hdd"); },
+        [&] { dialog->LoadCertDisk(2, drive); }, [&] { dialog->LoadCertPKCS12(file, word); }};
+    for (const auto& list : lists) {
+        driver::find<QLineEdit>(*dialog, "lineEdit_password").setEnabled(true);
+        driver::types(*dialog, "lineEdit_password", "x");
+        list();
+        EXPECT_EQ(password(), "");
+        EXPECT_FALSE(canType());
+    }
+}
+
+TEST_F(ExpiredTest, IsNotHandedOutWhateverTheFieldHolds)
+{
+    load.nSelectFlags = 2;
+    open();
+    clicksRow(*dialog, "tableView_certlist", 2);
+    widget<QLineEdit>("lineEdit_password").setText("x");
+    Box box;
+    answerBox(box);
+    driver::presses(*dialog, "pushButton_ok");
+    EXPECT_EQ(box.text, driver::message(korean, "MSG_SELECTCERT_EXIRED").replace("%s", "2025-10-31"));
+    EXPECT_EQ(scripted::processor().lastCallOf("CLP_DecryptPriKey"), "");
+    EXPECT_NE(dialog->AcceptedFlag(), 1);
+}
+
+TEST_F(ExpiredTest, LeavesThePasswordOpenWhenThereIsNoRow)
+{
+    load.nSelectFlags = 2;
+    open();
+    clicksRow(*dialog, "tableView_certlist", 2);
+    scripted::processor().entries.clear();
+    driver::presses(*dialog, "pushButton_hdd");
+    EXPECT_TRUE(canType());
+}
+
 TEST_F(ExpiredTest, UnlocksThePasswordWhenAnotherDiskIsListed)
 {
     load.nSelectFlags = 2;
