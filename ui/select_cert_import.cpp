@@ -73,8 +73,10 @@ int SelectCertDialog::LoadCertPKCS12(char* path, char* password)
     if (m_nRv == 0) {
         SetItemTableView();
         m_Form->tableView_certlist->selectRow(0);
+    } else if (m_nRv == noCertificate) {
+        ShowMessage("MSG_SELECTCERT_NOCERT");
     } else {
-        ShowMessage(m_nRv == noCertificate ? "MSG_SELECTCERT_NOCERT" : "MSG_MANAGEUSER_ALERTFAIL_CERTIMPORT");
+        ShowMessage("MSG_MANAGEUSER_ALERTFAIL_CERTIMPORT", "MSG_MANAGEUSER_ALERT_TITLE_IMPORT");
     }
     return m_nRv;
 }

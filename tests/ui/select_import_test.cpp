@@ -215,5 +215,5 @@ TEST_F(ImportTest, TellsThatTheProcessorRefusedTheCertificate)
     char file[] = "/x.p12", password[] = "x";
     EXPECT_EQ(dialog->LoadCertPKCS12(file, password), 1117);
     EXPECT_EQ(box.text, driver::message(korean, "MSG_MANAGEUSER_ALERTFAIL_CERTIMPORT"));
-    EXPECT_EQ(box.caption, driver::ui(korean, "DLG_SELCERT_CAPITON"));
+    EXPECT_EQ(box.caption, driver::ui(korean, "MSG_MANAGEUSER_ALERT_TITLE_IMPORT"));
 }
