@@ -12,6 +12,7 @@ CertViewMainDialog::CertViewMainDialog(QWidget* parent)
     , m_Form(std::make_unique<Ui_CertViewMainDialog>())
 {
     m_Form->setupUi(this);
+    sigil::letReturnPressButtons(this);
     m_NormalForm = new CertViewNormalForm(m_Form->tab_normal); // a widget belongs to its parent
     m_DetailForm = new CertViewDetailForm(m_Form->tab_detail);
 }

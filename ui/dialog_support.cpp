@@ -4,9 +4,30 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QTableView>
 
 namespace sigil {
+
+namespace {
+
+/** Sees the keys of a dialog's buttons before the buttons do. */
+class ButtonKeys : public QObject {
+public:
+    using QObject::QObject;
+
+    bool eventFilter(QObject* button, QEvent* event) override
+    {
+        if (event->type() != QEvent::KeyPress)
+            return false;
+        const auto& key = static_cast<QKeyEvent&>(*event);
+        if (key.key() == Qt::Key_Return && !key.isAutoRepeat())
+            static_cast<QPushButton*>(button)->click();
+        return key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
+    }
+};
+
+} // namespace
 
 int showInformation(QWidget* parent, const QString& caption, const QString& text)
 {
@@ -23,6 +44,13 @@ void takeKey(QKeyEvent* event, const std::function<void()>& cancel, const std::f
         cancel();
     else if (event->key() == Qt::Key_Return)
         confirm();
+}
+
+void letReturnPressButtons(QDialog* dialog)
+{
+    auto* keys = new ButtonKeys(dialog); // owned by the dialog
+    for (QPushButton* button : dialog->findChildren<QPushButton*>())
+        button->installEventFilter(keys);
 }
 
 void showWholeRows(QTableView* table)

@@ -11,6 +11,7 @@
 #include <functional>
 #include <string_view>
 
+class QDialog;
 class QKeyEvent;
 class QLineEdit;
 class QTableView;
@@ -23,8 +24,13 @@ namespace sigil {
 int showInformation(QWidget* parent, const QString& caption, const QString& text);
 
 /** Escape runs @p cancel and Return runs @p confirm; the keypad's Enter deliberately does neither. Every key ends here:
- *  the dialog's base class must not see it, or Enter would press a default button. */
+ *  the dialog's base class must not see it, or Enter would press a default button. A focused button has taken Return
+ *  before, see letReturnPressButtons(). */
 void takeKey(QKeyEvent* event, const std::function<void()>& cancel, const std::function<void()>& confirm);
+
+/** Lets Return press the button of @p dialog that has the focus, whether or not it is auto-default, instead of
+ *  confirming the dialog; a key that is held presses it once. The keypad's Enter presses none. */
+void letReturnPressButtons(QDialog* dialog);
 
 /** Makes a list of whole rows, one at a time, that cannot be edited. */
 void showWholeRows(QTableView* table);

@@ -10,6 +10,7 @@ PasswordDialog::PasswordDialog(QWidget* parent)
     , m_Form(std::make_unique<Ui_PasswordDialog>())
 {
     m_Form->setupUi(this);
+    sigil::letReturnPressButtons(this);
 }
 
 PasswordDialog::~PasswordDialog() { sigil::wipe(m_szPassword, sizeof m_szPassword); }

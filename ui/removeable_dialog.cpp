@@ -25,6 +25,7 @@ RemoveableDialog::RemoveableDialog(QWidget* parent)
     , m_Form(std::make_unique<Ui_RemoveableDialog>())
 {
     m_Form->setupUi(this);
+    sigil::letReturnPressButtons(this);
     m_Form->label_text->setFocus();
 }
 

@@ -29,6 +29,7 @@ SelectCertDialog::SelectCertDialog(QWidget* parent)
     , m_Form(std::make_unique<Ui_SelectCertDialog>())
 {
     m_Form->setupUi(this);
+    sigil::letReturnPressButtons(this);
     for (QPushButton* button : m_Form->groupBox->findChildren<QPushButton*>()) {
         auto* style = new sigil::MediaButtonStyle; // owned by the button
         style->setParent(button);

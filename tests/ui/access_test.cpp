@@ -41,7 +41,44 @@ QStringList tabOrder(QWidget& first)
     return order;
 }
 
+/** Return presses the button that has the focus, once and no other one; the keypad's Enter presses none. */
+void expectReturnPresses(QWidget& dialog, const char* name)
+{
+    QString pressed;
+    for (QPushButton* button : dialog.findChildren<QPushButton*>()) {
+        button->disconnect(&dialog); // what the press does is not looked at here
+        QObject::connect(
+            button, &QPushButton::clicked, &dialog, [&pressed, button] { pressed += button->objectName(); });
+    }
+    auto& button = driver::find<QPushButton>(dialog, name);
+    QTest::keyClick(&button, Qt::Key_Enter, Qt::KeypadModifier);
+    EXPECT_EQ(pressed, "") << name;
+    QTest::keyClick(&button, Qt::Key_Return);
+    EXPECT_EQ(pressed, name);
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r", true);
+    QCoreApplication::sendEvent(&button, &held);
+    EXPECT_EQ(pressed, name) << "a key that is held presses once";
+    for (QPushButton* each : dialog.findChildren<QPushButton*>())
+        each->disconnect(&dialog);
+}
+
 } // namespace
+
+TEST_F(SelectionTest, PressesTheFocusedButtonWithReturn)
+{
+    open();
+    for (const char* name : {"pushButton_hdd", "pushButton_remove", "pushButton_find", "pushButton_ok",
+             "pushButton_cancel", "pushButton_view"})
+        expectReturnPresses(*dialog, name);
+    PasswordDialog password;
+    RemoveableDialog drives;
+    for (QWidget* chooser : {static_cast<QWidget*>(&password), static_cast<QWidget*>(&drives)})
+        for (const char* name : {"pushButton_ok", "pushButton_cancel"})
+            expectReturnPresses(*chooser, name);
+    CertViewMainDialog viewer;
+    for (const char* name : {"pushButton_verify", "pushButton_ok"})
+        expectReturnPresses(viewer, name);
+}
 
 TEST_P(SelectionInBothLanguages, NamesEveryControl)
 {

@@ -84,6 +84,8 @@ TEST(SelectionForm, HasItsProperties)
     EXPECT_FALSE(status.hasFrame());
     EXPECT_TRUE(status.isReadOnly());
     EXPECT_FALSE(driver::find<QPushButton>(dialog, "pushButton_ok").autoDefault());
+    for (const char* button : {"pushButton_find", "pushButton_cancel", "pushButton_view"})
+        EXPECT_TRUE(driver::find<QPushButton>(dialog, button).autoDefault()) << button;
     EXPECT_FALSE(driver::find<QPushButton>(dialog, "pushButton_ok").isDefault());
     for (const char* button : mediaButtons) {
         EXPECT_FALSE(driver::find<QPushButton>(dialog, button).autoDefault()) << button;

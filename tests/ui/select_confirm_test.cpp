@@ -302,14 +302,23 @@ TEST_F(ConfirmTest, IsGivenUpWithCancelEscapeAndTheCloseButton)
     }
 }
 
-TEST_F(ConfirmTest, IsConfirmedWithReturnFromEveryControl)
+TEST_F(ConfirmTest, IsConfirmedWithReturnFromTheFieldTheListAndOk)
 {
-    for (const char* name : {"lineEdit_password", "tableView_certlist", "pushButton_cancel", "pushButton_find"}) {
+    for (const char* name : {"lineEdit_password", "tableView_certlist", "pushButton_ok"}) {
         open();
         types(*dialog, "lineEdit_password", "x");
         QTest::keyClick(&driver::find<QWidget>(*dialog, name), Qt::Key_Return);
         EXPECT_EQ(dialog->AcceptedFlag(), 1) << name;
     }
+}
+
+TEST_F(ConfirmTest, IsGivenUpWithReturnOnFocusedCancel)
+{
+    open();
+    types(*dialog, "lineEdit_password", "x");
+    QTest::keyClick(&widget("pushButton_cancel"), Qt::Key_Return);
+    EXPECT_EQ(dialog->AcceptedFlag(), 0);
+    EXPECT_EQ(scripted::processor().lastCallOf("CLP_DecryptPriKey"), "");
 }
 
 TEST_F(ConfirmTest, IgnoresTheKeypadEnterAndAllOtherKeys)

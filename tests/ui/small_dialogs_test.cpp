@@ -112,6 +112,20 @@ TEST_P(SmallDialogs, PasswordKnowsTwoKeys)
     EXPECT_STREQ(password.Password(), "x");
 }
 
+TEST_P(SmallDialogs, AreGivenUpWithReturnOnFocusedCancel)
+{
+    drives.GetRemovableDisk();
+    for (QDialog* dialog : {static_cast<QDialog*>(&password), static_cast<QDialog*>(&drives)}) {
+        dialog->show();
+        dialog->setResult(-1);
+        QTest::keyClick(&driver::find<QPushButton>(*dialog, "pushButton_cancel"), Qt::Key_Return);
+        EXPECT_EQ(dialog->result(), 0);
+        EXPECT_FALSE(dialog->isVisible());
+    }
+    EXPECT_STREQ(password.Password(), "");
+    EXPECT_STREQ(drives.ChosenDrive(), "");
+}
+
 TEST_P(SmallDialogs, DrivesShowTheirTexts)
 {
     EXPECT_EQ(drives.windowTitle(), ui("DLG_REMOVABLE_CAPTION"));

@@ -186,6 +186,14 @@ TEST_P(ViewerTest, TurnsTheStatusToValidAfterVerifying)
         }
 }
 
+TEST_P(ViewerTest, VerifiesWithReturnOnTheFocusedButton)
+{
+    open();
+    QTest::keyClick(&driver::find<QPushButton>(*viewer, "pushButton_verify"), Qt::Key_Return);
+    EXPECT_EQ(scripted::processor().countOf("CLP_VerifyCert sign certificate of 홍길동 1024"), 1);
+    EXPECT_TRUE(viewer->isVisible());
+}
+
 TEST_P(ViewerTest, TellsWhyVerifyingFailed)
 {
     scripted::processor().results["CLP_VerifyCert"] = 1140;
