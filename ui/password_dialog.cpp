@@ -37,14 +37,18 @@ void PasswordDialog::InitSetControl()
 void PasswordDialog::on_pushButton_ok_clicked()
 {
     const sigil::TypedPassword typed(m_Form->lineEdit_password);
-    if (typed.bytes().empty()) {
-        const sigil::LanguageTexts texts(m_Util, m_szLangFile);
-        sigil::showInformation(
-            this, texts.ui("DLG_SELCERT_CAPITON"), texts.message("MSG_SELECTCERT_INPUTPASSWORD"));
-        return;
-    }
+    if (typed.bytes().empty())
+        return ShowMessage("MSG_SELECTCERT_INPUTPASSWORD");
+    if (typed.bytes().size() >= sizeof m_szPassword)
+        return ShowMessage("MSG_SELECTCERT_PASSWORD_MAX");
     sigil::copyText(m_szPassword, typed.bytes());
     accept();
+}
+
+void PasswordDialog::ShowMessage(const char* messageKey)
+{
+    const sigil::LanguageTexts texts(m_Util, m_szLangFile);
+    sigil::showInformation(this, texts.ui("DLG_SELCERT_CAPITON"), texts.message(messageKey));
 }
 
 void PasswordDialog::on_pushButton_cancel_clicked() { reject(); }

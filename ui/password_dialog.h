@@ -36,6 +36,8 @@ public slots: // NOLINT(readability-redundant-access-specifiers): the slots must
     void done(int result) override;
 
 private:
+    void ShowMessage(const char* messageKey);
+
     int m_nLanguage = 0;
     char m_szLibraryFolder[1024] = {};
     char m_szPassword[1024] = {};

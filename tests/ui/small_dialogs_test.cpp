@@ -72,10 +72,21 @@ TEST_P(SmallDialogs, PasswordIsAskedForWhenEmpty)
     EXPECT_TRUE(password.isVisible());
 }
 
-TEST_P(SmallDialogs, PasswordThatIsTooLongIsCut)
+TEST_P(SmallDialogs, PasswordThatIsTooLongIsToldAndNotCut)
 {
     password.show();
-    driver::find<QLineEdit>(password, "lineEdit_password").setText(QString(3000, 'p'));
+    auto& field = driver::find<QLineEdit>(password, "lineEdit_password");
+    for (const QString& tooLong : {QString(1024, 'p'), QString(512, QChar(0xAC00))}) {
+        field.setText(tooLong);
+        Box box;
+        answerBox(box);
+        presses(password, "pushButton_ok");
+        EXPECT_EQ(box.text, message("MSG_SELECTCERT_PASSWORD_MAX"));
+        EXPECT_EQ(box.caption, ui("DLG_SELCERT_CAPITON"));
+        EXPECT_TRUE(password.isVisible());
+        EXPECT_STREQ(password.Password(), "");
+    }
+    field.setText(QString(1023, 'p'));
     presses(password, "pushButton_ok");
     EXPECT_EQ(std::strlen(password.Password()), 1023u);
 }
