@@ -30,6 +30,10 @@ SelectCertDialog::SelectCertDialog(QWidget* parent)
 {
     m_Form->setupUi(this);
     sigil::letReturnPressButtons(this);
+    // OK is not the default button, and Qt would mark Cancel as what Return does. The hidden one takes that mark.
+    auto* unmarked = new QPushButton(this);
+    unmarked->hide();
+    unmarked->setDefault(true);
     for (QPushButton* button : m_Form->groupBox->findChildren<QPushButton*>()) {
         auto* style = new sigil::MediaButtonStyle; // owned by the button
         style->setParent(button);

@@ -80,6 +80,17 @@ TEST_F(SelectionTest, PressesTheFocusedButtonWithReturn)
         expectReturnPresses(viewer, name);
 }
 
+TEST_F(SelectionTest, MarksNoButtonAsWhatReturnDoesUnlessItIs)
+{
+    open();
+    for (QPushButton* button : dialog->findChildren<QPushButton*>())
+        EXPECT_FALSE(button->isVisible() && button->isDefault()) << qPrintable(button->objectName());
+    CertViewMainDialog viewer;
+    viewer.show();
+    EXPECT_TRUE(driver::find<QPushButton>(viewer, "pushButton_ok").isDefault());
+    EXPECT_FALSE(driver::find<QPushButton>(viewer, "pushButton_verify").isDefault());
+}
+
 TEST_P(SelectionInBothLanguages, NamesEveryControl)
 {
     open(GetParam());
