@@ -309,6 +309,14 @@ TEST(HvtkPfx, SeveralPairsTravelInLists)
     ByteString file(toolkit);
     ASSERT_EQ(toolkit("PFX_ExportMultiPair", 0, text("secret1!"), certificates.get(), keys.get(), file.get()), 0);
     expectBack(file);
+    // Callers that pass an int leave what they like above it in the register.
+    ByteString unclean(toolkit);
+    ASSERT_EQ(toolkit("PFX_ExportMultiPair", 0xDEADBEEF00000001UL, text("secret1!"), certificates.get(), keys.get(),
+                  unclean.get()),
+        0);
+    expectBack(unclean);
+    EXPECT_EQ(toolkit("PFX_ExportMultiPair", 77, text("secret1!"), certificates.get(), keys.get(), unclean.get()),
+        SIGIL_TK_OPTION);
     // The other argument list of the same symbol.
     ByteString others(toolkit, workshop().read("root.crt"));
     ByteString file2(toolkit);

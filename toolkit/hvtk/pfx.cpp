@@ -3,8 +3,6 @@
 #include "toolkit/calls/pfx.h"
 #include "toolkit/engine/base/face.h"
 
-#include <cstdint>
-
 using namespace toolkit;
 
 TOOLKIT_FUNCTION HVTK_PFX_Export(
@@ -25,21 +23,51 @@ TOOLKIT_FUNCTION HVTK_PFX_Import(
     return call(context, calls::pfxImport, password, file, certificate, key, others);
 }
 
-/** Two argument lists reach this symbol: (option, password, certificates, keys, out), and (password, certificates, keys,
- *  others, out) in the protection of SIGIL_TK_PFX_3DES. Options are small numbers and a password is a pointer, so the
- *  first argument tells which one it is; all six arguments travel in registers on LP64 machines. */
-TOOLKIT_FUNCTION HVTK_PFX_ExportMultiPair(void* context, std::intptr_t optionOrPassword,
-    void* passwordOrCertificates, BINSTR* third, BINSTR* fourth, BINSTR* out)
+/** In the protection of @p option, without other certificates. */
+extern "C" [[gnu::used, gnu::visibility("hidden")]] int exportMultiPairWithOption(
+    void* context, int option, char* password, BINSTR* certificates, BINSTR* keys, BINSTR* out)
 {
-    constexpr std::intptr_t lowestAddress = 4096;
-    if (optionOrPassword >= 0 && optionOrPassword < lowestAddress)
-        return call(context, calls::pfxExportLists, static_cast<int>(optionOrPassword),
-            static_cast<const char*>(passwordOrCertificates), third, fourth, static_cast<BINSTR*>(nullptr), out);
-    // NOLINTNEXTLINE(performance-no-int-to-ptr): a pointer that came as a number
-    const char* password = reinterpret_cast<const char*>(optionOrPassword);
-    return call(context, calls::pfxExportLists, SIGIL_TK_PFX_3DES, password,
-        static_cast<BINSTR*>(passwordOrCertificates), third, fourth, out);
+    return call(
+        context, calls::pfxExportLists, option, password, certificates, keys, static_cast<BINSTR*>(nullptr), out);
 }
+
+/** With other certificates, in the protection of SIGIL_TK_PFX_3DES. */
+extern "C" [[gnu::used, gnu::visibility("hidden")]] int exportMultiPairWithOthers(
+    void* context, char* password, BINSTR* certificates, BINSTR* keys, BINSTR* others, BINSTR* out)
+{
+    return call(context, calls::pfxExportLists, SIGIL_TK_PFX_3DES, password, certificates, keys, others, out);
+}
+
+// Both argument lists reach one symbol, HVTK_PFX_ExportMultiPair, and no C++ function has two. The choice stands in front of
+// them and looks at the low 32 bits of the second argument alone: an option is a small number, with nothing defined above
+// it in the register; a password is an address, beyond the first page.
+#if defined(__x86_64__)
+asm(R"(
+    .text
+    .globl HVTK_PFX_ExportMultiPair
+    .type HVTK_PFX_ExportMultiPair, @function
+HVTK_PFX_ExportMultiPair:
+    endbr64
+    cmpl $4096, %esi
+    jb exportMultiPairWithOption
+    jmp exportMultiPairWithOthers
+    .size HVTK_PFX_ExportMultiPair, . - HVTK_PFX_ExportMultiPair
+)");
+#elif defined(__aarch64__)
+asm(R"(
+    .text
+    .globl HVTK_PFX_ExportMultiPair
+    .type HVTK_PFX_ExportMultiPair, %function
+HVTK_PFX_ExportMultiPair:
+    hint #34 // bti c
+    cmp w1, #1, lsl #12
+    b.lo exportMultiPairWithOption
+    b exportMultiPairWithOthers
+    .size HVTK_PFX_ExportMultiPair, . - HVTK_PFX_ExportMultiPair
+)");
+#else
+#error "HVTK_PFX_ExportMultiPair: write the choice between the two argument lists for this processor"
+#endif
 
 TOOLKIT_FUNCTION HVTK_PFX_ImportMultiPair(
     void* context, char* password, BINSTR* file, BINSTR* certificates, BINSTR* keys, BINSTR* others)
