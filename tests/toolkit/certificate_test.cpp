@@ -324,6 +324,17 @@ TEST(HvtkCertificate, WhatOnlyThisFaceHas)
     EXPECT_STREQ(out.data(), "ldap://ds.yessign.or.kr:389/ou=dp4p54541, http://crl.example.kr/1.crl");
 }
 
+TEST(HvtkCertificate, AddressesPrintAsAddresses)
+{
+    const ToolkitLibrary toolkit("HVTK_");
+    certificates().certificate("hosts", "/CN=hosts", "subjectAltName=IP:192.0.2.1,IP:2001:db8::1");
+    ByteString certificate(toolkit, certificates().read("hosts.crt"));
+    ASSERT_EQ(toolkit("CERT_Load", certificate.get()), 0);
+    std::array<char, 256> out{};
+    EXPECT_EQ(toolkit("CERT_GetSubjectAltName", 256, out.data()), 0);
+    EXPECT_STREQ(out.data(), "ip=192.0.2.1, ip=2001:db8::1");
+}
+
 TEST(Identity, MatchesTheWorkedValues)
 {
     const toolkit::Library library;

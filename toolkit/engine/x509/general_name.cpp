@@ -6,6 +6,9 @@
 #include "toolkit/engine/x509/text.h"
 
 #include <algorithm>
+#include <array>
+
+#include <arpa/inet.h>
 
 namespace toolkit {
 namespace {
@@ -27,10 +30,25 @@ std::string otherName(const GENERAL_NAME* name)
     return identity ? identityText(*identity) : "otherName=" + dottedOid(name->d.otherName->type_id);
 }
 
-std::string addressText(const ASN1_OCTET_STRING* address)
+/** "192.0.2.1" or "2001:db8::1"; nothing for another number of bytes. */
+std::string addressText(View address)
 {
-    const Handle<char, releaseBuffer> text(i2s_ASN1_OCTET_STRING(nullptr, address));
-    return text ? text.get() : "";
+    std::array<char, INET6_ADDRSTRLEN> text{};
+    const int family = address.size() == sizeof(in_addr) ? AF_INET : AF_INET6;
+    if (address.size() == sizeof(in_addr) || address.size() == sizeof(in6_addr))
+        inet_ntop(family, address.data(), text.data(), text.size());
+    return text.data();
+}
+
+/** An address, or in constraints an address and its mask; bytes of another length in hexadecimal. */
+std::string addressesText(View bytes)
+{
+    const std::string one = addressText(bytes);
+    const std::size_t half = bytes.size() / 2;
+    const std::string range = addressText(bytes.first(half));
+    if (!one.empty())
+        return one;
+    return range.empty() || bytes.size() % 2 != 0 ? hexText(bytes) : range + "/" + addressText(bytes.subspan(half));
 }
 
 } // namespace
@@ -47,7 +65,8 @@ std::string generalName(const GENERAL_NAME* name)
     case GEN_DNS:
         return "dns=" + asn1Text(name->d.dNSName);
     case GEN_IPADD:
-        return "ip=" + addressText(name->d.iPAddress);
+        return "ip=" +
+            addressesText({name->d.iPAddress->data, static_cast<std::size_t>(name->d.iPAddress->length)});
     case GEN_RID:
         return "oid=" + dottedOid(name->d.registeredID);
     case GEN_OTHERNAME:
