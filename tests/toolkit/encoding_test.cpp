@@ -10,6 +10,8 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <chrono>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -183,6 +185,20 @@ TEST(CompareDn, IgnoresCaseBlanksAndDirection)
     EXPECT_EQ(compare("", "cn=a"), SIGIL_TK_NAMES_DIFFER);
 }
 
+TEST(CompareDn, FoldsOnlyAsciiLetters)
+{
+    const ToolkitLibrary toolkit("HVTK_");
+    // 똠 and 똔 end with the bytes of "c" and "C": other characters, not another letter case.
+    EXPECT_EQ(toolkit("UTIL_CompareDN", text("cn=\x8C\x63"), text("cn=\x8C\x43")), SIGIL_TK_NAMES_DIFFER);
+    EXPECT_EQ(toolkit("UTIL_CompareDN", text("cn=\xC1\xC9"), text("cn=\xE1\xE9")), SIGIL_TK_NAMES_DIFFER);
+    EXPECT_EQ(toolkit("UTIL_CompareDN",
+                  text("cn=\xC8\xAB"
+                       "AB"),
+                  text("CN=\xC8\xAB"
+                       "ab")),
+        0);
+}
+
 TEST(HvtkApi, VersionAndSettings)
 {
     const ToolkitLibrary toolkit("HVTK_");
@@ -210,6 +226,7 @@ TEST(GpkiApi, VersionSettingsAndTimes)
     ASSERT_EQ(toolkit("API_Str2Time", text("2024-07-10 21:00:00"), &time), 0);
     EXPECT_EQ(toolkit::timeText(time), "2024-07-10 21:00:00");
     EXPECT_EQ(toolkit("API_Str2Time", text("yesterday"), &time), SIGIL_TK_ENCODING);
+    EXPECT_EQ(toolkit("API_Str2Time", text("2025-02-30 00:00:00"), &time), SIGIL_TK_ENCODING);
     EXPECT_EQ(toolkit("API_Str2Time", text("2024-07-10 21:00:00"), static_cast<long*>(nullptr)), SIGIL_TK_ARGUMENT);
 }
 
@@ -228,6 +245,19 @@ TEST(GpkiCertificate, ValidityAndPublicKeyAreTextsOfTheirOwn)
     EXPECT_EQ(validity.substr(19, 3), " ~ ");
     EXPECT_TRUE(toolkit::timeFromText(validity.substr(22)));
     EXPECT_EQ(toolkit("CERT_GetValidity", 19, out.data()), SIGIL_TK_BUFFER_TOO_SMALL);
+    const auto toLastDay = std::chrono::sys_days(std::chrono::year(9999) / 12 / 31) -
+        std::chrono::floor<std::chrono::days>(std::chrono::system_clock::now());
+    workshop.certificate("never", "/CN=never", "", "", "-days " + std::to_string(toLastDay.count()));
+    std::string der = workshop.read("never.crt");
+    der.replace(der.find("99991231"), 14, "99991231235959");
+    ByteString never(toolkit, der);
+    ASSERT_EQ(toolkit("CERT_Load", never.get()), 0);
+    setenv("TZ", "Asia/Seoul", 1);
+    ASSERT_EQ(toolkit("CERT_GetValidity", 20, out.data()), 0);
+    unsetenv("TZ");
+    EXPECT_THAT(out.data(), testing::EndsWith(" ~ 9999-12-31 23:59:59"));
+    EXPECT_EQ(std::strlen(out.data()), 41U);
+    ASSERT_EQ(toolkit("CERT_Load", certificate.get()), 0);
     ASSERT_EQ(toolkit("CERT_GetPubKeyAlg", 50, out.data()), 0);
     EXPECT_STREQ(out.data(), "RSA");
     ASSERT_EQ(toolkit("CERT_GetPubKeyLen", 20, out.data()), 0);

@@ -63,6 +63,33 @@ TEST(TimeText, OtherFormsAreRefused)
     EXPECT_FALSE(timeFromText("2024-07-10"));
     EXPECT_FALSE(timeFromText("2024-07-10 07:00:00 and more"));
     EXPECT_FALSE(timeFromText(""));
+    EXPECT_FALSE(timeFromText("2024-7-1 07:00:00"));
+    EXPECT_FALSE(timeFromText("2024-07-10T07:00:00"));
+    EXPECT_FALSE(timeFromText("+024-07-10 07:00:00"));
+}
+
+TEST(TimeText, DaysAndHoursThatAreNotAreRefused)
+{
+    for (const char* text : {"2025-13-01 00:00:00", "2025-13-45 00:00:00", "2025-00-10 00:00:00",
+             "2025-02-30 00:00:00", "2025-02-29 00:00:00", "2025-04-31 00:00:00", "2025-01-00 00:00:00",
+             "2025-01-01 24:00:00", "2025-01-01 00:60:00", "2025-01-01 00:00:60"})
+        EXPECT_FALSE(timeFromText(text)) << text;
+    EXPECT_TRUE(timeFromText("2024-02-29 23:59:59"));
+}
+
+TEST(TimeText, HasNineteenCharactersInEveryZoneAndYear)
+{
+    constexpr std::time_t never = 253402300799; // 9999-12-31 23:59:59 UTC
+    constexpr std::time_t yearZero = -62167219200;
+    for (const char* name : {"Asia/Seoul", "America/New_York", "Pacific/Kiritimati", "UTC"}) {
+        const Zone zone(name);
+        for (const std::time_t time : {never, never - 43200, yearZero, std::time_t(-40000000000), julyNoon})
+            EXPECT_EQ(timeText(time).size(), 19U) << name << " " << time << " " << timeText(time);
+    }
+    const Zone seoul("Asia/Seoul");
+    EXPECT_EQ(timeText(never), "9999-12-31 23:59:59");
+    const Zone newYork("America/New_York");
+    EXPECT_EQ(timeText(yearZero), "0000-01-01 00:00:00");
 }
 
 TEST(Cp949, HangulAndAsciiAreConverted)
@@ -93,6 +120,11 @@ TEST(Asn1Text, EveryStringTypeBecomesCp949)
     EXPECT_EQ(textOf(V_ASN1_BMPSTRING, "\xD6\x4D"), hong);
     EXPECT_EQ(textOf(V_ASN1_PRINTABLESTRING, "KR"), "KR");
     EXPECT_EQ(textOf(V_ASN1_T61STRING, hong), hong) << "old certificates hold Korean bytes here";
+    EXPECT_EQ(textOf(V_ASN1_PRINTABLESTRING, "홍길동"), "\xC8\xAB\xB1\xE6\xB5\xBF") << "or UTF-8";
+    EXPECT_EQ(textOf(V_ASN1_IA5STRING, "홍길"), "\xC8\xAB\xB1\xE6");
+    EXPECT_EQ(textOf(V_ASN1_T61STRING, "은행"), "\xC0\xBA\xC7\xE0");
+    EXPECT_EQ(textOf(V_ASN1_T61STRING, "\xC4\xAB"), "\xC4\xAB") << "카, which would also be a letter in UTF-8";
+    EXPECT_EQ(textOf(V_ASN1_T61STRING, "Jos\xE9"), "Jos?") << "neither: Latin-1, whose letter CP949 lacks";
     const std::string gildong = "\xB1\xE6\xB5\xBF";
     EXPECT_EQ(textOf(V_ASN1_UTF8STRING, gildong), gildong) << "and here, against the standard";
     EXPECT_EQ(textOf(V_ASN1_UTF8STRING, "a\xFF"), "a?");

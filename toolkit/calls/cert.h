@@ -63,8 +63,8 @@ inline void certGetValidityRange(Context& state, int capacity, char* out)
     const std::string from = timeText(state.certificate().notBefore());
     const std::string to = timeText(state.certificate().notAfter());
     require(capacity > static_cast<int>(from.size()), SIGIL_TK_BUFFER_TOO_SMALL);
-    const std::string both = from + " ~ " + to;
-    putText(both, static_cast<int>(both.size()) + 1, out);
+    constexpr int bothDates = 42;
+    putWholeText(from + " ~ " + to, bothDates, out);
 }
 
 inline void certAddCert(Context& state, BINSTR* certificate, BINSTR* list)

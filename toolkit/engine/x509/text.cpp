@@ -7,7 +7,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
+#include <chrono>
 #include <cstdio>
 
 namespace toolkit {
@@ -84,6 +84,17 @@ std::string_view trimmed(std::string_view text)
     return text;
 }
 
+/** Bytes of the CP949 character that begins with @p first. */
+std::size_t cp949Width(char first) { return static_cast<unsigned char>(first) >= 0x80 ? 2 : 1; }
+
+/** CP949 with its ASCII letters in lower case. The second byte of a character may look like such a letter. */
+void lowerAscii(std::string& cp949)
+{
+    for (std::size_t at = 0; at < cp949.size(); at += cp949Width(cp949[at]))
+        if (cp949[at] >= 'A' && cp949[at] <= 'Z')
+            cp949[at] = static_cast<char>(cp949[at] - 'A' + 'a');
+}
+
 /** "cn=a" of "CN = A": lower-case ASCII letters, no blanks around "=". */
 std::string normalPart(std::string_view part)
 {
@@ -91,7 +102,7 @@ std::string normalPart(std::string_view part)
     std::string text(trimmed(part.substr(0, equals)));
     if (equals != part.npos)
         text += "=" + std::string(trimmed(part.substr(equals + 1)));
-    std::transform(text.begin(), text.end(), text.begin(), [](unsigned char c) { return std::tolower(c); });
+    lowerAscii(text);
     return text;
 }
 
@@ -112,6 +123,15 @@ std::string withoutControls(std::string text)
         if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F)
             c = '?';
     return text;
+}
+
+/** Bytes of an unknown character set as CP949: UTF-8 when all of it is in CP949 (hardly any CP949 text is that by chance),
+ *  else CP949; nothing when they are neither. */
+std::optional<std::string> koreanText(std::string_view bytes)
+{
+    if (auto fromUtf8 = convertWhole("CP949", "UTF-8", bytes))
+        return fromUtf8;
+    return utf8FromCp949(bytes) ? std::optional<std::string>(bytes) : std::nullopt;
 }
 
 std::string asciiOnly(std::string_view bytes)
@@ -152,8 +172,11 @@ std::string asn1Text(const ASN1_STRING* string)
         static_cast<std::size_t>(ASN1_STRING_length(string)));
     const int type = ASN1_STRING_type(string);
     const bool wide = type == V_ASN1_BMPSTRING || type == V_ASN1_UNIVERSALSTRING;
-    if (!wide && type != V_ASN1_UTF8STRING && !isAscii(raw) && utf8FromCp949(raw))
+    if (!wide && isAscii(raw))
         return withoutControls(std::string(raw));
+    if (!wide && type != V_ASN1_UTF8STRING)
+        if (const auto korean = koreanText(raw))
+            return withoutControls(*korean);
     unsigned char* utf8 = nullptr;
     const int length = ASN1_STRING_to_UTF8(&utf8, string);
     const BufferHandle owner(utf8);
@@ -167,7 +190,7 @@ std::string_view cutText(std::string_view cp949, std::size_t bytes)
     const std::size_t limit = std::min(bytes, cp949.size());
     std::size_t end = 0;
     while (end < limit) {
-        const std::size_t width = static_cast<unsigned char>(cp949[end]) >= 0x80 ? 2 : 1;
+        const std::size_t width = cp949Width(cp949[end]);
         if (end + width > limit)
             break;
         end += width;
@@ -210,7 +233,7 @@ std::string nameText(const X509_NAME* name)
         const ASN1_OBJECT* type = X509_NAME_ENTRY_get_object(entry);
         const int nid = OBJ_obj2nid(type);
         std::string key = nid == NID_undef ? dottedOid(type) : OBJ_nid2sn(nid);
-        std::transform(key.begin(), key.end(), key.begin(), [](unsigned char c) { return std::tolower(c); });
+        lowerAscii(key);
         if (!text.empty())
             text += X509_NAME_ENTRY_set(entry) == previousSet ? '+' : ',';
         previousSet = X509_NAME_ENTRY_set(entry);
@@ -248,23 +271,42 @@ std::string timeText(std::time_t time)
         const std::time_t wall = timegm(&local) - shift;
         gmtime_r(&wall, &local);
     }
+    const int year = local.tm_year + 1900;
+    if (year > 9999) // an end of 9999-12-31 23:59:59 means "never", east of Greenwich too
+        return "9999-12-31 23:59:59";
+    if (year < 0)
+        return "0000-01-01 00:00:00";
     std::array<char, 32> text{};
-    const std::size_t length = std::strftime(text.data(), text.size(), "%Y-%m-%d %H:%M:%S", &local);
-    return {text.data(), length};
+    std::snprintf(text.data(), text.size(), "%04d-%02d-%02d %02d:%02d:%02d", year, local.tm_mon + 1, local.tm_mday,
+        local.tm_hour, local.tm_min, local.tm_sec);
+    return text.data();
 }
 
 std::optional<std::time_t> timeFromText(std::string_view text)
 {
-    std::tm fields{};
-    int end = 0;
-    const std::string terminated(text);
-    const int count = std::sscanf(terminated.c_str(), "%4d-%2d-%2d %2d:%2d:%2d%n", &fields.tm_year, &fields.tm_mon,
-        &fields.tm_mday, &fields.tm_hour, &fields.tm_min, &fields.tm_sec, &end);
-    if (count != 6 || static_cast<std::size_t>(end) != terminated.size())
+    constexpr std::string_view form = "0000-00-00 00:00:00";
+    const bool formed = std::equal(text.begin(), text.end(), form.begin(), form.end(),
+        [](char c, char expected) { return expected == '0' ? c >= '0' && c <= '9' : c == expected; });
+    if (!formed)
         return {};
-    fields.tm_year -= 1900;
-    fields.tm_mon -= 1;
-    fields.tm_isdst = 0;
+    const auto number = [&](std::size_t at, std::size_t digits) {
+        int value = 0;
+        for (const char digit : text.substr(at, digits))
+            value = 10 * value + (digit - '0');
+        return value;
+    };
+    const std::chrono::year_month_day date{std::chrono::year(number(0, 4)),
+        std::chrono::month(static_cast<unsigned>(number(5, 2))),
+        std::chrono::day(static_cast<unsigned>(number(8, 2)))};
+    std::tm fields{};
+    fields.tm_year = number(0, 4) - 1900;
+    fields.tm_mon = number(5, 2) - 1;
+    fields.tm_mday = number(8, 2);
+    fields.tm_hour = number(11, 2);
+    fields.tm_min = number(14, 2);
+    fields.tm_sec = number(17, 2);
+    if (!date.ok() || fields.tm_hour > 23 || fields.tm_min > 59 || fields.tm_sec > 59)
+        return {};
     return std::mktime(&fields);
 }
 

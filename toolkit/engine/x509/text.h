@@ -21,8 +21,8 @@ std::string cp949FromUtf8(std::string_view utf8);
 /** CP949 as UTF-8; nothing when the bytes are not CP949. */
 std::optional<std::string> utf8FromCp949(std::string_view cp949);
 bool isUtf8(std::string_view bytes);
-/** A string of any ASN.1 type as CP949. Old certificates hold Korean bytes in T61 and Printable strings: such bytes are
- *  taken as they are. */
+/** A string of any ASN.1 type as CP949. Old certificates hold Korean bytes, UTF-8 or CP949, in T61, IA5 and Printable
+ *  strings. */
 std::string asn1Text(const ASN1_STRING* string);
 
 /** Longest prefix of at most @p bytes bytes that does not cut a CP949 character. */
@@ -42,9 +42,9 @@ bool sameName(std::string_view left, std::string_view right);
 std::string join(const std::vector<std::string>& parts, std::string_view separator);
 
 /** "YYYY-MM-DD HH:MM:SS" in local standard time: daylight saving never shifts it, because readers convert it back with
- *  tm_isdst = 0. */
+ *  tm_isdst = 0. Always 19 characters: times outside the years 0 to 9999 become the nearest end. */
 std::string timeText(std::time_t time);
-/** The reverse of timeText; nothing when @p text does not have that form. */
+/** The reverse of timeText; nothing when @p text does not have that form or there is no such day or hour. */
 std::optional<std::time_t> timeFromText(std::string_view text);
 /** Seconds since the epoch; nothing for a malformed time. */
 std::optional<std::time_t> asn1Time(const ASN1_TIME* time);
