@@ -90,8 +90,10 @@ CBinary::CBinary(const CBinary& source)
     replaceData(*this, copyOf(bytes), bytes.size());
     if (!source.m_pString)
         return;
-    // The text is copied as far as the data reaches; it may be shorter or longer, being older than the data.
-    const std::string_view text = view(source.m_pString, std::min(source.m_nStringLength, source.m_nLength));
+    // The text may be older than the data, shorter or longer: it is copied as far as the data and the zero byte behind
+    // it reach, and never past its own end.
+    const std::string_view text =
+        view(source.m_pString, std::min(long{source.m_nStringLength}, source.m_nLength + 1L));
     replace(m_pString, 0, joined(text, {}));
     m_nStringLength = static_cast<int>(text.size());
 }

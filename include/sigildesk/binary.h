@@ -23,7 +23,8 @@ public:
     CBinary();
     /** A copy of the @p len bytes at @p data; empty when @p len is 0. */
     CBinary(char* data, int len);
-    /** A copy of the bytes and, when the source has one, of the text that toString() made. */
+    /** A copy of the bytes and, when the source has one, of the text that toString() made. That text may be older than
+     *  the bytes: of a longer one, one byte more than there are bytes is kept. */
     CBinary(const CBinary& source);
     virtual ~CBinary();
 

@@ -113,16 +113,23 @@ TEST(Binary, CopyTakesTheTextAlong)
     EXPECT_EQ(CBinary(binary("ab")).m_pString, nullptr);
 }
 
-TEST(Binary, CopyOfATextOlderThanTheDataStaysWithinBoth)
+TEST(Binary, CopyOfATextOlderThanTheDataReachesOneByteFurtherThanTheData)
 {
-    for (const char* now : {"", "xy", "a much longer content"}) {
+    struct Case {
+        const char* data;
+        const char* text;
+    };
+    for (const Case& c :
+        {Case{"", "o"}, {"xy", "old"}, {"wxyz", "older"}, {"vwxyz", "older"}, {"a much longer content", "older"}}) {
         CBinary source = binary("older");
         source.toString();
-        source = Arg(now);
+        source = Arg(c.data);
         CBinary copy(source);
-        expectBytes(copy, now);
+        expectBytes(copy, c.data);
         ASSERT_NE(copy.m_pString, nullptr);
-        EXPECT_EQ(std::string(copy.m_pString), std::string("older").substr(0, std::strlen(now)));
+        EXPECT_STREQ(copy.m_pString, c.text) << c.data;
+        CBinary second(copy); // what is copied on is no longer than what was copied
+        EXPECT_STREQ(second.m_pString, c.text) << c.data;
     }
 }
 
