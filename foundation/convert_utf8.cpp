@@ -182,6 +182,8 @@ Byte* kscToUtf8(const Byte* in, const Byte* end, Byte* out)
 
 int ConvertUTF8::utf82unicode(const unsigned char* in, int len, unsigned char** out, int& outLen)
 {
+    if (!out)
+        return failed;
     const Bytes buffer = room(2 * size(in, len) + 2);
     const Byte* end = convertUtf8(
         in, size(in, len), buffer.get(),
@@ -191,6 +193,8 @@ int ConvertUTF8::utf82unicode(const unsigned char* in, int len, unsigned char** 
 
 int ConvertUTF8::unicode2utf8(const unsigned char* in, int len, unsigned char** out, int& outLen)
 {
+    if (!out)
+        return failed;
     *out = nullptr;
     const std::size_t bytes = size(in, len);
     if (bytes % 2 != 0)
@@ -204,6 +208,8 @@ int ConvertUTF8::unicode2utf8(const unsigned char* in, int len, unsigned char** 
 
 int ConvertUTF8::unicode2ascii(const unsigned char* in, int len, unsigned char** out, int& outLen)
 {
+    if (!out)
+        return failed;
     *out = nullptr;
     const std::size_t bytes = size(in, len) / 2 * 2;
     const long capacity = outLen;
@@ -225,6 +231,8 @@ int ConvertUTF8::unicode2ascii(const unsigned char* in, int len, unsigned char**
 
 int ConvertUTF8::utf82ascii(const char* in, int len, char* out, int& outLen)
 {
+    if (!out)
+        return failed;
     // UTF-8 gives no Hangul letters, so unlike that of unicode2ascii this conversion needs no capacity. The text is
     // put together aside, because the output may be the input.
     const Bytes buffer = room(size(in, len));
@@ -237,6 +245,8 @@ int ConvertUTF8::utf82ascii(const char* in, int len, char* out, int& outLen)
 
 int ConvertUTF8::ascii2unicode(const unsigned char* in, int len, unsigned char** out, int& outLen)
 {
+    if (!out)
+        return failed;
     *out = nullptr;
     const Bytes buffer = room(2 * size(in, len));
     Byte* at = buffer.get();
@@ -251,6 +261,8 @@ int ConvertUTF8::ascii2unicode(const unsigned char* in, int len, unsigned char**
 
 int ConvertUTF8::ascii2utf8(const char* in, int len, char* out, int& outLen)
 {
+    if (!out)
+        return failed;
     const std::size_t bytes = size(in, len);
     const Bytes buffer = room(bytes / 2 * 3 + 2);
     const Byte* from = reinterpret_cast<const Byte*>(in);

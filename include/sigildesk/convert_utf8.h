@@ -10,6 +10,7 @@
  *  - No output is zero-terminated.
  *  - An `unsigned char**` output is allocated with `new[]`; the caller releases it with `delete[]`. It is null when
  *    the operation fails. A `char*` output is the caller's buffer; nothing is written when the operation fails.
+ *  - A null output pointer is refused: every operation returns -1.
  *  - Running out of memory throws std::bad_alloc.
  *  - The class has no state: one object may serve several threads.
  */
@@ -22,7 +23,7 @@ class SIGIL_EXPORT ConvertUTF8 {
 public:
     /** UTF-8 to UCS-2. ASCII and Hangul syllables are kept; every byte of anything else becomes a "?" of its own, so
      *  a Hanja character gives three.
-     *  @return 0, always */
+     *  @return 0 for every text */
     int utf82unicode(const unsigned char* in, int len, unsigned char** out, int& outLen);
 
     /** UCS-2 to UTF-8. Every unit is encoded by itself, surrogates too.

@@ -4,6 +4,7 @@
 #include <sigildesk/util.h>
 
 #include <climits>
+#include <cstring>
 #include <memory>
 #include <optional>
 
@@ -256,12 +257,29 @@ TEST(ConvertUtf8, TreatsNegativeLengthsAndNullAsEmpty)
     EXPECT_EQ(ConvertUTF8().unicode2ascii(reinterpret_cast<const unsigned char*>("abc"), INT_MIN, &out, outLen), 0);
     EXPECT_EQ(outLen, 0);
     delete[] out;
-    EXPECT_EQ(ConvertUTF8().ascii2utf8("", 0, nullptr, outLen), 0);
     char text[4] = "abc";
+    outLen = 5;
+    EXPECT_EQ(ConvertUTF8().ascii2utf8("", 0, text, outLen), 0);
+    EXPECT_EQ(outLen, 0);
     outLen = 5;
     EXPECT_EQ(ConvertUTF8().utf82ascii("xyz", -1, text, outLen), 0);
     EXPECT_EQ(outLen, 0);
     EXPECT_STREQ(text, "abc");
+}
+
+TEST(ConvertUtf8, RefusesNullOutputs)
+{
+    int length = 77;
+    for (const char* text : {"", "a", "\xB0\xA1"}) {
+        const auto* bytes = reinterpret_cast<const unsigned char*>(text);
+        const int size = static_cast<int>(std::strlen(text));
+        for (auto convert : {&ConvertUTF8::utf82unicode, &ConvertUTF8::unicode2utf8, &ConvertUTF8::unicode2ascii,
+                 &ConvertUTF8::ascii2unicode})
+            EXPECT_EQ((ConvertUTF8().*convert)(bytes, size, nullptr, length), -1);
+        for (auto convert : {&ConvertUTF8::utf82ascii, &ConvertUTF8::ascii2utf8})
+            EXPECT_EQ((ConvertUTF8().*convert)(text, size, nullptr, length), -1);
+    }
+    EXPECT_EQ(length, 77);
 }
 
 TEST(ConvertUtf8, TheOutputMayBeTheInput)
