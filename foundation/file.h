@@ -4,7 +4,9 @@
  */
 #pragma once
 
+#include <cerrno>
 #include <cstdio>
+#include <exception>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -28,5 +30,22 @@ enum class LogOwner {
 /** Appends @p record in one piece to the log file @p path, which is created (mode 0600) when missing.
  *  @return number of bytes written; -1 when the file cannot be opened or must not be written */
 long appendToLog(const std::string& path, LogOwner owner, std::string_view record);
+
+/** Runs @p write, which makes a record and appends it. A log disturbs nobody: running out of memory drops the record,
+ *  and errno stays what it was.
+ *  @return what @p write returns; -1 for a dropped record */
+template <class Write>
+int logQuietly(Write write)
+{
+    const int errorOfCaller = errno;
+    int result = -1;
+    try {
+        result = write();
+    } catch (const std::exception&) {
+        // There is nobody to tell.
+    }
+    errno = errorOfCaller;
+    return result;
+}
 
 } // namespace sigil

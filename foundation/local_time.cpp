@@ -2,10 +2,6 @@
 
 #include "foundation/environment.h"
 
-#include <iomanip>
-#include <locale>
-#include <sstream>
-
 namespace sigil {
 
 tm localTime(std::time_t seconds)
@@ -26,14 +22,18 @@ tm localTimeInKnownZone(std::time_t seconds)
 
 std::time_t currentTime() { return environment().now().tv_sec; }
 
+// The formats are checked where the functions are called.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wformat-nonliteral"
+
 std::string formatTime(const tm& time, const char* format)
 {
-    std::ostringstream text;
-    text.imbue(std::locale::classic());
-    text << std::put_time(&time, format);
-    return text.str();
+    char text[128];
+    return {text, std::strftime(text, sizeof text, format, &time)};
 }
 
 std::string currentTimeText(const char* format) { return formatTime(localTime(currentTime()), format); }
+
+#pragma GCC diagnostic pop
 
 } // namespace sigil

@@ -17,10 +17,11 @@ tm localTimeInKnownZone(std::time_t seconds);
 /** The time of day by the environment's clock, in whole seconds. */
 std::time_t currentTime();
 
-/** A calendar time in a format of strftime(3), as the C locale writes it. */
-std::string formatTime(const tm& time, const char* format);
+/** A calendar time in a format of strftime(3) that consists of numbers, which no locale writes differently; at most
+ *  127 bytes. */
+[[gnu::format(strftime, 2, 0)]] std::string formatTime(const tm& time, const char* format);
 
-/** The current local time in a format of strftime(3). */
-std::string currentTimeText(const char* format);
+/** The current local time in such a format. */
+[[gnu::format(strftime, 1, 0)]] std::string currentTimeText(const char* format);
 
 } // namespace sigil

@@ -30,6 +30,15 @@ std::string clockText(const timespec& now)
     return sigil::formatTime(sigil::localTime(now.tv_sec), "%H:%M:%S.") + milliseconds;
 }
 
+std::string traceRecord(const char* level, const char* file, long line, const char* func, const char* message)
+{
+    std::string record = "[tw4np][" + clockText(sigil::environment().now()) + "][" + level + "][";
+    record += fileName(file);
+    record += ':' + std::to_string(static_cast<int>(line)) + "][";
+    record += afterLast(func, ':');
+    return record + "] " + message + '\n';
+}
+
 } // namespace
 
 void LOG_LEVEL(const char* level, const char* file, long line, const char* func, const char* fmt, ...)
@@ -37,20 +46,17 @@ void LOG_LEVEL(const char* level, const char* file, long line, const char* func,
     if (!level || !file || !func)
         return;
 
-    char message[longestMessage + 1] = "";
     va_list arguments;
     va_start(arguments, fmt);
-    if (fmt)
-        static_cast<void>(std::vsnprintf(message, sizeof message, fmt, arguments)); // longer ones are cut
+    sigil::logQuietly([&] {
+        char message[longestMessage + 1] = "";
+        if (fmt)
+            static_cast<void>(std::vsnprintf(message, sizeof message, fmt, arguments)); // longer ones are cut
+        const std::string record = traceRecord(level, file, line, func, message);
+        // The folder is open to all users of the machine: a link planted there must not lead the trace elsewhere.
+        const std::string path = sigil::environment().traceFolder + sigil::currentTimeText("/tarnwick_%Y%m%d.log");
+        sigil::appendToLog(path, sigil::LogOwner::userAlone, record);
+        return 0;
+    });
     va_end(arguments);
-
-    std::string record = "[tw4np][" + clockText(sigil::environment().now()) + "][" + level + "][";
-    record += fileName(file);
-    record += ':' + std::to_string(static_cast<int>(line)) + "][";
-    record += afterLast(func, ':');
-    record += std::string("] ") + message + '\n';
-
-    // The folder is open to all users of the machine: a link planted there must not lead the trace elsewhere.
-    const std::string path = sigil::environment().traceFolder + sigil::currentTimeText("/tarnwick_%Y%m%d.log");
-    sigil::appendToLog(path, sigil::LogOwner::userAlone, record);
 }

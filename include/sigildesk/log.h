@@ -10,7 +10,8 @@
  *  "[tw4np][HH:MM:SS.mmm][level][file:line][function] message", in local time.
  *
  *  The file is created readable and writable for its owner only. A link, a file of another user and anything that is
- *  not a regular file are refused. A line that cannot be written is lost silently.
+ *  not a regular file are refused. A line that cannot be written is lost silently, also when memory runs out; errno
+ *  stays what it was.
  *
  *  @param level  for example "DEBUG"; null: nothing is written (also for @p file and @p func)
  *  @param file   source file; cut to what follows its last "/" or else its last "\"

@@ -85,6 +85,7 @@ public:
     /** @} */
 
     /** @name Logs
+     *  A record that cannot be written is dropped, also when memory runs out; errno stays what it was.
      *  @{ */
     /** Appends a record to the error log: "time >> where - errorName >> callee : code (Msg : message)" CR LF. The
      *  parts from errorName on are left out when they are null (callee and message also when empty).
@@ -100,7 +101,8 @@ public:
      *  file names (key "PATH" of section "ERROR").
      *  @param text  at most 4095 bytes of it are written
      *  @param len   number of bytes that must have been written at least
-     *  @return 0, also when no folder is named; -1 when the file cannot be opened or fewer bytes were written */
+     *  @return 0, also when no folder is named; -1 when the file cannot be opened, fewer bytes were written or memory
+     *          ran out */
     int WriteLogData(char* text, int len);
     /** Does nothing. @return 0 */
     int LogFilePath(char* path);

@@ -1,0 +1,170 @@
+// What the library does when memory runs out. The C library's allocator is replaced, because the C library's own
+// functions, which the library calls, run out of memory too.
+
+#include "tests/foundation/support.h"
+
+#include <sigildesk/log.h>
+#include <sigildesk/util.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <functional>
+#include <malloc.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <utility>
+
+namespace {
+
+/** Which of the coming allocations are refused. */
+struct Shortage {
+    long allowed = -1;    ///< so many succeed before the first refusal; below 0: all
+    bool lasting = false; ///< all that follow are refused too, not one alone
+    long bytes = -1;      ///< so many can be held at a time; below 0: any number
+    long refused = 0;
+} shortage;
+
+bool isDue()
+{
+    if (shortage.allowed < 0)
+        return false;
+    if (shortage.allowed-- > 0)
+        return false;
+    shortage.allowed = shortage.lasting ? 0 : -1;
+    return true;
+}
+
+bool refuse(std::size_t size)
+{
+    const bool tooMuch = shortage.bytes >= 0 && size > static_cast<std::size_t>(shortage.bytes);
+    if (!tooMuch && !isDue())
+        return false;
+    ++shortage.refused;
+    errno = ENOMEM;
+    return true;
+}
+
+void* taken(void* block)
+{
+    if (shortage.bytes >= 0)
+        shortage.bytes -= std::min(shortage.bytes, static_cast<long>(malloc_usable_size(block)));
+    return block;
+}
+
+} // namespace
+
+// NOLINTBEGIN(bugprone-reserved-identifier): the names of the C library's allocator behind its public face
+extern "C" {
+void* __libc_malloc(std::size_t size);
+void* __libc_calloc(std::size_t count, std::size_t size);
+void* __libc_realloc(void* block, std::size_t size);
+void __libc_free(void* block);
+
+void* malloc(std::size_t size) { return refuse(size) ? nullptr : taken(__libc_malloc(size)); }
+void* calloc(std::size_t count, std::size_t size)
+{
+    return refuse(count * size) ? nullptr : taken(__libc_calloc(count, size));
+}
+void* realloc(void* block, std::size_t size) { return refuse(size) ? nullptr : taken(__libc_realloc(block, size)); }
+void free(void* block)
+{
+    if (shortage.bytes >= 0)
+        shortage.bytes += static_cast<long>(malloc_usable_size(block));
+    __libc_free(block);
+}
+}
+// NOLINTEND(bugprone-reserved-identifier)
+
+namespace {
+
+/** Runs @p work with the k-th allocation refused, for every k until none is; then with all from the k-th on.
+ *  @param judge  is asked after each run what became of it, with all of memory back */
+void runShort(const std::function<void()>& work, const std::function<void()>& judge)
+{
+    for (bool lasting : {false, true})
+        for (long k = 0;; ++k) {
+            SCOPED_TRACE((lasting ? "all from allocation " : "allocation ") + std::to_string(k));
+            shortage = {.allowed = k, .lasting = lasting};
+            work();
+            const bool complete = std::exchange(shortage, {}).refused == 0;
+            judge();
+            if (complete || testing::Test::HasFailure())
+                break;
+        }
+}
+
+class MemoryShortage : public EnvironmentTest {
+protected:
+    MemoryShortage()
+    {
+        sigil::environment().traceFolder = folder.path();
+        sigil::environment().pluginFolder = folder.path();
+        setClock("2024-03-01 09:05:07");
+    }
+};
+
+const std::string longText(1000, 'x'); // no text of the records is short enough to need no memory
+
+/** True when @p content is nothing but whole records. */
+bool consistsOf(const std::string& record, std::string content)
+{
+    while (content.starts_with(record))
+        content.erase(0, record.size());
+    return content.empty();
+}
+
+} // namespace
+
+TEST_F(MemoryShortage, TheTraceLosesItsLineAndLeavesErrnoAlone)
+{
+    runShort(
+        [] {
+            errno = 1234;
+            LOG_LEVEL("DEBUG", "a.cpp", 1, "f", "%s", longText.c_str());
+        },
+        [] { EXPECT_EQ(errno, 1234); });
+    EXPECT_PRED2(consistsOf, "[tw4np][09:05:07.000][DEBUG][a.cpp:1][f] " + longText + "\n",
+        contentOf(folder.path("tarnwick_20240301.log")));
+}
+
+TEST_F(MemoryShortage, TheErrorLogLosesItsRecordAndLeavesErrnoAlone)
+{
+    const std::string path = folder.path("error.log");
+    CUtil util;
+    Arg file(path);
+    Arg text(longText);
+    int result = 77;
+    runShort(
+        [&] {
+            errno = 1234;
+            result = util.SetLogInfo(file, text, nullptr, text, 5, nullptr);
+        },
+        [&] {
+            EXPECT_EQ(errno, 1234);
+            EXPECT_EQ(result, 0);
+        });
+    EXPECT_PRED2(
+        consistsOf, "2024-03-01 09:05:07 >> " + longText + " >> " + longText + " : 5\r\n", contentOf(path));
+}
+
+TEST_F(MemoryShortage, ThePluginsLogReportsIt)
+{
+    folder.write("ERROR_LOG", "[ERROR]\nPATH=" + folder.path() + "\n");
+    CUtil util;
+    Arg text(longText);
+    const std::string path = folder.path("2024-03-01_A.log");
+    int result = 77;
+    int reported = 0;
+    runShort(
+        [&] {
+            errno = 1234;
+            result = util.WriteLogData(text, 1);
+        },
+        [&] {
+            EXPECT_EQ(errno, 1234);
+            EXPECT_TRUE(result == 0 || result == -1);
+            reported += result == -1;
+        });
+    EXPECT_GT(reported, 0);
+    EXPECT_PRED2(consistsOf, "[2024-03-01 09:05:07] " + longText, contentOf(path));
+}
