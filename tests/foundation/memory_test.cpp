@@ -168,3 +168,43 @@ TEST_F(MemoryShortage, ThePluginsLogReportsIt)
     EXPECT_GT(reported, 0);
     EXPECT_PRED2(consistsOf, "[2024-03-01 09:05:07] " + longText, contentOf(path));
 }
+
+TEST_F(MemoryShortage, TheHomeFolderIsFoundOrTheMemoryIsSaidToBeMissing)
+{
+    const std::string home = "/home/" + longText;
+    sigil::environment().passwordFile =
+        folder.write("passwd", "hong:x:" + std::to_string(getuid()) + ":1::" + home + ":/bin/sh\n");
+    std::string found;
+    runShort(
+        [&] {
+            found = "memory";
+            try {
+                found = sigil::environment().homeFolder();
+            } catch (const std::bad_alloc&) {
+            }
+        },
+        [&] { EXPECT_TRUE(found == home || found == "memory") << found; });
+    EXPECT_EQ(found, home);
+}
+
+TEST_F(MemoryShortage, TheNameServiceIsNotLoadedWithoutMemory)
+{
+    sigil::environment().passwordFile = folder.path("missing");
+    for (long bytes = 0; bytes < 200'000; bytes += 500) {
+        // In a process of its own, since the services stay loaded.
+        const pid_t child = fork();
+        if (child == 0) {
+            shortage.bytes = bytes;
+            try {
+                sigil::environment().homeFolder();
+            } catch (const std::bad_alloc&) {
+                _exit(1);
+            }
+            _exit(0);
+        }
+        int status = 0;
+        ASSERT_EQ(waitpid(child, &status, 0), child);
+        ASSERT_TRUE(WIFEXITED(status)) << bytes << " bytes ended it with signal " << WTERMSIG(status);
+        EXPECT_EQ(WEXITSTATUS(status), 1) << bytes;
+    }
+}
