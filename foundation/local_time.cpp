@@ -6,9 +6,11 @@ namespace sigil {
 
 tm localTime(std::time_t seconds)
 {
-    tzset(); // localtime_r need not notice that the host changed its zone
+    noticeZone(); // localtime_r need not
     return localTimeInKnownZone(seconds);
 }
+
+void noticeZone() { tzset(); }
 
 tm localTimeInKnownZone(std::time_t seconds)
 {

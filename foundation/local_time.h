@@ -11,7 +11,11 @@ namespace sigil {
 /** @p seconds since the epoch as a local calendar time; that of the epoch itself when it lies beyond all years. */
 tm localTime(std::time_t seconds);
 
-/** The same for work on thousands of times, by the zone that the process last read: reading it costs a look at the disk. */
+/** Notices that the host has changed its zone, as localtime(3) does with every date. That costs a look at the disk:
+ *  what works on several dates asks once and goes on with localTimeInKnownZone(). */
+void noticeZone();
+
+/** As localTime(), by the zone that the process last noticed. */
 tm localTimeInKnownZone(std::time_t seconds);
 
 /** The time of day by the environment's clock, in whole seconds. */

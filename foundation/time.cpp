@@ -46,8 +46,8 @@ std::time_t toSeconds(tm local)
     return seconds == -1 && local.tm_wday == -1 ? notATime : seconds;
 }
 
-/** The same without reading the zone again, which costs mktime a look at the disk: outside of summer time, and of the
- *  hours around a change of the zone, its offset tells the time. */
+/** The same in the zone that the process last noticed, while mktime looks for another each time: outside of summer time,
+ *  and of the hours around a change of the zone, its offset tells the time. */
 std::time_t toSecondsInKnownZone(const tm& local)
 {
     tm fields = local;
@@ -56,6 +56,27 @@ std::time_t toSecondsInKnownZone(const tm& local)
     const tm found = sigil::localTimeInKnownZone(asUtc - offset);
     const bool same = found.tm_gmtoff == offset && found.tm_isdst == 0 && found.tm_year == fields.tm_year;
     return same ? asUtc - offset : toSeconds(local);
+}
+
+/** CUtil::str2time in the zone that the process last noticed. */
+std::time_t readTime(const char* text)
+{
+    const std::string_view whole = sigil::textOf(text);
+    if (whole.empty() || whole.size() > longestTimeText)
+        return noText;
+    int fields[fieldCount];
+    if (const int missing = splitTime(whole, fields))
+        return missing;
+
+    tm local{};
+    local.tm_year = clamped(fields[0] - 1900L);
+    local.tm_mon = clamped(fields[1] - 1L);
+    local.tm_mday = fields[2];
+    local.tm_hour = fields[3];
+    local.tm_min = fields[4];
+    local.tm_sec = fields[5];
+    local.tm_isdst = 0;
+    return toSecondsInKnownZone(local);
 }
 
 constexpr long leapYearsUpTo(long year) { return year / 4 - year / 100 + year / 400; }
@@ -86,6 +107,30 @@ long daysBefore(int month)
     return days + 31 * std::max(month - 13L, 0L);
 }
 
+int leapDays(const tm& now, Calc target)
+{
+    const long from = now.tm_year + 1900L;
+    const long to = target.year;
+    if (to < from)
+        return 0;
+    long days = leapYearsUpTo(to) - leapYearsUpTo(from - 1);
+    if (isLeapYear(from) && now.tm_mon > 1) // this year's 29 February is over
+        --days;
+    if (isLeapYear(to) && target.month <= 2) // that of the target year has not come
+        --days;
+    return clamped(days);
+}
+
+int daysUntil(Calc target, const tm& now)
+{
+    const long years = target.year - (now.tm_year + 1900L);
+    if (years < 0)
+        return 0;
+    const long days =
+        years * 365 + daysBefore(target.month) - daysBefore(now.tm_mon + 1) + target.day - now.tm_mday;
+    return clamped(days + leapDays(now, target));
+}
+
 int warningDays(int certKind, const char* policyText)
 {
     constexpr int gpki = 1;
@@ -94,12 +139,10 @@ int warningDays(int certKind, const char* policyText)
     return sigil::textOf(policyText).find("1 2 410 100001 5 3") != std::string_view::npos ? 90 : 100;
 }
 
-Validity judge(std::time_t notAfter, tm notAfterDate, int warning)
+Validity judge(std::time_t notAfter, tm notAfterDate, std::time_t now, tm warningEnd, int warning)
 {
-    const std::time_t now = sigil::currentTime();
     if (notAfter < now)
         return expired;
-    tm warningEnd = sigil::localTimeInKnownZone(now);
     warningEnd.tm_mday += warning;
     // Two readings of the clock on the wall, so that the days count the same across a change of summer time.
     return timegm(&notAfterDate) > timegm(&warningEnd) ? valid : expiresSoon;
@@ -116,22 +159,8 @@ void copyDate(const tm& date, int size, char* out)
 
 time_t CUtil::str2time(char* text)
 {
-    const std::string_view whole = sigil::textOf(text);
-    if (whole.empty() || whole.size() > longestTimeText)
-        return noText;
-    int fields[fieldCount];
-    if (const int missing = splitTime(whole, fields))
-        return missing;
-
-    tm local{};
-    local.tm_year = clamped(fields[0] - 1900L);
-    local.tm_mon = clamped(fields[1] - 1L);
-    local.tm_mday = fields[2];
-    local.tm_hour = fields[3];
-    local.tm_min = fields[4];
-    local.tm_sec = fields[5];
-    local.tm_isdst = 0;
-    return toSecondsInKnownZone(local);
+    sigil::noticeZone();
+    return readTime(text);
 }
 
 int CUtil::GetCurrentTimeDay(char* out)
@@ -146,44 +175,28 @@ int CUtil::GetCurrentTimeDay(char* out)
 
 int CUtil::day(int month) { return daysOf(month); }
 
-int CUtil::yun(tm* now, Calc target)
-{
-    if (!now)
-        return 0;
-    const long from = now->tm_year + 1900L;
-    const long to = target.year;
-    if (to < from)
-        return 0;
-    long days = leapYearsUpTo(to) - leapYearsUpTo(from - 1);
-    if (isLeapYear(from) && now->tm_mon > 1) // this year's 29 February is over
-        --days;
-    if (isLeapYear(to) && target.month <= 2) // that of the target year has not come
-        --days;
-    return clamped(days);
-}
+int CUtil::yun(tm* now, Calc target) { return now ? leapDays(*now, target) : 0; }
 
 int CUtil::CalcDay(int year, int month, int day)
 {
-    tm now = sigil::localTimeInKnownZone(sigil::currentTime());
-    const long years = year - (now.tm_year + 1900L);
-    if (years < 0)
-        return 0;
-    const long days = years * 365 + daysBefore(month) - daysBefore(now.tm_mon + 1) + day - now.tm_mday;
-    return clamped(days + yun(&now, Calc{year, month, day}));
+    return daysUntil({year, month, day}, sigil::localTime(sigil::currentTime()));
 }
 
 int CUtil::GetValidity(bool bOtherKeySize, int certKind, char* policyText, char* notBefore, char* notAfter,
     int fromSize, char* fromOut, int toSize, char* toOut, int* remainDays, int* state)
 {
-    const std::time_t end = str2time(notAfter);
+    sigil::noticeZone(); // once for all dates of a certificate, of which a list has thousands
+    const std::time_t end = readTime(notAfter);
     const tm endDate = sigil::localTimeInKnownZone(end);
-    copyDate(sigil::localTimeInKnownZone(str2time(notBefore)), fromSize, fromOut);
+    copyDate(sigil::localTimeInKnownZone(readTime(notBefore)), fromSize, fromOut);
     copyDate(endDate, toSize, toOut);
 
-    const Validity validity = judge(end, endDate, warningDays(certKind, policyText));
+    const std::time_t now = sigil::currentTime();
+    const tm today = sigil::localTimeInKnownZone(now);
+    const Validity validity = judge(end, endDate, now, today, warningDays(certKind, policyText));
     if (state)
         *state = validity + (bOtherKeySize ? 0 : 3);
     if (validity == expiresSoon && remainDays)
-        *remainDays = CalcDay(endDate.tm_year + 1900, endDate.tm_mon + 1, endDate.tm_mday);
+        *remainDays = daysUntil({endDate.tm_year + 1900, endDate.tm_mon + 1, endDate.tm_mday}, today);
     return 0;
 }

@@ -26,6 +26,34 @@ protected:
     }
 };
 
+struct Result {
+    std::string from;
+    std::string to;
+    int remainDays; // 77: left as it was
+    int state;
+    bool operator==(const Result&) const = default;
+};
+
+std::ostream& operator<<(std::ostream& out, const Result& r)
+{
+    return out << r.from << ' ' << r.to << ' ' << r.remainDays << ' ' << r.state;
+}
+
+Result validity(const char* notAfter, int kind, const char* policy, bool otherKeySize = false,
+    const char* notBefore = "2020-06-30 10:00:00")
+{
+    char from[32] = "old";
+    char to[32] = "old";
+    int remainDays = 77;
+    int state = 77;
+    EXPECT_EQ(CUtil().GetValidity(otherKeySize, kind, Arg(policy), Arg(notBefore), Arg(notAfter), sizeof from, from,
+                  sizeof to, to, &remainDays, &state),
+        0);
+    return {from, to, remainDays, state};
+}
+
+const char* const gpkiPolicy = "1 2 410 100001 5 3";
+
 } // namespace
 
 TEST_F(Time, Str2time)
@@ -132,13 +160,37 @@ TEST_F(Time, GetCurrentTimeDay)
 
 TEST_F(Time, AChangeOfTheZoneIsNoticed)
 {
-    setClock("2024-03-31 20:00:00");
-    char out[16] = {};
-    CUtil().GetCurrentTimeDay(out);
-    EXPECT_STREQ(out, "2024_03_");
-    setenv("TZ", "KST-9", 1);
-    CUtil().GetCurrentTimeDay(out);
-    EXPECT_STREQ(out, "2024_04_");
+    struct Case {
+        const char* zone;
+        const char* month;
+        time_t noon; // of 2024-04-01
+        int days;    // from today to 2024-04-10
+        int state;
+    };
+    setClock("2024-03-31 20:00:00"); // in Seoul it is 1 April already
+    const Case cases[] = {
+        {"UTC", "2024_03_", utc(2024, 4, 1, 12), 10, 4},
+        {"KST-9", "2024_04_", utc(2024, 4, 1, 3), 9, 5},
+        {"UTC", "2024_03_", utc(2024, 4, 1, 12), 10, 4},
+    };
+    for (const Case& c : cases) {
+        char month[16] = {};
+        setenv("TZ", c.zone, 1);
+        CUtil().GetCurrentTimeDay(month);
+        EXPECT_STREQ(month, c.month);
+    }
+    for (const Case& c : cases) {
+        setenv("TZ", c.zone, 1);
+        EXPECT_EQ(CUtil().str2time(Arg("2024-04-01 12:00:00")), c.noon) << c.zone;
+    }
+    for (const Case& c : cases) {
+        setenv("TZ", c.zone, 1);
+        EXPECT_EQ(CUtil().CalcDay(2024, 4, 10), c.days) << c.zone;
+    }
+    for (const Case& c : cases) {
+        setenv("TZ", c.zone, 1);
+        EXPECT_EQ(validity("2024-04-01 01:00:00", 2, "").state, c.state) << c.zone;
+    }
 }
 
 TEST_F(Time, AClockBeyondAllYearsCountsAsTheEpoch)
@@ -240,38 +292,6 @@ TEST_F(Time, CalcDayAgreesWithTheCalendar)
         }
     }
 }
-
-namespace {
-
-struct Result {
-    std::string from;
-    std::string to;
-    int remainDays; // 77: left as it was
-    int state;
-    bool operator==(const Result&) const = default;
-};
-
-std::ostream& operator<<(std::ostream& out, const Result& r)
-{
-    return out << r.from << ' ' << r.to << ' ' << r.remainDays << ' ' << r.state;
-}
-
-Result validity(const char* notAfter, int kind, const char* policy, bool otherKeySize = false,
-    const char* notBefore = "2020-06-30 10:00:00")
-{
-    char from[32] = "old";
-    char to[32] = "old";
-    int remainDays = 77;
-    int state = 77;
-    EXPECT_EQ(CUtil().GetValidity(otherKeySize, kind, Arg(policy), Arg(notBefore), Arg(notAfter), sizeof from, from,
-                  sizeof to, to, &remainDays, &state),
-        0);
-    return {from, to, remainDays, state};
-}
-
-const char* const gpkiPolicy = "1 2 410 100001 5 3";
-
-} // namespace
 
 TEST_F(Time, ValidityStates)
 {
