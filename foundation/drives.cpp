@@ -60,8 +60,13 @@ std::string_view driveName(std::string_view mountPoint)
 int CUtil::GetRemDriveCount(bool /*unused*/, int* count)
 {
     int found = 0;
-    if (forEachRemovable([&](std::string_view) { ++found; }) && count)
-        *count = found;
+    const bool readable = forEachRemovable([&](std::string_view) { ++found; });
+    if (!count)
+        return 0;
+    if (readable)
+        *count = m_nRemDrives = found;
+    else // the number of before stands, and without one there is no room
+        m_nRemDrives = std::max(m_nRemDrives, 0);
     return 0;
 }
 
@@ -69,8 +74,11 @@ int CUtil::GetRemDriveInfo(bool /*unused*/, tagDRIVEINFO* list)
 {
     if (!list)
         return 0;
+    const bool counted = m_nRemDrives >= 0;
     int index = 0;
     forEachRemovable([&](std::string_view mountPoint) {
+        if (counted && index >= m_nRemDrives)
+            return;
         fillDrive(list[index], index, mountPoint, driveName(mountPoint));
         ++index;
     });

@@ -74,7 +74,8 @@ SIGIL_EXPORT int CLP_SetMediaType(void* hCLP, int nMedia, char* szPath, int nRes
 SIGIL_EXPORT int CLP_GetRemDriveCount(void* hCLP, int* pnCount);
 
 /** Fills one record per mounted removable disk.
- *  @param pArray  array of as many records as CLP_GetRemDriveCount counted
+ *  @param pArray  array of as many records as CLP_GetRemDriveCount counted last on this processor: of disks that were
+ *                 mounted since, no more are filled in
  *  @return 0; 1008; 1001 @p pArray null */
 SIGIL_EXPORT int CLP_GetRemDrive(void* hCLP, tagDRIVEINFO* pArray);
 

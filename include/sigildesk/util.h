@@ -10,8 +10,9 @@
  *    operation says how much room it needs.
  *  - A null input text counts as an empty text; a null output pointer is left out.
  *  - "Ignoring case" is about ASCII letters only, whatever the locale.
- *  - The class has no state but the path of its language file. No operation changes that, so one object may serve
- *    several threads, each with outputs of its own.
+ *  - The state of an object is the path of its language file and the number of removable disks that it told last. Only
+ *    GetRemDriveCount() changes it: one object may serve several threads, each with outputs of its own, as long as
+ *    the disks are asked for in one of them.
  */
 #ifndef SIGILDESK_UTIL_H
 #define SIGILDESK_UTIL_H
@@ -250,12 +251,12 @@ public:
      *  @param unused  not used
      *  @param count   receives the number; left as it is when the mount table cannot be read */
     int GetRemDriveCount(bool unused, int* count);
-    /** The mounted removable disks, in the order of the mount table. A disk that was mounted after the call of
-     *  GetRemDriveCount() is listed too: leave room for a few more than it told.
+    /** The mounted removable disks, in the order of the mount table.
      *  @param unused  not used
-     *  @param list    room for as many records as GetRemDriveCount() tells. nIndex counts from 0; szMountDir is the
-     *                 mount point; szName what follows its last "/", the "/" included deliberately; szDisplay
-     *                 "name (mount point)" */
+     *  @param list    room for as many records as GetRemDriveCount() told last on this object: of disks that were
+     *                 mounted since, no more are listed. Without a count before, every disk is. nIndex counts from 0;
+     *                 szMountDir is the mount point; szName what follows its last "/", the "/" included deliberately;
+     *                 szDisplay "name (mount point)" */
     int GetRemDriveInfo(bool unused, tagDRIVEINFO* list);
     /** The hard disk (@p removable false): fills the one record @p info with the name that the object's language
      *  file gives it and does not touch @p count. For @p removable true only sets @p count to 1. */
@@ -284,6 +285,9 @@ public:
     /** @} */
 
     char m_szLangFile[260]; /**< path of the language file in use */
+
+private:
+    int m_nRemDrives = -1; // told by the last GetRemDriveCount(); below 0: nothing yet
 };
 
 #endif

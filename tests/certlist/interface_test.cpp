@@ -478,6 +478,21 @@ TEST_F(Interface, RemovableDrivesComeFromTheMountTable)
     EXPECT_STREQ(list[0].szDisplay, "/USB (/media/USB)");
 }
 
+TEST_F(Interface, RemovableDrivesThatCameAfterTheCountHaveNoRoom)
+{
+    const fs::path table = library / "mtab";
+    writeFile(table, "/dev/sdb1 /media/one vfat rw 0 0\n");
+    sigil::environment().mountTable = table.string();
+    start();
+    int found = -1;
+    ASSERT_EQ(CLP_GetRemDriveCount(clp, &found), 0);
+    writeFile(table, "/dev/sdb1 /media/one vfat rw 0 0\n/dev/sdc1 /media/two vfat rw 0 0\n");
+    tagDRIVEINFO list[2]{};
+    ASSERT_EQ(CLP_GetRemDrive(clp, list), 0);
+    EXPECT_STREQ(list[0].szMountDir, "/media/one");
+    EXPECT_STREQ(list[1].szMountDir, "");
+}
+
 TEST_F(Interface, UnInitalizeGivesEveryByteStringBack)
 {
     addNpki("a");

@@ -107,6 +107,57 @@ TEST_F(Drives, ATableThatCannotBeReadLeavesTheCount)
     EXPECT_EQ(drive.szName[0], '#');
 }
 
+TEST_F(Drives, TheCountOfAnObjectBoundsItsList)
+{
+    const std::string one = "/dev/sdb1 /media/one vfat rw 0 0\n";
+    const std::string two = one + "/dev/sdc1 /media/two vfat rw 0 0\n";
+    const auto listed = [](CUtil& util) {
+        tagDRIVEINFO list[3]{};
+        EXPECT_EQ(util.GetRemDriveInfo(false, list), 0);
+        return std::count_if(std::begin(list), std::end(list), [](const auto& d) { return d.szMountDir[0] != 0; });
+    };
+    CUtil util;
+    int number = 77;
+    mount(two);
+    EXPECT_EQ(listed(util), 2) << "nothing was promised";
+    mount(one);
+    util.GetRemDriveCount(false, &number);
+    mount(two);
+    EXPECT_EQ(listed(util), 1);
+    EXPECT_EQ(listed(util), 1);
+    CUtil copy(util);
+    EXPECT_EQ(listed(copy), 1);
+    util.GetRemDriveCount(false, nullptr); // tells nobody
+    EXPECT_EQ(listed(util), 1);
+    util.GetRemDriveCount(false, &number);
+    EXPECT_EQ(listed(util), 2);
+    mount("");
+    util.GetRemDriveCount(false, &number);
+    mount(one);
+    EXPECT_EQ(listed(util), 0);
+}
+
+TEST_F(Drives, ACountThatCannotBeMadePromisesWhatWasPromisedBefore)
+{
+    const std::string table = folder.write("table", "/dev/sdb1 /one vfat rw 0 0\n/dev/sdc1 /two vfat rw 0 0\n");
+    CUtil util;
+    tagDRIVEINFO list[2]{};
+    int number = 0;
+    sigil::environment().mountTable = folder.path("missing");
+    util.GetRemDriveCount(false, &number);
+    sigil::environment().mountTable = table;
+    util.GetRemDriveInfo(false, list);
+    EXPECT_STREQ(list[0].szMountDir, "") << "the host's number may be anything";
+
+    util.GetRemDriveCount(false, &number);
+    sigil::environment().mountTable = folder.path("missing");
+    util.GetRemDriveCount(false, &number);
+    sigil::environment().mountTable = table;
+    util.GetRemDriveInfo(false, list);
+    EXPECT_EQ(number, 2);
+    EXPECT_STREQ(list[1].szMountDir, "/two");
+}
+
 TEST_F(Drives, NullOutputsAreLeftOut)
 {
     mount("/dev/sdb1 /mnt vfat rw 0 0\n");
