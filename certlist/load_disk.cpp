@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <new>
+#include <system_error>
 
 using namespace sigil;
 
@@ -134,16 +135,29 @@ int CLoadDISK::search(int family, bool countOnly, int start, int* out)
                 CopyCertInfo(next, &*entry);
             ++next;
         }
+        if (m_searched.error() != 0)
+            noteUnreadFolder();
     }
     m_searched = SearchedFolder();
     *out = next;
     return success;
 }
 
+void CLoadDISK::noteUnreadFolder()
+{
+    const std::string reason = std::generic_category().message(m_searched.error());
+    m_log.refused("CLoadDISK::LoadCertList()", error::getData, "readdir()", fileNotRead, reason.c_str());
+    m_folderUnread = true;
+}
+
+// Where a folder was not read to its end there may be certificates that nobody saw.
+int CLoadDISK::nothingFound() const { return m_folderUnread ? fileNotRead : noCertificate; }
+
 int CLoadDISK::LoadCertList()
 {
     std::map<const FamilyOperations*, int> found;
     int total = 0;
+    m_folderUnread = false;
     for (const FamilyOperations& family : familyOperations) {
         if (!(m_options.pkiTypes & family.code) || GetDirectoryCount(family.code) < 1)
             continue;
@@ -153,7 +167,7 @@ int CLoadDISK::LoadCertList()
         total += found[&family];
     }
     if (total == 0)
-        return noCertificate;
+        return nothingFound();
     ClearCertList();
     m_entries.resize(std::max(m_entries.size(), static_cast<std::size_t>(total)));
     m_nCount = total;
@@ -162,11 +176,12 @@ int CLoadDISK::LoadCertList()
         for (const FamilyOperations& family : familyOperations)
             if (found[&family] > 0)
                 (this->*family.list)(false, next, &next);
+        m_nCount = next;              // fewer than were counted when files went in between
     } catch (const std::bad_alloc&) { // half a list would show certificates without a name
         ClearCertList();
         throw;
     }
-    return success;
+    return m_nCount > 0 ? success : nothingFound();
 }
 
 int CLoadDISK::countFamily(const FamilyOperations& family, int* found)

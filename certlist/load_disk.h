@@ -32,7 +32,8 @@ public:
     int GetDirectoryCount(int nPKIType) const;
     /** Fills the folder list of a family. @return 0, also for an unknown family; 1111 no base folder */
     int GetCertDirectory(int nPKIType);
-    /** Searches all families that the options name. @return 0; 1111; 1115 none found */
+    /** Searches all families that the options name. @return 0; 1111; 1115 none found; 1123 none found, and a folder
+     *  could not be read to its end (logged) */
     int LoadCertList();
     /** Forgets the list; its secrets are wiped. The memory is kept for the next list: most follow soon, and to have it
      *  from the system anew costs more than to fill it. */
@@ -112,6 +113,8 @@ private:
     int formFolders(int family, const char* home, int* count);
     int search(int family, bool countOnly, int start, int* out);
     int countFamily(const FamilyOperations& family, int* found);
+    void noteUnreadFolder();
+    int nothingFound() const;
 
     int readFile(char* path, const sigil::EntryField& field, tagCERTINFO& entry);
     int readFile(char* path, const sigil::EntryField& field, sigil::ToolkitBytes& content, tagCERTINFO& entry);
@@ -144,4 +147,5 @@ private:
     std::map<int, std::vector<std::string>> m_folders; // by family code; no list before the first search
     std::vector<sigil::PackedEntry> m_entries;         // the first m_nCount of them are the list
     int m_nCount = 0;
+    bool m_folderUnread = false; // in the listing under way, or in the last one
 };

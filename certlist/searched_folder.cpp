@@ -3,9 +3,20 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstring>
 
 namespace sigil {
+
+const dirent* SearchedFolder::next()
+{
+    if (!m_folder)
+        return nullptr;
+    errno = 0; // readdir says only there whether it met the end or an error
+    const dirent* item = readdir(m_folder.get());
+    m_error = item ? 0 : errno;
+    return item;
+}
 
 mode_t SearchedFolder::kindOf(const dirent& item) const
 {

@@ -25,8 +25,10 @@ public:
     }
 
     const std::string& path() const { return m_path; }
-    /** The next item, valid until the one after it is asked for; null after the last. */
-    const dirent* next() { return m_folder ? readdir(m_folder.get()) : nullptr; }
+    /** The next item, valid until the one after it is asked for; null after the last, or when reading fails. */
+    const dirent* next();
+    /** Why next() ended before the last item, as errno has it; 0 when it did not. */
+    int error() const { return m_error; }
     /** File type bits of an item, 0 when it is gone. Links are not followed. */
     mode_t kindOf(const dirent& item) const;
 
@@ -48,6 +50,7 @@ private:
 
     std::string m_path;
     std::unique_ptr<DIR, Close> m_folder;
+    int m_error = 0;
 };
 
 } // namespace sigil

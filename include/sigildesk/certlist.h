@@ -85,7 +85,7 @@ SIGIL_EXPORT int CLP_GetRemDrive(void* hCLP, tagDRIVEINFO* pArray);
  *  that cannot be read, or that the options leave out, is skipped. Order: GPKI, NPKI, MPKI, PPKI; then the folders of
  *  the family; then as the folder yields its entries.
  *  @return 0 (also on media 6 and 7, which are not scanned); 1008; 1000; 1001 no medium that can be listed; 1111;
- *          1115 no certificate */
+ *          1115 no certificate; 1123 none found, and a folder could not be read to its end (the error log says why) */
 SIGIL_EXPORT int CLP_LoadCertList(void* hCLP);
 
 /** Takes one certificate with its key (not encrypted) from memory as the list of medium 6. A certificate that the

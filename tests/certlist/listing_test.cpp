@@ -4,11 +4,20 @@
 
 #include "certlist/load_disk.h"
 
+#include <dirent.h>
+
 #include <algorithm>
+#include <cerrno>
 
 namespace fs = std::filesystem;
 
+// The linker sends every readdir of the test program here.
+extern "C" dirent* __real_readdir(DIR* folder);
+extern "C" dirent* __wrap_readdir(DIR* folder);
+
 namespace {
+
+fs::path brokenFolder; // empty for none
 
 using Names = std::vector<std::string>;
 
@@ -211,16 +220,66 @@ TEST_F(Listing, FilesThatComeBetweenThePassesAreLeftForTheNextListing)
     EXPECT_EQ(subjects(), (Names{"cn=b", "cn=a"}));
 }
 
-TEST_F(Listing, FilesThatVanishBetweenThePassesLeaveAnEmptyEntry)
+TEST_F(Listing, FilesThatVanishBetweenThePassesAreNotCounted)
 {
-    const fs::path folder = addNpki("a");
+    const fs::path first = addNpki("a", {{"subject", "cn=a"}});
+    addNpki("b", {{"subject", "cn=b"}}, "SignKorea");
     start();
     ASSERT_EQ(load(), 0); // nor is anything left of the list of before
-    doubles::answer("HVTK_CERT_Unload", [&](const doubles::Call&) { return fs::remove_all(folder), 0; });
+    doubles::answer("HVTK_CERT_Unload", [&](const doubles::Call&) { return fs::remove_all(first), 0; });
     ASSERT_EQ(load(), 0);
-    EXPECT_EQ(count(), 1);
-    EXPECT_STREQ(entry()->szSubjectDN, "");
-    EXPECT_EQ(entry()->nPKIType, 0);
+    EXPECT_EQ(subjects(), Names{"cn=b"});
+    doubles::answer("HVTK_CERT_Unload", [&](const doubles::Call&) { return fs::remove_all(home), 0; });
+    EXPECT_EQ(load(), 1115);
+    EXPECT_EQ(count(), 0);
+}
+
+/** As on a disk that is pulled out: reading the folders below @p path fails. */
+class BrokenFolder {
+public:
+    explicit BrokenFolder(const fs::path& path) { brokenFolder = path; }
+    ~BrokenFolder() { brokenFolder.clear(); }
+    BrokenFolder(const BrokenFolder&) = delete;
+    BrokenFolder& operator=(const BrokenFolder&) = delete;
+};
+
+constexpr char unreadRecord[] =
+    "CLoadDISK::LoadCertList() - ERR_GETDATA >> readdir() : 1123 (Msg : Input/output error)";
+
+TEST_F(Listing, FolderThatCannotBeReadIsNotOneWithoutCertificates)
+{
+    addNpki("a", {{"subject", "cn=a"}});
+    start();
+    {
+        const BrokenFolder broken(home / "NPKI/yessign/USER");
+        EXPECT_EQ(load(), 1123);
+        EXPECT_EQ(count(), 0);
+        EXPECT_EQ(log(), Names{unreadRecord});
+    }
+    EXPECT_EQ(load(), 0);
+    EXPECT_EQ(subjects(), Names{"cn=a"});
+}
+
+TEST_F(Listing, CertificatesBesideAFolderThatCannotBeReadAreListed)
+{
+    addNpki("a", {{"subject", "cn=a"}});
+    addNpki("b", {{"subject", "cn=b"}}, "SignKorea");
+    start();
+    const BrokenFolder broken(home / "NPKI/yessign/USER");
+    EXPECT_EQ(load(), 0);
+    EXPECT_EQ(subjects(), Names{"cn=b"});
+    EXPECT_EQ(log(), (Names{unreadRecord, unreadRecord})); // both passes
+}
+
+TEST_F(Listing, FolderThatBreaksBetweenThePasses)
+{
+    addNpki("a");
+    start();
+    std::unique_ptr<BrokenFolder> broken;
+    doubles::answer("HVTK_CERT_Unload",
+        [&](const doubles::Call&) { return broken = std::make_unique<BrokenFolder>(home / "NPKI"), 0; });
+    EXPECT_EQ(load(), 1123);
+    EXPECT_EQ(count(), 0);
 }
 
 TEST_F(Listing, UnreadableCertificatesAreSkippedAndLogged)
@@ -254,3 +313,12 @@ TEST_F(Listing, OperationsOnTheWholeList)
 }
 
 } // namespace
+
+extern "C" dirent* __wrap_readdir(DIR* folder)
+{
+    const std::string opened = "/proc/self/fd/" + std::to_string(dirfd(folder));
+    if (brokenFolder.empty() || fs::read_symlink(opened).string().rfind(brokenFolder.string(), 0) != 0)
+        return __real_readdir(folder);
+    errno = EIO;
+    return nullptr;
+}
