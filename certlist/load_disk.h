@@ -134,6 +134,7 @@ private:
     int importPfx(int mode, sigil::ToolkitBytes& file, char* szPassword, PfxLists& lists);
     int countPairs(PfxLists& lists);
     int takePair(PfxLists& lists, int index, sigil::CertNKey& out);
+    int tooMany();
     int takeKeyOf(sigil::ToolkitBytes& certificate, PfxLists& lists, CBinary& certOut, CBinary& keyOut);
     int exportOnePair(const tagCERTINFO& entry, char* szPassword, sigil::ToolkitBytes& out);
     int exportTwoPairs(const tagCERTINFO& entry, char* szPassword, sigil::ToolkitBytes& out);

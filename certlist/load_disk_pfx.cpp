@@ -2,9 +2,12 @@
 
 #include "certlist/codes.h"
 #include "certlist/load_disk.h"
+#include "certlist/public_part.h"
 #include "certlist/toolkit_calls.h"
 
 #include <cstring>
+#include <deque>
+#include <map>
 
 using namespace sigil;
 
@@ -17,26 +20,68 @@ constexpr char makePkcs12[] = "CLoadDISK::MakePKCS12()";
 constexpr int usualMode = 0;
 constexpr int otherMode = 16;
 
-/** An output that the façade requires to hold data: a byte of our own stands in it, and is taken out again where the
- *  toolkit left it alone. */
+/** A check takes milliseconds: a file that asks for more of them would hold the host up. No user has as many keys. */
+constexpr int mostChecks = 1000;
+
+/** An output that the façade requires to hold data. It is toolkit memory, because a toolkit may release what it
+ *  replaces; one that the toolkit left alone is taken out again. */
 class FilledOutput {
 public:
     explicit FilledOutput(ToolkitBytes& record)
         : m_record(record)
     {
-        *m_record.get() = {&m_placeholder, 1};
+        fill(m_record, {"", 1});
+        m_placeholder = *m_record.get();
     }
     ~FilledOutput()
     {
-        if (m_record.get()->pData == &m_placeholder)
-            *m_record.get() = {};
+        const BINSTR& now = *m_record.get();
+        if (now.pData == m_placeholder.pData && now.nLength == m_placeholder.nLength)
+            m_record.clear();
     }
     FilledOutput(const FilledOutput&) = delete;
     FilledOutput& operator=(const FilledOutput&) = delete;
 
 private:
     ToolkitBytes& m_record;
-    unsigned char m_placeholder = 0;
+    BINSTR m_placeholder{};
+};
+
+/** The keys of a file, each taken out of the list once. */
+class PfxKeys {
+public:
+    /** Takes the keys. @return 0; what UTILGetObject gave */
+    int take(void* facade, ToolkitBytes& list, int count)
+    {
+        for (int i = static_cast<int>(m_keys.size()); i < count; ++i) {
+            const int rc = UTILGetObject(facade, list.get(), i, m_keys.emplace_back(facade).get());
+            if (rc != success)
+                return rc;
+            m_byPublicPart.emplace(publicPartOfKey(bytesOf(m_keys.back())), &m_keys.back());
+        }
+        return success;
+    }
+
+    /** The keys that may belong to @p certificate, in the order of the file: all of them when it does not tell its
+     *  public key, else those with the same public key and those that do not tell theirs. */
+    std::vector<ToolkitBytes*> candidatesFor(const ToolkitBytes& certificate)
+    {
+        std::vector<ToolkitBytes*> found;
+        const std::string_view part = publicPartOfCertificate(bytesOf(certificate));
+        if (part.empty()) {
+            for (ToolkitBytes& key : m_keys)
+                found.push_back(&key);
+            return found;
+        }
+        for (std::string_view told : {part, std::string_view()})
+            for (auto [key, end] = m_byPublicPart.equal_range(told); key != end; ++key)
+                found.push_back(key->second);
+        return found;
+    }
+
+private:
+    std::deque<ToolkitBytes> m_keys;
+    std::multimap<std::string_view, ToolkitBytes*> m_byPublicPart;
 };
 
 } // namespace
@@ -53,6 +98,8 @@ struct CLoadDISK::PfxLists {
     ToolkitBytes keys;
     ToolkitBytes extra;
     int count = 0;
+    PfxKeys pairable;
+    int checks = 0; ///< whether a certificate and a key belong together, asked so far
 };
 
 int CLoadDISK::GetPKCS12(char* szPath, char* szPassword, CertNKey& out)
@@ -104,6 +151,8 @@ int CLoadDISK::countPairs(PfxLists& lists)
     });
     if (counted.code != success)
         return m_log.failed(getPkcs12, error::importCert, counted.name, counted.code, importRefused);
+    if (lists.count > mostChecks)
+        return tooMany();
     if (lists.count < 1 || lists.count != keys)
         return m_log.refused(getPkcs12, error::notExistCert, "UTILGetObjectCount()", noCertificate, nullptr);
     return success;
@@ -129,18 +178,24 @@ int CLoadDISK::takePair(PfxLists& lists, int index, CertNKey& out)
 // A certificate without a key in the file is passed over.
 int CLoadDISK::takeKeyOf(ToolkitBytes& certificate, PfxLists& lists, CBinary& certOut, CBinary& keyOut)
 {
-    for (int j = 0; j < lists.count; ++j) {
-        ToolkitBytes key(m_hToolkit);
-        const int rc = UTILGetObject(m_hToolkit, lists.keys.get(), j, key.get());
-        if (rc != success)
-            return m_log.failed(getPkcs12, error::importCert, "UTILGetObject()", rc, rc);
-        if (PriKeyCheckKeyPair(m_hToolkit, certificate.get(), key.get()) != success)
+    const int rc = lists.pairable.take(m_hToolkit, lists.keys, lists.count);
+    if (rc != success)
+        return m_log.failed(getPkcs12, error::importCert, "UTILGetObject()", rc, rc);
+    for (ToolkitBytes* key : lists.pairable.candidatesFor(certificate)) {
+        if (++lists.checks > mostChecks)
+            return tooMany();
+        if (PriKeyCheckKeyPair(m_hToolkit, certificate.get(), key->get()) != success)
             continue;
         assign(certOut, bytesOf(certificate));
-        assign(keyOut, bytesOf(key));
+        assign(keyOut, bytesOf(*key));
         break;
     }
     return success;
+}
+
+int CLoadDISK::tooMany()
+{
+    return m_log.refused(getPkcs12, error::importCert, "PriKeyCheckKeyPair()", importRefused, "too many pairs");
 }
 
 int CLoadDISK::MakePKCS12(int nIndex, char* szPassword, CBinary& pfx)

@@ -167,12 +167,7 @@ int verifyIdentity(const Call& call)
 int addObject(const Call& call)
 {
     BINSTR* to = call.pointer<BINSTR>(1);
-    const std::string grown = contents(to) + list({contents(call.pointer<BINSTR>(0))});
-    if (to->nLength > 0) {
-        // as a toolkit does: the list's memory is given back before it is replaced
-        doubles::release(to);
-    }
-    fill(to, grown);
+    replace(to, contents(to) + list({contents(call.pointer<BINSTR>(0))}));
     return 0;
 }
 
@@ -200,8 +195,8 @@ int importPfx(const Call& call)
     file.get();
     std::string certificates(length, '\0');
     file.read(certificates.data(), static_cast<std::streamsize>(length));
-    fill(call.pointer<BINSTR>(3), certificates);
-    fill(call.pointer<BINSTR>(4), std::string(std::istreambuf_iterator<char>(file), {}));
+    replace(call.pointer<BINSTR>(3), certificates);
+    replace(call.pointer<BINSTR>(4), std::string(std::istreambuf_iterator<char>(file), {}));
     return 0;
 }
 
@@ -325,6 +320,13 @@ std::string pfx(
 {
     const std::string certificateList = list(certificates);
     return "PFX\n" + password + "\n" + std::to_string(certificateList.size()) + "\n" + certificateList + list(keys);
+}
+
+int replace(BINSTR* record, const std::string& bytes)
+{
+    const int released = record->nLength > 0 ? doubles::release(record) : 0;
+    fill(record, bytes);
+    return released;
 }
 
 void install()

@@ -7,6 +7,8 @@
  */
 #pragma once
 
+#include <sigildesk/binstr.h>
+
 #include <map>
 #include <string>
 #include <vector>
@@ -28,6 +30,10 @@ std::string list(const std::vector<std::string>& objects);
 /** A PKCS#12 file. */
 std::string pfx(const std::string& password, const std::vector<std::string>& certificates,
     const std::vector<std::string>& keys);
+
+/** Fills a record anew, as a toolkit does that gives the memory of the old contents back.
+ *  @return 0; doubles::foreignByteString when that memory was not the toolkit's */
+int replace(BINSTR* record, const std::string& bytes);
 
 /** What the directory gives for "address/name"; anything else cannot be fetched. */
 extern std::map<std::string, std::string> directory;

@@ -2,6 +2,7 @@
 
 #include "tests/tools/sample_store.h"
 
+#include "certlist/public_part.h"
 #include "foundation/environment.h"
 #include "foundation/text_field.h"
 
@@ -378,6 +379,21 @@ TEST_F(Store, ImportsEveryFileOfTheSample)
         EXPECT_EQ(pairs.kmCert.text(), truth.at("pairs") == "both" ? pairs.cert.text() : "");
         Imported refused;
         EXPECT_EQ(refused.from(clp, truth.at("pfx"), wrong), 1113);
+    }
+}
+
+TEST_F(Store, CertificatesAndKeysTellWhatTheyHaveInCommon)
+{
+    ASSERT_EQ(load(), 0);
+    for (int i = 0; i < CLP_GetCertCount(clp); ++i) {
+        Buffer sign, km;
+        ASSERT_EQ(CLP_DecryptPriKey(clp, i, password, &sign.data, &sign.length, &km.data, &km.length), 0);
+        const auto info = entry(i);
+        const std::string_view certificate(
+            reinterpret_cast<const char*>(info->bySignCert), static_cast<std::size_t>(info->nSignCertLen));
+        const std::string part(sigil::publicPartOfKey(sign.text()));
+        EXPECT_EQ(sigil::publicPartOfCertificate(certificate), part);
+        EXPECT_EQ(part.size(), std::stoul(info->szKeyLength) / 8);
     }
 }
 

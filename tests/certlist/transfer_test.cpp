@@ -110,12 +110,13 @@ TEST_F(Transfer, ImportTriesTheOtherMode)
     std::vector<int> modes;
     doubles::answer("HVTK_PFX_ImportMultiPair2", [&](const doubles::Call& call) {
         modes.push_back(call.integer(0));
-        for (std::size_t output : {3, 4, 5}) // the façade wants them filled, with memory of the list's own
+        for (std::size_t output : {3, 4, 5}) // the façade wants them filled
             EXPECT_EQ(call.pointer<BINSTR>(output)->nLength, 1);
         if (call.integer(0) != 16)
             return 77;
-        doubles::fill(call.pointer<BINSTR>(3), fake::list({signCert}));
-        doubles::fill(call.pointer<BINSTR>(4), fake::list({signKey}));
+        EXPECT_EQ(fake::replace(call.pointer<BINSTR>(3), fake::list({signCert})), 0); // in the toolkit's memory
+        EXPECT_EQ(fake::replace(call.pointer<BINSTR>(4), fake::list({signKey})), 0);
+        EXPECT_EQ(fake::replace(call.pointer<BINSTR>(5), "authorities"), 0);
         return 0;
     });
     EXPECT_EQ(import("file"), 0);
@@ -136,7 +137,7 @@ TEST_F(Transfer, ImportTriesTheOtherMode)
 TEST_F(Transfer, KeysOfAnImportThatFailedAreWiped)
 {
     doubles::answer("HVTK_PFX_ImportMultiPair2", [](const doubles::Call& call) {
-        doubles::fill(call.pointer<BINSTR>(4), "secret");
+        fake::replace(call.pointer<BINSTR>(4), "secret");
         return 77;
     });
     std::vector<std::string> released;
@@ -155,6 +156,59 @@ TEST_F(Transfer, ImportOfAFileWithoutPairs)
     EXPECT_EQ(lastLog(), "CLoadDISK::GetPKCS12() - ERR_NOTEXISTCERT >> UTILGetObjectCount() : 1115");
     doubles::answer("HVTK_UTIL_GetObjectCount", 0); // counts nothing
     EXPECT_EQ(import(fake::pfx("pfx", {signCert}, {signKey})), 1115);
+}
+
+/** A certificate and a key that tell which key they have in common, in the bytes of their usual forms. */
+std::string shortElement(char tag, const std::string& content)
+{
+    return tag + std::string(1, static_cast<char>(content.size())) + content;
+}
+std::string tellingCertificate(const std::string& modulus)
+{
+    const std::string number = shortElement(0x02, "1");
+    const std::string some = shortElement(0x30, "x");
+    const std::string publicKey = std::string(1, '\0') + shortElement(0x30, shortElement(0x02, modulus) + number);
+    const std::string subjectKey = shortElement(0x30, some + shortElement(0x03, publicKey));
+    return shortElement(0x30, shortElement(0x30, number + some + some + some + some + subjectKey));
+}
+std::string tellingKey(const std::string& modulus)
+{
+    const std::string number = shortElement(0x02, "0");
+    const std::string key = shortElement(0x30, number + shortElement(0x02, modulus));
+    return shortElement(0x30, number + shortElement(0x30, "x") + shortElement(0x04, key));
+}
+
+TEST_F(Transfer, ImportAsksOncePerCertificateThatTellsItsKey)
+{
+    constexpr int pairs = 300;
+    std::vector<std::string> certificates, keys;
+    for (int i = 0; i < pairs; ++i) {
+        certificates.push_back(tellingCertificate("modulus " + std::to_string(i)));
+        keys.push_back(tellingKey("modulus " + std::to_string(pairs - 1 - i)));
+    }
+    doubles::answer("HVTK_CERT_Load", 0);
+    doubles::answer("HVTK_CERT_GetKeyUsage", doubles::writesText("digitalSignature"));
+    doubles::answer("HVTK_PRIKEY_CheckKeyPair", 0);
+    EXPECT_EQ(import(fake::pfx("pfx", certificates, keys)), 0);
+    EXPECT_EQ(doubles::callsOf("HVTK_PRIKEY_CheckKeyPair").size(), std::size_t{pairs});
+    EXPECT_EQ(cert.text(), certificates.back());
+    EXPECT_EQ(key.text(), keys.front());
+}
+
+TEST_F(Transfer, ImportOfTooManyPairsIsRefused)
+{
+    // Certificates that do not tell their key, with no key that belongs to them: each asks about every key.
+    std::vector<std::string> certificates(1001, fake::certificate({{"pair", "S9"}}));
+    std::vector<std::string> keys(1001, signKey);
+    EXPECT_EQ(import(fake::pfx("pfx", certificates, keys)), 1129);
+    EXPECT_EQ(
+        lastLog(), "CLoadDISK::GetPKCS12() - ERR_IMPORTCERT >> PriKeyCheckKeyPair() : 1129 (Msg : too many pairs)");
+    EXPECT_TRUE(doubles::callsOf("HVTK_PRIKEY_CheckKeyPair").empty());
+    certificates.resize(100);
+    keys.resize(100);
+    EXPECT_EQ(import(fake::pfx("pfx", certificates, keys)), 1129);
+    EXPECT_EQ(doubles::callsOf("HVTK_PRIKEY_CheckKeyPair").size(), 1000u);
+    EXPECT_EQ(doubles::liveByteStrings(), 0);
 }
 
 TEST_F(Transfer, ImportSteps)

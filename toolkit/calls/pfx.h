@@ -7,6 +7,9 @@
 #include "toolkit/engine/pkcs12/pairs.h"
 #include "toolkit/engine/pkcs12/pkcs12.h"
 
+#include <initializer_list>
+#include <vector>
+
 namespace toolkit::calls {
 
 inline Pkcs12Content onePair(const Context& context, BINSTR* certificate, BINSTR* key, BINSTR* others)
@@ -59,6 +62,17 @@ inline void pfxExportLists(Context& state, int option, const char* password, BIN
     put(writePkcs12(state.library(), content, in(password), option), out);
 }
 
+/** Lists come in records that hold something on entry, which is released. Either all are filled or none. */
+inline void putLists(std::initializer_list<Output> lists)
+{
+    std::vector<BINSTR> before;
+    for (const Output& list : lists)
+        before.push_back(list.record ? *list.record : BINSTR{});
+    put(lists);
+    for (BINSTR& bytes : before)
+        release(&bytes);
+}
+
 inline void pfxImportLists(Context& state, int mode, const char* password, BINSTR* file, BINSTR* certificates,
     BINSTR* keys, BINSTR* others)
 {
@@ -68,9 +82,9 @@ inline void pfxImportLists(Context& state, int mode, const char* password, BINST
     const Secret keyBytes = keyList(content.pairs).encode();
     const Secret otherBytes = certificateList(content.others).encode();
     if (others)
-        put({{certificateBytes, certificates}, {keyBytes, keys}, {otherBytes, others}});
+        putLists({{certificateBytes, certificates}, {keyBytes, keys}, {otherBytes, others}});
     else
-        put({{certificateBytes, certificates}, {keyBytes, keys}});
+        putLists({{certificateBytes, certificates}, {keyBytes, keys}});
 }
 
 /** The records of the key-management pair stay as they are when the file has none. */
