@@ -250,13 +250,22 @@ int CLoadDISK::unreadable(const char* callee, int rc)
     return m_log.failed(parsingCert, nullptr, callee, rc, certificateUnreadable);
 }
 
+// A missing file is no news, but one that is there and has no room costs the certificate its pair.
+int CLoadDISK::readKmFile(char* path, const EntryField& field, tagCERTINFO& entry)
+{
+    const int rc = readFile(path, field, entry);
+    return rc == certificateUnreadable ? m_log.refused(parsingCert, nullptr, "MediaDiskReadFile()", rc,
+                                             "key-management file is no file or too large")
+                                       : rc;
+}
+
 int CLoadDISK::readKmPair(tagCERTINFO& entry)
 {
     const bool wanted = m_options.keyPairType == kmPairWanted;
     if (!*entry.szKmCertPath || !*entry.szKmPriKeyPath)
         return wanted ? filteredOut : success;
-    const int certificate = readFile(entry.szKmCertPath, field::kmCert, entry);
-    const int key = readFile(entry.szKmPriKeyPath, field::encKmKey, entry);
+    const int certificate = readKmFile(entry.szKmCertPath, field::kmCert, entry);
+    const int key = readKmFile(entry.szKmPriKeyPath, field::encKmKey, entry);
     if (!wanted || (certificate == success && key == success))
         return success;
     setText(entry, field::kmCertPath, {});

@@ -119,6 +119,7 @@ private:
     int readFile(char* path, const sigil::EntryField& field, tagCERTINFO& entry);
     int readFile(char* path, const sigil::EntryField& field, sigil::ToolkitBytes& content, tagCERTINFO& entry);
     int readSignPair(sigil::ToolkitBytes& certificate, tagCERTINFO& entry);
+    int readKmFile(char* path, const sigil::EntryField& field, tagCERTINFO& entry);
     int readKmPair(tagCERTINFO& entry);
     int unreadable(const char* callee, int rc);
 

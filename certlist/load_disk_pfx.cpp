@@ -23,6 +23,13 @@ constexpr int otherMode = 16;
 /** A check takes milliseconds: a file that asks for more of them would hold the host up. No user has as many keys. */
 constexpr int mostChecks = 1000;
 
+/** What leads nowhere is left to the toolkit, which has words for it. */
+bool isFileOrMissing(const char* path)
+{
+    struct stat status;
+    return !SearchedFolder().statusOf(path, status) || S_ISREG(status.st_mode);
+}
+
 /** An output that the façade requires to hold data. It is toolkit memory, because a toolkit may release what it
  *  replaces; one that the toolkit left alone is taken out again. */
 class FilledOutput {
@@ -116,6 +123,9 @@ int CLoadDISK::GetPKCS12(char* szPath, char* szPassword, CertNKey& out)
 
 int CLoadDISK::openPfx(char* szPath, char* szPassword, PfxLists& lists)
 {
+    if (!isFileOrMissing(szPath)) // a toolkit may wait for ever for what a pipe does not bring
+        return m_log.refused(
+            getPkcs12, error::importCert, "MediaDiskReadFile()", importRefused, "not a regular file");
     ToolkitBytes file(m_hToolkit);
     int rc = MediaDiskReadFile(m_hToolkit, szPath, file.get());
     if (rc != success)

@@ -1,22 +1,20 @@
 #include "certlist/policy_table.h"
 
 #include "certlist/codes.h"
+#include "foundation/file.h"
 #include "foundation/text_field.h"
+
+#include <fcntl.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <climits>
 #include <cstdio>
-#include <memory>
 #include <utility>
 
 namespace sigil {
 
 namespace {
-
-struct CloseFile {
-    void operator()(std::FILE* file) const { static_cast<void>(std::fclose(file)); } // only read
-};
-using File = std::unique_ptr<std::FILE, CloseFile>;
 
 long sizeOf(std::FILE* file)
 {
@@ -31,11 +29,11 @@ long sizeOf(std::FILE* file)
 
 PolicyFileResult readPolicyFile(const char* path, CBinary& content)
 {
-    const File file(*path ? std::fopen(path, "rbe") : nullptr);
-    if (!file)
+    const File file = openForReading(path);
+    // What is there and is no file (a folder, a pipe, a device) opens, but has no size.
+    if (!file && faccessat(AT_FDCWD, path, R_OK, AT_EACCESS) != 0)
         return {settingsIncomplete, "fopen"};
-    const long size = sizeOf(file.get());
-    // A folder opens too, and then claims to be as long as a file can be.
+    const long size = file ? sizeOf(file.get()) : 0;
     if (size < 1 || size >= INT_MAX)
         return {settingsUnreadable, "fseek"};
     std::string bytes(static_cast<std::size_t>(size), '\0');

@@ -22,7 +22,8 @@ struct PolicyFileResult {
 };
 
 /** Reads the whole file at @p path into @p content.
- *  @return 1100 "fopen": path empty or not a file that opens; 1102 "fseek": empty; 1102 "fread": not readable */
+ *  @return 1100 "fopen": path empty or does not open; 1102 "fseek": empty, or no regular file; 1102 "fread": not
+ *          readable */
 PolicyFileResult readPolicyFile(const char* path, CBinary& content);
 
 /** Display names by policy OID.

@@ -2,6 +2,8 @@
 
 #include "tests/certlist/scripted.h"
 
+#include <sys/stat.h>
+
 #include <cstdio>
 #include <cstring>
 #include <functional>
@@ -282,6 +284,13 @@ TEST_F(Interface, SettingsFilesThatAreMissingOrWrong)
     fs::remove(library / "Policy_KOR.conf");
     fs::create_directory(library / "Policy_KOR.conf");
     EXPECT_EQ(initialised(), 1102);
+    fs::remove(library / "Policy_KOR.conf");
+    ASSERT_EQ(mkfifo((library / "Policy_KOR.conf").c_str(), 0600), 0);
+    EXPECT_EQ(initialised(), 1102); // and does not wait for somebody who writes into it
+    fs::remove(library / "Policy_KOR.conf");
+    fs::create_symlink("/dev/zero", library / "Policy_KOR.conf");
+    EXPECT_EQ(initialised(), 1102);
+    EXPECT_EQ(lastLog(), "CLoadDISK::SetPolicyIDNameList() - ERR_FILEREAD_NODATA >> fseek : 1102");
     fs::remove(library / "Policy_KOR.conf");
     writeFile(library / "Policy_KOR.conf", "1.2=a\n");
     writeFile(library / "Issuer_KOR.conf", "[Info_count]\nIssuer_Info=1\n[Issuer_Info1]\nname=x\n");

@@ -196,6 +196,26 @@ TEST_F(Parsing, FilesThatDoNotFitTheRecordAreUnreadable)
     EXPECT_EQ(load(), 1115);
 }
 
+TEST_F(Parsing, KeyManagementFilesThatDoNotFitAreLeftOutAndLogged)
+{
+    const fs::path folder = addNpki("a");
+    addKm(folder);
+    start();
+    const std::string record = "CLoadDISK::ParsingCert() >> MediaDiskReadFile() : 1122"
+                               " (Msg : key-management file is no file or too large)";
+    for (const char* name : {"kmCert.der", "kmPri.key"}) {
+        addKm(folder);
+        writeFile(folder / name, std::string(4097, 'k'));
+        ASSERT_EQ(load(), 0);
+        EXPECT_EQ(entry()->nKmCertLen > 0, std::string(name) == "kmPri.key");
+        EXPECT_EQ(log(), (std::vector<std::string>{record, record})); // both passes
+    }
+    addKm(folder);
+    fs::remove(folder / "kmPri.key"); // a missing one is no news
+    ASSERT_EQ(load(), 0);
+    EXPECT_TRUE(log().empty());
+}
+
 TEST_F(Parsing, FilesThatGrowWhileTheyAreRead)
 {
     addNpki("a");

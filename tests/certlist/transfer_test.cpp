@@ -6,6 +6,8 @@
 
 #include <sigildesk/crypto.h>
 
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <tuple>
 
@@ -156,6 +158,28 @@ TEST_F(Transfer, ImportOfAFileWithoutPairs)
     EXPECT_EQ(lastLog(), "CLoadDISK::GetPKCS12() - ERR_NOTEXISTCERT >> UTILGetObjectCount() : 1115");
     doubles::answer("HVTK_UTIL_GetObjectCount", 0); // counts nothing
     EXPECT_EQ(import(fake::pfx("pfx", {signCert}, {signKey})), 1115);
+}
+
+TEST_F(Transfer, ImportReadsRegularFilesAlone)
+{
+    const fs::path pipe = disk / "pipe.pfx";
+    doubles::forgetCalls();
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    for (const fs::path& path : {pipe, fs::path("/dev/zero"), disk}) {
+        EXPECT_EQ(CLP_ImportPFX(clp, Text(path.string()), Text("pfx"), cert.to(), nullptr, key.to(), nullptr,
+                      kmCertOut.to(), nullptr, kmKeyOut.to(), nullptr),
+            1129);
+        EXPECT_EQ(lastLog(),
+            "CLoadDISK::GetPKCS12() - ERR_IMPORTCERT >> MediaDiskReadFile() : 1129 (Msg : not a regular file)");
+    }
+    EXPECT_TRUE(doubles::callsOf("HVTK_MEDIA_DISK_ReadFile").empty());
+    const fs::path link = disk / "link.pfx";
+    writeFile(disk / "real.pfx", fake::pfx("pfx", {signCert}, {signKey}));
+    fs::create_symlink("real.pfx", link);
+    EXPECT_EQ(CLP_ImportPFX(clp, Text(link.string()), Text("pfx"), cert.to(), cert.length(), key.to(), key.length(),
+                  kmCertOut.to(), nullptr, kmKeyOut.to(), nullptr),
+        0);
+    EXPECT_EQ(cert.text(), signCert);
 }
 
 /** A certificate and a key that tell which key they have in common, in the bytes of their usual forms. */
