@@ -1,7 +1,10 @@
 #include "certlist/loader.h"
 
 #include "certlist/codes.h"
+#include "foundation/secret.h"
 #include "foundation/text_field.h"
+
+#include <malloc.h>
 
 #include <string>
 
@@ -70,7 +73,9 @@ int Loader::MemFree(void** ppBuf)
 {
     if (!ppBuf || !*ppBuf)
         return badArgument;
-    delete[] static_cast<char*>(*ppBuf); // the contract of the buffers that are handed out
+    auto* buffer = static_cast<char*>(*ppBuf);
+    wipe(buffer, malloc_usable_size(buffer)); // the caller does not say how long it is, and it may hold a key
+    delete[] buffer;                          // the contract of the buffers that are handed out
     *ppBuf = nullptr;
     return success;
 }

@@ -43,7 +43,7 @@ public:
 
     /** The toolkit's last error text. @return 0; a code of the façade, @p out unchanged */
     int GetErrInfo(CBinary* out);
-    /** Releases a buffer made with `new[]` and clears the pointer. @return 0; 1001 nothing to release */
+    /** Overwrites and releases a buffer made with `new[]` and clears the pointer. @return 0; 1001 nothing to release */
     static int MemFree(void** ppBuf);
 
 protected:

@@ -10,11 +10,12 @@
  *    a time; handles are independent of each other.
  *  - The result is 0 for success or a code of the list below; a value outside it is the toolkit's own code, passed
  *    through unchanged. No exception leaves a function.
- *  - Texts are zero-terminated CP949, paths are bytes as the file system has them (at most 259). The functions do not
- *    change an input and keep no pointer to it.
+ *  - Texts are zero-terminated CP949; paths are bytes as the file system has them (at most 259). A password is the bytes
+ *    that the user typed, usually UTF-8 today, up to a zero byte: they reach the toolkit unchanged, and a key opens with
+ *    the bytes that it was protected with. The functions do not change an input and keep no pointer to it.
  *  - Media: 1 hard disk (the user's home folder), 2 removable disk (a mounted folder), 6 memory.
- *  - A buffer handed out is an array of length+1 bytes whose last byte is zero; release it with CLP_MemFree. A buffer
- *    that held a private key, a random value or a password is overwritten by the host before that.
+ *  - A buffer handed out is an array of length+1 bytes whose last byte is zero; release it with CLP_MemFree, which
+ *    overwrites it. Copies that the host made of a private key, a random value or a password are the host's to overwrite.
  *  - An index outside the current list is refused with 1001.
  *
  *  Codes: 1000 out of memory; 1001 bad argument; 1003 not supported; 1005 not possible on this medium; 1007 the toolkit
@@ -51,7 +52,8 @@ SIGIL_EXPORT int CLP_Initalize(void** phCLP, void* pReserved, int nToolkitType, 
  *  @return 0 */
 SIGIL_EXPORT int CLP_UnInitalize(void* hCLP);
 
-/** Releases a buffer that another function handed out and sets the variable to null. The handle is not looked at.
+/** Overwrites and releases a buffer that another function handed out and sets the variable to null. The handle is not
+ *  looked at.
  *  @return 0; 1001 @p ppBuf or the pointer in it null */
 SIGIL_EXPORT int CLP_MemFree(void* hCLP, void** ppBuf);
 
@@ -113,7 +115,7 @@ SIGIL_EXPORT int CLP_GetCertInfo(void* hCLP, int nIndex, tagCERTINFO* pInfo);
 
 /** Decrypts the private keys of an entry (PKCS#8 EncryptedPrivateKeyInfo) and keeps them in the entry until the list is
  *  built again.
- *  @param szPassword   certificate password, as typed
+ *  @param szPassword   certificate password
  *  @param ppSignKey    receives a buffer with the signing key, PKCS#8 PrivateKeyInfo in DER; also after a failure:
  *                      then an empty buffer with length 0, to be released all the same
  *  @param pnSignKeyLen receives its length

@@ -11,5 +11,7 @@ struct Allocations {
     long made = 0;
     long refused = -1;                      ///< number of the allocation that fails
     std::vector<bool>* ofLibrary = nullptr; ///< filled when not null: false for those of the doubles
+    /** Shown every block that is released, when not null; must not release any. */
+    void (*released)(const void* memory) = nullptr;
 };
 extern Allocations allocations;

@@ -74,6 +74,30 @@ TEST_F(Torture, SessionWithoutAFailure)
     expectStated(codes, 0);
 }
 
+const void* watched = nullptr; ///< a buffer that is about to be released
+std::string lastContents;      ///< what was in it then
+
+TEST_F(Torture, BuffersThatWereHandedOutAreWipedBeforeTheyAreReleased)
+{
+    renew();
+    start();
+    ASSERT_EQ(load(), 0);
+    char* key = nullptr;
+    int length = 0;
+    ASSERT_EQ(CLP_DecryptPriKey(clp, 0, Text(goodPassword), &key, &length, nullptr, nullptr), 0);
+    ASSERT_EQ(std::string(key, static_cast<std::size_t>(length)), fake::key());
+    watched = key;
+    lastContents.assign(static_cast<std::size_t>(length) + 1, '?');
+    allocations.released = [](const void* memory) {
+        if (memory == watched)
+            std::copy_n(static_cast<const char*>(memory), lastContents.size(), lastContents.begin());
+    };
+    EXPECT_EQ(CLP_MemFree(clp, reinterpret_cast<void**>(&key)), 0);
+    allocations.released = nullptr;
+    EXPECT_EQ(key, nullptr);
+    EXPECT_EQ(lastContents, std::string(lastContents.size(), '\0'));
+}
+
 TEST_F(Torture, EveryToolkitCallFailsOnce)
 {
     renew();
