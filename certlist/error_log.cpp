@@ -27,6 +27,7 @@ void ErrorLog::bind(void* facade, const char* file)
 
 int ErrorLog::failed(const char* where, const char* errorName, const char* callee, int toolkitCode, int result)
 {
+    m_text.empty(); // a toolkit without words must not be given those of an earlier failure
     toolkitErrorText(m_facade, m_text);
     write(where, errorName, callee, toolkitCode, m_text.toString());
     return result;

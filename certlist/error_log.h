@@ -19,7 +19,7 @@ public:
      *  @param file    path of the log (at most 259 bytes); null or empty leaves the path as it is */
     void bind(void* facade, const char* file);
 
-    /** Records a failed toolkit call with the toolkit's text.
+    /** Records a failed toolkit call with the toolkit's text, which becomes the error text; none when it has none.
      *  @param where        the failing function, "CLoadDISK::ParsingCert()"
      *  @param errorName    null for none
      *  @param callee       the call that failed, "CertLoad()"
