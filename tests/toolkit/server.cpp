@@ -123,6 +123,13 @@ Server Server::validator(const Workshop& workshop, const std::string& authority,
     return {workshop, {"python3", script, std::to_string(port), authority, signer}, port};
 }
 
+Server Server::rude(const Workshop& workshop, const std::string& manner)
+{
+    const std::string script = std::filesystem::path(SIGILDESK_TEST_DATA).parent_path() / "rude_server.py";
+    const int port = freePort();
+    return {workshop, {"python3", script, std::to_string(port), manner}, port};
+}
+
 Server Server::answering(const Workshop& workshop, const std::string& answer, int status)
 {
     workshop.write("answer", answer);

@@ -28,6 +28,9 @@ public:
     /** Answers whatever is posted with @p status and @p answer, which may be replaced in the file "answer". */
     static Server answering(const Workshop& workshop, const std::string& answer, int status = 200);
 
+    /** Misbehaves in one of the manners of rude_server.py. */
+    static Server rude(const Workshop& workshop, const std::string& manner);
+
     ~Server();
     Server(Server&& other) noexcept;
     Server(const Server&) = delete;

@@ -1,16 +1,22 @@
 #include "toolkit/engine/net/directory.h"
 
 #include "toolkit/engine/base/error.h"
+#include "toolkit/engine/net/web.h"
 
+#include <lber.h>
 #include <ldap.h>
+#include <openldap.h>
 
 #include <algorithm>
 #include <memory>
+#include <optional>
+#include <unistd.h>
 
 namespace toolkit {
 namespace {
 
-constexpr timeval patience{10, 0};
+/** Entries and references that are looked at. What is wanted stands in the first entry of an honest directory. */
+constexpr int maximumMessages = 64;
 
 struct CloseSession {
     void operator()(LDAP* session) const { ldap_unbind_ext_s(session, nullptr, nullptr); }
@@ -18,47 +24,92 @@ struct CloseSession {
 struct FreeMessage {
     void operator()(LDAPMessage* message) const { ldap_msgfree(message); }
 };
-struct FreeValues {
-    void operator()(berval** values) const { ldap_value_free_len(values); }
+struct FreeElement {
+    void operator()(BerElement* element) const { ber_free(element, 0); }
 };
 using Session = std::unique_ptr<LDAP, CloseSession>;
 using Message = std::unique_ptr<LDAPMessage, FreeMessage>;
-using Values = std::unique_ptr<berval*, FreeValues>;
+using Element = std::unique_ptr<BerElement, FreeElement>;
 
 void ensure(int result)
 {
     const bool missing =
         result == LDAP_NO_SUCH_OBJECT || result == LDAP_NO_SUCH_ATTRIBUTE || result == LDAP_INVALID_DN_SYNTAX;
+    require(result != LDAP_NO_MEMORY, SIGIL_TK_NO_MEMORY);
     require(result == LDAP_SUCCESS, missing ? SIGIL_TK_NOT_FOUND : SIGIL_TK_FETCH, ldap_err2string(result));
 }
 
-Session openSession(const std::string& server)
+/** One message is held as a whole, so its length field must not decide how much memory that takes. */
+void boundMessages(LDAP* session)
 {
+    Sockbuf* buffer = nullptr;
+    ber_len_t largest = maximumFetchSize;
+    const bool bounded = ldap_get_option(session, LDAP_OPT_SOCKBUF, &buffer) == LDAP_OPT_SUCCESS &&
+        ber_sockbuf_ctrl(buffer, LBER_SB_OPT_SET_MAX_INCOMING, &largest) == 1;
+    require(bounded, SIGIL_TK_INTERNAL, "directory");
+}
+
+/** Over a connection that never blocks: a server that falls silent within a message would hold any other one. */
+Session openSession(const std::string& server, const Visits& visits)
+{
+    const int connection = connectTo(server, visits);
     LDAP* opened = nullptr;
-    ensure(ldap_initialize(&opened, server.c_str()));
+    const int result = ldap_init_fd(connection, LDAP_PROTO_TCP, ("ldap://" + server).c_str(), &opened);
+    if (result != LDAP_SUCCESS)
+        close(connection);
+    ensure(result);
     Session session(opened);
     const int version = LDAP_VERSION3;
     ldap_set_option(opened, LDAP_OPT_PROTOCOL_VERSION, &version);
-    ldap_set_option(opened, LDAP_OPT_NETWORK_TIMEOUT, &patience);
-    ldap_set_option(opened, LDAP_OPT_TIMEOUT, &patience);
     ldap_set_option(opened, LDAP_OPT_REFERRALS, LDAP_OPT_OFF);
+    boundMessages(opened);
     return session;
 }
 
-/** Anonymous. Servers of the previous protocol version insist on being told who calls. */
-void bind(LDAP* session)
+/** The next message of an operation. They are taken one by one, so that no server can pile them up. */
+Message receive(LDAP* session, int operation, const Visits& visits)
+{
+    const auto left = std::chrono::duration_cast<std::chrono::microseconds>(visits.remaining()).count();
+    timeval patience{left / 1000000, left % 1000000};
+    LDAPMessage* received = nullptr;
+    const int type = ldap_result(session, operation, LDAP_MSG_ONE, &patience, &received);
+    Message message(received);
+    require(type != 0, SIGIL_TK_FETCH, "the time is over");
+    require(type > 0, SIGIL_TK_FETCH, "the connection broke");
+    return message;
+}
+
+/** The result that the last message of an operation holds. */
+int resultIn(LDAP* session, LDAPMessage* message)
+{
+    int result = LDAP_OTHER;
+    const int parsed = ldap_parse_result(session, message, &result, nullptr, nullptr, nullptr, nullptr, 0);
+    return parsed == LDAP_SUCCESS ? result : parsed;
+}
+
+int tryBind(LDAP* session, const Visits& visits)
 {
     berval nobody{0, nullptr};
-    int result = ldap_sasl_bind_s(session, nullptr, LDAP_SASL_SIMPLE, &nobody, nullptr, nullptr, nullptr);
+    int operation = 0;
+    ensure(ldap_sasl_bind(session, nullptr, LDAP_SASL_SIMPLE, &nobody, nullptr, nullptr, &operation));
+    const Message answer = receive(session, operation, visits);
+    require(ldap_msgtype(answer.get()) == LDAP_RES_BIND, SIGIL_TK_FETCH, "answer of another kind");
+    return resultIn(session, answer.get());
+}
+
+/** Anonymous. Servers of the previous protocol version insist on being told who calls. */
+void bind(LDAP* session, const Visits& visits)
+{
+    int result = tryBind(session, visits);
     if (result == LDAP_PROTOCOL_ERROR) {
         const int version = LDAP_VERSION2;
         ldap_set_option(session, LDAP_OPT_PROTOCOL_VERSION, &version);
-        result = ldap_sasl_bind_s(session, nullptr, LDAP_SASL_SIMPLE, &nobody, nullptr, nullptr, nullptr);
+        result = tryBind(session, visits);
     }
     ensure(result);
 }
 
-Message search(LDAP* session, const DirectoryQuery& query)
+int startSearch(LDAP* session, const DirectoryQuery& query)
 {
     std::vector<std::string> names = query.attributes;
     std::vector<char*> attributes;
@@ -66,32 +117,106 @@ Message search(LDAP* session, const DirectoryQuery& query)
         names.begin(), names.end(), std::back_inserter(attributes), [](std::string& name) { return name.data(); });
     attributes.push_back(nullptr);
     const bool base = query.filter.empty();
-    timeval limit = patience;
-    LDAPMessage* found = nullptr;
-    const int result = ldap_search_ext_s(session, query.base.c_str(), base ? LDAP_SCOPE_BASE : LDAP_SCOPE_SUBTREE,
-        base ? "(objectClass=*)" : query.filter.c_str(), attributes.data(), 0, nullptr, nullptr, &limit, 0, &found);
-    Message message(found);
-    ensure(result);
-    return message;
+    timeval limit{Visits::maximumTime.count(), 0};
+    int operation = 0;
+    ensure(ldap_search_ext(session, query.base.c_str(), base ? LDAP_SCOPE_BASE : LDAP_SCOPE_SUBTREE,
+        base ? "(objectClass=*)" : query.filter.c_str(), attributes.data(), 0, nullptr, nullptr, &limit,
+        maximumMessages, &operation));
+    return operation;
+}
+
+struct Attribute {
+    std::string_view name;
+    View value; ///< the first one that is not empty
+};
+
+/** The first value of a set that is not empty, where it was received: an entry may hold millions of them. */
+View firstValue(BerElement* set)
+{
+    ber_len_t length = 0;
+    char* end = nullptr;
+    berval value{};
+    View first;
+    for (ber_tag_t tag = ber_first_element(set, &length, &end); tag != LBER_DEFAULT;
+         tag = ber_next_element(set, &length, end)) {
+        require(ber_skip_element(set, &value) == LBER_OCTETSTRING, SIGIL_TK_FETCH, "entry");
+        if (first.empty())
+            first = view(std::string_view(value.bv_val, value.bv_len));
+    }
+    return first;
+}
+
+/** The next attribute of an entry; nothing after the last one. */
+std::optional<Attribute> nextAttribute(BerElement* entry)
+{
+    ber_len_t length = 0;
+    berval name{};
+    if (ber_peek_tag(entry, &length) != LBER_SEQUENCE)
+        return {};
+    require(ber_scanf(entry, "{m", &name) != LBER_ERROR, SIGIL_TK_FETCH, "entry");
+    return Attribute{{name.bv_val, name.bv_len}, firstValue(entry)};
+}
+
+/** Reads the attributes of an entry. */
+Element attributesOf(LDAP* session, LDAPMessage* entry)
+{
+    BerElement* element = nullptr;
+    berval name{};
+    ensure(ldap_get_dn_ber(session, entry, &element, &name));
+    return Element(element);
+}
+
+bool sameAttribute(std::string_view left, std::string_view right)
+{
+    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c; };
+    return std::equal(
+        left.begin(), left.end(), right.begin(), right.end(), [&](char a, char b) { return lower(a) == lower(b); });
+}
+
+/** Place among the wanted ones; their number when it is none of them. */
+std::size_t rank(const std::vector<std::string>& wanted, std::string_view name)
+{
+    const auto found = std::find_if(
+        wanted.begin(), wanted.end(), [&](const std::string& attribute) { return sameAttribute(attribute, name); });
+    return static_cast<std::size_t>(found - wanted.begin());
+}
+
+/** The dearest attribute that an entry has; empty without one. */
+View valueIn(LDAP* session, LDAPMessage* entry, const std::vector<std::string>& wanted)
+{
+    View value;
+    std::size_t best = wanted.size();
+    const Element attributes = attributesOf(session, entry);
+    while (const auto attribute = nextAttribute(attributes.get())) {
+        const std::size_t place = rank(wanted, attribute->name);
+        if (place >= best || attribute->value.empty())
+            continue;
+        best = place;
+        value = attribute->value;
+    }
+    return value;
 }
 
 } // namespace
 
-Bytes queryDirectory(const DirectoryQuery& query)
+Bytes queryDirectory(const DirectoryQuery& query, const Visits& visits)
 {
-    const Session session = openSession(query.server);
-    bind(session.get());
-    const Message found = search(session.get(), query);
-    for (LDAPMessage* entry = ldap_first_entry(session.get(), found.get()); entry;
-         entry = ldap_next_entry(session.get(), entry)) {
-        for (const std::string& attribute : query.attributes) {
-            const Values values(ldap_get_values_len(session.get(), entry, attribute.c_str()));
-            const berval* const first = values ? values.get()[0] : nullptr;
-            if (first && first->bv_len > 0)
-                return toBytes(view({first->bv_val, first->bv_len}));
+    const Session session = openSession(query.server, visits);
+    bind(session.get(), visits);
+    const int operation = startSearch(session.get(), query);
+    for (int i = 0; i < maximumMessages; ++i) {
+        const Message message = receive(session.get(), operation, visits);
+        const int type = ldap_msgtype(message.get());
+        if (type == LDAP_RES_SEARCH_RESULT) {
+            ensure(resultIn(session.get(), message.get()));
+            fail(SIGIL_TK_NOT_FOUND);
         }
+        const View value =
+            type == LDAP_RES_SEARCH_ENTRY ? valueIn(session.get(), message.get(), query.attributes) : View();
+        if (!value.empty())
+            return toBytes(value);
     }
-    fail(SIGIL_TK_NOT_FOUND);
+    fail(SIGIL_TK_FETCH, "too many entries");
 }
 
 std::string escapedFilterValue(const std::string& text)

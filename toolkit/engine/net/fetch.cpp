@@ -84,13 +84,20 @@ Address parseAddress(std::string_view url)
     return {scheme, url.substr(at + 3)};
 }
 
+std::string withPort(std::string_view host)
+{
+    const std::size_t bracket = host.rfind(']'); // before it stand the colons of an IPv6 address
+    const std::size_t port = host.find(':', bracket == host.npos ? 0 : bracket);
+    return std::string(host) + (port == host.npos ? ":" + std::to_string(ldapPort) : "");
+}
+
 DirectoryQuery directoryQuery(std::string_view rest, const std::vector<std::string>& attributes)
 {
     const std::string_view host = cutAt(rest, '/');
     const std::string_view base = cutAt(rest, '?');
     const std::string_view attribute = cutAt(rest, '?');
     require(!host.empty(), SIGIL_TK_URL);
-    DirectoryQuery query{"ldap://" + std::string(host), utf8(percentDecoded(base)), {}, attributes};
+    DirectoryQuery query{withPort(host), utf8(percentDecoded(base)), {}, attributes};
     if (!attribute.empty()) {
         query.attributes.clear();
         addAttribute(query.attributes, std::string(attribute));
@@ -102,18 +109,26 @@ DirectoryQuery directoryQuery(std::string_view rest, const std::vector<std::stri
 
 Bytes fetch(std::string_view url, int mode)
 {
+    Visits visits;
+    return fetch(url, mode, visits);
+}
+
+Bytes fetch(std::string_view url, int mode, Visits& visits)
+{
     const std::vector<std::string> attributes = attributesFor(mode);
     const Address address = parseAddress(url);
+    visits.begin(url);
     if (address.scheme == "http")
-        return getFromWeb(std::string(url));
+        return getFromWeb(std::string(url), visits);
     require(address.scheme == "ldap", SIGIL_TK_URL);
-    return queryDirectory(directoryQuery(address.rest, attributes));
+    return queryDirectory(directoryQuery(address.rest, attributes), visits);
 }
 
 Bytes post(std::string_view url, const std::string& contentType, View body, std::size_t maximumSize)
 {
     require(parseAddress(url).scheme == "http", SIGIL_TK_URL);
-    return postToWeb(std::string(url), contentType, body, maximumSize);
+    Visits visits;
+    return postToWeb(std::string(url), contentType, body, maximumSize, visits);
 }
 
 Bytes fetchAttribute(std::string_view url, std::string_view attribute)
@@ -123,16 +138,16 @@ Bytes fetchAttribute(std::string_view url, std::string_view attribute)
     DirectoryQuery query = directoryQuery(address.rest, {});
     query.attributes.clear();
     addAttribute(query.attributes, std::string(attribute));
-    return queryDirectory(query);
+    return queryDirectory(query, Visits());
 }
 
 Bytes fetchByCommonName(
     std::string_view host, int port, std::string_view commonName, int mode, std::string_view base)
 {
     require(!host.empty() && !commonName.empty() && port >= 0 && port <= 0xFFFF, SIGIL_TK_ARGUMENT);
-    const std::string server = "ldap://" + std::string(host) + ":" + std::to_string(port == 0 ? ldapPort : port);
+    const std::string server = std::string(host) + ":" + std::to_string(port == 0 ? ldapPort : port);
     const std::string filter = "(cn=" + escapedFilterValue(utf8(commonName)) + ")";
-    return queryDirectory({server, utf8(base), filter, attributesFor(mode)});
+    return queryDirectory({server, utf8(base), filter, attributesFor(mode)}, Visits());
 }
 
 } // namespace toolkit

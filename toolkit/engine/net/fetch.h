@@ -1,10 +1,11 @@
 /** @file
  *  Certificates and revocation lists from servers: directories (LDAP, RFC 4511, addresses of RFC 4516) and web servers
- *  (HTTP). Every exchange is bounded in time and size, and never waits for a person.
+ *  (HTTP). Every exchange is bounded in time and size (visits.h, web.h), and never waits for a person.
  */
 #pragma once
 
 #include "toolkit/engine/base/bytes.h"
+#include "toolkit/engine/net/visits.h"
 
 #include <ctime>
 #include <string>
@@ -27,6 +28,8 @@ constexpr std::time_t clockTolerance = 300;
  *  @param mode SigilToolkitFetch; throws SIGIL_TK_OPTION for another
  *  Throws SIGIL_TK_URL, SIGIL_TK_FETCH, SIGIL_TK_NOT_FOUND. */
 Bytes fetch(std::string_view url, int mode);
+/** The same as one of several addresses of a call. */
+Bytes fetch(std::string_view url, int mode, Visits& visits);
 
 /** Sends bytes to an http address (POST) and answers the body, at most @p maximumSize bytes. Redirections are refused.
  *  Throws SIGIL_TK_URL, SIGIL_TK_FETCH, SIGIL_TK_NOT_FOUND. */

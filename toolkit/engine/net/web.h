@@ -1,20 +1,30 @@
 /** @file
- *  One exchange with a web server: GET or POST.
+ *  One exchange with a web server: GET or POST. And connections for others, since this client looks names up and waits for
+ *  servers within a bound.
  */
 #pragma once
 
 #include "toolkit/engine/base/bytes.h"
+#include "toolkit/engine/net/visits.h"
 
 #include <string>
 
 namespace toolkit {
 
-/** Body of an http address, at most maximumFileSize bytes. Follows three redirections, http only. Throws SIGIL_TK_FETCH and,
- *  when the server answers 404 or 410, SIGIL_TK_NOT_FOUND. */
-Bytes getFromWeb(const std::string& url);
+/** Largest answer of any server. While an answer grows and is handed on it is held up to four times, and no server may make
+ *  the host grow by more than 64 MiB. */
+constexpr std::size_t maximumFetchSize = 16UL * 1024 * 1024;
+
+/** Body of an http address, at most maximumFetchSize bytes. Follows three redirections, http only, as far as @p visits allows
+ *  them. Throws SIGIL_TK_FETCH and, when the server answers 404 or 410, SIGIL_TK_NOT_FOUND. */
+Bytes getFromWeb(const std::string& url, Visits& visits);
 
 /** Answer to bytes that are posted to an http address, at most @p maximumSize bytes. Anything but 200 is a failure, a
  *  redirection too. Throws as above. */
-Bytes postToWeb(const std::string& url, const std::string& contentType, View body, std::size_t maximumSize);
+Bytes postToWeb(
+    const std::string& url, const std::string& contentType, View body, std::size_t maximumSize, Visits& visits);
+
+/** A connection that never blocks, for the caller to close. Throws SIGIL_TK_FETCH. */
+int connectTo(const std::string& hostAndPort, const Visits& visits);
 
 } // namespace toolkit
