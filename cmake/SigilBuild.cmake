@@ -43,3 +43,6 @@ endif()
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
 set(SIGILDESK_LIBRARY_FOLDER ${PROJECT_BINARY_DIR}/lib/sigildesk)
+
+# No program names the build tree, so that two of them give the same bytes.
+set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)

@@ -1,23 +1,37 @@
 #!/usr/bin/env bash
 # Installs the build into an empty folder, looks at what is there, and builds a small host against it through the
 # CMake package and through pkg-config.
+#
+#   install_test.sh BUILD SOURCE SANITIZERS          where nothing is said about the library folder
+#   install_test.sh BUILD SOURCE SANITIZERS LIBDIR   as a packager who says -DCMAKE_INSTALL_LIBDIR=LIBDIR
 set -euo pipefail
-build=$1 source=$2 sanitize=$3
+build=$1 source=$2 sanitize=$3 libdir=${4:-lib}
 
-scratch=$(mktemp -d)
+# Inside the build tree, so that what is built can be shared by hard links.
+scratch=$(mktemp -d "$build/install.XXXXXX")
 trap 'rm -rf "$scratch"' EXIT
 prefix=$scratch/prefix
-cmake --install "$build" --prefix "$prefix" >/dev/null
+tree=$build
 
-expect() { [ -e "$prefix/$1" ] || { echo "not installed: $1" >&2; exit 1; }; }
-for file in lib/libSigilDesk.so.1 lib/libSigilDesk.so include/sigildesk/{sigildesk,crypto,certlist,dialogs,open_toolkit}.h \
-            lib/cmake/SigilDesk/SigilDeskConfig.cmake lib/pkgconfig/sigildesk.pc \
-            lib/sigildesk/{libHVCToolkitV30.so,libgpkiapi_v15.so} \
-            lib/sigildesk/{KOR.ini,ENG.ini,TWAPI_LOG.ini,HVCToolkitV30.conf} \
-            lib/sigildesk/{Policy,Issuer}_{KOR,ENG}.conf bin/sigildesk; do
+# The choice concerns installing alone: what is built already serves a second tree.
+if [ $# -gt 3 ]; then
+    tree=$scratch/tree
+    cmake -S "$source" -B "$tree" -G Ninja -DBUILD_TESTING=OFF -DCMAKE_INSTALL_PREFIX="$prefix" \
+        -DCMAKE_INSTALL_LIBDIR="$libdir" >/dev/null
+    cp -rl "$build/lib" "$build/bin" "$tree"
+fi
+cmake --install "$tree" --prefix "$prefix" >/dev/null
+
+lib=$prefix/$libdir
+expect() { [ -e "$1" ] || { echo "not installed: $1" >&2; exit 1; }; }
+for file in "$lib"/libSigilDesk.so{,.1} "$prefix"/include/sigildesk/{sigildesk,crypto,certlist,dialogs,open_toolkit}.h \
+            "$lib/cmake/SigilDesk/SigilDeskConfig.cmake" "$lib/pkgconfig/sigildesk.pc" \
+            "$lib"/sigildesk/{libHVCToolkitV30.so,libgpkiapi_v15.so} \
+            "$lib"/sigildesk/{KOR.ini,ENG.ini,TWAPI_LOG.ini,HVCToolkitV30.conf} \
+            "$lib"/sigildesk/{Policy,Issuer}_{KOR,ENG}.conf "$prefix/bin/sigildesk"; do
     expect "$file"
 done
-dynamic=$(objdump -p "$prefix/lib/libSigilDesk.so.1")
+dynamic=$(objdump -p "$lib/libSigilDesk.so.1")
 soname=$(awk '/SONAME/ { print $2 }' <<<"$dynamic")
 [ "$soname" = libSigilDesk.so.1 ] || { echo "soname is $soname" >&2; exit 1; }
 if grep -q 'NEEDED.*\(HVCToolkit\|gpkiapi\|libcrypto\)' <<<"$dynamic"; then
@@ -25,21 +39,24 @@ if grep -q 'NEEDED.*\(HVCToolkit\|gpkiapi\|libcrypto\)' <<<"$dynamic"; then
     exit 1
 fi
 
+# The command finds the library and its folder by itself, before anybody says where they are.
+"$prefix/bin/sigildesk" --version
+"$prefix/bin/sigildesk" --help | tr -d '\n ' | grep -qF "$lib/sigildesk" \
+    || { echo "the command does not find $lib/sigildesk" >&2; exit 1; }
+
 # A host of a sanitized library is built with the same sanitizers.
 flags=()
 [ -z "$sanitize" ] || flags=("-fsanitize=$sanitize")
-export LD_LIBRARY_PATH=$prefix/lib
+export LD_LIBRARY_PATH=$lib
 
 cmake -S "$source/tests/end_to_end/consumer" -B "$scratch/with-cmake" -G Ninja \
     -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_CXX_FLAGS="${flags[*]}" >/dev/null
 cmake --build "$scratch/with-cmake" >/dev/null
 "$scratch/with-cmake/consumer"
 
-export PKG_CONFIG_PATH=$prefix/lib/pkgconfig
+export PKG_CONFIG_PATH=$lib/pkgconfig
 folder=$(pkg-config --variable=libraryfolder sigildesk)
 # shellcheck disable=SC2046
 g++ -std=c++11 "${flags[@]}" -DLIBRARY_FOLDER="\"$folder\"" "$source/tests/end_to_end/consumer/main.cpp" \
     -o "$scratch/consumer" $(pkg-config --cflags --libs sigildesk)
 "$scratch/consumer"
-
-"$prefix/bin/sigildesk" --version

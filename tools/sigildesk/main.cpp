@@ -1,7 +1,10 @@
 #include "commands.h"
 
+#include <sigildesk/crypto.h>
+
 #include <CLI/CLI.hpp>
 
+#include <dlfcn.h>
 #include <exception>
 #include <filesystem>
 #include <iostream>
@@ -9,10 +12,12 @@
 
 namespace {
 
-std::string folderBesideTheProgram()
+/** The folder that is installed beside the library, wherever that is; in the build tree too. */
+std::string folderBesideTheLibrary()
 {
-    const auto program = std::filesystem::read_symlink("/proc/self/exe");
-    return (program.parent_path() / SIGILDESK_FOLDER_FROM_BIN).lexically_normal().string();
+    Dl_info library{};
+    dladdr(reinterpret_cast<void*>(&HV_Initalize), &library);
+    return (std::filesystem::canonical(library.dli_fname).parent_path() / "sigildesk").string();
 }
 
 int run(int argc, char** argv)
@@ -22,7 +27,7 @@ int run(int argc, char** argv)
     app.require_subcommand(1);
 
     host::Setting setting;
-    setting.folder = folderBesideTheProgram();
+    setting.folder = folderBesideTheLibrary();
     app.add_option("--folder", setting.folder, "Library folder with toolkits, settings and language files")
         ->check(CLI::ExistingDirectory)
         ->capture_default_str();
