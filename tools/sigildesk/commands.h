@@ -7,14 +7,21 @@
 
 namespace host {
 
-/** What every command needs to know. */
+/** What the program tells the shell. */
+enum ExitCode {
+    done = 0,
+    no = 1,       ///< cancelled
+    wrongUse = 2, ///< unknown option, missing argument
+    failed = 3,   ///< a toolkit's code, a file, no display: said on standard error
+};
+
+/** What every command needs to know. Each command answers with an ExitCode. */
 struct Setting {
     std::string folder; ///< library folder: toolkits, settings files and language files
     int language = 1;   ///< 1 Korean, 2 English, as the library counts them
 };
 
-/** Opens the selection dialog. Prints the chosen certificate; signs @p textFile when one is named.
- *  @return 0; 1 when the user cancelled; 2 after a failure that was printed */
+/** Opens the selection dialog. Prints the chosen certificate; signs @p textFile when one is named. */
 int selectCertificate(const Setting& setting, const std::string& textFile, const std::string& signatureFile,
     const std::string& certificateFile);
 

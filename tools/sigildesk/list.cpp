@@ -54,11 +54,11 @@ int listCertificates(const Setting& setting, int pkiTypes)
         status = CLP_LoadCertList(processor.handle());
     if (status == kNoCertificate) {
         std::puts("No certificate found.");
-        return 0;
+        return done;
     }
     if (status != 0) {
         std::cerr << "The list could not be loaded (code " << status << ").\n";
-        return 2;
+        return failed;
     }
     const int count = CLP_GetCertCount(processor.handle());
     for (int i = 0; i < count; ++i) {
@@ -66,7 +66,7 @@ int listCertificates(const Setting& setting, int pkiTypes)
         if (CLP_GetCertInfo(processor.handle(), i, entry.get()) == 0)
             printEntry(i, *entry);
     }
-    return 0;
+    return done;
 }
 
 } // namespace host

@@ -4,11 +4,13 @@
 
 #include <CLI/CLI.hpp>
 
+#include <cstdio>
 #include <dlfcn.h>
 #include <exception>
 #include <filesystem>
 #include <iostream>
 #include <map>
+#include <stdexcept>
 
 namespace {
 
@@ -34,7 +36,7 @@ int run(int argc, char** argv)
     app.add_option("--language", setting.language, "Language of dialogs and names: ko or en")
         ->transform(CLI::CheckedTransformer(std::map<std::string, int>{{"ko", 1}, {"en", 2}}));
 
-    int result = 0;
+    int result = host::done;
 
     std::string text, signature, certificate;
     auto* select = app.add_subcommand("select", "Open the selection dialog and print what was chosen");
@@ -59,8 +61,19 @@ int run(int argc, char** argv)
     show->add_option("--toolkit", toolkit, "0 maker toolkit, 1 government API")->check(CLI::Range(0, 1));
     show->callback([&] { result = host::showCertificate(setting, toolkit, file); });
 
-    CLI11_PARSE(app, argc, argv);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& answer) {
+        return app.exit(answer) == 0 ? host::done : host::wrongUse;
+    }
     return result;
+}
+
+/** Everything that was printed has reached standard output. A full disk shows itself here. */
+void finishOutput()
+{
+    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0 || !std::cout.flush())
+        throw std::runtime_error("cannot write to standard output");
 }
 
 } // namespace
@@ -68,9 +81,11 @@ int run(int argc, char** argv)
 int main(int argc, char** argv)
 {
     try {
-        return run(argc, argv);
+        const int result = run(argc, argv);
+        finishOutput();
+        return result;
     } catch (const std::exception& failure) {
         std::cerr << failure.what() << '\n';
-        return 2;
+        return host::failed;
     }
 }

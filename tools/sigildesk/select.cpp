@@ -8,6 +8,7 @@
 #include <QApplication>
 
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <iostream>
 #include <memory>
@@ -33,12 +34,24 @@ std::string_view item(const unsigned char* data, int length)
     return {reinterpret_cast<const char*>(data), static_cast<std::size_t>(length)};
 }
 
+/** Qt ends a program that finds no display with abort(); this one says so and leaves. */
+void leaveWithoutDisplay(QtMsgType type, const QMessageLogContext&, const QString& message)
+{
+    std::cerr << qPrintable(message) << '\n';
+    if (type != QtFatalMsg)
+        return;
+    std::cerr << "The dialog needs a display, and none could be opened.\n";
+    std::_Exit(failed);
+}
+
 int openDialog(const Setting& setting, Selection& chosen)
 {
     int argc = 1;
     char name[] = "sigildesk";
     char* argv[] = {name, nullptr};
+    const auto usual = qInstallMessageHandler(leaveWithoutDisplay);
     const QApplication application(argc, argv);
+    qInstallMessageHandler(usual);
 
     tagINITOPT init{};
     if (setting.folder.size() >= sizeof init.szLibraryFolder)
@@ -89,7 +102,7 @@ int sign(
     }
     if (status != 0)
         std::cerr << "The text could not be signed (code " << status << "): " << crypto.errorText() << "\n";
-    return status == 0 ? 0 : 2;
+    return status == 0 ? done : failed;
 }
 
 } // namespace
@@ -101,16 +114,16 @@ int selectCertificate(const Setting& setting, const std::string& textFile, const
     const int status = openDialog(setting, chosen);
     if (status == -1) {
         std::puts("Nothing chosen.");
-        return 1;
+        return no;
     }
     if (status != 0) {
         std::cerr << "The dialog could not be opened (code " << status << ").\n";
-        return 2;
+        return failed;
     }
     print(chosen);
     if (!certificateFile.empty())
         writeFile(certificateFile, item(chosen->bySignCert, chosen->nSignCertLen));
-    return textFile.empty() ? 0 : sign(setting, chosen, textFile, signatureFile);
+    return textFile.empty() ? done : sign(setting, chosen, textFile, signatureFile);
 }
 
 } // namespace host

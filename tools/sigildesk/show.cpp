@@ -55,16 +55,16 @@ int showCertificate(const Setting& setting, int toolkitType, const std::string& 
     const Crypto crypto(setting, toolkitType);
     if (crypto.status() != 0) {
         std::cerr << "The toolkit could not be opened (code " << crypto.status() << ").\n";
-        return 2;
+        return failed;
     }
     Bytes bytes(crypto, certificate);
     if (const int status = CertLoad(crypto.handle(), bytes.get()); status != 0) {
         std::cerr << "Not a certificate (code " << status << "): " << crypto.errorText() << "\n";
-        return 2;
+        return failed;
     }
     printFields(crypto);
     CertUnLoad(crypto.handle());
-    return 0;
+    return done;
 }
 
 } // namespace host

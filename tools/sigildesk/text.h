@@ -8,7 +8,7 @@
 
 namespace host {
 
-/** @p text of the library as UTF-8. Characters beyond ASCII and Hangul are shown as "?". */
+/** @p text of the library as UTF-8. A code that stands for no character is shown as "?", the others stay. */
 std::string utf8(std::string_view text);
 
 /** Prints "name: text", the text converted. */
