@@ -10,15 +10,20 @@ build=$1 source=$2 sanitize=$3 libdir=${4:-lib}
 # Inside the build tree, so that what is built can be shared by hard links.
 scratch=$(mktemp -d "$build/install.XXXXXX")
 trap 'rm -rf "$scratch"' EXIT
+cd "$scratch"
 prefix=$scratch/prefix
 tree=$build
 
-# The choice concerns installing alone: what is built already serves a second tree.
+# The choice concerns installing alone, so what is built already serves a second tree. Only the command is linked once
+# more, because the way to its library is part of it.
 if [ $# -gt 3 ]; then
     tree=$scratch/tree
     cmake -S "$source" -B "$tree" -G Ninja -DBUILD_TESTING=OFF -DCMAKE_INSTALL_PREFIX="$prefix" \
-        -DCMAKE_INSTALL_LIBDIR="$libdir" >/dev/null
+        -DCMAKE_INSTALL_LIBDIR="$libdir" -DSIGILDESK_SANITIZE="$sanitize" >/dev/null
     cp -rl "$build/lib" "$build/bin" "$tree"
+    cp -rl "$build/tools/sigildesk/CMakeFiles/sigildesk.dir" "$tree/tools/sigildesk/CMakeFiles"
+    rm "$tree/bin/sigildesk"
+    (cd "$tree" && bash -c "$(ninja -t commands sigildesk | tail -n 1)")
 fi
 cmake --install "$tree" --prefix "$prefix" >/dev/null
 

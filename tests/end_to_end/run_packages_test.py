@@ -1,0 +1,46 @@
+"""Holds the group `run` of scripts/packages.txt against what the built files ask of the loader."""
+
+import pathlib
+import re
+import subprocess
+import sys
+
+# On every Debian machine, because its package manager needs them.
+ALWAYS_THERE = {"libc6", "libgcc-s1", "libstdc++6"}
+
+
+def output(*command):
+    return subprocess.run(command, check=True, capture_output=True, text=True).stdout
+
+
+def needed(file):
+    return set(re.findall(r"NEEDED\s+(\S+)", output("objdump", "-p", file)))
+
+
+def package_of(library, places):
+    # The package data base may know the file by its name below the link /lib.
+    file = pathlib.Path(places[library]).resolve()
+    names = [str(file), str(file).removeprefix("/usr")]
+    found = subprocess.run(["dpkg-query", "--search", *names], check=False, capture_output=True, text=True).stdout
+    return found.split(":")[0]
+
+
+def group(packages, name):
+    lines = packages.read_text(encoding="utf-8").split(f"[{name}]\n")[1].split("\n[")[0].splitlines()
+    return {word for line in lines if (word := line.split("#")[0].strip())}
+
+
+def main():
+    packages, *files = sys.argv[1:]
+    own = {pathlib.Path(file).name for file in files} | {"libSigilDesk.so.1"}
+    places = dict(re.findall(r"^\s+(\S+) => (\S+)", output("ldd", *files), re.MULTILINE))
+    libraries = set().union(*map(needed, files)).intersection(places) - own
+    asked = {package_of(library, places) for library in libraries} - ALWAYS_THERE
+    listed = group(pathlib.Path(packages), "run")
+    for package in sorted(asked - listed):
+        print(f"needed but not listed: {package}")
+    print(f"{len(libraries)} libraries of {len(asked)} packages")
+    return 1 if asked - listed or not asked else 0
+
+
+sys.exit(main())

@@ -1,0 +1,131 @@
+"""The scripts as someone meets them who does not know them: each answers --help, refuses what it does not know, and
+says which value is missing. The installation of packages runs against commands that only note what they are asked."""
+
+import os
+import pathlib
+import subprocess
+import tempfile
+import unittest
+
+SOURCE = pathlib.Path(__file__).resolve().parents[2]
+FOLDER = SOURCE / "scripts"
+SCRIPTS = sorted(file.name for file in FOLDER.iterdir() if os.access(file, os.X_OK))
+# What must stand behind which words; every one of them is left out in turn.
+MISSING = {
+    "demo": [["--build"], ["--language"], ["--build", "--headless"]],
+    "drive-dialog": [[]],
+}
+REFUSED = {
+    "check": ["one"],
+    "coverage": ["no-such-layer"],
+    "demo": ["one", "--language=fr", "--build=/no/such/folder"],
+    "format": ["one", "--chekc"],
+    "fuzz": ["no-such-target"],
+    "install-dependencies": ["runn", "apt-get"],
+    "tidy": ["no-such-folder"],
+}
+
+
+def run(script, *arguments, **more):
+    return subprocess.run([FOLDER / script, *arguments], capture_output=True, text=True, timeout=30, **more)
+
+
+class EveryScript(unittest.TestCase):
+    def test_answers_help_with_its_own_use(self):
+        for script in SCRIPTS:
+            for option in "--help", "-h":
+                with self.subTest(script=script, option=option):
+                    answer = run(script, option)
+                    self.assertEqual((answer.returncode, answer.stderr), (0, ""))
+                    self.assertIn(f"scripts/{script}", answer.stdout)
+
+    def test_refuses_an_unknown_option(self):
+        for script in SCRIPTS:
+            with self.subTest(script=script):
+                answer = run(script, "--no-such-option")
+                self.assertEqual((answer.returncode, answer.stdout), (2, ""))
+                self.assertIn("--no-such-option", answer.stderr)
+
+    def test_says_what_is_missing(self):
+        for script, cases in MISSING.items():
+            for arguments in cases:
+                with self.subTest(script=script, arguments=arguments):
+                    answer = run(script, *arguments)
+                    self.assertEqual((answer.returncode, answer.stdout), (2, ""))
+                    self.assertIn(f"scripts/{script}: ", answer.stderr)
+                    self.assertIn(arguments[0] + " needs a value" if arguments else "?", answer.stderr)
+
+    def test_refuses_what_it_does_not_know(self):
+        for script, cases in REFUSED.items():
+            for case in cases:
+                with self.subTest(script=script, case=case):
+                    answer = run(script, *case.split("="))
+                    self.assertEqual((answer.returncode, answer.stdout), (2, ""))
+                    self.assertIn(case.split("=")[-1], answer.stderr)
+
+
+class InstallDependencies(unittest.TestCase):
+    """Over a folder of commands that note their words in a file. Of the packages, only `git` is there."""
+
+    COMMANDS = {
+        "dpkg-query": '[ "${@: -1}" = git ] && echo "install ok installed"',
+        "apt-get": "note apt-get",
+        "update-rc.d": "note update-rc.d",
+        "invoke-rc.d": "note invoke-rc.d",
+        "id": "echo 0",
+    }
+
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.notes = pathlib.Path(folder.name) / "notes"
+        self.notes.touch()
+        for name, body in self.COMMANDS.items():
+            command = pathlib.Path(folder.name) / name
+            command.write_text(f'#!/bin/bash\nnote() {{ echo "$@" "${{words[@]}}" >>{self.notes}; }}\nwords=("$@")\n{body}\n')
+            command.chmod(0o755)
+        self.path = f"{folder.name}:{os.environ['PATH']}"
+
+    def installed(self, *groups):
+        answer = run("install-dependencies", *groups, env={**os.environ, "PATH": self.path})
+        self.assertEqual(answer.returncode, 0, answer.stderr)
+        installs = [line for line in self.notes.read_text().splitlines() if line.startswith("apt-get install")]
+        self.assertEqual(len(installs), 1)
+        return {word for word in installs[0].split()[2:] if not word.startswith("-")}
+
+    def test_installs_the_groups_named_and_no_more(self):
+        wanted = {"run": "libqt5widgets5", "build": "cmake", "test": "slapd"}
+        for group, package in wanted.items():
+            with self.subTest(group=group):
+                self.notes.write_text("")
+                packages = self.installed(group)
+                self.assertIn(package, packages)
+                self.assertEqual(packages & set(wanted.values()), {package})
+
+    def test_installs_everything_by_default(self):
+        self.assertEqual(self.installed(), self.union_of_groups())
+
+    def union_of_groups(self):
+        union = set()
+        for group in "run", "build", "test":
+            self.notes.write_text("")
+            union |= self.installed(group)
+        self.notes.write_text("")
+        return union
+
+    def test_leaves_alone_what_is_installed(self):
+        self.assertNotIn("git", self.installed("test"))
+
+    def test_leaves_no_directory_server_enabled(self):
+        self.installed("test")
+        notes = self.notes.read_text().splitlines()
+        self.assertIn("update-rc.d slapd disable", notes)
+        self.assertIn("invoke-rc.d slapd stop", notes)
+
+    def test_does_not_touch_services_otherwise(self):
+        self.installed("build")
+        self.assertNotIn("rc.d", self.notes.read_text())
+
+
+if __name__ == "__main__":
+    unittest.main()
