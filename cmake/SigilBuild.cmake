@@ -1,4 +1,4 @@
-# Flags that every target of the project gets.
+# How every target of the project is built.
 
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
@@ -10,32 +10,58 @@ set(CMAKE_C_VISIBILITY_PRESET hidden)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 
-add_compile_options(
+# sigil_flags: how everything here is compiled and linked. sigil_code: the same, with the two roots of the includes. Every
+# target links one of them; nothing is set for whole folders, so a project that takes this one in keeps its own flags.
+add_library(sigil_flags INTERFACE)
+target_compile_options(sigil_flags INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wformat=2 -Wundef
     $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor>
     $<$<COMPILE_LANGUAGE:CXX>:-Woverloaded-virtual>
     $<$<COMPILE_LANGUAGE:CXX>:-Wold-style-cast>
     -fstack-protector-strong)
-add_link_options(-Wl,--no-undefined -Wl,-z,relro,-z,now)
+target_link_options(sigil_flags INTERFACE -Wl,-z,relro,-z,now)
+
+add_library(sigil_code INTERFACE)
+target_include_directories(sigil_code INTERFACE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include)
+target_link_libraries(sigil_code INTERFACE sigil_flags)
+
+# What is shipped stops at an overrun instead of going on with it.
+include(CheckCXXCompilerFlag)
+check_cxx_compiler_flag(-fcf-protection SIGILDESK_HAS_CF_PROTECTION)
+target_compile_options(sigil_flags INTERFACE
+    $<$<NOT:$<CONFIG:Debug>>:-fstack-clash-protection>
+    $<$<AND:$<NOT:$<CONFIG:Debug>>,$<BOOL:${SIGILDESK_HAS_CF_PROTECTION}>>:-fcf-protection>)
+target_compile_definitions(sigil_flags INTERFACE $<$<NOT:$<CONFIG:Debug>>:_GLIBCXX_ASSERTIONS>)
+# The checked functions need an optimizer, and would hide the plain ones from a sanitizer.
+if(NOT SIGILDESK_SANITIZE AND NOT SIGILDESK_FUZZ)
+    target_compile_options(sigil_flags INTERFACE
+        $<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-U_FORTIFY_SOURCE>
+        $<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-D_FORTIFY_SOURCE=3>)
+endif()
 
 if(SIGILDESK_WARNINGS_AS_ERRORS)
-    add_compile_options(-Werror)
+    target_compile_options(sigil_flags INTERFACE -Werror)
 endif()
 
 if(SIGILDESK_SANITIZE)
-    add_compile_options(-fsanitize=${SIGILDESK_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all -O1)
-    add_link_options(-fsanitize=${SIGILDESK_SANITIZE})
+    target_compile_options(sigil_flags INTERFACE
+        -fsanitize=${SIGILDESK_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all -O1)
+    target_link_options(sigil_flags INTERFACE -fsanitize=${SIGILDESK_SANITIZE})
 endif()
 
-# The fuzzer learns from the code under test, so the layers are instrumented too, not only the targets.
+# The fuzzer learns from the code under test, so the layers are instrumented too, not only the targets. Its runtime is in
+# the programs, where the libraries find it when they are loaded.
 if(SIGILDESK_FUZZ)
-    add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=undefined)
-    add_link_options(-fsanitize=address,undefined)
+    target_compile_options(sigil_flags INTERFACE
+        -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=undefined)
+    target_link_options(sigil_flags INTERFACE -fsanitize=address,undefined)
+else()
+    target_link_options(sigil_flags INTERFACE -Wl,--no-undefined)
 endif()
 
 if(SIGILDESK_COVERAGE)
-    add_compile_options(--coverage)
-    add_link_options(--coverage)
+    target_compile_options(sigil_flags INTERFACE --coverage)
+    target_link_options(sigil_flags INTERFACE --coverage)
 endif()
 
 # The build tree holds the same ready-to-use library folder that is installed: lib/sigildesk with the open

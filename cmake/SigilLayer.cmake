@@ -6,7 +6,6 @@
 function(sigil_add_layer name)
     cmake_parse_arguments(layer "" "" "SOURCES;USES;LIBRARIES" ${ARGN})
     add_library(sigil_${name} OBJECT ${layer_SOURCES})
-    target_include_directories(sigil_${name} PUBLIC ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include)
     list(TRANSFORM layer_USES PREPEND sigil_)
-    target_link_libraries(sigil_${name} PUBLIC ${layer_USES} ${layer_LIBRARIES})
+    target_link_libraries(sigil_${name} PUBLIC sigil_code ${layer_USES} ${layer_LIBRARIES})
 endfunction()
