@@ -1,5 +1,9 @@
 /** @file
  *  The debug trace: one line for every event, in a file of the day under /tmp. It is always on.
+ *
+ *  ShowUserCert writes it: a line with the result of its initialisation, and one when the selection ends. A host may
+ *  add lines of its own. The crypto façade writes nothing; the certificate list writes its failures to a log of
+ *  its own, which is off unless "TWAPI_LOG.ini" names a file (see CLP_Initalize).
  */
 #ifndef SIGILDESK_LOG_H
 #define SIGILDESK_LOG_H
