@@ -63,9 +63,6 @@ enum Medium : int {
     otherMedium = 7 ///< accepted, lists nothing
 };
 
-/** PKI families; added up they say which ones to list. */
-enum Family : int { gpki = 1, npki = 2, mpki = 4, ppki = 8 };
-
 /** Value of nKeyPairType that asks for a key-management pair. */
 constexpr int kmPairWanted = 2;
 

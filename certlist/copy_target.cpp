@@ -1,6 +1,7 @@
 #include "certlist/copy_target.h"
 
 #include "foundation/ascii.h"
+#include "foundation/families.h"
 #include "foundation/text_field.h"
 
 #include <sys/stat.h>
@@ -14,69 +15,34 @@ namespace sigil {
 
 namespace {
 
-/** What a template's placeholder stands for. */
-enum class Part { Organisation, Dn, Cn, ClassFolder };
-
-/** "%s" stands for the base folder first, then for the parts in order. */
-struct CopyTemplate {
-    const char* signCert;
-    const char* signKey;
-    const char* kmCert;
-    const char* kmKey;
-    std::span<const Part> parts;
-};
-
-constexpr Part accreditedParts[] = {Part::Organisation, Part::Dn};
-constexpr Part hardDiskParts[] = {Part::ClassFolder, Part::Cn};
-constexpr Part removableParts[] = {Part::Cn};
-
-constexpr CopyTemplate accredited{"%s\\NPKI\\%s\\User\\%s\\SignCert.der", "%s\\NPKI\\%s\\User\\%s\\SignPri.key",
-    "%s\\NPKI\\%s\\User\\%s\\KmCert.der", "%s\\NPKI\\%s\\User\\%s\\KmPri.key", accreditedParts};
-
-// The signing certificates of persons alone have a "/" behind the base folder; kept so.
-constexpr CopyTemplate bodyOnHardDisk{"%sLibrary/Preferences/GPKI/Certificate/%s/class2/%s_sig.cer",
-    "%sLibrary/Preferences/GPKI/Certificate/%s/class2/%s_sig.key",
-    "%sLibrary/Preferences/GPKI/Certificate/%s/class2/%s_env.cer",
-    "%sLibrary/Preferences/GPKI/Certificate/%s/class2/%s_env.key", hardDiskParts};
-constexpr CopyTemplate personOnHardDisk{"%s/Library/Preferences/GPKI/Certificate/%s/class2/%s_sig.cer",
-    bodyOnHardDisk.signKey, bodyOnHardDisk.kmCert, bodyOnHardDisk.kmKey, hardDiskParts};
-
-constexpr CopyTemplate bodyOnRemovable{"%s\\GPKI\\Certificate\\class1\\%s_sig.cer",
-    "%s\\GPKI\\Certificate\\class1\\%s_sig.key", "%s\\GPKI\\Certificate\\class1\\%s_env.cer",
-    "%s\\GPKI\\Certificate\\class1\\%s_env.key", removableParts};
-constexpr CopyTemplate personOnRemovable{"%s\\GPKI\\Certificate\\class2\\%s_sig.cer",
-    "%s\\GPKI\\Certificate\\class2\\%s_sig.key", "%s\\GPKI\\Certificate\\class2\\%s_env.cer",
-    "%s\\GPKI\\Certificate\\class2\\%s_env.key", removableParts};
-
 bool isPerson(const SubjectNames& subject) { return equalsIgnoringCase(subject.organisationUnit, "people"); }
 
-const CopyTemplate* templateFor(bool toHardDisk, const SubjectNames& subject)
+/** Null for certificates that have no place to go. Organisations that no family names count as accredited ones. */
+const CopyLayout* layoutFor(bool toHardDisk, const SubjectNames& subject)
 {
-    if (equalsIgnoringCase(subject.organisation, "Halvard"))
-        return nullptr;
-    if (!equalsIgnoringCase(subject.organisation, "Government of Korea"))
-        return &accredited;
-    if (toHardDisk)
-        return isPerson(subject) ? &personOnHardDisk : &bodyOnHardDisk;
-    return isPerson(subject) ? &personOnRemovable : &bodyOnRemovable;
+    const Family* named = familyOfOrganisation(subject.organisation);
+    const CopyLayouts& copies = (named ? named : familyWithCode(npki))->copies;
+    if (isPerson(subject))
+        return toHardDisk ? copies.personOnHardDisk : copies.personOnRemovable;
+    return toHardDisk ? copies.hardDisk : copies.removable;
 }
 
-std::string partOf(const SubjectNames& subject, Part part)
+std::string partOf(const SubjectNames& subject, CopyPart part)
 {
     switch (part) {
-    case Part::Organisation:
+    case CopyPart::Organisation:
         return subject.organisation;
-    case Part::Dn:
+    case CopyPart::Dn:
         return subject.dn;
-    case Part::Cn:
+    case CopyPart::Cn:
         return subject.cn;
-    case Part::ClassFolder: // the class folder in which listing finds such a certificate
+    case CopyPart::ClassFolder: // the class folder in which listing finds such a certificate
         return isPerson(subject) ? "class2" : "class1";
     }
     return {};
 }
 
-std::string expand(const char* path, const char* base, const SubjectNames& subject, std::span<const Part> parts)
+std::string expand(const char* path, const char* base, const SubjectNames& subject, std::span<const CopyPart> parts)
 {
     std::string out;
     std::string_view rest = path;
@@ -86,7 +52,7 @@ std::string expand(const char* path, const char* base, const SubjectNames& subje
         rest.remove_prefix(place + 2);
     };
     substitute(base);
-    for (Part part : parts) {
+    for (CopyPart part : parts) {
         std::string text = partOf(subject, part);
         std::replace(text.begin(), text.end(), '/', '_');
         substitute(text);
@@ -105,7 +71,7 @@ void setPath(char (&path)[260], const std::string& text)
 
 void formCopyPaths(bool toHardDisk, const char* base, const SubjectNames& subject, CertPaths& paths)
 {
-    const CopyTemplate* form = templateFor(toHardDisk, subject);
+    const CopyLayout* form = layoutFor(toHardDisk, subject);
     if (!form)
         return;
     setPath(paths.signCert, expand(form->signCert, base, subject, form->parts));

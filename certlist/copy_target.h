@@ -23,9 +23,8 @@ struct SubjectNames {
 
 /** Forms the files of a copy.
  *
- *  The layout differs from the one that listing reads, in separators, capital letters and the folder "User": it is that
- *  of other systems' media and is kept exactly so. A "/" in a name of the certificate becomes "_", so that no
- *  certificate chooses its own folder. Certificates of the private CA ("Halvard") have no files: @p paths stays empty.
+ *  A "/" in a name of the certificate becomes "_", so that no certificate chooses its own folder. Certificates of the
+ *  private CA have no files: @p paths stays empty.
  *  @param toHardDisk  the user's home folder is the base; else a removable disk
  *  @param base        folder to copy to */
 void formCopyPaths(bool toHardDisk, const char* base, const SubjectNames& subject, CertPaths& paths);

@@ -32,20 +32,6 @@ bool mayBeRead(const SearchedFolder& folder, const char* path)
 
 } // namespace
 
-struct CLoadDISK::FamilyOperations {
-    int code;
-    int (CLoadDISK::*directory)(const char* szHome, int* pnCount);
-    int (CLoadDISK::*list)(bool bCountOnly, int nStart, int* pnOut);
-};
-
-// In the order in which the families are listed.
-const CLoadDISK::FamilyOperations CLoadDISK::familyOperations[] = {
-    {gpki, &CLoadDISK::GetGPKICertDirectory, &CLoadDISK::GetGPKICertList},
-    {npki, &CLoadDISK::GetNPKICertDirectory, &CLoadDISK::GetNPKICertList},
-    {mpki, &CLoadDISK::GetMPKICertDirectory, &CLoadDISK::GetMPKICertList},
-    {ppki, &CLoadDISK::GetPPKICertDirectory, &CLoadDISK::GetPPKICertList},
-};
-
 CLoadDISK::CLoadDISK(int nLanguage, const char* szHomePath)
     : CertificateLoader(nLanguage, szHomePath, reporter)
 {
@@ -56,76 +42,38 @@ void CLoadDISK::setDrive(const char* szPath) { copyText(m_szDrivePath, szPath); 
 
 int CLoadDISK::GetDirectoryCount(int nPKIType) const
 {
-    const FamilyLayout* family = familyLayout(nPKIType);
-    return family ? family->slots(m_nMediaType) : 0;
+    const Family* family = familyWithCode(nPKIType);
+    return family ? foldersOf(*family, m_nMediaType).places : 0;
 }
 
 int CLoadDISK::GetCertDirectory(int nPKIType)
 {
-    const std::string home = environment().homeFolder();
-    for (const FamilyOperations& family : familyOperations) {
-        int written = 0;
-        if (family.code == nPKIType && (this->*family.directory)(home.c_str(), &written) != success)
-            return foldersNotFormed;
-    }
-    return success;
-}
-
-int CLoadDISK::GetGPKICertDirectory(const char* szHome, int* pnCount) { return formFolders(gpki, szHome, pnCount); }
-int CLoadDISK::GetNPKICertDirectory(const char* szHome, int* pnCount) { return formFolders(npki, szHome, pnCount); }
-int CLoadDISK::GetMPKICertDirectory(const char* szHome, int* pnCount) { return formFolders(mpki, szHome, pnCount); }
-int CLoadDISK::GetPPKICertDirectory(const char* szHome, int* pnCount) { return formFolders(ppki, szHome, pnCount); }
-
-int CLoadDISK::formFolders(int family, const char* home, int* count)
-{
-    *count = 0;
-    const std::string base = m_nMediaType == removableDisk ? m_szDrivePath : home;
-    if (!*home || base.empty())
-        return badArgument;
-    std::vector<std::string>& list = m_folders[family];
-    for (const char* folder : familyLayout(family)->folders(m_nMediaType)) {
-        const auto place = static_cast<std::size_t>(*count);
-        if (place == list.size())
-            break;
-        list[place] = cutPath(base + folder);
-        ++*count;
-    }
-    return success;
-}
-
-int CLoadDISK::GetGPKICertList(bool bCountOnly, int nStart, int* pnOut)
-{
-    return search(gpki, bCountOnly, nStart, pnOut);
-}
-int CLoadDISK::GetNPKICertList(bool bCountOnly, int nStart, int* pnOut)
-{
-    return search(npki, bCountOnly, nStart, pnOut);
-}
-int CLoadDISK::GetMPKICertList(bool bCountOnly, int nStart, int* pnOut)
-{
-    return search(mpki, bCountOnly, nStart, pnOut);
-}
-int CLoadDISK::GetPPKICertList(bool bCountOnly, int nStart, int* pnOut)
-{
-    return search(ppki, bCountOnly, nStart, pnOut);
-}
-
-int CLoadDISK::search(int family, bool countOnly, int start, int* out)
-{
-    const auto list = m_folders.find(family);
-    if (list == m_folders.end())
+    const Family* family = familyWithCode(nPKIType);
+    if (!family)
         return success;
-    const FamilyLayout& layout = *familyLayout(family);
+    const std::string home = environment().homeFolder();
+    const std::string base = m_nMediaType == removableDisk ? m_szDrivePath : home;
+    if (home.empty() || base.empty())
+        return foldersNotFormed;
+    std::vector<std::string>& list = m_folders[nPKIType];
+    auto place = list.begin();
+    for (const char* folder : foldersOf(*family, m_nMediaType).folders)
+        if (place != list.end())
+            *place++ = cutPath(base + folder);
+    return success;
+}
+
+void CLoadDISK::search(const Family& family, bool countOnly, int& next)
+{
     ScratchEntry entry;
-    int next = countOnly ? 0 : start;
-    for (const std::string& path : list->second) {
+    for (const std::string& path : m_folders[family.code]) {
         m_searched = SearchedFolder(path);
         while (const dirent* item = m_searched.next()) {
-            if (!isCandidate(layout, m_searched, *item))
+            if (!isCandidate(family, m_searched, *item))
                 continue;
             entry.clear();
-            entry->nPKIType = family;
-            setPaths(layout, m_searched, item->d_name, *entry);
+            entry->nPKIType = family.code;
+            setPaths(family, m_searched, item->d_name, *entry);
             if (ParsingCert(countOnly, &*entry) != success)
                 continue;
             // Files that came after the counting find no place in the list and are left for the next listing.
@@ -139,8 +87,6 @@ int CLoadDISK::search(int family, bool countOnly, int start, int* out)
             noteUnreadFolder();
     }
     m_searched = SearchedFolder();
-    *out = next;
-    return success;
 }
 
 void CLoadDISK::noteUnreadFolder()
@@ -155,16 +101,16 @@ int CLoadDISK::nothingFound() const { return m_folderUnread ? fileNotRead : noCe
 
 int CLoadDISK::LoadCertList()
 {
-    std::map<const FamilyOperations*, int> found;
-    int total = 0;
     m_folderUnread = false;
-    for (const FamilyOperations& family : familyOperations) {
-        if (!(m_options.pkiTypes & family.code) || GetDirectoryCount(family.code) < 1)
-            continue;
-        const int rc = countFamily(family, &found[&family]);
+    std::vector<const Family*> found;
+    int total = 0;
+    for (const Family& family : families()) {
+        const int before = total;
+        const int rc = m_options.pkiTypes & family.code ? countFamily(family, total) : success;
         if (rc != success)
             return rc;
-        total += found[&family];
+        if (total > before)
+            found.push_back(&family);
     }
     if (total == 0)
         return nothingFound();
@@ -173,9 +119,8 @@ int CLoadDISK::LoadCertList()
     m_nCount = total;
     try {
         int next = 0;
-        for (const FamilyOperations& family : familyOperations)
-            if (found[&family] > 0)
-                (this->*family.list)(false, next, &next);
+        for (const Family* family : found)
+            search(*family, false, next);
         m_nCount = next;              // fewer than were counted when files went in between
     } catch (const std::bad_alloc&) { // half a list would show certificates without a name
         ClearCertList();
@@ -184,11 +129,16 @@ int CLoadDISK::LoadCertList()
     return m_nCount > 0 ? success : nothingFound();
 }
 
-int CLoadDISK::countFamily(const FamilyOperations& family, int* found)
+int CLoadDISK::countFamily(const Family& family, int& total)
 {
-    m_folders[family.code].assign(static_cast<std::size_t>(GetDirectoryCount(family.code)), {});
+    const int places = GetDirectoryCount(family.code);
+    if (places < 1)
+        return success;
+    m_folders[family.code].assign(static_cast<std::size_t>(places), {});
     const int rc = GetCertDirectory(family.code);
-    return rc == success ? (this->*family.list)(true, 0, found) : rc;
+    if (rc == success)
+        search(family, true, total);
+    return rc;
 }
 
 void CLoadDISK::ClearCertList()

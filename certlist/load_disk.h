@@ -8,6 +8,7 @@
 #include "certlist/copy_target.h"
 #include "certlist/entry.h"
 #include "certlist/searched_folder.h"
+#include "foundation/families.h"
 
 #include <map>
 #include <string>
@@ -92,27 +93,9 @@ public:
     /** @} */
 
 private:
-    /** @name One family each: its folder list, and the search through it
-     *  The folder operations give 1001 without a base folder; @p pnCount receives the number of folders written.
-     *  The searches count (@p pnOut receives the number) or store entries from @p nStart on (@p pnOut receives the
-     *  next free place).
-     *  @{ */
-    int GetGPKICertDirectory(const char* szHome, int* pnCount);
-    int GetNPKICertDirectory(const char* szHome, int* pnCount);
-    int GetMPKICertDirectory(const char* szHome, int* pnCount);
-    int GetPPKICertDirectory(const char* szHome, int* pnCount);
-    int GetGPKICertList(bool bCountOnly, int nStart, int* pnOut);
-    int GetNPKICertList(bool bCountOnly, int nStart, int* pnOut);
-    int GetMPKICertList(bool bCountOnly, int nStart, int* pnOut);
-    int GetPPKICertList(bool bCountOnly, int nStart, int* pnOut);
-    /** @} */
-
-    struct FamilyOperations;
-    static const FamilyOperations familyOperations[];
-
-    int formFolders(int family, const char* home, int* count);
-    int search(int family, bool countOnly, int start, int* out);
-    int countFamily(const FamilyOperations& family, int* found);
+    /** Looks through the folders of a family. @param next  counts what was found; when it is stored, its place */
+    void search(const sigil::Family& family, bool countOnly, int& next);
+    int countFamily(const sigil::Family& family, int& total);
     void noteUnreadFolder();
     int nothingFound() const;
 

@@ -4,6 +4,7 @@
 #include "certlist/load_disk.h"
 #include "certlist/toolkit_calls.h"
 #include "foundation/environment.h"
+#include "foundation/families.h"
 
 #include <unistd.h>
 

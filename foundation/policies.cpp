@@ -3,31 +3,13 @@
 #include <sigildesk/util.h>
 
 #include "foundation/ascii.h"
+#include "foundation/families.h"
 #include "foundation/text_field.h"
 
 #include <cstring>
 #include <string>
 
 namespace {
-
-enum AuthorityKind { government = 1, accredited = 2, defence = 4, otherAuthority = 8 };
-
-struct Authority {
-    const char* name;
-    AuthorityKind kind;
-};
-
-constexpr Authority authorities[] = {
-    {"Government of Korea", government},
-    {"yessign", accredited},
-    {"CrossCert", accredited},
-    {"KICA", accredited},
-    {"SignGate", accredited},
-    {"NCASign", accredited},
-    {"SignKorea", accredited},
-    {"TradeSign", accredited},
-    {"Ministry of National Defense", defence},
-};
 
 struct KeyUsage {
     const char* name; // as the toolkit prints it
@@ -63,10 +45,8 @@ int CUtil::GetCertCAType(char* caName, int* type)
 {
     if (!type)
         return 0;
-    *type = otherAuthority;
-    for (const Authority& authority : authorities)
-        if (sigil::equalsIgnoringCase(sigil::textOf(caName), authority.name))
-            *type = authority.kind;
+    const sigil::Family* family = sigil::familyOfOrganisation(sigil::textOf(caName));
+    *type = family ? family->code : sigil::ppki; // certificates of other authorities count as the private CA's
     return 0;
 }
 

@@ -3,6 +3,7 @@
 #include <sigildesk/util.h>
 
 #include "foundation/ascii.h"
+#include "foundation/families.h"
 #include "foundation/local_time.h"
 #include "foundation/text_field.h"
 
@@ -131,14 +132,6 @@ int daysUntil(Calc target, const tm& now)
     return clamped(days + leapDays(now, target));
 }
 
-int warningDays(int certKind, const char* policyText)
-{
-    constexpr int gpki = 1;
-    if (certKind != gpki)
-        return 30;
-    return sigil::textOf(policyText).find("1 2 410 100001 5 3") != std::string_view::npos ? 90 : 100;
-}
-
 Validity judge(std::time_t notAfter, tm notAfterDate, std::time_t now, tm warningEnd, int warning)
 {
     if (notAfter < now)
@@ -193,7 +186,8 @@ int CUtil::GetValidity(bool bOtherKeySize, int certKind, char* policyText, char*
 
     const std::time_t now = sigil::currentTime();
     const tm today = sigil::localTimeInKnownZone(now);
-    const Validity validity = judge(end, endDate, now, today, warningDays(certKind, policyText));
+    const Validity validity =
+        judge(end, endDate, now, today, sigil::warningDays(certKind, sigil::textOf(policyText)));
     if (state)
         *state = validity + (bOtherKeySize ? 0 : 3);
     if (validity == expiresSoon && remainDays)
