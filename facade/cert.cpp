@@ -16,21 +16,38 @@ namespace {
 
 constexpr int dateCapacity = 25;
 
-/** Zeroed room for a text; null when there is no memory for it. */
-std::unique_ptr<char[]> zeroed(std::size_t size)
-{
-    return std::unique_ptr<char[]>(new (std::nothrow) char[size]());
-}
+/** Zeroed room in which a toolkit that was told the capacity may write all of it and forget the terminator: there is
+ *  always one byte more. Only an unusual capacity costs memory, and none of it more than the largest that is told. */
+class ValidityText {
+public:
+    explicit ValidityText(int capacity)
+        : m_told(std::min(capacity, largest))
+        , m_more(m_told > usual ? new (std::nothrow) char[static_cast<std::size_t>(m_told) + 1]() : nullptr)
+    {
+    }
+    /** The capacity to tell the toolkit: the caller's. */
+    int told() const { return m_told; }
+    /** Null when there was no memory for it. */
+    char* room() { return m_told > usual ? m_more.get() : m_usual; }
+    std::string_view text() { return {room(), strnlen(room(), static_cast<std::size_t>(std::max(m_told, usual)))}; }
+
+private:
+    static constexpr int usual = 1024;
+    static constexpr int largest = 65536; // far more than two dates take
+    int m_told;
+    char m_usual[usual + 1] = {};
+    std::unique_ptr<char[]> m_more;
+};
 
 /** The GPKI library writes both dates into one text, "A ~ B". It is told the capacity of the caller's first buffer. */
 int splitValidity(CGPKIWrap& gpki, int capacity, char* notBefore, char* notAfter)
 {
-    const auto buffer = zeroed(static_cast<std::size_t>(std::max(capacity, 1024)));
-    if (!buffer)
+    ValidityText both(capacity);
+    if (!both.room())
         return NoMemory;
-    if (const int result = gpki.CertGetValidity(capacity, buffer.get()))
+    if (const int result = gpki.CertGetValidity(both.told(), both.room()))
         return result;
-    const std::string_view text(buffer.get());
+    const std::string_view text = both.text();
     const std::size_t tilde = text.find('~');
     if (tilde == std::string_view::npos || tilde == 0)
         return InvalidArgument;

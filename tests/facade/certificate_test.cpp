@@ -7,7 +7,9 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <climits>
 #include <cstring>
+#include <vector>
 
 namespace {
 
@@ -182,4 +184,33 @@ TEST_F(GpkiValidity, ToolkitIsToldTheFirstCapacityForABufferOfItsOwn)
         EXPECT_EQ(CertGetValidity(handle, told, before.data(), 0, after.data()), 0);
         EXPECT_STREQ(after.data(), "B");
     }
+}
+
+TEST_F(GpkiValidity, TextMayFillTheCapacityWithoutATerminator)
+{
+    std::vector<char> first(8192), second(8192);
+    for (int told : {100, 1024, 5000}) {
+        const auto size = static_cast<std::size_t>(told);
+        doubles::answer("GPKI_CERT_GetValidity", [&](const doubles::Call& call) {
+            std::memset(call.pointer<char>(1), 'x', size);
+            std::memcpy(call.pointer<char>(1), "A ~ ", 4);
+            return 0;
+        });
+        EXPECT_EQ(CertGetValidity(handle, told, first.data(), 0, second.data()), 0);
+        EXPECT_EQ(second.data(), std::string(size - 4, 'x'));
+    }
+}
+
+TEST_F(GpkiValidity, AnEndlessCapacityTakesNoEndlessMemory)
+{
+    int told = 0;
+    doubles::answer("GPKI_CERT_GetValidity", [&](const doubles::Call& call) {
+        told = call.integer(0);
+        std::memset(call.pointer<char>(1), 'x', static_cast<std::size_t>(told)); // it is all there
+        std::memcpy(call.pointer<char>(1), "A ~ B", 6);
+        return 0;
+    });
+    EXPECT_EQ(CertGetValidity(handle, INT_MAX, before.data(), 0, after.data()), 0);
+    EXPECT_STREQ(after.data(), "B");
+    EXPECT_EQ(told, 65536);
 }

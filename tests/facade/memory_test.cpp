@@ -11,13 +11,14 @@ TEST(OutOfMemory, IsAnsweredByCertGetValidity)
     doubles::reset();
     const Handle handle(1, DOUBLES_FOLDER);
     doubles::answer("GPKI_CERT_GetValidity", doubles::writesText("A ~ B"));
-    char before[32] = "old";
+    constexpr int unusual = 5000;
+    char before[unusual] = "old";
     char after[32] = "old";
     doubles::forgetCalls();
 
     allocations.refused = 0;
     allocations.counting = true;
-    const int result = CertGetValidity(handle, 32, before, 32, after);
+    const int result = CertGetValidity(handle, unusual, before, 32, after);
     allocations.counting = false;
     EXPECT_EQ(result, 1000);
     EXPECT_EQ(allocations.refused, -1) << "no allocation was refused";
@@ -25,6 +26,6 @@ TEST(OutOfMemory, IsAnsweredByCertGetValidity)
     EXPECT_STREQ(before, "old");
     EXPECT_STREQ(after, "old");
 
-    EXPECT_EQ(CertGetValidity(handle, 32, before, 32, after), 0);
+    EXPECT_EQ(CertGetValidity(handle, unusual, before, 32, after), 0);
     EXPECT_STREQ(after, "B");
 }
