@@ -1,48 +1,29 @@
 // Base64 and PEM.
 
-#include "facade/dispatch.h"
+#include "facade/row.h"
 
 #include <sigildesk/crypto/base64.h>
 
 using namespace sigil;
 
-// Operations: what is required, what the maker toolkit receives, what the GPKI library receives
-
-int CWrapperAPI::Base64Encode(BINSTR* data, BINSTR* text)
-{
-    return pick({need(data)}, to<&CHVTKWrap::Base64Encode>(data, text), to<&CGPKIWrap::Base64Encode>(data, text));
-}
-
-int CWrapperAPI::Base64Decode(BINSTR* text, BINSTR* data)
-{
-    return pick({need(text)}, to<&CHVTKWrap::Base64Decode>(text, data), to<&CGPKIWrap::Base64Decode>(text, data));
-}
-
-int CWrapperAPI::PEMEncode(int kind, BINSTR* data, BINSTR* text)
-{
-    return pick({need(data)}, to<&CHVTKWrap::PEMEncode>(kind, data, text), absent);
-}
-
-int CWrapperAPI::PEMDecode(BINSTR* text, BINSTR* data)
-{
-    return pick({need(data)}, to<&CHVTKWrap::PEMDecode>(text, data), absent);
-}
-
-// Exports
-
 int Base64Encode(void* handle, BINSTR* data, BINSTR* text)
 {
-    return via(handle, &CWrapperAPI::Base64Encode, data, text);
+    return row(handle, {need(data)}, maker(SYMBOL(HVTK_BASE64_Encode), data, text),
+        gpki(SYMBOL(GPKI_BASE64_Encode), data, text));
 }
 
 int Base64Decode(void* handle, BINSTR* text, BINSTR* data)
 {
-    return via(handle, &CWrapperAPI::Base64Decode, text, data);
+    return row(handle, {need(text)}, maker(SYMBOL(HVTK_BASE64_Decode), text, data),
+        gpki(SYMBOL(GPKI_BASE64_Decode), text, data));
 }
 
 int PEMEncode(void* handle, int kind, BINSTR* data, BINSTR* text)
 {
-    return via(handle, &CWrapperAPI::PEMEncode, kind, data, text);
+    return row(handle, {need(data)}, maker(SYMBOL(HVTK_PEM_Encode), kind, data, text), absent);
 }
 
-int PEMDecode(void* handle, BINSTR* text, BINSTR* data) { return via(handle, &CWrapperAPI::PEMDecode, text, data); }
+int PEMDecode(void* handle, BINSTR* text, BINSTR* data)
+{
+    return row(handle, {need(data)}, maker(SYMBOL(HVTK_PEM_Decode), text, data), absent);
+}

@@ -1,6 +1,6 @@
 // Certificate inspection and verification.
 
-#include "facade/dispatch.h"
+#include "facade/row.h"
 
 #include <sigildesk/crypto/cert.h>
 
@@ -40,12 +40,12 @@ private:
 };
 
 /** The GPKI library writes both dates into one text, "A ~ B". It is told the capacity of the caller's first buffer. */
-int splitValidity(CGPKIWrap& gpki, int capacity, char* notBefore, char* notAfter)
+int splitValidity(CGPKIWrap& library, int capacity, char* notBefore, char* notAfter)
 {
     ValidityText both(capacity);
     if (!both.room())
         return NoMemory;
-    if (const int result = gpki.CertGetValidity(both.told(), both.room()))
+    if (const int result = gpki(SYMBOL(GPKI_CERT_GetValidity), both.told(), both.room())(library))
         return result;
     const std::string_view text = both.text();
     const std::size_t tilde = text.find('~');
@@ -65,20 +65,23 @@ struct PublicKeyTexts {
 };
 
 int readPublicKey(
-    CHVTKWrap& maker, PublicKeyTexts& texts, char* keyLength, int publicKeyCapacity, char* publicKey, BINSTR& der)
+    CHVTKWrap& toolkit, PublicKeyTexts& texts, char* keyLength, int publicKeyCapacity, char* publicKey, BINSTR& der)
 {
-    if (const int result = maker.CertGetPubKey(publicKeyCapacity, texts.algorithm, publicKey))
+    if (const int result =
+            maker(SYMBOL(HVTK_CERT_GetPubKey), publicKeyCapacity, texts.algorithm, publicKey)(toolkit))
         return result;
-    return maker.CertGetPubKey2(texts.algorithm, keyLength, &der);
+    return maker(SYMBOL(HVTK_CERT_GetPubKey2), {need(keyLength)}, texts.algorithm, keyLength, &der)(toolkit);
 }
 
-int readPublicKey(CGPKIWrap& gpki, PublicKeyTexts& texts, int publicKeyCapacity, char* publicKey)
+int readPublicKey(CGPKIWrap& library, PublicKeyTexts& texts, int publicKeyCapacity, char* publicKey)
 {
-    if (const int result = gpki.CertGetPubKeyAlg(sizeof texts.algorithm, texts.algorithm))
+    constexpr int algorithmCapacity = sizeof texts.algorithm;
+    constexpr int lengthCapacity = sizeof texts.keyLength;
+    if (const int result = gpki(SYMBOL(GPKI_CERT_GetPubKeyAlg), algorithmCapacity, texts.algorithm)(library))
         return result;
-    if (const int result = gpki.CertGetPubKeyLen(sizeof texts.keyLength, texts.keyLength))
+    if (const int result = gpki(SYMBOL(GPKI_CERT_GetPubKeyLen), lengthCapacity, texts.keyLength)(library))
         return result;
-    return gpki.CertGetPubKey(publicKeyCapacity, publicKey);
+    return gpki(SYMBOL(GPKI_CERT_GetPubKey), publicKeyCapacity, publicKey)(library);
 }
 
 /** Copies the field whole but for its last byte, text and zeros alike; callers rely on the fixed number of bytes. An
@@ -95,61 +98,67 @@ constexpr auto ready = [](auto&) -> int { return Success; };
 
 } // namespace
 
-// Operations: what is required, what the maker toolkit receives, what the GPKI library receives
-
-int CWrapperAPI::CertLoad(BINSTR* certificate)
+int CertLoad(void* handle, BINSTR* certificate)
 {
-    return pick({}, to<&CHVTKWrap::CertLoad>(certificate), to<&CGPKIWrap::CertLoad>(certificate));
+    return row(handle, {}, maker(SYMBOL(HVTK_CERT_Load), {need(certificate)}, certificate),
+        gpki(SYMBOL(GPKI_CERT_Load), {need(certificate)}, certificate));
 }
 
-int CWrapperAPI::CertUnLoad() { return pick({}, to<&CHVTKWrap::CertUnLoad>(), to<&CGPKIWrap::CertUnLoad>()); }
-
-int CWrapperAPI::CertGetUID(int capacity, char* text)
+int CertUnLoad(void* handle)
 {
-    return pick({need(text, MissingField)}, to<&CHVTKWrap::CertGetUID>(capacity, text),
-        to<&CGPKIWrap::CertGetUID>(capacity, text));
+    return row(handle, {}, maker(SYMBOL(HVTK_CERT_Unload)), gpki(SYMBOL(GPKI_CERT_Unload)));
 }
 
-int CWrapperAPI::CertGetVersion(int capacity, char* text)
+int CertGetUID(void* handle, int capacity, char* text)
 {
-    return pick({need(text, MissingField)}, to<&CHVTKWrap::CertGetVersion>(capacity, text),
-        to<&CGPKIWrap::CertGetVersion>(capacity, text));
+    return row(handle, {need(text, MissingField)}, maker(SYMBOL(HVTK_CERT_GetUID), capacity, text),
+        gpki(SYMBOL(GPKI_CERT_GetUID), capacity, text));
 }
 
-int CWrapperAPI::CertGetSerialNum(int capacity, char* text)
+int CertGetVersion(void* handle, int capacity, char* text)
 {
-    return pick({need(text, MissingField)}, to<&CHVTKWrap::CertGetSerialNum>(capacity, text),
-        to<&CGPKIWrap::CertGetSerialNum>(capacity, text));
+    const auto write = [=](auto& backend) { return backend.CertGetVersion(capacity, text); };
+    return row(handle, {need(text, MissingField)}, write, write);
 }
 
-int CWrapperAPI::CertGetSignatureAlgorithm(int capacity, char* text)
+int CertGetSerialNum(void* handle, int capacity, char* text)
 {
-    return pick({need(text, MissingField)}, to<&CHVTKWrap::CertGetSignatureAlgorithm>(capacity, text),
-        to<&CGPKIWrap::CertGetSignatureAlgorithm>(capacity, text));
+    return row(handle, {need(text, MissingField)}, maker(SYMBOL(HVTK_CERT_GetSerialNum), capacity, text),
+        gpki(SYMBOL(GPKI_CERT_GetSerialNum), capacity, text));
 }
 
-int CWrapperAPI::CertGetIssuerName(int capacity, char* text)
+int CertGetSignatureAlgorithm(void* handle, int capacity, char* text)
 {
-    return pick({need(text, MissingField)}, to<&CHVTKWrap::CertGetIssuerName>(capacity, text),
-        to<&CGPKIWrap::CertGetIssuerName>(capacity, text));
+    return row(handle, {need(text, MissingField)}, maker(SYMBOL(HVTK_CERT_GetSignatureAlgorithm), capacity, text),
+        gpki(SYMBOL(GPKI_CERT_GetSignatureAlgorithm), capacity, text));
+}
+
+int CertGetIssuerName(void* handle, int capacity, char* text)
+{
+    return row(handle, {need(text, MissingField)}, maker(SYMBOL(HVTK_CERT_GetIssuerName), capacity, text),
+        gpki(SYMBOL(GPKI_CERT_GetIssuerName), capacity, text));
 }
 
 int CWrapperAPI::CertGetValidity(int notBeforeCapacity, char* notBefore, int notAfterCapacity, char* notAfter)
 {
-    return pick(
-        {need(notAfter, MissingField), need(notBefore, MissingField)},
-        [=](CHVTKWrap& maker) -> int {
-            // The maker toolkit is told no capacity, so the room for its two dates is insisted on here.
-            const bool roomy = notBeforeCapacity >= dateCapacity && notAfterCapacity >= dateCapacity;
-            return roomy ? maker.CertGetValidity(notBefore, notAfter) : InvalidArgument;
-        },
-        [=](CGPKIWrap& gpki) { return splitValidity(gpki, notBeforeCapacity, notBefore, notAfter); });
+    const auto toMaker = [=](CHVTKWrap& toolkit) -> int {
+        // The maker toolkit is told no capacity, so the room for its two dates is insisted on here.
+        const bool roomy = notBeforeCapacity >= dateCapacity && notAfterCapacity >= dateCapacity;
+        return roomy ? maker(SYMBOL(HVTK_CERT_GetValidity), notBefore, notAfter)(toolkit) : InvalidArgument;
+    };
+    return pick({need(notAfter, MissingField), need(notBefore, MissingField)}, toMaker,
+        [=](CGPKIWrap& library) { return splitValidity(library, notBeforeCapacity, notBefore, notAfter); });
 }
 
-int CWrapperAPI::CertGetSubjectName(int capacity, char* text)
+int CertGetValidity(void* handle, int notBeforeCapacity, char* notBefore, int notAfterCapacity, char* notAfter)
 {
-    return pick({need(text, MissingField)}, to<&CHVTKWrap::CertGetSubjectName>(capacity, text),
-        to<&CGPKIWrap::CertGetSubjectName>(capacity, text));
+    return via(handle, &CWrapperAPI::CertGetValidity, notBeforeCapacity, notBefore, notAfterCapacity, notAfter);
+}
+
+int CertGetSubjectName(void* handle, int capacity, char* text)
+{
+    return row(handle, {need(text, MissingField)}, maker(SYMBOL(HVTK_CERT_GetSubjectName), capacity, text),
+        gpki(SYMBOL(GPKI_CERT_GetSubjectName), capacity, text));
 }
 
 int CWrapperAPI::CertGetPubKeyInfo(
@@ -162,8 +171,10 @@ int CWrapperAPI::CertGetPubKeyInfo(
     BINCreate(&der);
     const int result = pick(
         {},
-        [&](CHVTKWrap& maker) { return readPublicKey(maker, texts, keyLength, publicKeyCapacity, publicKey, der); },
-        [&](CGPKIWrap& gpki) { return readPublicKey(gpki, texts, publicKeyCapacity, publicKey); });
+        [&](CHVTKWrap& toolkit) {
+            return readPublicKey(toolkit, texts, keyLength, publicKeyCapacity, publicKey, der);
+        },
+        [&](CGPKIWrap& library) { return readPublicKey(library, texts, publicKeyCapacity, publicKey); });
     if (result == Success) {
         if (der.nLength > 0)
             BINSetData(der.pData, der.nLength, publicKeyDer);
@@ -175,195 +186,6 @@ int CWrapperAPI::CertGetPubKeyInfo(
     return result;
 }
 
-int CWrapperAPI::CertGetSignature(int capacity, char* text)
-{
-    return pick({need(text, MissingField)}, to<&CHVTKWrap::CertGetSignature>(capacity, text),
-        to<&CGPKIWrap::CertGetSignature>(capacity, text));
-}
-
-int CWrapperAPI::CertGetKeyUsage(int capacity, char* text)
-{
-    return pick({need(text, MissingField)}, to<&CHVTKWrap::CertGetKeyUsage>(capacity, text),
-        to<&CGPKIWrap::CertGetKeyUsage>(capacity, text));
-}
-
-int CWrapperAPI::CertGetBasicConstraints(int capacity, char* text)
-{
-    return pick({need(text, MissingField)}, to<&CHVTKWrap::CertGetBasicConstraints>(capacity, text),
-        to<&CGPKIWrap::CertGetBasicConstraints>(capacity, text));
-}
-
-int CWrapperAPI::CertGetCertPolicy(int capacity, char* text)
-{
-    return pick({need(text, MissingField)}, to<&CHVTKWrap::CertGetCertPolicy>(capacity, text),
-        to<&CGPKIWrap::CertGetCertPolicy>(capacity, text));
-}
-
-int CWrapperAPI::CertGetPolicyID(int capacity, char* text)
-{
-    return pick({need(text, MissingField)}, to<&CHVTKWrap::CertGetPolicyID>(capacity, text),
-        to<&CGPKIWrap::CertGetPolicyID>(capacity, text));
-}
-
-int CWrapperAPI::CertGetExtKeyUsage(int capacity, char* text)
-{
-    return pick({need(text, MissingField)}, to<&CHVTKWrap::CertGetExtKeyUsage>(capacity, text),
-        to<&CGPKIWrap::CertGetExtKeyUsage>(capacity, text));
-}
-
-int CWrapperAPI::CertGetSubjectAltName(int capacity, char* text)
-{
-    return pick({need(text, MissingField)}, to<&CHVTKWrap::CertGetSubjectAltName>(capacity, text),
-        to<&CGPKIWrap::CertGetSubjectAltName>(capacity, text));
-}
-
-int CWrapperAPI::CertGetIssuerAltName(int capacity, char* text)
-{
-    return pick({need(text, MissingField)}, to<&CHVTKWrap::CertGetIssuerAltName>(capacity, text), absent);
-}
-
-int CWrapperAPI::CertGetAuthKeyID(int capacity, char* text)
-{
-    return pick({need(text, MissingField)}, to<&CHVTKWrap::CertGetAuthKeyID>(capacity, text),
-        to<&CGPKIWrap::CertGetAuthKeyID>(capacity, text));
-}
-
-int CWrapperAPI::CertGetSubKeyID(int capacity, char* text)
-{
-    return pick({need(text, MissingField)}, to<&CHVTKWrap::CertGetSubKeyID>(capacity, text),
-        to<&CGPKIWrap::CertGetSubKeyID>(capacity, text));
-}
-
-int CWrapperAPI::CertGetCRLDP(int capacity, char* text)
-{
-    return pick({need(text, MissingField)}, to<&CHVTKWrap::CertGetCRLDP>(capacity, text),
-        to<&CGPKIWrap::CertGetCRLDP>(capacity, text));
-}
-
-int CWrapperAPI::CertGetCRLDPURL(int capacity, char* text)
-{
-    return pick({need(text, MissingField)}, to<&CHVTKWrap::CertGetCRLDPURL>(capacity, text), absent);
-}
-
-int CWrapperAPI::CertGetAIA(int capacity, char* text)
-{
-    return pick({need(text, MissingField)}, to<&CHVTKWrap::CertGetAIA>(capacity, text),
-        to<&CGPKIWrap::CertGetAIA>(capacity, text));
-}
-
-int CWrapperAPI::CertGetRemainDays(BINSTR* certificate, int* days)
-{
-    return pick({need(certificate, MissingField)}, to<&CHVTKWrap::CertGetRemainDays>(certificate, days),
-        to<&CGPKIWrap::CertGetRemainDays>(certificate, days));
-}
-
-int CWrapperAPI::CertAddCert(BINSTR* certificate, BINSTR* list)
-{
-    return pick({need(certificate)}, absent, to<&CGPKIWrap::CertAddCert>(certificate, list));
-}
-
-int CWrapperAPI::CertGetCertCount(BINSTR* list, int* count)
-{
-    return pick({need(list)}, absent, to<&CGPKIWrap::CertGetCertCount>(list, count));
-}
-
-int CWrapperAPI::CertGetCert(BINSTR* list, int index, BINSTR* certificate)
-{
-    return pick({need(list, MissingField)}, absent, to<&CGPKIWrap::CertGetCert>(list, index, certificate));
-}
-
-int CWrapperAPI::CertAddTrustedCert(BINSTR* certificate)
-{
-    return pick({need(certificate)}, to<&CHVTKWrap::CertAddTrustedCert>(certificate),
-        to<&CGPKIWrap::CertAddTrustedCert>(certificate));
-}
-
-int CWrapperAPI::CertSetVerifyEnv(int range, int statusCheck, bool useCache, char* cachePath, char* confFile)
-{
-    return pick({}, to<&CHVTKWrap::CertSetVerifyEnv>(range, statusCheck, useCache, confFile),
-        to<&CGPKIWrap::CertSetVerifyEnv>(range, statusCheck, useCache, cachePath, confFile));
-}
-
-int CWrapperAPI::CertSetVerifyEnv2(char* confFile, BINSTR* trustedCertificates, BINSTR* intermediates)
-{
-    return pick({}, to<&CHVTKWrap::CertSetVerifyEnv2>(confFile, trustedCertificates, intermediates), absent);
-}
-
-int CWrapperAPI::CertVerify(BINSTR* certificate, int purpose, char* time, char* confFile, bool checkStatus,
-    BINSTR* intermediates, BINSTR* crl)
-{
-    return pick({need(certificate)},
-        to<&CHVTKWrap::CertVerify>(certificate, purpose, time, checkStatus, intermediates, crl),
-        to<&CGPKIWrap::CertVerify>(certificate, purpose, time, confFile, checkStatus, intermediates, crl));
-}
-
-int CWrapperAPI::CertVerify2(BINSTR* certificate, int purpose, char* time, char* confFile)
-{
-    return pick({need(certificate)}, to<&CHVTKWrap::CertVerify2>(certificate, purpose, time, confFile), absent);
-}
-
-int CWrapperAPI::CertVerifyByIVS(char* confFile, BINSTR* certificate, BINSTR* ivsCertificate)
-{
-    return pick({need(confFile, MissingField), need(certificate, MissingField), need(ivsCertificate, MissingField)},
-        to<&CHVTKWrap::CertVerifyByIVS>(confFile, certificate, ivsCertificate),
-        to<&CGPKIWrap::CertVerifyByIVS>(confFile, certificate, ivsCertificate));
-}
-
-int CWrapperAPI::CertCheckStatByOCSP(BINSTR* certificate, bool signRequest, BINSTR* signerCertificate,
-    BINSTR* signerKey, char* url, BINSTR* responderCertificate, char* revocationTime, int* reason)
-{
-    return pick({need(certificate), need(signerKey), need(url), need(responderCertificate)}, absent,
-        to<&CGPKIWrap::CertCheckStatByOCSP>(certificate, signRequest, signerCertificate, signerKey, url,
-            responderCertificate, revocationTime, reason));
-}
-
-int CWrapperAPI::CertCheckStatByCRL(BINSTR* certificate, char* revocationTime, int* reason)
-{
-    return pick({need(certificate)}, to<&CHVTKWrap::CertCheckStatByCRL>(certificate, revocationTime, reason),
-        to<&CGPKIWrap::CertCheckStatByCRL>(certificate, revocationTime, reason));
-}
-
-// Exports
-
-int CertLoad(void* handle, BINSTR* certificate) { return via(handle, &CWrapperAPI::CertLoad, certificate); }
-
-int CertUnLoad(void* handle) { return via(handle, &CWrapperAPI::CertUnLoad); }
-
-int CertGetUID(void* handle, int capacity, char* text)
-{
-    return via(handle, &CWrapperAPI::CertGetUID, capacity, text);
-}
-
-int CertGetVersion(void* handle, int capacity, char* text)
-{
-    return via(handle, &CWrapperAPI::CertGetVersion, capacity, text);
-}
-
-int CertGetSerialNum(void* handle, int capacity, char* text)
-{
-    return via(handle, &CWrapperAPI::CertGetSerialNum, capacity, text);
-}
-
-int CertGetSignatureAlgorithm(void* handle, int capacity, char* text)
-{
-    return via(handle, &CWrapperAPI::CertGetSignatureAlgorithm, capacity, text);
-}
-
-int CertGetIssuerName(void* handle, int capacity, char* text)
-{
-    return via(handle, &CWrapperAPI::CertGetIssuerName, capacity, text);
-}
-
-int CertGetValidity(void* handle, int notBeforeCapacity, char* notBefore, int notAfterCapacity, char* notAfter)
-{
-    return via(handle, &CWrapperAPI::CertGetValidity, notBeforeCapacity, notBefore, notAfterCapacity, notAfter);
-}
-
-int CertGetSubjectName(void* handle, int capacity, char* text)
-{
-    return via(handle, &CWrapperAPI::CertGetSubjectName, capacity, text);
-}
-
 int CertGetPubKeyInfo(
     void* handle, char* algorithm, char* keyLength, int publicKeyCapacity, char* publicKey, BINSTR* publicKeyDer)
 {
@@ -373,129 +195,159 @@ int CertGetPubKeyInfo(
 
 int CertGetSignature(void* handle, int capacity, char* text)
 {
-    return via(handle, &CWrapperAPI::CertGetSignature, capacity, text);
+    return row(handle, {need(text, MissingField)}, maker(SYMBOL(HVTK_CERT_GetSignature), capacity, text),
+        gpki(SYMBOL(GPKI_CERT_GetSignature), capacity, text));
 }
 
 int CertGetKeyUsage(void* handle, int capacity, char* text)
 {
-    return via(handle, &CWrapperAPI::CertGetKeyUsage, capacity, text);
+    return row(handle, {need(text, MissingField)}, maker(SYMBOL(HVTK_CERT_GetKeyUsage), capacity, text),
+        gpki(SYMBOL(GPKI_CERT_GetKeyUsage), capacity, text));
 }
 
 int CertGetBasicConstraints(void* handle, int capacity, char* text)
 {
-    return via(handle, &CWrapperAPI::CertGetBasicConstraints, capacity, text);
+    return row(handle, {need(text, MissingField)}, maker(SYMBOL(HVTK_CERT_GetBasicConstraints), capacity, text),
+        gpki(SYMBOL(GPKI_CERT_GetBasicConstraints), capacity, text));
 }
 
 int CertGetCertPolicy(void* handle, int capacity, char* text)
 {
-    return via(handle, &CWrapperAPI::CertGetCertPolicy, capacity, text);
+    return row(handle, {need(text, MissingField)}, maker(SYMBOL(HVTK_CERT_GetCertPolicy), capacity, text),
+        gpki(SYMBOL(GPKI_CERT_GetCertPolicy), capacity, text));
 }
 
 int CertGetPolicyID(void* handle, int capacity, char* text)
 {
-    return via(handle, &CWrapperAPI::CertGetPolicyID, capacity, text);
+    return row(handle, {need(text, MissingField)}, maker(SYMBOL(HVTK_CERT_GetCertPolicy_PolicyID), capacity, text),
+        gpki(SYMBOL(GPKI_CERT_GetCertPolicyID), capacity, text));
 }
 
 int CertGetExtKeyUsage(void* handle, int capacity, char* text)
 {
-    return via(handle, &CWrapperAPI::CertGetExtKeyUsage, capacity, text);
+    return row(handle, {need(text, MissingField)}, maker(SYMBOL(HVTK_CERT_GetExtKeyUsage), capacity, text),
+        gpki(SYMBOL(GPKI_CERT_GetExtKeyUsage), capacity, text));
 }
 
 int CertGetSubjectAltName(void* handle, int capacity, char* text)
 {
-    return via(handle, &CWrapperAPI::CertGetSubjectAltName, capacity, text);
+    return row(handle, {need(text, MissingField)}, maker(SYMBOL(HVTK_CERT_GetSubjectAltName), capacity, text),
+        gpki(SYMBOL(GPKI_CERT_GetSubjectAltName), capacity, text));
 }
 
 int CertGetIssuerAltName(void* handle, int capacity, char* text)
 {
-    return via(handle, &CWrapperAPI::CertGetIssuerAltName, capacity, text);
+    return row(
+        handle, {need(text, MissingField)}, maker(SYMBOL(HVTK_CERT_GetIssuerAltName), capacity, text), absent);
 }
 
 int CertGetAuthKeyID(void* handle, int capacity, char* text)
 {
-    return via(handle, &CWrapperAPI::CertGetAuthKeyID, capacity, text);
+    return row(handle, {need(text, MissingField)}, maker(SYMBOL(HVTK_CERT_GetAuthKeyID), capacity, text),
+        gpki(SYMBOL(GPKI_CERT_GetAuthKeyID), capacity, text));
 }
 
 int CertGetSubKeyID(void* handle, int capacity, char* text)
 {
-    return via(handle, &CWrapperAPI::CertGetSubKeyID, capacity, text);
+    return row(handle, {need(text, MissingField)}, maker(SYMBOL(HVTK_CERT_GetSubKeyID), capacity, text),
+        gpki(SYMBOL(GPKI_CERT_GetSubKeyID), capacity, text));
 }
 
 int CertGetCRLDP(void* handle, int capacity, char* text)
 {
-    return via(handle, &CWrapperAPI::CertGetCRLDP, capacity, text);
+    return row(handle, {need(text, MissingField)}, maker(SYMBOL(HVTK_CERT_GetCRLDP), capacity, text),
+        gpki(SYMBOL(GPKI_CERT_GetCRLDP), capacity, text));
 }
 
 int CertGetCRLDPURL(void* handle, int capacity, char* text)
 {
-    return via(handle, &CWrapperAPI::CertGetCRLDPURL, capacity, text);
+    return row(handle, {need(text, MissingField)}, maker(SYMBOL(HVTK_CERT_GetCRLDP_URL), capacity, text), absent);
 }
 
 int CertGetAIA(void* handle, int capacity, char* text)
 {
-    return via(handle, &CWrapperAPI::CertGetAIA, capacity, text);
+    return row(handle, {need(text, MissingField)}, maker(SYMBOL(HVTK_CERT_GetAIA), capacity, text),
+        gpki(SYMBOL(GPKI_CERT_GetAIA), capacity, text));
 }
 
 int CertGetRemainDays(void* handle, BINSTR* certificate, int* days)
 {
-    return via(handle, &CWrapperAPI::CertGetRemainDays, certificate, days);
+    return row(handle, {need(certificate, MissingField)},
+        maker(SYMBOL(HVTK_CERT_GetRemainDays), {need(days)}, certificate, days),
+        gpki(SYMBOL(GPKI_CERT_GetRemainDays), {need(days)}, certificate, days));
 }
 
 int CertAddCert(void* handle, BINSTR* certificate, BINSTR* list)
 {
-    return via(handle, &CWrapperAPI::CertAddCert, certificate, list);
+    return row(handle, {need(certificate)}, absent, gpki(SYMBOL(GPKI_CERT_AddCert), certificate, list));
 }
 
 int CertGetCertCount(void* handle, BINSTR* list, int* count)
 {
-    return via(handle, &CWrapperAPI::CertGetCertCount, list, count);
+    return row(handle, {need(list)}, absent, gpki(SYMBOL(GPKI_CERT_GetCertCount), {need(count)}, list, count));
 }
 
 int CertGetCert(void* handle, BINSTR* list, int index, BINSTR* certificate)
 {
-    return via(handle, &CWrapperAPI::CertGetCert, list, index, certificate);
+    // Intended: the output record must hold data already; hosts fill it before they call.
+    return row(handle, {need(list, MissingField)}, absent,
+        gpki(SYMBOL(GPKI_CERT_GetCert), {need(certificate)}, list, index, certificate));
 }
 
 int CertAddTrustedCert(void* handle, BINSTR* certificate)
 {
-    return via(handle, &CWrapperAPI::CertAddTrustedCert, certificate);
+    return row(handle, {need(certificate)}, maker(SYMBOL(HVTK_CERT_AddTrustedCert), certificate),
+        gpki(SYMBOL(GPKI_CERT_AddTrustedCert), certificate));
 }
 
 int CertSetVerifyEnv(void* handle, int range, int statusCheck, bool useCache, char* cachePath, char* confFile)
 {
-    return via(handle, &CWrapperAPI::CertSetVerifyEnv, range, statusCheck, useCache, cachePath, confFile);
+    return row(handle, {}, maker(SYMBOL(HVTK_CERT_SetVerifyEnv1), range, statusCheck, useCache, confFile),
+        gpki(SYMBOL(GPKI_CERT_SetVerifyEnv), range, statusCheck, useCache, cachePath, confFile));
 }
 
 int CertSetVerifyEnv2(void* handle, char* confFile, BINSTR* trustedCertificates, BINSTR* intermediates)
 {
-    return via(handle, &CWrapperAPI::CertSetVerifyEnv2, confFile, trustedCertificates, intermediates);
+    return row(handle, {},
+        maker(SYMBOL(HVTK_CERT_SetVerifyEnv2),
+            {need(confFile), needRecord(trustedCertificates), needRecord(intermediates)}, confFile,
+            trustedCertificates, intermediates),
+        absent);
 }
 
 int CertVerify(void* handle, BINSTR* certificate, int purpose, char* time, char* confFile, bool checkStatus,
     BINSTR* intermediates, BINSTR* crl)
 {
-    return via(
-        handle, &CWrapperAPI::CertVerify, certificate, purpose, time, confFile, checkStatus, intermediates, crl);
+    return row(handle, {need(certificate)},
+        maker(SYMBOL(HVTK_CERT_Verify), certificate, purpose, time, checkStatus, intermediates, crl),
+        gpki(SYMBOL(GPKI_CERT_Verify), certificate, purpose, time, confFile, checkStatus, intermediates, crl));
 }
 
 int CertVerify2(void* handle, BINSTR* certificate, int purpose, char* time, char* confFile)
 {
-    return via(handle, &CWrapperAPI::CertVerify2, certificate, purpose, time, confFile);
+    return row(handle, {need(certificate)}, maker(SYMBOL(HVTK_CERT_Verify2), certificate, purpose, time, confFile),
+        absent);
 }
 
 int CertVerifyByIVS(void* handle, char* confFile, BINSTR* certificate, BINSTR* ivsCertificate)
 {
-    return via(handle, &CWrapperAPI::CertVerifyByIVS, confFile, certificate, ivsCertificate);
+    return row(handle,
+        {need(confFile, MissingField), need(certificate, MissingField), need(ivsCertificate, MissingField)},
+        maker(SYMBOL(HVTK_CERT_VerifyByIVS), confFile, certificate, ivsCertificate),
+        gpki(SYMBOL(GPKI_CERT_VerifyByIVS), confFile, certificate, ivsCertificate));
 }
 
 int CertCheckStatByOCSP(void* handle, BINSTR* certificate, bool signRequest, BINSTR* signerCertificate,
     BINSTR* signerKey, char* url, BINSTR* responderCertificate, char* revocationTime, int* reason)
 {
-    return via(handle, &CWrapperAPI::CertCheckStatByOCSP, certificate, signRequest, signerCertificate, signerKey,
-        url, responderCertificate, revocationTime, reason);
+    return row(handle, {need(certificate), need(signerKey), need(url), need(responderCertificate)}, absent,
+        gpki(SYMBOL(GPKI_CERT_CheckStatByOCSP), certificate, signRequest, signerCertificate, signerKey, url,
+            responderCertificate, revocationTime, reason));
 }
 
 int CertCheckStatByCRL(void* handle, BINSTR* certificate, char* revocationTime, int* reason)
 {
-    return via(handle, &CWrapperAPI::CertCheckStatByCRL, certificate, revocationTime, reason);
+    return row(handle, {need(certificate)},
+        maker(SYMBOL(HVTK_CERT_CheckStatByCRL), certificate, revocationTime, reason),
+        gpki(SYMBOL(GPKI_CERT_CheckStatByCRL), certificate, revocationTime, reason));
 }

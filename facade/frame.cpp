@@ -1,6 +1,6 @@
 // The handle's life cycle, error texts, settings and byte strings.
 
-#include "facade/dispatch.h"
+#include "facade/row.h"
 #include "foundation/secret.h"
 #include "foundation/text_field.h"
 
@@ -69,7 +69,8 @@ int CWrapperAPI::Finish()
 
 int CWrapperAPI::GetErrInfo(int length, char* buffer)
 {
-    return pick({}, to<&CHVTKWrap::GetErrInfo>(length, buffer), to<&CGPKIWrap::GetErrInfo>(length, buffer));
+    const auto ask = [=](auto& backend) { return backend.GetErrInfo(length, buffer); };
+    return pick({}, ask, ask);
 }
 
 int CWrapperAPI::GetErrInfo2(int length, char* buffer)
@@ -84,49 +85,63 @@ int CWrapperAPI::GetErrInfo2(int length, char* buffer)
 
 int CWrapperAPI::GetVersion(int length, char* buffer)
 {
-    char info[1024] = {}; // written by the maker toolkit and discarded; it is told no capacity
-    return pick(
-        {}, to<&CHVTKWrap::GetInfo>(buffer, static_cast<char*>(info)), to<&CGPKIWrap::GetVersion>(length, buffer));
+    const auto askMaker = [=](CHVTKWrap& backend) {
+        char info[1024] = {}; // written and discarded; the toolkit is told no capacity
+        return backend.GetInfo(buffer, info);
+    };
+    return pick({}, askMaker, [=](CGPKIWrap& backend) { return backend.GetVersion(length, buffer); });
 }
 
-int CWrapperAPI::SetOption(int option) { return pick({}, absent, to<&CGPKIWrap::SetOption>(option)); }
+int CWrapperAPI::SetOption(int option)
+{
+    return pick({}, absent, [=](CGPKIWrap& backend) { return backend.SetOption(option); });
+}
 
 int CWrapperAPI::SetConfFile(char* confFile)
 {
-    return pick({}, to<&CHVTKWrap::SetConfFile>(confFile), to<&CGPKIWrap::SetConfFile>(confFile));
+    const auto set = [=](auto& backend) { return backend.SetConfFile(confFile); };
+    return pick({}, set, set);
 }
 
 int CWrapperAPI::SetCaPubs(BINSTR* caPubs)
 {
-    return pick({}, to<&CHVTKWrap::SetCaPubs>(caPubs), to<&CGPKIWrap::SetCaPubs>(caPubs));
+    const auto set = [=](auto& backend) { return backend.SetCaPubs(caPubs); };
+    return pick({}, set, set);
 }
 
-int CWrapperAPI::FreeCaPubs() { return pick({}, to<&CHVTKWrap::FreeCaPubs>(), to<&CGPKIWrap::FreeCaPubs>()); }
+int CWrapperAPI::FreeCaPubs()
+{
+    const auto free = [](auto& backend) { return backend.FreeCaPubs(); };
+    return pick({}, free, free);
+}
 
 int CWrapperAPI::Str2Time(char* timeText, long* time)
 {
-    return pick({}, absent, to<&CGPKIWrap::Str2Time>(timeText, time));
+    return pick({}, absent, [=](CGPKIWrap& backend) { return backend.Str2Time(timeText, time); });
 }
 
 int CWrapperAPI::SetHashAlg(int hashAlgorithm)
 {
-    return pick({}, to<&CHVTKWrap::SetHashAlgo>(hashAlgorithm), to<&CGPKIWrap::SetHashAlgo>(hashAlgorithm));
+    const auto set = [=](auto& backend) { return backend.SetHashAlgo(hashAlgorithm); };
+    return pick({}, set, set);
 }
 
 int CWrapperAPI::BINCreate(BINSTR* binStr)
 {
-    return pick({}, to<&CHVTKWrap::BINSTR_Create>(binStr), to<&CGPKIWrap::BINSTR_Create>(binStr));
+    const auto create = [=](auto& backend) { return backend.BINSTR_Create(binStr); };
+    return pick({}, create, create);
 }
 
 int CWrapperAPI::BINDelete(BINSTR* binStr)
 {
-    return pick({}, to<&CHVTKWrap::BINSTR_Delete>(binStr), to<&CGPKIWrap::BINSTR_Delete>(binStr));
+    const auto remove = [=](auto& backend) { return backend.BINSTR_Delete(binStr); };
+    return pick({}, remove, remove);
 }
 
 int CWrapperAPI::BINSetData(unsigned char* data, int length, BINSTR* binStr)
 {
-    return pick({}, to<&CHVTKWrap::BINSTR_SetData>(data, length, binStr),
-        to<&CGPKIWrap::BINSTR_SetData>(data, length, binStr));
+    const auto set = [=](auto& backend) { return backend.BINSTR_SetData(data, length, binStr); };
+    return pick({}, set, set);
 }
 
 // Exports

@@ -1,6 +1,6 @@
 // Storage media.
 
-#include "facade/dispatch.h"
+#include "facade/row.h"
 
 #include <sigildesk/crypto/media.h>
 
@@ -14,243 +14,140 @@ constexpr int mediumCard = 2;
 
 } // namespace
 
-// Operations: what is required, what the maker toolkit receives, what the GPKI library receives
-
-int CWrapperAPI::MediaLoad(char* name)
+int MediaLoad(void* handle, char* name)
 {
-    return pick({need(name)}, to<&CHVTKWrap::MediaLoad>(name), to<&CGPKIWrap::StorageLoad>(name));
+    return row(handle, {need(name)}, maker(SYMBOL(HVTK_MEDIA_Load), name), gpki(SYMBOL(GPKI_STORAGE_Load), name));
 }
 
-int CWrapperAPI::MediaUnLoad() { return pick({}, to<&CHVTKWrap::MediaUnLoad>(), to<&CGPKIWrap::StorageUnLoad>()); }
-
-int CWrapperAPI::MediaDiskReadFile(char* path, BINSTR* data)
+int MediaUnLoad(void* handle)
 {
-    return pick(
-        {need(path)}, to<&CHVTKWrap::MediaDiskReadFile>(path, data), to<&CGPKIWrap::StorageReadFile>(path, data));
+    return row(handle, {}, maker(SYMBOL(HVTK_MEDIA_Unload)), gpki(SYMBOL(GPKI_STORAGE_Unload)));
 }
-
-int CWrapperAPI::MediaDiskWriteFile(char* path, BINSTR* data)
-{
-    return pick({need(path), need(data)}, to<&CHVTKWrap::MediaDiskWriteFile>(path, data),
-        to<&CGPKIWrap::StorageWriteFile>(path, data));
-}
-
-int CWrapperAPI::MediaDiskReadCert(char* path, int kind, BINSTR* certificate)
-{
-    return pick({need(path)}, to<&CHVTKWrap::MediaDiskReadCert>(path, certificate),
-        to<&CGPKIWrap::StorageReadCert>(mediumDisk, path, kind, certificate));
-}
-
-int CWrapperAPI::MediaDiskReadPriKey(char* path, char* password, int kind, BINSTR* privateKey)
-{
-    return pick({need(path), need(password)}, to<&CHVTKWrap::MediaDiskReadPriKey>(path, password, privateKey),
-        to<&CGPKIWrap::StorageReadPriKey>(mediumDisk, path, password, kind, privateKey));
-}
-
-int CWrapperAPI::MediaDiskWriteCert(char* path, int kind, BINSTR* certificate)
-{
-    return pick({need(path), need(certificate)}, to<&CHVTKWrap::MediaDiskWriteCert>(path, certificate),
-        to<&CGPKIWrap::StorageWriteCert>(mediumDisk, path, kind, certificate));
-}
-
-int CWrapperAPI::MediaDiskWritePriKey(int algorithm, char* path, int kind, char* password, BINSTR* privateKey)
-{
-    return pick({need(path), need(password), need(privateKey)},
-        to<&CHVTKWrap::MediaDiskWritePriKey>(algorithm, path, password, privateKey),
-        to<&CGPKIWrap::StorageWritePriKey>(mediumDisk, path, password, kind, algorithm, privateKey));
-}
-
-int CWrapperAPI::MediaDiskDeleteCert(char* path, int kind)
-{
-    return pick({need(path)}, to<&CHVTKWrap::MediaDiskDeleteCert>(path),
-        to<&CGPKIWrap::StorageDeleteCert>(mediumDisk, path, kind));
-}
-
-int CWrapperAPI::MediaDiskDeletePriKey(char* password, int kind, char* path)
-{
-    return pick({need(path)}, to<&CHVTKWrap::MediaDiskDeletePriKey>(password, path),
-        to<&CGPKIWrap::StorageDeletePriKey>(mediumDisk, path, password, kind));
-}
-
-int CWrapperAPI::MediaCardReadCert(int slot, char* path, BINSTR* certificate)
-{
-    return pick({need(path)}, to<&CHVTKWrap::MediaCardReadCert>(slot, path, certificate),
-        to<&CGPKIWrap::StorageReadCert>(mediumCard, path, slot, certificate));
-}
-
-int CWrapperAPI::MediaCardReadPriKey(int slot, char* path, char* password, BINSTR* privateKey)
-{
-    return pick({need(path), need(password)}, to<&CHVTKWrap::MediaCardReadPriKey>(slot, path, password, privateKey),
-        to<&CGPKIWrap::StorageReadPriKey>(mediumCard, path, password, slot, privateKey));
-}
-
-int CWrapperAPI::MediaCardWriteCert(int slot, char* path, BINSTR* certificate)
-{
-    return pick({need(path), need(certificate)}, to<&CHVTKWrap::MediaCardWriteCert>(slot, path, certificate),
-        to<&CGPKIWrap::StorageWriteCert>(mediumCard, path, slot, certificate));
-}
-
-int CWrapperAPI::MediaCardWritePriKey(int slot, int algorithm, char* path, char* password, BINSTR* privateKey)
-{
-    return pick({need(path), need(password), need(privateKey)},
-        to<&CHVTKWrap::MediaCardWritePriKey>(slot, algorithm, path, password, privateKey),
-        to<&CGPKIWrap::StorageWritePriKey>(mediumCard, path, password, slot, algorithm, privateKey));
-}
-
-int CWrapperAPI::MediaCardDeleteCert(int slot, char* path)
-{
-    return pick({need(path)}, to<&CHVTKWrap::MediaCardDeleteCert>(slot, path),
-        to<&CGPKIWrap::StorageDeleteCert>(mediumCard, path, slot));
-}
-
-int CWrapperAPI::MediaCareDeletePriKey(int slot, char* path, char* password)
-{
-    return pick({need(path), need(password)}, to<&CHVTKWrap::MediaCareDeletePriKey>(slot, path, password),
-        to<&CGPKIWrap::StorageDeletePriKey>(mediumCard, path, password, slot));
-}
-
-int CWrapperAPI::MediaWinsWirteCertKey(int store, char* password, BINSTR* pfx)
-{
-    return pick({need(password), need(pfx)}, to<&CHVTKWrap::MediaWinsWirteCertKey>(store, password, pfx), absent);
-}
-
-int CWrapperAPI::MediaWinsWirteCert(BINSTR* certificate)
-{
-    return pick({need(certificate)}, to<&CHVTKWrap::MediaWinsWirteCert>(certificate), absent);
-}
-
-int CWrapperAPI::MediaWinsCertCnt(char* store, int* count)
-{
-    return pick({need(store)}, to<&CHVTKWrap::MediaWinsCertCnt>(store, count), absent);
-}
-
-int CWrapperAPI::MediaWinsCertDN(int index, int* kind, char* subject, char* issuer)
-{
-    return pick({}, to<&CHVTKWrap::MediaWinsCertDN>(index, kind, subject, issuer), absent);
-}
-
-int CWrapperAPI::MediaWinsReadCert(int index, BINSTR* certificate)
-{
-    return pick({}, to<&CHVTKWrap::MediaWinsReadCert>(index, certificate), absent);
-}
-
-int CWrapperAPI::MediaWinsReadPrikey(int index, BINSTR* privateKey)
-{
-    return pick({}, to<&CHVTKWrap::MediaWinsReadPrikey>(index, privateKey), absent);
-}
-
-int CWrapperAPI::MediaWinsReadCaPubs(int index, BINSTR* certificates)
-{
-    return pick({}, to<&CHVTKWrap::MediaWinsReadCaPubs>(index, certificates), absent);
-}
-
-// Exports
-
-int MediaLoad(void* handle, char* name) { return via(handle, &CWrapperAPI::MediaLoad, name); }
-
-int MediaUnLoad(void* handle) { return via(handle, &CWrapperAPI::MediaUnLoad); }
 
 int MediaDiskReadFile(void* handle, char* path, BINSTR* data)
 {
-    return via(handle, &CWrapperAPI::MediaDiskReadFile, path, data);
+    return row(handle, {need(path)}, maker(SYMBOL(HVTK_MEDIA_DISK_ReadFile), path, data),
+        gpki(SYMBOL(GPKI_STORAGE_ReadFile), path, data));
 }
 
 int MediaDiskWriteFile(void* handle, char* path, BINSTR* data)
 {
-    return via(handle, &CWrapperAPI::MediaDiskWriteFile, path, data);
+    return row(handle, {need(path), need(data)}, maker(SYMBOL(HVTK_MEDIA_DISK_WriteFile), path, data),
+        gpki(SYMBOL(GPKI_STORAGE_WriteFile), path, data));
 }
 
 int MediaDiskReadCert(void* handle, char* path, int kind, BINSTR* certificate)
 {
-    return via(handle, &CWrapperAPI::MediaDiskReadCert, path, kind, certificate);
+    return row(handle, {need(path)}, maker(SYMBOL(HVTK_MEDIA_DISK_ReadCert), path, certificate),
+        gpki(SYMBOL(GPKI_STORAGE_ReadCert), mediumDisk, path, kind, certificate));
 }
 
 int MediaDiskReadPriKey(void* handle, char* path, char* password, int kind, BINSTR* privateKey)
 {
-    return via(handle, &CWrapperAPI::MediaDiskReadPriKey, path, password, kind, privateKey);
+    return row(handle, {need(path), need(password)},
+        maker(SYMBOL(HVTK_MEDIA_DISK_ReadPriKey), path, password, privateKey),
+        gpki(SYMBOL(GPKI_STORAGE_ReadPriKey), mediumDisk, path, password, kind, privateKey));
 }
 
 int MediaDiskWriteCert(void* handle, char* path, int kind, BINSTR* certificate)
 {
-    return via(handle, &CWrapperAPI::MediaDiskWriteCert, path, kind, certificate);
+    return row(handle, {need(path), need(certificate)}, maker(SYMBOL(HVTK_MEDIA_DISK_WriteCert), path, certificate),
+        gpki(SYMBOL(GPKI_STORAGE_WriteCert), mediumDisk, path, kind, certificate));
 }
 
 int MediaDiskWritePriKey(void* handle, int algorithm, char* path, int kind, char* password, BINSTR* privateKey)
 {
-    return via(handle, &CWrapperAPI::MediaDiskWritePriKey, algorithm, path, kind, password, privateKey);
+    return row(handle, {need(path), need(password), need(privateKey)},
+        maker(SYMBOL(HVTK_MEDIA_DISK_WritePriKey), algorithm, path, password, privateKey),
+        gpki(SYMBOL(GPKI_STORAGE_WritePriKey), mediumDisk, path, password, kind, algorithm, privateKey));
 }
 
 int MediaDiskDeleteCert(void* handle, char* path, int kind)
 {
-    return via(handle, &CWrapperAPI::MediaDiskDeleteCert, path, kind);
+    return row(handle, {need(path)}, maker(SYMBOL(HVTK_MEDIA_DISK_DeleteCert), path),
+        gpki(SYMBOL(GPKI_STORAGE_DeleteCert), mediumDisk, path, kind));
 }
 
 int MediaDiskDeletePriKey(void* handle, char* password, int kind, char* path)
 {
-    return via(handle, &CWrapperAPI::MediaDiskDeletePriKey, password, kind, path);
+    return row(handle, {need(path)}, maker(SYMBOL(HVTK_MEDIA_DISK_DeletePriKey), {need(password)}, password, path),
+        gpki(SYMBOL(GPKI_STORAGE_DeletePriKey), {need(password)}, mediumDisk, path, password, kind));
 }
 
 int MediaCardReadCert(void* handle, int slot, char* path, BINSTR* certificate)
 {
-    return via(handle, &CWrapperAPI::MediaCardReadCert, slot, path, certificate);
+    return row(handle, {need(path)}, maker(SYMBOL(HVTK_MEDIA_CARD_ReadCert), slot, path, certificate),
+        gpki(SYMBOL(GPKI_STORAGE_ReadCert), mediumCard, path, slot, certificate));
 }
 
 int MediaCardReadPriKey(void* handle, int slot, char* path, char* password, BINSTR* privateKey)
 {
-    return via(handle, &CWrapperAPI::MediaCardReadPriKey, slot, path, password, privateKey);
+    return row(handle, {need(path), need(password)},
+        maker(SYMBOL(HVTK_MEDIA_CARD_ReadPriKey), slot, path, password, privateKey),
+        gpki(SYMBOL(GPKI_STORAGE_ReadPriKey), mediumCard, path, password, slot, privateKey));
 }
 
 int MediaCardWriteCert(void* handle, int slot, char* path, BINSTR* certificate)
 {
-    return via(handle, &CWrapperAPI::MediaCardWriteCert, slot, path, certificate);
+    return row(handle, {need(path), need(certificate)},
+        maker(SYMBOL(HVTK_MEDIA_CARD_WriteCert), slot, path, certificate),
+        gpki(SYMBOL(GPKI_STORAGE_WriteCert), mediumCard, path, slot, certificate));
 }
 
 int MediaCardWritePriKey(void* handle, int slot, int algorithm, char* path, char* password, BINSTR* privateKey)
 {
-    return via(handle, &CWrapperAPI::MediaCardWritePriKey, slot, algorithm, path, password, privateKey);
+    return row(handle, {need(path), need(password), need(privateKey)},
+        maker(SYMBOL(HVTK_MEDIA_CARD_WritePriKey), slot, algorithm, path, password, privateKey),
+        gpki(SYMBOL(GPKI_STORAGE_WritePriKey), mediumCard, path, password, slot, algorithm, privateKey));
 }
 
 int MediaCardDeleteCert(void* handle, int slot, char* path)
 {
-    return via(handle, &CWrapperAPI::MediaCardDeleteCert, slot, path);
+    return row(handle, {need(path)}, maker(SYMBOL(HVTK_MEDIA_CARD_DeleteCert), slot, path),
+        gpki(SYMBOL(GPKI_STORAGE_DeleteCert), mediumCard, path, slot));
 }
 
 int MediaCareDeletePriKey(void* handle, int slot, char* path, char* password)
 {
-    return via(handle, &CWrapperAPI::MediaCareDeletePriKey, slot, path, password);
+    return row(handle, {need(path), need(password)},
+        maker(SYMBOL(HVTK_MEDIA_CARD_DeletePriKey), slot, path, password),
+        gpki(SYMBOL(GPKI_STORAGE_DeletePriKey), mediumCard, path, password, slot));
 }
 
 int MediaWinsWirteCertKey(void* handle, int store, char* password, BINSTR* pfx)
 {
-    return via(handle, &CWrapperAPI::MediaWinsWirteCertKey, store, password, pfx);
+    return row(handle, {need(password), need(pfx)},
+        maker(SYMBOL(HVTK_MEDIA_WINS_WriteCertAndPriKey), store, password, pfx), absent);
 }
 
 int MediaWinsWirteCert(void* handle, BINSTR* certificate)
 {
-    return via(handle, &CWrapperAPI::MediaWinsWirteCert, certificate);
+    return row(handle, {need(certificate)}, maker(SYMBOL(HVTK_MEDIA_WINS_WriteCert), certificate), absent);
 }
 
 int MediaWinsCertCnt(void* handle, char* store, int* count)
 {
-    return via(handle, &CWrapperAPI::MediaWinsCertCnt, store, count);
+    return row(
+        handle, {need(store)}, maker(SYMBOL(HVTK_MEDIA_WINS_GetCertCnt), {need(count)}, store, count), absent);
 }
 
 int MediaWinsCertDN(void* handle, int index, int* kind, char* subject, char* issuer)
 {
-    return via(handle, &CWrapperAPI::MediaWinsCertDN, index, kind, subject, issuer);
+    return row(handle, {}, maker(SYMBOL(HVTK_MEDIA_WINS_GetCertDN), index, kind, subject, issuer), absent);
 }
 
 int MediaWinsReadCert(void* handle, int index, BINSTR* certificate)
 {
-    return via(handle, &CWrapperAPI::MediaWinsReadCert, index, certificate);
+    return row(handle, {}, maker(SYMBOL(HVTK_MEDIA_WINS_ReadCert), index, certificate), absent);
 }
 
 int MediaWinsReadPrikey(void* handle, int index, BINSTR* privateKey)
 {
-    return via(handle, &CWrapperAPI::MediaWinsReadPrikey, index, privateKey);
+    return row(handle, {}, maker(SYMBOL(HVTK_MEDIA_WINS_ReadPriKey), index, privateKey), absent);
 }
 
 int MediaWinsReadCaPubs(void* handle, int index, BINSTR* certificates)
 {
-    return via(handle, &CWrapperAPI::MediaWinsReadCaPubs, index, certificates);
+    // Intended: the toolkit serves both with one function.
+    return row(handle, {}, maker(SYMBOL(HVTK_MEDIA_WINS_ReadPriKey), index, certificates), absent);
 }

@@ -1,114 +1,78 @@
 // PKCS#12 files.
 
-#include "facade/dispatch.h"
+#include "facade/row.h"
 
 #include <sigildesk/crypto/pfx.h>
 
 using namespace sigil;
 
-// Operations: what is required, what the maker toolkit receives, what the GPKI library receives
+namespace {
 
-int CWrapperAPI::PFXExport(int option, char* password, BINSTR* certificate, BINSTR* privateKey,
-    BINSTR* kmCertificate, BINSTR* kmPrivateKey, BINSTR* pfx)
-{
-    return pick({need(password), need(certificate), need(privateKey)},
-        to<&CHVTKWrap::PFXExport>(option, password, certificate, privateKey, pfx), [=](CGPKIWrap& gpki) {
-            // Only the GPKI library takes the key-management pair, and it takes no file without one.
-            const Needs needs{need(kmCertificate), need(kmPrivateKey)};
-            if (needs.unmet)
-                return needs.unmet;
-            return gpki.PFXExport(password, certificate, privateKey, kmCertificate, kmPrivateKey, pfx);
-        });
-}
+// The one toolkit function that is called with two lists of arguments.
+constexpr Symbol<HVTK_PFX_ExportMultiPair_WithOption> exportMultiPair{"HVTK_PFX_ExportMultiPair"};
+constexpr Symbol<HVTK_PFX_ExportMultiPair_WithCaCertificates> exportMultiPair2{exportMultiPair.name};
 
-int CWrapperAPI::PFXExport2(
-    int /*option*/, char* password, BINSTR* certificate, BINSTR* privateKey, BINSTR* caCertificates, BINSTR* pfx)
-{
-    return pick({need(password), need(certificate), need(privateKey), need(caCertificates)},
-        to<&CHVTKWrap::PFXExport2>(password, certificate, privateKey, caCertificates, pfx), absent);
-}
-
-int CWrapperAPI::PFXImport(char* password, BINSTR* pfx, BINSTR* certificate, BINSTR* privateKey,
-    BINSTR* kmCertificate, BINSTR* kmPrivateKey, BINSTR* caCertificates)
-{
-    return pick({need(password), need(pfx)},
-        to<&CHVTKWrap::PFXImport>(password, pfx, certificate, privateKey, caCertificates),
-        to<&CGPKIWrap::PFXImport>(password, pfx, certificate, privateKey, kmCertificate, kmPrivateKey));
-}
-
-int CWrapperAPI::PFXExportMultiPair(
-    int option, char* password, BINSTR* certificates, BINSTR* privateKeys, BINSTR* pfx)
-{
-    return pick({need(password), need(certificates), need(privateKeys)},
-        to<&CHVTKWrap::PFXExportMultiPair>(option, password, certificates, privateKeys, pfx), absent);
-}
-
-int CWrapperAPI::PFXExportMultiPair2(
-    int /*option*/, char* password, BINSTR* certificates, BINSTR* privateKeys, BINSTR* caCertificates, BINSTR* pfx)
-{
-    return pick({need(password), need(certificates), need(privateKeys), need(caCertificates)},
-        to<&CHVTKWrap::PFXExportMultiPair2>(password, certificates, privateKeys, caCertificates, pfx), absent);
-}
-
-int CWrapperAPI::PFXImportMultiPair(
-    BINSTR* pfx, char* password, BINSTR* certificates, BINSTR* privateKeys, BINSTR* caCertificates)
-{
-    return pick({need(password), need(certificates), need(privateKeys), need(caCertificates)},
-        to<&CHVTKWrap::PFXImportMultiPair>(password, pfx, certificates, privateKeys, caCertificates), absent);
-}
-
-int CWrapperAPI::PFXImportMultiPair2(
-    int mode, BINSTR* pfx, char* password, BINSTR* certificates, BINSTR* privateKeys, BINSTR* caCertificates)
-{
-    return pick({need(password), need(certificates), need(privateKeys), need(caCertificates)},
-        to<&CHVTKWrap::PFXImportMultiPair2>(mode, password, pfx, certificates, privateKeys, caCertificates),
-        absent);
-}
-
-// Exports
+} // namespace
 
 int PFXExport(void* handle, int option, char* password, BINSTR* certificate, BINSTR* privateKey,
     BINSTR* kmCertificate, BINSTR* kmPrivateKey, BINSTR* pfx)
 {
-    return via(handle, &CWrapperAPI::PFXExport, option, password, certificate, privateKey, kmCertificate,
-        kmPrivateKey, pfx);
+    const auto toGpki = [=](CGPKIWrap& library) {
+        // Only the GPKI library takes the key-management pair, and it takes no file without one, loaded or not.
+        const Needs pair{need(kmCertificate), need(kmPrivateKey)};
+        return pair.unmet ? pair.unmet
+                          : gpki(SYMBOL(GPKI_PFX_Export), password, certificate, privateKey, kmCertificate,
+                                kmPrivateKey, pfx)(library);
+    };
+    return row(handle, {need(password), need(certificate), need(privateKey)},
+        maker(SYMBOL(HVTK_PFX_Export), option, password, certificate, privateKey, pfx), toGpki);
 }
 
-int PFXExport2(void* handle, int option, char* password, BINSTR* certificate, BINSTR* privateKey,
+int PFXExport2(void* handle, int /*option*/, char* password, BINSTR* certificate, BINSTR* privateKey,
     BINSTR* caCertificates, BINSTR* pfx)
 {
-    return via(handle, &CWrapperAPI::PFXExport2, option, password, certificate, privateKey, caCertificates, pfx);
+    return row(handle, {need(password), need(certificate), need(privateKey), need(caCertificates)},
+        maker(SYMBOL(HVTK_PFX_Export2), password, certificate, privateKey, caCertificates, pfx), absent);
 }
 
 int PFXImport(void* handle, char* password, BINSTR* pfx, BINSTR* certificate, BINSTR* privateKey,
     BINSTR* kmCertificate, BINSTR* kmPrivateKey, BINSTR* caCertificates)
 {
-    return via(handle, &CWrapperAPI::PFXImport, password, pfx, certificate, privateKey, kmCertificate, kmPrivateKey,
-        caCertificates);
+    return row(handle, {need(password), need(pfx)},
+        maker(SYMBOL(HVTK_PFX_Import), password, pfx, certificate, privateKey, caCertificates),
+        gpki(SYMBOL(GPKI_PFX_Import), password, pfx, certificate, privateKey, kmCertificate, kmPrivateKey));
 }
 
 int PFXExportMultiPair(
     void* handle, int option, char* password, BINSTR* certificates, BINSTR* privateKeys, BINSTR* pfx)
 {
-    return via(handle, &CWrapperAPI::PFXExportMultiPair, option, password, certificates, privateKeys, pfx);
+    return row(handle, {need(password), need(certificates), need(privateKeys)},
+        maker(exportMultiPair, option, password, certificates, privateKeys, pfx), absent);
 }
 
-int PFXExportMultiPair2(void* handle, int option, char* password, BINSTR* certificates, BINSTR* privateKeys,
+int PFXExportMultiPair2(void* handle, int /*option*/, char* password, BINSTR* certificates, BINSTR* privateKeys,
     BINSTR* caCertificates, BINSTR* pfx)
 {
-    return via(handle, &CWrapperAPI::PFXExportMultiPair2, option, password, certificates, privateKeys,
-        caCertificates, pfx);
+    // Intended: the function of PFXExportMultiPair with another list of arguments.
+    return row(handle, {need(password), need(certificates), need(privateKeys), need(caCertificates)},
+        maker(exportMultiPair2, password, certificates, privateKeys, caCertificates, pfx), absent);
 }
 
 int PFXImportMultiPair(
     void* handle, BINSTR* pfx, char* password, BINSTR* certificates, BINSTR* privateKeys, BINSTR* caCertificates)
 {
-    return via(handle, &CWrapperAPI::PFXImportMultiPair, pfx, password, certificates, privateKeys, caCertificates);
+    // The three output records must hold data already; hosts put a placeholder into each.
+    return row(handle, {need(password), need(certificates), need(privateKeys), need(caCertificates)},
+        maker(SYMBOL(HVTK_PFX_ImportMultiPair), {need(pfx)}, password, pfx, certificates, privateKeys,
+            caCertificates),
+        absent);
 }
 
 int PFXImportMultiPair2(void* handle, int mode, BINSTR* pfx, char* password, BINSTR* certificates,
     BINSTR* privateKeys, BINSTR* caCertificates)
 {
-    return via(
-        handle, &CWrapperAPI::PFXImportMultiPair2, mode, pfx, password, certificates, privateKeys, caCertificates);
+    return row(handle, {need(password), need(certificates), need(privateKeys), need(caCertificates)},
+        maker(SYMBOL(HVTK_PFX_ImportMultiPair2), {need(pfx)}, mode, password, pfx, certificates, privateKeys,
+            caCertificates),
+        absent);
 }

@@ -32,7 +32,7 @@ template <const ToolkitTraits& Traits>
 int Toolkit<Traits>::Finish()
 {
     if (m_library && m_pContext)
-        if (const auto finish = find<void**>(Traits.finish))
+        if (const auto finish = find(Traits.finish))
             finish(&m_pContext);
     m_pContext = nullptr;
     m_library.reset();
@@ -50,7 +50,7 @@ int Toolkit<Traits>::GetErrInfo(int length, char* buffer)
     // Cleared before anything can fail, so that a caller never takes an older text for this error's.
     std::memset(buffer, 0, 8);
     char text[2049] = {};
-    const auto getErrInfo = find<void*, int, char*>(Traits.getErrInfo);
+    const auto getErrInfo = find(Traits.getErrInfo);
     if (!getErrInfo)
         return FunctionMissing;
     if (const int result = getErrInfo(m_pContext, sizeof text - 1, text))

@@ -1,15 +1,15 @@
 /** @file
  *  One toolkit library, loaded at run time: the mechanism that both backends share.
  *
- *  A backend method names its symbol, what it requires and what the toolkit receives; all else happens here, in one
- *  order: library loaded? arguments usable? symbol there? call it with the context first, and keep the toolkit's error
- *  text when it fails.
+ *  A caller names the symbol, what it requires and what the toolkit receives; all else happens here, in one order:
+ *  library loaded? arguments usable? symbol there? call it with the context first, and keep the toolkit's error text
+ *  when it fails.
  */
 #pragma once
 
 #include "facade/argument.h"
-
-#include <sigildesk/crypto/pkcs11.h>
+#include "toolkit_abi/gpki.h"
+#include "toolkit_abi/hvtk.h"
 
 #include <dlfcn.h>
 
@@ -19,22 +19,28 @@
 
 namespace sigil {
 
+/** A toolkit's function as the library knows it before it is loaded: its name, and the type that toolkit_abi/ declares
+ *  for it. The declaration is only looked at; nothing is linked. */
+template <class Function>
+struct Symbol {
+    const char* name;
+};
+#define SYMBOL(function) (sigil::Symbol<decltype(function)>{#function})
+
 /** In what the two toolkits differ. */
 struct ToolkitTraits {
     const char* libraryFile;
-    const char* init;
-    const char* finish;
-    const char* getErrInfo;
+    Symbol<int(void** context, char* folder)> init;
+    Symbol<int(void** context)> finish;
+    Symbol<int(void* context, int capacity, char* text)> getErrInfo;
     int notLoaded;     ///< code of every call while the library is not loaded
     int noErrorBuffer; ///< code of GetErrInfo with a null buffer
 };
 
-/** Only these types cross to a toolkit, so that no argument changes its width on the way. */
-template <class T>
-constexpr bool isWire = std::disjunction_v<std::is_same<T, int>, std::is_same<T, bool>,
-    std::is_same<T, unsigned long>, std::is_same<T, void*>, std::is_same<T, void**>, std::is_same<T, char*>,
-    std::is_same<T, unsigned char*>, std::is_same<T, int*>, std::is_same<T, long*>, std::is_same<T, unsigned long*>,
-    std::is_same<T, bool*>, std::is_same<T, BINSTR*>, std::is_same<T, PKCS11_TOKEN_INFO*>>;
+/** Whether a function declared as @p Function takes the context and arguments of exactly these types. Nothing is
+ *  converted on the way to a toolkit: a number that changed its width would be another number there. */
+template <class Function, class... A>
+concept TakesAfterContext = std::is_same_v<Function, int(void*, A...)>;
 
 struct CloseLibrary {
     void operator()(void* library) const { dlclose(library); }
@@ -62,42 +68,47 @@ public:
     /** Why a call with these requirements cannot be made: the library is not loaded, or one is not met. 0 when it can. */
     int refusal(Needs needs) const { return m_library ? needs.unmet : Traits.notLoaded; }
     /** Whether the library, which must be loaded, has the function. */
-    bool has(const char* symbol) const { return dlsym(m_library.get(), symbol) != nullptr; }
-
-    /** Calls @p symbol with the context and @p args. */
-    template <class... A>
-    int call(const char* symbol, Needs needs, A... args)
+    template <class Function>
+    bool has(Symbol<Function> symbol) const
     {
-        return invoke(symbol, needs, m_pContext, args...);
+        return find(symbol) != nullptr;
     }
-    /** Calls @p symbol with @p args alone, as the byte-string functions are. */
-    template <class... A>
-    int callWithoutContext(const char* symbol, Needs needs, A... args)
+
+    /** Calls @p symbol with the context and @p arguments. */
+    template <class Function, class... A>
+    requires TakesAfterContext<Function, A...>
+    int call(Symbol<Function> symbol, Needs needs, A... arguments)
     {
-        return invoke(symbol, needs, args...);
+        return invoke(symbol, needs, m_pContext, arguments...);
+    }
+    /** Calls @p symbol with @p arguments alone, as the byte-string functions are. */
+    template <class Function, class... A>
+    requires std::is_same_v<Function, int(A...)>
+    int callWithoutContext(Symbol<Function> symbol, Needs needs, A... arguments)
+    {
+        return invoke(symbol, needs, arguments...);
     }
 
 private:
-    template <class... A>
-    int invoke(const char* symbol, Needs needs, A... args)
+    template <class Function, class... A>
+    int invoke(Symbol<Function> symbol, Needs needs, A... arguments)
     {
-        static_assert((isWire<A> && ...), "only types that the toolkits take may cross");
         if (const int code = refusal(needs)) [[unlikely]]
             return code;
-        const auto function = find<A...>(symbol);
+        Function* const function = find(symbol);
         if (!function) [[unlikely]]
             return FunctionMissing;
-        const int result = function(args...);
+        const int result = function(arguments...);
         if (result != 0) [[unlikely]]
             captureErrorText();
         return result;
     }
 
     /** Looked up on every call: a library that lacks one function still serves all others. */
-    template <class... A>
-    auto find(const char* symbol) const
+    template <class Function>
+    Function* find(Symbol<Function> symbol) const
     {
-        return reinterpret_cast<int (*)(A...)>(dlsym(m_library.get(), symbol));
+        return reinterpret_cast<Function*>(dlsym(m_library.get(), symbol.name));
     }
 
     void captureErrorText();
@@ -108,10 +119,10 @@ private:
     void* m_pContext = nullptr;
 };
 
-inline constexpr ToolkitTraits makerToolkit{"libHVCToolkitV30.so", "HVTK_API_Init", "HVTK_API_Finish",
-    "HVTK_API_GetErrInfo", MakerLibraryMissing, InvalidArgument};
-inline constexpr ToolkitTraits gpkiToolkit{"libgpkiapi_v15.so", "GPKI_API_Init", "GPKI_API_Finish",
-    "GPKI_API_GetErrInfo", GpkiLibraryMissing, MissingField};
+inline constexpr ToolkitTraits makerToolkit{"libHVCToolkitV30.so", SYMBOL(HVTK_API_Init), SYMBOL(HVTK_API_Finish),
+    SYMBOL(HVTK_API_GetErrInfo), MakerLibraryMissing, InvalidArgument};
+inline constexpr ToolkitTraits gpkiToolkit{"libgpkiapi_v15.so", SYMBOL(GPKI_API_Init), SYMBOL(GPKI_API_Finish),
+    SYMBOL(GPKI_API_GetErrInfo), GpkiLibraryMissing, MissingField};
 
 extern template class Toolkit<makerToolkit>;
 extern template class Toolkit<gpkiToolkit>;

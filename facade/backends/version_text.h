@@ -13,7 +13,7 @@ namespace sigil {
 /** Asks @p symbol for a certificate's version number and writes it into @p text in decimal, also when the toolkit fails:
  *  callers show what the toolkit had reached, or 0. */
 template <class AnyToolkit>
-int versionText(AnyToolkit& toolkit, const char* symbol, int capacity, char* text)
+int versionText(AnyToolkit& toolkit, Symbol<int(void* context, int* version)> symbol, int capacity, char* text)
 {
     const Needs needs{need(text)};
     int version = 0;

@@ -162,10 +162,10 @@ TEST(GpkiBackend, ConstructorIgnoresItsText)
     doubles::reset();
     char folder[] = DOUBLES_FOLDER;
     CGPKIWrap backend(folder);
-    EXPECT_EQ(backend.CertUnLoad(), 1024);
+    EXPECT_EQ(backend.SetHashAlgo(1), 1024);
     EXPECT_EQ(backend.ErrorText(), "");
     EXPECT_TRUE(doubles::calls().empty());
-    EXPECT_EQ(CGPKIWrap(nullptr).CertUnLoad(), 1024);
+    EXPECT_EQ(CGPKIWrap(nullptr).SetHashAlgo(1), 1024);
 }
 
 TEST(MakerBackend, InfoNeedsBothBuffersAndClearsTheirStart)
@@ -195,23 +195,12 @@ TYPED_TEST_SUITE(BackendLife, Backends);
 
 TYPED_TEST(BackendLife, RequirementsAreCheckedAgain)
 {
-    // The façade refuses these first, some with another code; the backend stands on its own.
+    // The façade refuses this first and with another code; the backend stands on its own.
     const auto backend = loaded<TypeParam>();
     doubles::forgetCalls();
-    EXPECT_EQ(backend->CertGetUID(8, nullptr), 1001);
     EXPECT_EQ(backend->CertGetVersion(8, nullptr), 1001);
-    EXPECT_EQ(backend->CertGetRemainDays(&empty, &number), 1001);
-    EXPECT_EQ(backend->CertVerifyByIVS(nullptr, &b1, &b2), 1001);
-    EXPECT_EQ(backend->CertVerifyByIVS(t1, &empty, &b2), 1001);
-    EXPECT_EQ(backend->PriKeyDecrypt(nullptr, &b1, &b2), 1001);
-    EXPECT_EQ(backend->PriKeyDecrypt(t1, &empty, &b2), 1001);
-    EXPECT_EQ(backend->VIDVerify(&b1, &b2, nullptr), 1001);
-    EXPECT_EQ(backend->Base64Encode(&empty, &b2), 1001);
-    EXPECT_EQ(backend->TSPSendAndRecv(t1, 1, &empty, &b2), 1001);
-    EXPECT_EQ(backend->CMSProcessEnvelopedData(&b1, &b2, &empty, &b3), 1001);
     EXPECT_TRUE(doubles::calls().empty());
     TypeParam unloaded;
-    EXPECT_EQ(unloaded.CertGetUID(8, nullptr), this->type.notLoaded);
     EXPECT_EQ(unloaded.CertGetVersion(8, nullptr), this->type.notLoaded);
 }
 
@@ -235,22 +224,22 @@ TYPED_TEST(BackendLife, FieldsStandInTheirOrder)
     EXPECT_EQ(fields.context, nullptr);
 
     const auto backend = loaded<TypeParam>();
-    doubles::answer(this->type.symbol("CERT_Unload"), 5);
-    backend->CertUnLoad();
+    doubles::answer(this->type.symbol("API_SetHashAlgo"), 5);
+    backend->SetHashAlgo(1);
     read(*backend);
     EXPECT_EQ(fields.reserved, 0);
     EXPECT_EQ(fields.errorText, doubles::errorText());
     EXPECT_NE(fields.library, nullptr);
-    EXPECT_EQ(fields.context, doubles::callsOf(this->type.symbol("CERT_Unload")).front().context);
+    EXPECT_EQ(fields.context, doubles::callsOf(this->type.symbol("API_SetHashAlgo")).front().context);
 }
 
 TYPED_TEST(BackendLife, FinishEndsTheToolkitAndClearsEverything)
 {
     const auto backend = loaded<TypeParam>();
-    doubles::answer(this->type.symbol("CERT_Unload"), 5);
-    backend->CertUnLoad();
+    doubles::answer(this->type.symbol("API_SetHashAlgo"), 5);
+    backend->SetHashAlgo(1);
     EXPECT_NE(backend->ErrorText(), "");
-    const void* const context = doubles::callsOf(this->type.symbol("CERT_Unload")).front().context;
+    const void* const context = doubles::callsOf(this->type.symbol("API_SetHashAlgo")).front().context;
     void* ended = nullptr;
     doubles::answer(this->type.symbol("API_Finish"), [&](const doubles::Call& call) {
         ended = *call.pointer<void*>(0);
@@ -259,7 +248,7 @@ TYPED_TEST(BackendLife, FinishEndsTheToolkitAndClearsEverything)
     EXPECT_EQ(backend->Finish(), 0);
     EXPECT_EQ(ended, context);
     EXPECT_EQ(backend->ErrorText(), "");
-    EXPECT_EQ(backend->CertUnLoad(), this->type.notLoaded);
+    EXPECT_EQ(backend->SetHashAlgo(1), this->type.notLoaded);
     EXPECT_EQ(backend->Finish(), 0) << "nothing left to end";
     EXPECT_EQ(doubles::callsOf(this->type.symbol("API_Finish")).size(), 1U);
 }
@@ -270,7 +259,7 @@ TYPED_TEST(BackendLife, FinishNeedsNoFinishFunction)
     TypeParam backend;
     ASSERT_EQ(backend.Init(folder.path()), 0);
     EXPECT_EQ(backend.Finish(), 0);
-    EXPECT_EQ(backend.CertUnLoad(), this->type.notLoaded);
+    EXPECT_EQ(backend.SetHashAlgo(1), this->type.notLoaded);
 }
 
 TYPED_TEST(BackendLife, FinishWithoutAContextCallsNothing)
@@ -293,5 +282,5 @@ TYPED_TEST(BackendLife, CanBeInitialisedAgainAfterFinish)
     backend->Finish();
     char folder[] = DOUBLES_FOLDER;
     EXPECT_EQ(backend->Init(folder), 0);
-    EXPECT_EQ(backend->CertUnLoad(), 0);
+    EXPECT_EQ(backend->SetHashAlgo(1), 0);
 }

@@ -108,7 +108,7 @@ TEST(Handle, BindsAnewWithoutEndingTheEarlierBackend)
     EXPECT_TRUE(doubles::callsOf("HVTK_API_Finish").empty());
 
     doubles::forgetCalls();
-    EXPECT_EQ(first->CertUnLoad(), 0) << "the earlier backend still works";
+    EXPECT_EQ(first->FreeCaPubs(), 0) << "the earlier backend still works";
     EXPECT_EQ(CertUnLoad(handle), 0);
     ASSERT_EQ(doubles::calls().size(), 2U);
     EXPECT_NE(doubles::calls()[0].context, doubles::calls()[1].context);
