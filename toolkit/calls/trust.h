@@ -101,7 +101,7 @@ inline void hvapGetDataByURL(Context&, int mode, char* url, BINSTR* out) { put(f
 
 inline void hvapGetCRLByCert(Context& state, BINSTR* certificate, BINSTR* out)
 {
-    put(fetchCrl({state.library(), in(certificate)}), out);
+    put(fetchCrl(state.trust, {state.library(), in(certificate)}), out);
 }
 
 /** The issuer is taken from the trusted certificates and the authorities of the context, or is the responder's.

@@ -104,6 +104,12 @@ void fail(int code, std::string_view detail)
     throw Error(code, text);
 }
 
+void requireMemory(const Error& error)
+{
+    if (error.code() == SIGIL_TK_NO_MEMORY)
+        throw Error(error);
+}
+
 ErrorScope::ErrorScope()
 {
     errorBeforeCall = ERR_peek_last_error();

@@ -36,6 +36,9 @@ inline void require(bool condition, int code, std::string_view detail = {})
         fail(code, detail);
 }
 
+/** Throws @p error again when it says that memory ran out: that is never a reason to go on without something. */
+void requireMemory(const Error& error);
+
 /** For the length of one toolkit call: keeps the host's OpenSSL error queue as it was, and lets fail() tell the reasons
  *  of this call from older ones. */
 class ErrorScope {

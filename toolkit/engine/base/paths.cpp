@@ -2,23 +2,22 @@
 
 #include "toolkit/engine/base/error.h"
 #include "toolkit/engine/net/fetch.h"
+#include "toolkit/engine/trust/issuer.h"
 
 #include <algorithm>
 
 namespace toolkit {
 namespace {
 
-constexpr std::size_t maximumPath = 16;
-
 bool isSelfSigned(const Certificate& certificate) { return X509_self_signed(certificate.get(), 0) == 1; }
 
-Bytes fetchIssuer(const Certificate& certificate, std::string_view directory)
+Bytes fetchIssuer(const Certificate& certificate, std::string_view directory, Visits& visits)
 {
     if (!directory.empty())
-        return fetch(std::string(directory) + "/" + certificate.issuerName(), SIGIL_TK_FETCH_CA_CERT);
+        return fetch(std::string(directory) + "/" + certificate.issuerName(), SIGIL_TK_FETCH_CA_CERT, visits);
     const std::vector<std::string> urls = certificate.issuerUrls();
     require(!urls.empty(), SIGIL_TK_VERIFY_NO_ISSUER, "the certificate names no address of its issuer");
-    return fetch(urls.front(), SIGIL_TK_FETCH_CA_CERT);
+    return fetch(urls.front(), SIGIL_TK_FETCH_CA_CERT, visits);
 }
 
 } // namespace
@@ -52,11 +51,12 @@ std::vector<Bytes> fetchPath(const Library& library, const Certificate& certific
 {
     std::vector<Bytes> path{certificate.der()};
     Certificate subject(library, path.back());
+    Visits visits;
     while (!isSelfSigned(subject)) {
-        require(path.size() < maximumPath, SIGIL_TK_VERIFY_NO_ISSUER, "the path is too long");
-        Certificate issuer(library, fetchIssuer(subject, directory));
-        require(X509_check_issued(issuer.get(), subject.get()) == X509_V_OK, SIGIL_TK_VERIFY_NO_ISSUER,
-            "the fetched certificate is of another authority");
+        Certificate issuer(library, fetchIssuer(subject, directory, visits));
+        require(
+            issued(issuer, subject), SIGIL_TK_VERIFY_NO_ISSUER, "the fetched certificate is of another authority");
+        requireSigned(issuer, subject);
         path.push_back(issuer.der());
         subject = std::move(issuer);
     }

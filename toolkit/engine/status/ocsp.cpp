@@ -3,6 +3,8 @@
 #include "toolkit/engine/base/error.h"
 #include "toolkit/engine/keys/private_key.h"
 #include "toolkit/engine/net/fetch.h"
+#include "toolkit/engine/trust/issuer.h"
+#include "toolkit/engine/trust/soundness.h"
 #include "toolkit/engine/x509/text.h"
 
 #include <openssl/rand.h>
@@ -55,8 +57,7 @@ bool maySign(const Certificate& candidate, const Certificate& issuer, std::time_
     if (candidate.der() == issuer.der())
         return true;
     return isMeantForResponses(candidate) && issued(issuer, candidate) &&
-        X509_verify(candidate.get(), issuer.publicKey().get()) == 1 && candidate.notBefore() <= time &&
-        time <= candidate.notAfter();
+        hasSigned(issuer.get(), candidate.get()) && candidate.notBefore() <= time && time <= candidate.notAfter();
 }
 
 /** Without nextUpdate there is always something newer (RFC 6960, 2.4), so only an answer of this moment counts. */
@@ -94,9 +95,11 @@ std::vector<Certificate> OcspResponse::certificates(const Library& library) cons
 
 bool OcspResponse::isSignedBy(const Library& library, const Certificate& certificate) const
 {
-    return ASN1_item_verify_ex(ASN1_ITEM_rptr(OCSP_RESPDATA), OCSP_resp_get0_tbs_sigalg(m_basic.get()),
-               OCSP_resp_get0_signature(m_basic.get()), OCSP_resp_get0_respdata(m_basic.get()), nullptr,
-               certificate.publicKey().get(), library.context(), nullptr) == 1;
+    const X509_ALGOR* const algorithm = OCSP_resp_get0_tbs_sigalg(m_basic.get());
+    return !isForgeable(algorithm) &&
+        ASN1_item_verify_ex(ASN1_ITEM_rptr(OCSP_RESPDATA), algorithm, OCSP_resp_get0_signature(m_basic.get()),
+            OCSP_resp_get0_respdata(m_basic.get()), nullptr, certificate.publicKey().get(), library.context(),
+            nullptr) == 1;
 }
 
 void OcspResponse::requireSigner(
@@ -153,17 +156,14 @@ OcspRequestHandle makeOcspRequest(
 OcspAnswer ocspStatus(const Library& library, const TrustStore& store, const Certificate& certificate,
     const Certificate& responder, std::string_view url, const RequestSigner* signer)
 {
-    const Certificate* issuer = findIssuer(store, certificate);
-    if (!issuer && issued(responder, certificate))
-        issuer = &responder;
-    require(issuer != nullptr, SIGIL_TK_VERIFY_NO_ISSUER);
+    const Certificate& issuer = issuerOf(store, certificate, &responder);
     const std::time_t time = store.time.value_or(std::time(nullptr));
-    const OcspRequestHandle request = makeOcspRequest(library, certificate, *issuer, signer);
+    const OcspRequestHandle request = makeOcspRequest(library, certificate, issuer, signer);
     const OcspResponse response(
         post(url, "application/ocsp-request", encode<Bytes>(request.get(), i2d_OCSP_REQUEST), maximumAnswerSize));
-    response.requireSigner(library, *issuer, responder, time);
+    response.requireSigner(library, issuer, responder, time);
     response.requireNonce(request.get());
-    return response.answer(library, certificate, *issuer, time);
+    return response.answer(library, certificate, issuer, time);
 }
 
 } // namespace toolkit

@@ -1,6 +1,6 @@
 /** @file
- *  Verification of certificates: path building to certificates that the host trusts, time, usage, policies and revocation
- *  lists (RFC 5280).
+ *  Verification of certificates: paths to certificates that the host trusts, time, usage, policies and revocation lists
+ *  (RFC 5280). What is looked up on the network is bounded for each call (visits.h).
  */
 #pragma once
 
@@ -54,19 +54,14 @@ void setEnvironment(
  *  SIGIL_TK_CERT_MALFORMED and SIGIL_TK_CRL_MALFORMED, and leaves the store alone then. */
 void setTrust(const Library& library, TrustStore& store, std::string_view time, View trusted, View crls);
 
-/** The revocation list for a certificate, from its distribution points. Throws SIGIL_TK_VERIFY_NO_CRL. */
-Bytes fetchCrl(const Certificate& certificate);
+/** The revocation list for a certificate, from its distribution points. Throws SIGIL_TK_VERIFY_NO_CRL, and
+ *  SIGIL_TK_VERIFY_SIGNATURE when the store holds its issuer, who did not sign it. */
+Bytes fetchCrl(const TrustStore& store, const Certificate& certificate);
 /** Whether a certificate is on a revocation list that its issuer signed and that is current.
  *  @param url where the list is; empty: the distribution points of the certificate, after the lists of the store
  *  @return SigilToolkitCertStatus
  *  Throws SIGIL_TK_VERIFY_NO_ISSUER when the store does not hold the issuer, SIGIL_TK_VERIFY_NO_CRL, _SIGNATURE. */
 int revocationStatus(
     const Library& library, const TrustStore& store, const Certificate& certificate, std::string_view url);
-
-/** Whether the names and key identifiers of two certificates say so; no signature is verified. */
-bool issued(const Certificate& issuer, const Certificate& subject);
-
-/** The issuer of @p certificate among the trusted certificates and the authorities; null when it is not there. */
-const Certificate* findIssuer(const TrustStore& store, const Certificate& certificate);
 
 } // namespace toolkit

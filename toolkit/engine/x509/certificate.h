@@ -65,8 +65,6 @@ public:
     /** Addresses of the distribution points. */
     std::vector<std::string> crlUrls() const;
     std::string crlUrlText() const;
-    /** Whether one of @p names is that of a list in which this certificate would be. */
-    bool hasCrlName(const GENERAL_NAMES* names) const;
     /** "OCSP=http://..., caIssuers=ldap://...". */
     std::string authorityInfoAccess() const;
     /** Addresses from which the issuer's certificate can be fetched. */

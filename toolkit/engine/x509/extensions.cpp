@@ -226,16 +226,6 @@ std::vector<std::string> Certificate::crlUrls() const
     return urls;
 }
 
-bool Certificate::hasCrlName(const GENERAL_NAMES* names) const
-{
-    bool found = false;
-    eachCrlName(*this, [&](const GENERAL_NAME* own) {
-        for (int i = 0; i < sk_GENERAL_NAME_num(names); ++i)
-            found = found || GENERAL_NAME_cmp(const_cast<GENERAL_NAME*>(own), sk_GENERAL_NAME_value(names, i)) == 0;
-    });
-    return found;
-}
-
 std::string Certificate::crlUrlText() const { return join(crlUrls(), ", "); }
 
 std::string Certificate::authorityInfoAccess() const
