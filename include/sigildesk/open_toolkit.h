@@ -38,18 +38,18 @@ enum SigilToolkitCode {
     SIGIL_TK_NAMES_DIFFER = 3009,     /**< UTIL_CompareDN: the names are different */
 
     /* Certificates and their verification. */
-    SIGIL_TK_CERT_NOT_LOADED = 3100,  /**< a field was asked for before CERT_Load */
-    SIGIL_TK_CERT_MALFORMED = 3101,   /**< not an X.509 certificate */
-    SIGIL_TK_CRL_MALFORMED = 3102,    /**< not a certificate revocation list */
-    SIGIL_TK_VERIFY_FAILED = 3200,    /**< the certificate does not verify, for a reason not listed below; also: a form
-                                           that RFC 5280 forbids, a signature with MD2, MD4 or MD5, RSA below 1024 bits */
+    SIGIL_TK_CERT_NOT_LOADED = 3100, /**< a field was asked for before CERT_Load */
+    SIGIL_TK_CERT_MALFORMED = 3101,  /**< not an X.509 certificate */
+    SIGIL_TK_CRL_MALFORMED = 3102,   /**< not a certificate revocation list */
+    /* For a reason not listed below; also: a form that RFC 5280 forbids, MD2, MD4 or MD5, RSA below 1024 bits. */
+    SIGIL_TK_VERIFY_FAILED = 3200,    /**< the certificate does not verify */
     SIGIL_TK_VERIFY_NO_ISSUER = 3201, /**< no path to a trusted certificate */
     SIGIL_TK_VERIFY_EXPIRED = 3202,   /**< a certificate of the path has expired */
     SIGIL_TK_VERIFY_NOT_YET = 3203,   /**< a certificate of the path is not valid yet */
     SIGIL_TK_VERIFY_REVOKED = 3204,   /**< a certificate of the path is revoked */
     SIGIL_TK_VERIFY_SIGNATURE = 3205, /**< a signature in the path or on a revocation list is wrong */
     SIGIL_TK_VERIFY_USAGE = 3206,     /**< the certificate is not meant for the wanted usage */
-    SIGIL_TK_VERIFY_POLICY = 3207,    /**< the path is not valid under the wanted policies, or an authority wants one */
+    SIGIL_TK_VERIFY_POLICY = 3207,    /**< the path is not valid under the policies wanted */
     SIGIL_TK_VERIFY_NO_CRL = 3208,    /**< no usable revocation list could be found */
 
     /* Files. */

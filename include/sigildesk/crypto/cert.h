@@ -199,43 +199,57 @@ SIGIL_EXPORT int CertGetCert(void* handle, BINSTR* list, int index, BINSTR* cert
  *  @return the common codes; 1001 when @p certificate is empty */
 SIGIL_EXPORT int CertAddTrustedCert(void* handle, BINSTR* certificate);
 
-/** Sets the environment of later verifications. The maker toolkit does not receive @p cachePath.
- *  @param range        first option of the toolkit: how far the path is checked
- *  @param statusCheck  second option of the toolkit: how revocation is checked
- *  @param useCache     flag of the toolkit
- *  @param cachePath    text of the GPKI library, may be null
- *  @param confFile     text of both toolkits, may be null
- *  @return the common codes */
+/** Sets the environment of later verifications. The maker toolkit does not receive @p cachePath. The names of the arguments
+ *  are a licensed toolkit's; what the open toolkit takes them for stands behind "open toolkit:".
+ *  @param range        first option of the toolkit: how far the path is checked; open toolkit: SigilToolkitPathSource, where
+ *                      missing issuers come from
+ *  @param statusCheck  second option of the toolkit: how revocation is checked; open toolkit: SigilToolkitRevocation
+ *  @param useCache     flag of the toolkit; open toolkit: whether a missing revocation list is tolerated
+ *  @param cachePath    text of the GPKI library, may be null; open toolkit: not read
+ *  @param confFile     text of both toolkits, may be null; open toolkit: the time of verification, "YYYY-MM-DD HH:MM:SS", now
+ *                      when it is null or empty
+ *  @return the common codes; open toolkit: 3006 for an unknown option, 3007 for a text that is not a time */
 SIGIL_EXPORT int CertSetVerifyEnv(
     void* handle, int range, int statusCheck, bool useCache, char* cachePath, char* confFile);
 
-/** Sets the environment of later verifications from a settings file and byte strings.
- *  @param confFile             text, required
- *  @param trustedCertificates  record of a byte string, required; it may be empty
- *  @param intermediates        record of a byte string, required; it may be empty
+/** Sets the environment of later verifications from a settings file and byte strings. The open toolkit replaces the time, the
+ *  trusted certificates and the revocation lists at hand.
+ *  @param confFile             text, required; open toolkit: the time as in CertSetVerifyEnv, it may be empty
+ *  @param trustedCertificates  record of a byte string, required; it may be empty for the licensed toolkit; open toolkit: one
+ *                              certificate or a list of them (UTILAddObject), DER, at least one
+ *  @param intermediates        record of a byte string, required; it may be empty; open toolkit: one revocation list or a list
+ *                              of them, DER, and no certificates
  *  @return the common codes; 1001 when @p confFile, @p trustedCertificates or @p intermediates is null, from the
- *          backend; 1003 on the GPKI library */
+ *          backend; 1003 on the GPKI library; open toolkit: 3000 without a trusted certificate, 3007, 3101 and 3102 for what
+ *          cannot be read */
 SIGIL_EXPORT int CertSetVerifyEnv2(
     void* handle, char* confFile, BINSTR* trustedCertificates, BINSTR* intermediates);
 
 /** Verifies a certificate in the environment set before. The maker toolkit does not receive @p confFile.
  *  @param certificate    DER certificate
- *  @param purpose        option of the toolkit
- *  @param time           text of both toolkits, may be null
- *  @param confFile       text of the GPKI library, may be null
- *  @param checkStatus    flag of the toolkit
- *  @param intermediates  byte string, may be null
- *  @param crl            byte string, may be null
- *  @return the common codes; 1001 when @p certificate is empty */
+ *  @param purpose        option of the toolkit; open toolkit: SigilToolkitUsage
+ *  @param time           text of both toolkits, may be null; open toolkit: the policies of which one must hold, OIDs dotted or
+ *                        with blanks, separated by "|". Naming some makes an explicit policy required: a path without policies
+ *                        fails with 3207 then. Null or empty: any policy or none, unless an authority of the path itself
+ *                        requires one. The time is that of CertSetVerifyEnv
+ *  @param confFile       text of the GPKI library, may be null; open toolkit: not read
+ *  @param checkStatus    flag of the toolkit; open toolkit: whether the revocation of the whole path is checked, whatever
+ *                        CertSetVerifyEnv said
+ *  @param intermediates  byte string, may be null; open toolkit: one more authority or a list of them
+ *  @param crl            byte string, may be null; open toolkit: no list but an output, the path that was verified as a list of
+ *                        certificates, @p certificate first. Pass an empty record and release it with HV_BINSTR_Delete on the
+ *                        same handle. A failure leaves it as it was
+ *  @return the common codes; 1001 when @p certificate is empty; open toolkit: 3101, 3200 to 3208 */
 SIGIL_EXPORT int CertVerify(void* handle, BINSTR* certificate, int purpose, char* time, char* confFile,
     bool checkStatus, BINSTR* intermediates, BINSTR* crl);
 
 /** Verifies a certificate with the maker toolkit's second method.
  *  @param certificate  DER certificate
- *  @param purpose      option of the toolkit
- *  @param time         text of the toolkit, may be null
- *  @param confFile     text of the toolkit, may be null
- *  @return the common codes; 1001 when @p certificate is empty; 1003 on the GPKI library */
+ *  @param purpose      option of the toolkit; open toolkit: SigilToolkitUsage
+ *  @param time         text of the toolkit, may be null; open toolkit: the policies as in CertVerify
+ *  @param confFile     text of the toolkit, may be null; open toolkit: the time of this verification, as in CertSetVerifyEnv
+ *  @return the common codes; 1001 when @p certificate is empty; 1003 on the GPKI library; open toolkit: as CertVerify, 3007 for
+ *          a text that is not a time */
 SIGIL_EXPORT int CertVerify2(void* handle, BINSTR* certificate, int purpose, char* time, char* confFile);
 
 /** Has a certificate verified by an identity verification server.
@@ -261,9 +275,10 @@ SIGIL_EXPORT int CertCheckStatByOCSP(void* handle, BINSTR* certificate, bool sig
 
 /** Looks a certificate up in its revocation list (RFC 5280, 5).
  *  @param certificate     DER certificate
- *  @param revocationTime  text that the toolkit may write
- *  @param reason          number that the toolkit may write
- *  @return the common codes; 1001 when @p certificate is empty */
+ *  @param revocationTime  text that the toolkit may write; open toolkit: an input, the address of the list; null or empty for the
+ *                         lists of CertSetVerifyEnv2 and the addresses in the certificate
+ *  @param reason          number that the toolkit may write; open toolkit: the state, 0 good, 1 revoked
+ *  @return the common codes; 1001 when @p certificate is empty; open toolkit: 3201, 3205, 3208 */
 SIGIL_EXPORT int CertCheckStatByCRL(void* handle, BINSTR* certificate, char* revocationTime, int* reason);
 
 #endif
