@@ -57,7 +57,7 @@ public:
         : m_dialog(dialog)
     {
     }
-    ~KeysOfOneCall() { m_dialog.ForgetKeys(); }
+    ~KeysOfOneCall() { m_dialog.State().forgetKeys(); }
     KeysOfOneCall(const KeysOfOneCall&) = delete;
     KeysOfOneCall& operator=(const KeysOfOneCall&) = delete;
 
@@ -76,7 +76,7 @@ int ShowUserCertInit(int argc, char** argv)
     int result = 0;
     do
         result = QApplication::exec();
-    while (g_dlgUserCert->FinishFlag() != 1);
+    while (g_dlgUserCert->State().finishFlag() != 1);
     std::unique_ptr<SelectCertDialog>(std::exchange(g_dlgUserCert, nullptr)).reset();
     QCoreApplication::exit(0);
     std::unique_ptr<QApplication>(std::exchange(g_pQApplication, nullptr)).reset();
@@ -94,7 +94,7 @@ int ShowUserCert(void*, void*, tagINITOPT* pInit, tagLOADSELECTCERTOPTION* pLoad
     int rv = applyOptions(dialog, pInit, pLoad, pExtra);
     if (rv != 0)
         return rv;
-    dialog.StartCall();
+    dialog.State().startCall();
     rv = dialog.Initalize();
     LOG_LEVEL("DEBUG", __FILE__, __LINE__, __func__, "Initalize : %d", rv);
     if (rv != 0)
@@ -102,9 +102,9 @@ int ShowUserCert(void*, void*, tagINITOPT* pInit, tagLOADSELECTCERTOPTION* pLoad
     openMedium(dialog, pLoad);
     dialog.setModal(true);
     dialog.exec();
-    if (!dialog.IsDecided())
+    if (!dialog.State().isDecided())
         dialog.reject(); // the host ended the event loop under the dialog, which is still shown
-    const int result = handOut(dialog, dialog.AcceptedFlag() == 1, pResult);
+    const int result = handOut(dialog, dialog.State().acceptedFlag() == 1, pResult);
     LOG_LEVEL("DEBUG", __FILE__, __LINE__, __func__, "ShowUserCert end");
     return result;
 }

@@ -52,15 +52,4 @@ private:
     QByteArray m_bytes;
 };
 
-/** A character field for a password; overwritten when it goes. */
-template <std::size_t N>
-struct PasswordBuffer {
-    char text[N] = {};
-
-    PasswordBuffer() = default;
-    ~PasswordBuffer() { wipe(text, N); }
-    PasswordBuffer(const PasswordBuffer&) = delete;
-    PasswordBuffer& operator=(const PasswordBuffer&) = delete;
-};
-
 } // namespace sigil

@@ -1,93 +1,239 @@
 #include "ui/select_cert_dialog.h"
 
 #include "foundation/text_field.h"
-#include "ui/cert_records.h"
 #include "ui/cert_view_main_dialog.h"
 #include "ui/dialog_support.h"
 #include "ui/language_texts.h"
-#include "ui/media_button_style.h"
+#include "ui/password_buffer.h"
+#include "ui/password_dialog.h"
+#include "ui/removeable_dialog.h"
 #include "ui_select_cert_dialog.h"
 
-#include <sigildesk/certlist.h>
+#include <QFileDialog>
+#include <QItemSelectionModel>
 
-#include <QItemSelection>
-#include <QKeyEvent>
-#include <cstdio>
+using sigil::Outcome;
+using sigil::outcomeOf;
+using sigil::Step;
+namespace code = sigil::code;
+namespace medium = sigil::medium;
 
 namespace {
 
-template <class Record>
-void clear(Record& record)
+std::unique_ptr<Ui_SelectCertDialog> formOf(QDialog* dialog)
 {
-    sigil::wipe(&record, sizeof record);
+    auto form = std::make_unique<Ui_SelectCertDialog>();
+    form->setupUi(dialog);
+    return form;
 }
 
 } // namespace
 
 SelectCertDialog::SelectCertDialog(QWidget* parent)
     : QDialog(parent)
-    , m_Form(std::make_unique<Ui_SelectCertDialog>())
+    , m_Form(formOf(this))
+    , m_Table(m_Form->tableView_certlist)
+    , m_MediaButtons(*m_Form)
+    , m_Logo(m_Form->label_logo)
 {
-    m_Form->setupUi(this);
     sigil::letReturnPressButtons(this);
     // OK is not the default button, and Qt would mark Cancel as what Return does. The hidden one takes that mark.
     auto* unmarked = new QPushButton(this);
     unmarked->hide();
     unmarked->setDefault(true);
-    for (QPushButton* button : m_Form->groupBox->findChildren<QPushButton*>()) {
-        auto* style = new sigil::MediaButtonStyle; // owned by the button
-        style->setParent(button);
-        button->setStyle(style);
-    }
-    InitVariable();
-    m_nMedium = 1;
     qRegisterMetaType<QItemSelection>("QItemSelection");
+    // A row can also be selected with the keyboard or by a load; the field must not stay as the row before left it. The
+    // selected row counts, not the current one: that is the one that OK takes.
+    connect(m_Form->tableView_certlist->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+        [this] { LockPassword(m_Table.selectedRow()); });
 }
 
-SelectCertDialog::~SelectCertDialog()
-{
-    CLP_UnInitalize(m_hProcessor);
-    sigil::wipeField(m_Form->lineEdit_password);
-    ForgetKeys();
-    clear(m_szRememberedPassword);
-}
-
-void SelectCertDialog::InitVariable()
-{
-    m_nRv = 0;
-    m_nFinish = 1;
-    m_nMedium = 0;
-    m_nAccepted = undecided;
-    m_Entries.clear();
-    m_byMemoryFlag = 0;
-    m_nMemoryItem1Len = 0;
-    m_nMemoryItem2Len = 0;
-    clear(m_LoadOptions);
-    clear(m_InitOptions);
-    clear(m_SelectOptions);
-    clear(m_byMemoryItem1);
-    clear(m_byMemoryItem2);
-    clear(m_ExtraOptions);
-    clear(m_Staging);
-    clear(m_szLangFile);
-    clear(m_szLastError);
-    clear(m_szRememberedPassword);
-}
+SelectCertDialog::~SelectCertDialog() { sigil::wipeField(m_Form->lineEdit_password); }
 
 void SelectCertDialog::SetLibraryFolder(std::string_view folder) { sigil::copyText(m_szLibraryFolder, folder); }
 
-int SelectCertDialog::Initalize()
+int SelectCertDialog::SetInitOption(tagINITOPT* init, tagLOADSELECTCERTOPTION* load, tagEXTRAOPTION* extra)
 {
-    m_nRv = CLP_Initalize(&m_hProcessor, nullptr, 0, m_InitOptions.nLanguage, m_InitOptions.szLibraryFolder);
-    if (m_nRv != 0) {
-        std::printf("Initalize() CLP_Initalize = %d\n", m_nRv);
-        return m_nRv;
-    }
-    m_nRv = CLP_SetType(m_hProcessor, &m_LoadOptions);
-    if (m_nRv != 0)
-        std::printf("Initalize() CLP_SetType = %d\n", m_nRv);
-    return m_nRv;
+    return m_Selection.options().take(init, load, extra);
 }
+
+void SelectCertDialog::InitSetControl()
+{
+    const int language = m_Selection.language();
+    sigil::copyText(m_szLangFile, sigil::languageFile(m_Selection.options().init.szLibraryFolder, language));
+    m_Form->lineEdit_password->setEchoMode(QLineEdit::Password);
+    // Intended: never shown, and one more on every call. The dialog owns them.
+    auto* title = new QLabel(this);
+    title->setWindowTitle(QStringLiteral("인증서 선택창"));
+    title->hide();
+
+    SetControlTexts();
+    m_Table.setColumns(Texts());
+    SetButtonImage(1, 1, language);
+    SetButtonImage(1, 2, language);
+    for (int bit : {8, 4, 16, 32})
+        SetButtonImage(0, bit, language);
+    SetLogoImage();
+    m_Form->lineEdit_password->setEnabled(true); // an earlier call may have left it locked
+    m_Form->lineEdit_password->setFocus();
+}
+
+void SelectCertDialog::SetControlTexts()
+{
+    const sigil::LanguageTexts texts = Texts();
+    setWindowTitle(texts.ui("DLG_SELCERT_CAPITON"));
+    m_Form->groupBox->setTitle(texts.ui("DLG_GROUPBOX_MEDIA"));
+    m_Form->label_find->setText(texts.ui("DLG_FINDCERT_TEXT"));
+    m_Form->pushButton_find->setText(texts.ui("DLG_BUTTON_FIND"));
+    m_Form->label_pwd->setText(texts.ui("DLG_STATIC_CERTPASSWORD"));
+    m_Form->pushButton_ok->setText(texts.ui("DLG_BUTTON_OK"));
+    m_Form->pushButton_cancel->setText(texts.ui("DLG_BUTTON_CANCEL"));
+    m_Form->pushButton_view->setText(texts.ui("DLG_BUTTON_VIEW"));
+    m_Form->tableView_certlist->setAccessibleName(windowTitle());
+    m_Form->lineEdit_password->setAccessibleName(m_Form->label_pwd->text());
+    m_Form->lineEdit_msg->setAccessibleName(windowTitle());
+    m_Form->label_logo->setAccessibleName(windowTitle());
+}
+
+void SelectCertDialog::SetButtonImage(int state, int bit, int language)
+{
+    m_MediaButtons.SetButtonImage(state, bit, language, Texts());
+}
+
+void SelectCertDialog::SetLogoImage()
+{
+    m_Logo.SetLogoImage(m_Selection.options(), m_Form->pushButton_smcert->isEnabled());
+}
+
+int SelectCertDialog::Initalize() { return m_Selection.connect(); }
+
+void SelectCertDialog::SetInitMediaCert(int which)
+{
+    if (which != medium::memory)
+        return on_pushButton_hdd_clicked();
+    m_Table.clear();
+    m_Selection.takeCallersCertificate();
+}
+
+void SelectCertDialog::on_pushButton_hdd_clicked()
+{
+    m_Selection.turnTo(medium::hardDisk);
+    SetButtonImage(2, 1, m_Selection.language());
+    if (LoadCertDisk(medium::hardDisk, nullptr) == 0) {
+        Tell(outcomeOf(Step::OpenHardDisk, code::success));
+        SetExpiredCert(0);
+    }
+}
+
+void SelectCertDialog::on_pushButton_remove_clicked()
+{
+    RemoveableDialog chooser;
+    chooser.SetCaller(m_Selection.language(), m_szLibraryFolder, m_Selection.processor());
+    chooser.InitSetControl();
+    if (chooser.GetRemovableDisk() != 0)
+        return Tell(m_Selection.failDrives());
+    m_Selection.turnTo(medium::removableDisk);
+    if (chooser.exec() == Accepted) {
+        SetButtonImage(1, 1, m_Selection.language());
+        SetButtonImage(2, 2, m_Selection.language());
+        LoadCertDisk(medium::removableDisk, chooser.ChosenDrive());
+    }
+    // The removable button can be used once, and the medium stays 2 also when no drive was chosen: intended.
+    SetButtonImage(1, 1, m_Selection.language());
+    SetButtonImage(0, 2, m_Selection.language());
+}
+
+int SelectCertDialog::LoadCertDisk(int which, char* drive)
+{
+    const Outcome outcome = m_Selection.listDisk(which, drive);
+    ShowList(outcome);
+    Tell(outcome);
+    return outcome.code;
+}
+
+void SelectCertDialog::on_pushButton_find_clicked()
+{
+    const QString file =
+        QFileDialog::getOpenFileName(this, tr("Open File..."), "/", tr("PFX(*.PFX *.pfx);;p12(*.P12 *.p12)"));
+    if (file.isEmpty())
+        return;
+    char path[260];
+    sigil::copyText(path, file.toLocal8Bit().constData());
+
+    PasswordDialog dialog;
+    dialog.SetCaller(m_Selection.language(), m_szLibraryFolder);
+    dialog.InitSetControl();
+    if (dialog.exec() != Accepted)
+        return;
+    sigil::PasswordBuffer<1024> password;
+    sigil::copyText(password.text, dialog.Password());
+    const Outcome outcome = outcomeOf(Step::Import, LoadCertPKCS12(path, password.text));
+    if (outcome.code == 0)
+        m_Selection.rememberPassword(password.text);
+    Tell(outcome);
+}
+
+int SelectCertDialog::LoadCertPKCS12(char* path, char* password)
+{
+    const Outcome outcome = m_Selection.importFile(path, password);
+    ShowList(outcome);
+    Tell(outcome);
+    return outcome.code;
+}
+
+void SelectCertDialog::ShowList(const Outcome& outcome)
+{
+    if (!outcome.relisted)
+        return;
+    m_Table.clear();
+    if (outcome.code == 0)
+        m_Table.SetItemTableView(m_Selection.entries());
+}
+
+void SelectCertDialog::on_tableView_certlist_clicked(const QModelIndex&)
+{
+    const int row = m_Table.selectedRow();
+    if (row < 0)
+        Tell(outcomeOf(Step::ChooseRow, code::missing));
+    else
+        SetExpiredCert(row);
+}
+
+void SelectCertDialog::SetExpiredCert(int row)
+{
+    if (!m_Selection.holds(row))
+        return;
+    LockPassword(row);
+    Tell(m_Selection.select(row));
+}
+
+void SelectCertDialog::LockPassword(int row)
+{
+    const bool locked = m_Selection.isLocked(row);
+    if (locked)
+        sigil::wipeField(m_Form->lineEdit_password); // typed for another certificate; none is taken for this one
+    m_Form->lineEdit_password->setEnabled(!locked);
+}
+
+void SelectCertDialog::on_pushButton_ok_clicked()
+{
+    const sigil::TypedPassword typed(m_Form->lineEdit_password);
+    const Outcome outcome = m_Selection.confirm(m_Table.selectedRow(), typed.bytes());
+    Tell(outcome);
+    if (outcome.code != 0)
+        return;
+    sigil::wipeField(m_Form->lineEdit_password);
+    accept();
+}
+
+int SelectCertDialog::SetSelectCertInfo(int row, char* password)
+{
+    const Outcome outcome = m_Selection.unlock(row, password);
+    Tell(outcome);
+    return outcome.code;
+}
+
+void SelectCertDialog::GetSelectCertinfo(tagSELCERTINFO* result) { m_Selection.handOut(result); }
 
 void SelectCertDialog::keyPressEvent(QKeyEvent* event)
 {
@@ -100,7 +246,7 @@ void SelectCertDialog::on_pushButton_cancel_clicked() { reject(); }
 void SelectCertDialog::reject()
 {
     sigil::wipeField(m_Form->lineEdit_password);
-    m_nAccepted = 0;
+    m_Selection.giveUp();
     QDialog::reject();
 }
 
@@ -108,52 +254,26 @@ void SelectCertDialog::on_tableView_certlist_doubleClicked(const QModelIndex&) {
 
 void SelectCertDialog::on_pushButton_view_clicked()
 {
-    const int row = SelectedRow();
-    if (row < 0) {
-        ShowMessage("MSG_SELECTCERT_NOTSELECTCERT");
-        return;
-    }
+    tagCERTINFO* entry = m_Selection.entry(m_Table.selectedRow());
+    if (!entry)
+        return Tell(outcomeOf(Step::ChooseRow, code::missing));
     CertViewMainDialog viewer(this);
-    viewer.SetCertificate(m_szLangFile, m_hProcessor, &m_Entries[static_cast<std::size_t>(row)]);
+    viewer.SetCertificate(m_szLangFile, m_Selection.processor(), entry);
     viewer.InitSetControl();
     viewer.setModal(true);
     viewer.exec();
 }
 
-void SelectCertDialog::StartCall()
-{
-    m_nFinish = 0;
-    m_nAccepted = undecided;
-}
-
-void SelectCertDialog::ForgetKeys()
-{
-    clear(m_Staging);
-    clear(m_byMemoryItem1);
-    clear(m_byMemoryItem2);
-    m_nMemoryItem1Len = 0;
-    m_nMemoryItem2Len = 0;
-    for (tagCERTINFO& entry : m_Entries)
-        sigil::wipeKeys(entry);
-}
-
 sigil::LanguageTexts SelectCertDialog::Texts() { return {m_Util, m_szLangFile}; }
 
-void SelectCertDialog::ShowStatus(const char* messageKey)
+void SelectCertDialog::Tell(const Outcome& outcome)
 {
-    m_Form->lineEdit_msg->setText(Texts().message(messageKey));
-}
-
-void SelectCertDialog::ShowMessage(const char* messageKey, const char* captionKey)
-{
-    sigil::showInformation(this, Texts().ui(captionKey), Texts().message(messageKey));
-}
-
-int SelectCertDialog::SelectedRow() const
-{
-    const QModelIndexList selected = m_Form->tableView_certlist->selectionModel()
-        ? m_Form->tableView_certlist->selectionModel()->selectedIndexes()
-        : QModelIndexList();
-    const int row = selected.isEmpty() ? -1 : selected.first().row();
-    return row < CertCount() ? row : -1;
+    if (!outcome.telling)
+        return;
+    const std::string text = sigil::formatOneText(Texts().messageBytes(outcome.telling->textKey), outcome.value);
+    const QString shown = sigil::fromEucKr(text.substr(0, 1023));
+    if (outcome.telling->captionKey)
+        sigil::showInformation(this, Texts().ui(outcome.telling->captionKey), shown);
+    else
+        m_Form->lineEdit_msg->setText(shown);
 }

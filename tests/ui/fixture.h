@@ -56,7 +56,7 @@ protected:
         EXPECT_EQ(dialog->SetInitOption(&init, &load, extra.get()), 0);
         dialog->SetLibraryFolder(init.szLibraryFolder);
         dialog->InitSetControl();
-        dialog->StartCall();
+        dialog->State().startCall();
         EXPECT_EQ(dialog->Initalize(), 0);
         return *dialog;
     }

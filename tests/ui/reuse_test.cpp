@@ -41,7 +41,7 @@ TEST_F(ReuseTest, UnlocksThePasswordThatACallBeforeLocked)
     EXPECT_TRUE(canType());
     types(*dialog, "lineEdit_password", "x");
     presses(*dialog, "pushButton_ok");
-    EXPECT_EQ(dialog->AcceptedFlag(), 1) << "expired, but no lock was asked for";
+    EXPECT_EQ(dialog->State().acceptedFlag(), 1) << "expired, but no lock was asked for";
 }
 
 TEST_F(ReuseTest, ShowsNoRowOfTheCallBeforeForTheCallersCertificate)
@@ -52,7 +52,7 @@ TEST_F(ReuseTest, ShowsNoRowOfTheCallBeforeForTheCallersCertificate)
 
     giveMemoryCertificate();
     setUpAgain().SetInitMediaCert(6);
-    EXPECT_EQ(dialog->Medium(), 6);
+    EXPECT_EQ(dialog->State().medium(), 6);
     EXPECT_EQ(rows(), 0);
     EXPECT_FALSE(isRowSelected());
 }
@@ -63,8 +63,8 @@ TEST_F(ReuseTest, KeepsNoCertificateOfTheCallBeforeWhenTheCallersIsRefused)
     giveMemoryCertificate();
     scripted::processor().results["CLP_LoadMemoryCert"] = 1117;
     setUpAgain().SetInitMediaCert(6);
-    EXPECT_EQ(dialog->LastResult(), 1117);
-    EXPECT_EQ(dialog->CertCount(), 0);
+    EXPECT_EQ(dialog->State().lastResult(), 1117);
+    EXPECT_EQ(dialog->State().count(), 0);
     EXPECT_EQ(rows(), 0);
 }
 
@@ -74,7 +74,7 @@ TEST_F(ReuseTest, ReturnsToTheHardDiskAfterTheCallersCertificate)
     setUp().SetInitMediaCert(6);
     load.byMemoryCert = 0;
     setUpAgain().SetInitMediaCert(1);
-    EXPECT_EQ(dialog->Medium(), 1);
+    EXPECT_EQ(dialog->State().medium(), 1);
     EXPECT_EQ(rows(), 3);
     EXPECT_TRUE(isRowSelected());
 }
@@ -93,10 +93,10 @@ TEST_F(ReuseTest, DecidesEveryCallAnew)
     open();
     types(*dialog, "lineEdit_password", "x");
     presses(*dialog, "pushButton_ok");
-    ASSERT_EQ(dialog->AcceptedFlag(), 1);
+    ASSERT_EQ(dialog->State().acceptedFlag(), 1);
     setUpAgain();
-    EXPECT_EQ(dialog->AcceptedFlag(), -1);
-    EXPECT_EQ(dialog->FinishFlag(), 0);
+    EXPECT_EQ(dialog->State().acceptedFlag(), -1);
+    EXPECT_EQ(dialog->State().finishFlag(), 0);
 }
 
 TEST_F(ReuseTest, TakesTheNumbersOfEveryCallAnew)
@@ -134,7 +134,7 @@ TEST_F(ReuseTest, OffersTheRemovableDiskAgain)
     ASSERT_FALSE(widget("pushButton_remove").isEnabled());
     setUpAgain().SetInitMediaCert(1);
     EXPECT_TRUE(widget("pushButton_remove").isEnabled());
-    EXPECT_EQ(dialog->Medium(), 1);
+    EXPECT_EQ(dialog->State().medium(), 1);
 }
 
 TEST_F(ReuseTest, ShowsTheTextsOfTheLanguageOfEveryCall)

@@ -43,7 +43,7 @@ protected:
         EXPECT_EQ(box.icon, QMessageBox::Information);
         EXPECT_EQ(box.buttons, 1);
         EXPECT_TRUE(dialog->isVisible());
-        EXPECT_NE(dialog->AcceptedFlag(), 1);
+        EXPECT_NE(dialog->State().acceptedFlag(), 1);
     }
     std::unique_ptr<tagSELCERTINFO> result()
     {
@@ -61,7 +61,7 @@ TEST_F(ConfirmTest, HandsOutTheCertificateWithItsKeys)
     types(*dialog, "lineEdit_password", "Secret1!");
     presses(*dialog, "pushButton_ok");
     EXPECT_EQ(dialog->result(), 1);
-    EXPECT_EQ(dialog->AcceptedFlag(), 1);
+    EXPECT_EQ(dialog->State().acceptedFlag(), 1);
     EXPECT_FALSE(dialog->isVisible());
     EXPECT_EQ(password(), "");
     EXPECT_EQ(scripted::processor().lastCallOf("CLP_DecryptPriKey"), "CLP_DecryptPriKey 1 Secret1!");
@@ -91,7 +91,7 @@ TEST_F(ConfirmTest, ForgetsTheKeysWhenTold)
     open();
     types(*dialog, "lineEdit_password", "x");
     presses(*dialog, "pushButton_ok");
-    dialog->ForgetKeys();
+    dialog->State().forgetKeys();
     EXPECT_EQ(result()->nSignPriKeyLen, 0);
     EXPECT_EQ(result()->bySignPriKey[0], 0);
 }
@@ -138,7 +138,7 @@ TEST_F(ConfirmTest, TakesAPasswordOf1023BytesAndRefusesOneOf1024)
     expectBox("MSG_SELECTCERT_PASSWORD_MAX");
     field.setText(QString(1023, 'p'));
     presses(*dialog, "pushButton_ok");
-    EXPECT_EQ(dialog->AcceptedFlag(), 1);
+    EXPECT_EQ(dialog->State().acceptedFlag(), 1);
     EXPECT_EQ(
         scripted::processor().lastCallOf("CLP_DecryptPriKey"), "CLP_DecryptPriKey 0 " + std::string(1023, 'p'));
 }
@@ -169,7 +169,7 @@ TEST_F(ConfirmTest, ExplainsWhatTheProcessorRefused)
         open();
         types(*dialog, "lineEdit_password", "wrong");
         expectBox(refusal.key);
-        EXPECT_EQ(dialog->LastResult(), refusal.code);
+        EXPECT_EQ(dialog->State().lastResult(), refusal.code);
         EXPECT_EQ(password(), "wrong") << "the field keeps its text";
         EXPECT_EQ(rows(), 3) << "the list stays";
         dialog.reset();
@@ -184,9 +184,9 @@ TEST_F(ConfirmTest, IsSilentAboutOtherCodes)
         open();
         types(*dialog, "lineEdit_password", "x");
         presses(*dialog, "pushButton_ok");
-        EXPECT_EQ(dialog->LastResult(), 1118);
+        EXPECT_EQ(dialog->State().lastResult(), 1118);
         EXPECT_TRUE(dialog->isVisible());
-        EXPECT_NE(dialog->AcceptedFlag(), 1);
+        EXPECT_NE(dialog->State().acceptedFlag(), 1);
     }
 }
 
@@ -196,25 +196,25 @@ TEST_F(ConfirmTest, CountsAnEmptyKeyAsNone)
     open();
     types(*dialog, "lineEdit_password", "x");
     expectBox("DLG_CERTPASSWORD_WRONG_PKCS11");
-    EXPECT_EQ(dialog->LastResult(), 1114);
+    EXPECT_EQ(dialog->State().lastResult(), 1114);
     EXPECT_EQ(scripted::processor().lastCallOf("CLP_GetPriKeyRandom"), "") << "not asked without a key";
 }
 
-TEST_F(ConfirmTest, CountsAKeyThatDoesNotFitTheResultAsNone)
+TEST_F(ConfirmTest, TellsThatAKeyDoesNotFitTheResult)
 {
     for (const std::size_t length : {2049u, 4097u}) {
         scripted::processor().signKey.assign(length, 'k');
         open();
         types(*dialog, "lineEdit_password", "x");
-        expectBox("DLG_CERTPASSWORD_WRONG_PKCS11");
-        EXPECT_EQ(dialog->LastResult(), 1114);
+        expectBox("MSG_SELECTCERT_KEY_MAX");
+        EXPECT_EQ(dialog->State().lastResult(), 1114);
         EXPECT_EQ(scripted::processor().lastCallOf("CLP_GetPriKeyRandom"), "");
     }
     scripted::processor().signKey.assign(2048, 'k');
     open();
     types(*dialog, "lineEdit_password", "x");
     presses(*dialog, "pushButton_ok");
-    EXPECT_EQ(dialog->AcceptedFlag(), 1);
+    EXPECT_EQ(dialog->State().acceptedFlag(), 1);
     EXPECT_EQ(result()->nSignPriKeyLen, 2048);
 }
 
@@ -229,14 +229,26 @@ TEST_F(ConfirmTest, CountsAKeyThatDoesNotFitAsNoneAfterOneThatDid)
     EXPECT_EQ(dialog->SetSelectCertInfo(0, password), 1114);
 }
 
+TEST_F(ConfirmTest, TellsThatAKeyManagementKeyDoesNotFitAndLeavesItOut)
+{
+    for (const std::size_t length : {2049u, 4097u}) {
+        scripted::processor().kmKey.assign(length, 'k');
+        open();
+        types(*dialog, "lineEdit_password", "x");
+        EXPECT_EQ(confirm().text, driver::message(korean, "MSG_SELECTCERT_KMKEY_MAX"));
+        EXPECT_EQ(dialog->State().acceptedFlag(), 1);
+        EXPECT_EQ(result()->nKmPriKeyLen, 0);
+    }
+}
+
 TEST_F(ConfirmTest, LeavesOutAKeyManagementKeyAndARandomValueThatDoNotFit)
 {
     scripted::processor().kmKey.assign(2049, 'k');
     scripted::processor().random.assign(1025, 'r');
     open();
     types(*dialog, "lineEdit_password", "x");
-    presses(*dialog, "pushButton_ok");
-    EXPECT_EQ(dialog->AcceptedFlag(), 1);
+    confirm();
+    EXPECT_EQ(dialog->State().acceptedFlag(), 1);
     EXPECT_EQ(bytes(result()->bySignPriKey, result()->nSignPriKeyLen), "sign key");
     EXPECT_EQ(result()->nKmPriKeyLen, 0);
     EXPECT_EQ(result()->byKmPriKey[0], 0);
@@ -248,13 +260,15 @@ TEST_F(ConfirmTest, WantsAKeyOfACertificateInMemoryToo)
     load.byMemoryCert = 1;
     setUp();
     char password[] = "x";
-    for (int length : {0, 2049}) {
+    const std::pair<int, const char*> lengths[] = {
+        {0, "DLG_CERTPASSWORD_WRONG_PKCS11"}, {2049, "MSG_SELECTCERT_KEY_MAX"}};
+    for (const auto& [length, text] : lengths) {
         scripted::processor().entries[0].nSignPriKeyLen = length;
         dialog->SetInitMediaCert(6);
         Box box;
         answerBox(box);
         EXPECT_EQ(dialog->SetSelectCertInfo(0, password), 1114);
-        EXPECT_EQ(box.text, driver::message(korean, "DLG_CERTPASSWORD_WRONG_PKCS11"));
+        EXPECT_EQ(box.text, driver::message(korean, text));
     }
 }
 
@@ -297,7 +311,7 @@ TEST_F(ConfirmTest, IsGivenUpWithCancelEscapeAndTheCloseButton)
         giveUp();
         EXPECT_FALSE(dialog->isVisible());
         EXPECT_EQ(dialog->result(), 0);
-        EXPECT_EQ(dialog->AcceptedFlag(), 0);
+        EXPECT_EQ(dialog->State().acceptedFlag(), 0);
         EXPECT_EQ(password(), "");
     }
 }
@@ -308,7 +322,7 @@ TEST_F(ConfirmTest, IsConfirmedWithReturnFromTheFieldTheListAndOk)
         open();
         types(*dialog, "lineEdit_password", "x");
         QTest::keyClick(&driver::find<QWidget>(*dialog, name), Qt::Key_Return);
-        EXPECT_EQ(dialog->AcceptedFlag(), 1) << name;
+        EXPECT_EQ(dialog->State().acceptedFlag(), 1) << name;
     }
 }
 
@@ -317,7 +331,7 @@ TEST_F(ConfirmTest, IsGivenUpWithReturnOnFocusedCancel)
     open();
     types(*dialog, "lineEdit_password", "x");
     QTest::keyClick(&widget("pushButton_cancel"), Qt::Key_Return);
-    EXPECT_EQ(dialog->AcceptedFlag(), 0);
+    EXPECT_EQ(dialog->State().acceptedFlag(), 0);
     EXPECT_EQ(scripted::processor().lastCallOf("CLP_DecryptPriKey"), "");
 }
 
@@ -329,7 +343,7 @@ TEST_F(ConfirmTest, IgnoresTheKeypadEnterAndAllOtherKeys)
         for (int key : {Qt::Key_Enter, Qt::Key_F1, Qt::Key_PageUp})
             QTest::keyClick(&driver::find<QWidget>(*dialog, name), Qt::Key(key), Qt::KeypadModifier);
     EXPECT_TRUE(dialog->isVisible());
-    EXPECT_EQ(dialog->AcceptedFlag(), -1);
+    EXPECT_EQ(dialog->State().acceptedFlag(), -1);
 }
 
 TEST_F(ConfirmTest, KeepsThePasswordOutOfTheClipboard)

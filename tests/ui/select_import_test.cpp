@@ -96,7 +96,7 @@ TEST_F(ImportTest, ListsTheImportedCertificate)
         scripted::processor().lastCallOf("CLP_ImportPFX"), "CLP_ImportPFX " + path().toStdString() + " Secret");
     EXPECT_EQ(scripted::processor().lastCallOf("CLP_LoadMemoryCert"),
         "CLP_LoadMemoryCert certificate|key|km certificate|km key");
-    EXPECT_EQ(dialog->Medium(), 6);
+    EXPECT_EQ(dialog->State().medium(), 6);
     ASSERT_EQ(rows(), 1);
     EXPECT_EQ(driver::cell(*dialog, "tableView_certlist", 0, 0), QStringLiteral("가져온이"));
     EXPECT_TRUE(widget<QTableView>("tableView_certlist").selectionModel()->isRowSelected(0, {}));
@@ -115,7 +115,7 @@ TEST_F(ImportTest, ConfirmsWithTheImportPasswordIgnoringCase)
     widget<QLineEdit>("lineEdit_password").clear();
     driver::types(*dialog, "lineEdit_password", "sECRET");
     presses(*dialog, "pushButton_ok");
-    EXPECT_EQ(dialog->AcceptedFlag(), 1);
+    EXPECT_EQ(dialog->State().acceptedFlag(), 1);
     EXPECT_EQ(scripted::processor().lastCallOf("CLP_DecryptPriKey"), "");
     tagSELCERTINFO out{};
     dialog->GetSelectCertinfo(&out);
@@ -150,7 +150,7 @@ TEST_F(ImportTest, RemembersThePasswordForLaterCallsButConfirmsNoCertificateOfTh
     };
     EXPECT_EQ(confirmsWith("other"), driver::message(korean, "MSG_SELECTCERT_PASSWORD_DIFFERENT"));
     EXPECT_EQ(confirmsWith("Secret"), driver::message(korean, "MSG_SELECTCERT_NOTSELECTCERT")) << "there is no row";
-    EXPECT_EQ(dialog->AcceptedFlag(), -1);
+    EXPECT_EQ(dialog->State().acceptedFlag(), -1);
 }
 
 TEST_F(ImportTest, StopsWhenNoPasswordIsGiven)
@@ -181,7 +181,7 @@ TEST_F(ImportTest, ExplainsAFailedImport)
         EXPECT_EQ(box.caption, driver::ui(korean, failure.caption));
         EXPECT_FALSE(box.caption.isEmpty());
         EXPECT_EQ(rows(), 3) << "the list stays";
-        EXPECT_EQ(dialog->LastResult(), failure.code);
+        EXPECT_EQ(dialog->State().lastResult(), failure.code);
     }
 }
 
@@ -191,7 +191,7 @@ TEST_F(ImportTest, TellsThatTheSigningPairIsMissingAndCountsTheImportAsDone)
     boxes = 0;
     EXPECT_EQ(findWithBox("x").text, driver::message(korean, "MSG_SELECTCERT_NOCERT_SIGN"));
     EXPECT_EQ(rows(), 3);
-    EXPECT_EQ(dialog->LastResult(), 0);
+    EXPECT_EQ(dialog->State().lastResult(), 0);
     EXPECT_EQ(status(), driver::message(korean, "MSG_SELECTCERT_SELCERTINPUTPWD"));
 }
 
@@ -203,7 +203,7 @@ TEST_F(ImportTest, TellsThatTheFileYieldedNoCertificate)
     EXPECT_EQ(findWithBox("x").text, driver::message(korean, "MSG_SELECTCERT_NOCERT"));
     EXPECT_EQ(boxes, 2);
     awaitedBoxes = 1;
-    EXPECT_EQ(dialog->LastResult(), 1115);
+    EXPECT_EQ(dialog->State().lastResult(), 1115);
     EXPECT_EQ(rows(), 0);
 }
 

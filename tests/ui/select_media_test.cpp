@@ -13,8 +13,8 @@ using driver::whenShown;
 TEST_P(SelectionInBothLanguages, ListsTheHardDisk)
 {
     open(GetParam());
-    EXPECT_EQ(dialog->Medium(), 1);
-    EXPECT_EQ(dialog->CertCount(), 3);
+    EXPECT_EQ(dialog->State().medium(), 1);
+    EXPECT_EQ(dialog->State().count(), 3);
     EXPECT_EQ(scripted::processor().lastCallOf("CLP_SetMediaType"), "CLP_SetMediaType 1");
     ASSERT_EQ(rows(), 3);
     const QString expected[] = {
@@ -41,15 +41,15 @@ TEST_P(SelectionInBothLanguages, TellsThatAMediumHoldsNoCertificate)
     open(GetParam());
     EXPECT_EQ(rows(), 0);
     EXPECT_EQ(status(), driver::message(GetParam(), "MSG_SELECTCERT_NOCERT"));
-    EXPECT_EQ(dialog->LastResult(), 1115);
-    EXPECT_STREQ(dialog->LastError(), "LoadCertDisk() m_nRv : 1115");
+    EXPECT_EQ(dialog->State().lastResult(), 1115);
+    EXPECT_STREQ(dialog->State().lastError(), "LoadCertDisk() m_nRv : 1115");
 }
 
 TEST_F(SelectionTest, CountsAnEmptyListAsNoCertificate)
 {
     scripted::processor().entries.clear();
     open();
-    EXPECT_EQ(dialog->LastResult(), 1115);
+    EXPECT_EQ(dialog->State().lastResult(), 1115);
     EXPECT_EQ(status(), driver::message(korean, "MSG_SELECTCERT_NOCERT"));
 }
 
@@ -58,9 +58,9 @@ TEST_F(SelectionTest, KeepsOtherLoadErrorsToItself)
     for (const char* function : {"CLP_LoadCertList", "CLP_SetMediaType"}) {
         scripted::processor().results = {{function, 1007}};
         open();
-        EXPECT_EQ(dialog->LastResult(), 1007);
+        EXPECT_EQ(dialog->State().lastResult(), 1007);
         EXPECT_EQ(status(), "") << "only a medium without certificates is told";
-        EXPECT_STREQ(dialog->LastError(), "LoadCertDisk() m_nRv : 1007");
+        EXPECT_STREQ(dialog->State().lastError(), "LoadCertDisk() m_nRv : 1007");
         EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
         dialog.reset();
     }
@@ -90,7 +90,7 @@ TEST_F(SelectionTest, ReplacesTheListOnEveryLoad)
     scripted::processor().entries.resize(1);
     QTest::mouseClick(&widget("pushButton_hdd"), Qt::LeftButton);
     EXPECT_EQ(rows(), 1);
-    EXPECT_EQ(dialog->CertCount(), 1);
+    EXPECT_EQ(dialog->State().count(), 1);
 }
 
 TEST_F(SelectionTest, ListsARemovableDisk)
@@ -101,7 +101,7 @@ TEST_F(SelectionTest, ListsARemovableDisk)
         driver::presses(chooser, "pushButton_ok");
     });
     driver::presses(*dialog, "pushButton_remove");
-    EXPECT_EQ(dialog->Medium(), 2);
+    EXPECT_EQ(dialog->State().medium(), 2);
     EXPECT_EQ(scripted::processor().lastCallOf("CLP_SetMediaType"), "CLP_SetMediaType 2 /media/DATA");
     EXPECT_EQ(rows(), 3);
     EXPECT_FALSE(widget("pushButton_remove").isEnabled()) << "it can be used once";
@@ -117,7 +117,7 @@ TEST_F(SelectionTest, DisablesTheRemovableButtonAfterItsFirstUse)
     EXPECT_FALSE(widget("pushButton_remove").isEnabled());
     EXPECT_TRUE(widget("pushButton_hdd").isEnabled());
     EXPECT_EQ(widget("pushButton_hdd").iconSize(), QSize(50, 60));
-    EXPECT_EQ(dialog->Medium(), 2) << "also when no drive was chosen, on purpose";
+    EXPECT_EQ(dialog->State().medium(), 2) << "also when no drive was chosen, on purpose";
     EXPECT_EQ(scripted::processor().lastCallOf("CLP_SetMediaType"), "CLP_SetMediaType 1")
         << "the list is left alone";
 }
@@ -133,8 +133,8 @@ TEST_P(SelectionInBothLanguages, TellsThatNoRemovableDiskCouldBeListed)
         driver::presses(*dialog, "pushButton_remove");
         EXPECT_EQ(box.text, driver::message(GetParam(), "MSG_SELECTCERT_REMDRIVE_GETINFOFAIL"));
         EXPECT_EQ(box.caption, driver::ui(GetParam(), "DLG_REMOVABLE_CAPTION"));
-        EXPECT_EQ(dialog->LastResult(), 1111);
-        EXPECT_EQ(dialog->Medium(), 1);
+        EXPECT_EQ(dialog->State().lastResult(), 1111);
+        EXPECT_EQ(dialog->State().medium(), 1);
         EXPECT_TRUE(widget("pushButton_remove").isEnabled());
     }
 }
@@ -169,8 +169,8 @@ TEST_F(MemoryTest, TakesTheCallersCertificateAndShowsNoRow)
     setUp().SetInitMediaCert(6);
     EXPECT_EQ(scripted::processor().lastCallOf("CLP_SetMediaType"), "CLP_SetMediaType 6");
     EXPECT_EQ(scripted::processor().lastCallOf("CLP_LoadMemoryCert"), "CLP_LoadMemoryCert certificate|key|-|-");
-    EXPECT_EQ(dialog->Medium(), 6);
-    EXPECT_EQ(dialog->CertCount(), 1);
+    EXPECT_EQ(dialog->State().medium(), 6);
+    EXPECT_EQ(dialog->State().count(), 1);
     EXPECT_EQ(rows(), 0);
 }
 
@@ -193,7 +193,7 @@ TEST_F(MemoryTest, ReturnsWhatTheProcessorRefuses)
     setUp();
     for (const char* function : {"CLP_SetMediaType", "CLP_LoadMemoryCert"}) {
         scripted::processor().results = {{function, 1117}};
-        EXPECT_EQ(dialog->LoadMemoryCert(nullptr, 0, nullptr, 0, nullptr, 0, nullptr, 0), 1117);
+        EXPECT_EQ(dialog->State().LoadMemoryCert(nullptr, 0, nullptr, 0, nullptr, 0, nullptr, 0), 1117);
     }
 }
 
@@ -201,15 +201,15 @@ TEST_F(MemoryTest, CountsARefusedCertificateAsNone)
 {
     setUp();
     scripted::processor().entries.clear();
-    EXPECT_EQ(dialog->LoadMemoryCert(nullptr, 0, nullptr, 0, nullptr, 0, nullptr, 0), 1115);
-    EXPECT_EQ(dialog->LastResult(), 1115);
+    EXPECT_EQ(dialog->State().LoadMemoryCert(nullptr, 0, nullptr, 0, nullptr, 0, nullptr, 0), 1115);
+    EXPECT_EQ(dialog->State().lastResult(), 1115);
 }
 
 TEST_F(MemoryTest, ReturnsTheResultOfTheLastEntry)
 {
     setUp();
     scripted::processor().entryResults[0] = 1122;
-    EXPECT_EQ(dialog->LoadMemoryCert(nullptr, 0, nullptr, 0, nullptr, 0, nullptr, 0), 1122);
+    EXPECT_EQ(dialog->State().LoadMemoryCert(nullptr, 0, nullptr, 0, nullptr, 0, nullptr, 0), 1122);
 }
 
 class ExpiredTest : public SelectionTest {
@@ -265,7 +265,7 @@ TEST_F(ExpiredTest, EmptiesThePasswordThatWasTypedForAnotherRow)
     answerBox(box);
     driver::presses(*dialog, "pushButton_ok");
     EXPECT_EQ(box.text, driver::message(korean, "MSG_SELECTCERT_INPUTPASSWORD"));
-    EXPECT_NE(dialog->AcceptedFlag(), 1);
+    EXPECT_NE(dialog->State().acceptedFlag(), 1);
 }
 
 TEST_F(ExpiredTest, KeepsThePasswordForARowThatIsNotLocked)
@@ -306,7 +306,7 @@ TEST_F(ExpiredTest, IsNotHandedOutWhateverTheFieldHolds)
     driver::presses(*dialog, "pushButton_ok");
     EXPECT_EQ(box.text, driver::message(korean, "MSG_SELECTCERT_EXIRED").replace("%s", "2025-10-31"));
     EXPECT_EQ(scripted::processor().lastCallOf("CLP_DecryptPriKey"), "");
-    EXPECT_NE(dialog->AcceptedFlag(), 1);
+    EXPECT_NE(dialog->State().acceptedFlag(), 1);
 }
 
 TEST_F(ExpiredTest, LeavesThePasswordOpenWhenThereIsNoRow)

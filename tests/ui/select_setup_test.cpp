@@ -34,15 +34,15 @@ const MediaButton media[] = {
 TEST_F(SelectionTest, StartsOnTheHardDiskWithNothingDecided)
 {
     SelectCertDialog fresh;
-    EXPECT_EQ(fresh.LastResult(), 0);
-    EXPECT_EQ(fresh.FinishFlag(), 1);
-    EXPECT_EQ(fresh.Medium(), 1);
-    EXPECT_EQ(fresh.AcceptedFlag(), -1);
-    EXPECT_EQ(fresh.CertCount(), 0);
-    EXPECT_STREQ(fresh.LastError(), "");
+    EXPECT_EQ(fresh.State().lastResult(), 0);
+    EXPECT_EQ(fresh.State().finishFlag(), 1);
+    EXPECT_EQ(fresh.State().medium(), 1);
+    EXPECT_EQ(fresh.State().acceptedFlag(), -1);
+    EXPECT_EQ(fresh.State().count(), 0);
+    EXPECT_STREQ(fresh.State().lastError(), "");
     EXPECT_NE(QMetaType::type("QItemSelection"), int(QMetaType::UnknownType));
-    fresh.InitVariable();
-    EXPECT_EQ(fresh.Medium(), 0);
+    fresh.State().InitVariable();
+    EXPECT_EQ(fresh.State().medium(), 0);
 }
 
 TEST_F(SelectionTest, RefusesMissingInitOptions)

@@ -81,7 +81,7 @@ TEST_F(X11Test, ConfirmsWithTypedKeysAndReturn)
     EXPECT_TRUE(dialog->isVisible()) << "the keypad's Enter does nothing";
     tool({"key", "Return"});
     EXPECT_TRUE(QTest::qWaitFor([&] { return !dialog->isVisible(); }));
-    EXPECT_EQ(dialog->AcceptedFlag(), 1);
+    EXPECT_EQ(dialog->State().acceptedFlag(), 1);
     EXPECT_EQ(scripted::processor().lastCallOf("CLP_DecryptPriKey"), "CLP_DecryptPriKey 0 Secret1");
 }
 
@@ -91,7 +91,7 @@ TEST_F(X11Test, CancelsWithEscapeAndWithTheAltKey)
         openFocused(english);
         tool({"key", key});
         EXPECT_TRUE(QTest::qWaitFor([&] { return !dialog->isVisible(); })) << key;
-        EXPECT_EQ(dialog->AcceptedFlag(), 0) << key;
+        EXPECT_EQ(dialog->State().acceptedFlag(), 0) << key;
     }
 }
 
