@@ -57,6 +57,8 @@ CertViewDetailForm::CertViewDetailForm(QWidget* parent)
 
 CertViewDetailForm::~CertViewDetailForm() = default;
 
+QWidget* CertViewDetailForm::LastControl() const { return m_Form->textEdit_certinfo; }
+
 void CertViewDetailForm::SetCertificate(const char* langFile, tagCERTINFO* entry)
 {
     sigil::copyText(m_szLangFile, langFile ? langFile : "");

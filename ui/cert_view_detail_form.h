@@ -26,6 +26,8 @@ public:
 
     /** What is shown. @param entry stays the caller's and must outlive the form */
     void SetCertificate(const char* langFile, tagCERTINFO* entry);
+    /** The last control that the Tab key reaches. */
+    QWidget* LastControl() const;
     /** Headers and rows. */
     void InitSetControl();
 

@@ -15,6 +15,9 @@ CertViewMainDialog::CertViewMainDialog(QWidget* parent)
     sigil::letReturnPressButtons(this);
     m_NormalForm = new CertViewNormalForm(m_Form->tab_normal); // a widget belongs to its parent
     m_DetailForm = new CertViewDetailForm(m_Form->tab_detail);
+    // The pages were made last; the Tab key reaches them before the buttons below all the same.
+    setTabOrder(m_DetailForm->LastControl(), m_Form->pushButton_verify);
+    setTabOrder(m_Form->pushButton_verify, m_Form->pushButton_ok);
 }
 
 CertViewMainDialog::~CertViewMainDialog() = default;

@@ -60,6 +60,14 @@ void showWholeRows(QTableView* table)
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
 }
 
+void askForPassword(QLineEdit* field)
+{
+    if (!field->isEnabled())
+        return;
+    field->setFocus();
+    field->selectAll();
+}
+
 void wipeField(QLineEdit* field)
 {
     QString text = field->text(); // shares the field's own memory, so that wiping it wipes what was typed

@@ -35,6 +35,10 @@ void letReturnPressButtons(QDialog* dialog);
 /** Makes a list of whole rows, one at a time, that cannot be edited. */
 void showWholeRows(QTableView* table);
 
+/** Puts the keyboard into a password field, with what it holds selected, so that the next try replaces it. A locked
+ *  field is left alone. */
+void askForPassword(QLineEdit* field);
+
 /** Empties a password field and overwrites the text that it held. */
 void wipeField(QLineEdit* field);
 

@@ -1,6 +1,7 @@
 #include "ui/password_dialog.h"
 
 #include "foundation/text_field.h"
+#include "ui/caps_lock_hint.h"
 #include "ui/dialog_support.h"
 #include "ui/language_texts.h"
 #include "ui_password_dialog.h"
@@ -11,6 +12,7 @@ PasswordDialog::PasswordDialog(QWidget* parent)
 {
     m_Form->setupUi(this);
     sigil::letReturnPressButtons(this);
+    new sigil::CapsLockHint(m_Form->lineEdit_password, [this](bool on) { ShowTitle(on); }); // owned by the field
 }
 
 PasswordDialog::~PasswordDialog() { sigil::wipe(m_szPassword, sizeof m_szPassword); }
@@ -27,7 +29,7 @@ void PasswordDialog::InitSetControl()
     m_Form->lineEdit_password->setEchoMode(QLineEdit::Password);
     const sigil::LanguageTexts texts(m_Util, m_szLangFile);
     setWindowTitle(texts.ui("DLG_CERTPASSWORD_CAPITON"));
-    m_Form->label_title->setText(texts.ui("DLG_CERTPASSWORD_INPUT"));
+    ShowTitle(false);
     m_Form->label_pwd->setText(texts.ui("DLG_STATIC_CERTPASSWORD"));
     m_Form->pushButton_ok->setText(texts.ui("DLG_BUTTON_OK"));
     m_Form->pushButton_cancel->setText(texts.ui("DLG_BUTTON_CANCEL"));
@@ -45,10 +47,18 @@ void PasswordDialog::on_pushButton_ok_clicked()
     accept();
 }
 
+void PasswordDialog::ShowTitle(bool capsLock)
+{
+    const sigil::LanguageTexts texts(m_Util, m_szLangFile);
+    m_Form->label_title->setText(
+        capsLock ? texts.message("MSG_SELECTCERT_CAPSLOCK") : texts.ui("DLG_CERTPASSWORD_INPUT"));
+}
+
 void PasswordDialog::ShowMessage(const char* messageKey)
 {
     const sigil::LanguageTexts texts(m_Util, m_szLangFile);
     sigil::showInformation(this, texts.ui("DLG_SELCERT_CAPITON"), texts.message(messageKey));
+    sigil::askForPassword(m_Form->lineEdit_password);
 }
 
 void PasswordDialog::on_pushButton_cancel_clicked() { reject(); }

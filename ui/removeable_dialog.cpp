@@ -8,6 +8,7 @@
 #include <sigildesk/certlist.h>
 
 #include <QItemSelectionModel>
+#include <QKeyEvent>
 #include <new>
 
 namespace {
@@ -18,6 +19,22 @@ constexpr int noDrive = 1111;
 /** The processor fills as many records as disks are mounted at that moment: room for those mounted since the count. */
 constexpr std::size_t spareDrives = 16;
 
+bool isArrow(QEvent* event)
+{
+    if (event->type() != QEvent::KeyPress)
+        return false;
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    return key == Qt::Key_Up || key == Qt::Key_Down;
+}
+
+bool isFocusByKey(QEvent* event)
+{
+    if (event->type() != QEvent::FocusIn)
+        return false;
+    const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
+    return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason || reason == Qt::ShortcutFocusReason;
+}
+
 } // namespace
 
 RemoveableDialog::RemoveableDialog(QWidget* parent)
@@ -27,6 +44,8 @@ RemoveableDialog::RemoveableDialog(QWidget* parent)
     m_Form->setupUi(this);
     sigil::letReturnPressButtons(this);
     m_Form->label_text->setFocus();
+    m_Form->label_text->installEventFilter(this);
+    m_Form->tableView_remobable->installEventFilter(this);
 }
 
 RemoveableDialog::~RemoveableDialog() = default;
@@ -104,6 +123,18 @@ void RemoveableDialog::on_pushButton_ok_clicked()
     }
     const sigil::LanguageTexts texts(m_Util, m_szLangFile);
     m_nBoxResult = sigil::showInformation(this, texts.ui("DLG_REMOVABLE_CAPTION"), texts.ui("DLG_REMOVABLE_TITLE"));
+}
+
+bool RemoveableDialog::eventFilter(QObject* watched, QEvent* event)
+{
+    QTableView* list = m_Form->tableView_remobable;
+    if (watched == m_Form->label_text && isArrow(event)) {
+        list->setFocus(Qt::ShortcutFocusReason);
+        return true;
+    }
+    if (watched == list && isFocusByKey(event) && !list->selectionModel()->hasSelection())
+        list->selectRow(0);
+    return QDialog::eventFilter(watched, event);
 }
 
 void RemoveableDialog::on_pushButton_cancel_clicked() { reject(); }

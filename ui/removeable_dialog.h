@@ -42,6 +42,11 @@ public slots: // NOLINT(readability-redundant-access-specifiers): the slots must
     /** Escape cancels, Return confirms, every other key ends here. */
     void keyPressEvent(QKeyEvent* event) override;
 
+protected:
+    /** The focus begins on the text above the list, where an arrow key reaches the list all the same; a list that is
+     *  reached with the keyboard begins on its first row. */
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     int ReadDrives(int count);
     void SetListItem();

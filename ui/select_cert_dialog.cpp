@@ -1,6 +1,7 @@
 #include "ui/select_cert_dialog.h"
 
 #include "foundation/text_field.h"
+#include "ui/caps_lock_hint.h"
 #include "ui/cert_view_main_dialog.h"
 #include "ui/dialog_support.h"
 #include "ui/language_texts.h"
@@ -41,6 +42,9 @@ SelectCertDialog::SelectCertDialog(QWidget* parent)
     auto* unmarked = new QPushButton(this);
     unmarked->hide();
     unmarked->setDefault(true);
+    new sigil::CapsLockHint(m_Form->lineEdit_password, [this](bool on) { // owned by the field
+        m_Form->lineEdit_msg->setText(on ? Texts().message("MSG_SELECTCERT_CAPSLOCK") : m_Status);
+    });
     qRegisterMetaType<QItemSelection>("QItemSelection");
     // A row can also be selected with the keyboard or by a load; the field must not stay as the row before left it. The
     // selected row counts, not the current one: that is the one that OK takes.
@@ -123,6 +127,7 @@ void SelectCertDialog::on_pushButton_hdd_clicked()
         Tell(outcomeOf(Step::OpenHardDisk, code::success));
         SetExpiredCert(0);
     }
+    sigil::askForPassword(m_Form->lineEdit_password);
 }
 
 void SelectCertDialog::on_pushButton_remove_clicked()
@@ -141,6 +146,7 @@ void SelectCertDialog::on_pushButton_remove_clicked()
     // The removable button can be used once, and the medium stays 2 also when no drive was chosen: intended.
     SetButtonImage(1, 1, m_Selection.language());
     SetButtonImage(0, 2, m_Selection.language());
+    sigil::askForPassword(m_Form->lineEdit_password);
 }
 
 int SelectCertDialog::LoadCertDisk(int which, char* drive)
@@ -171,6 +177,7 @@ void SelectCertDialog::on_pushButton_find_clicked()
     if (outcome.code == 0)
         m_Selection.rememberPassword(password.text);
     Tell(outcome);
+    sigil::askForPassword(m_Form->lineEdit_password);
 }
 
 int SelectCertDialog::LoadCertPKCS12(char* path, char* password)
@@ -194,9 +201,9 @@ void SelectCertDialog::on_tableView_certlist_clicked(const QModelIndex&)
 {
     const int row = m_Table.selectedRow();
     if (row < 0)
-        Tell(outcomeOf(Step::ChooseRow, code::missing));
-    else
-        SetExpiredCert(row);
+        return Tell(outcomeOf(Step::ChooseRow, code::missing));
+    SetExpiredCert(row);
+    sigil::askForPassword(m_Form->lineEdit_password);
 }
 
 void SelectCertDialog::SetExpiredCert(int row)
@@ -221,7 +228,7 @@ void SelectCertDialog::on_pushButton_ok_clicked()
     const Outcome outcome = m_Selection.confirm(m_Table.selectedRow(), typed.bytes());
     Tell(outcome);
     if (outcome.code != 0)
-        return;
+        return sigil::askForPassword(m_Form->lineEdit_password);
     sigil::wipeField(m_Form->lineEdit_password);
     accept();
 }
@@ -275,5 +282,5 @@ void SelectCertDialog::Tell(const Outcome& outcome)
     if (outcome.telling->captionKey)
         sigil::showInformation(this, Texts().ui(outcome.telling->captionKey), shown);
     else
-        m_Form->lineEdit_msg->setText(shown);
+        m_Form->lineEdit_msg->setText(m_Status = shown);
 }

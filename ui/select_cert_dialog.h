@@ -88,6 +88,7 @@ private:
 
     char m_szLibraryFolder[260] = {};
     char m_szLangFile[260] = {};
+    QString m_Status; ///< what the status line shows unless a hint does
     CUtil m_Util;
     sigil::Selection m_Selection;
     std::unique_ptr<Ui_SelectCertDialog> m_Form;
