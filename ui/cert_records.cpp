@@ -223,6 +223,12 @@ int setItem(unsigned char* item, std::size_t capacity, const char* data, int siz
     return size;
 }
 
+Validity validityOf(const tagCERTINFO& entry)
+{
+    const int status = entry.nValidStatus;
+    return status < 0 || status > 5 ? Validity::unknown : static_cast<Validity>(status % 3);
+}
+
 std::string subjectName(const tagCERTINFO& entry)
 {
     if (entry.szUID[0] != '\0')

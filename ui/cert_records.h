@@ -29,6 +29,10 @@ void wipeKeys(tagCERTINFO& entry);
  *  @param data null counts as no bytes  @return how many were put */
 int setItem(unsigned char* item, std::size_t capacity, const char* data, int size);
 
+/** What the codes of nValidStatus mean: 0 to 2 and 3 to 5 say the same. */
+enum class Validity { valid, endsSoon, expired, unknown };
+Validity validityOf(const tagCERTINFO& entry);
+
 /** The subject as the list shows it, EUC-KR: the unique identifier, else the common name, else the whole name. */
 std::string subjectName(const tagCERTINFO& entry);
 

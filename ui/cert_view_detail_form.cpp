@@ -93,6 +93,8 @@ void CertViewDetailForm::SetRow(int row, const QString& caption, const QString& 
     m_Model.insertRow(row);
     m_Model.setData(m_Model.index(row, 0), caption);
     m_Model.setData(m_Model.index(row, 1), value);
+    m_Model.setData(m_Model.index(row, 0), sigil::toolTipOf(caption), Qt::ToolTipRole);
+    m_Model.setData(m_Model.index(row, 1), sigil::toolTipOf(value), Qt::ToolTipRole);
 }
 
 QString CertViewDetailForm::Location(const sigil::LanguageTexts& texts) const

@@ -41,14 +41,14 @@ struct Status {
     const char* image;
 };
 
-// By status modulo 3: the codes 0, 1, 2 and 3, 4, 5 mean the same. The renewal image is stored under a name with a small
+// By validity. The renewal image is stored under a name with a small
 // first letter, so this one is never found and a certificate due for renewal shows no image of its own: intended.
 constexpr Status statuses[] = {
     {"DLG_CERVIEWNORAL_CERTVALID", ":/bmp/image/Cert_Valid.bmp"},
     {"DLG_CERVIEWNORAL_CERTRENEWAL", ":/bmp/image/Cert_Renewal.bmp"},
     {"DLG_CERVIEWNORAL_CERTEXPIRED", ":/bmp/image/Cert_Invalid.bmp"},
 };
-constexpr int lastStatus = 5;
+const char* const refusedImage = statuses[static_cast<int>(sigil::Validity::expired)].image;
 
 QString partForUser(const QString& error)
 {
@@ -121,12 +121,12 @@ void CertViewNormalForm::SetKeyUsages(const sigil::LanguageTexts& texts)
 
 void CertViewNormalForm::SetCertStatus(int)
 {
-    const int code = m_Entry ? m_Entry->nValidStatus : -1;
-    if (code < 0 || code > lastStatus) {
+    const sigil::Validity validity = m_Entry ? sigil::validityOf(*m_Entry) : sigil::Validity::unknown;
+    if (validity == sigil::Validity::unknown) {
         m_Form->label_status->clear();
         return;
     }
-    const Status& status = statuses[code % 3];
+    const Status& status = statuses[static_cast<int>(validity)];
     const QPixmap image(status.image);
     if (!image.isNull())
         m_Form->label_certimage->setPixmap(image);
@@ -156,6 +156,7 @@ void CertViewNormalForm::ShowFailure(const char* error)
     const QString forUser = partForUser(cause);
     const QString message = failed + "\n(" + texts.message("MSG_CERTVERIFY_DETAILMSG") + " : " +
         (cause.contains(forUserMark) ? forUser : cause) + ")";
+    m_Form->label_certimage->setPixmap(QPixmap(refusedImage)); // a green tick would say the opposite of the text
     m_Form->label_status->setText(cause.contains(forUserMark) ? forUser : failed);
     sigil::showInformation(this, QString(), QString::fromStdString(sigil::toUtf8(message, most)));
 }

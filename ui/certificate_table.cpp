@@ -4,6 +4,7 @@
 #include "ui/cert_records.h"
 #include "ui/dialog_support.h"
 #include "ui/language_texts.h"
+#include "ui/row_description.h"
 
 #include <QItemSelectionModel>
 #include <QTableView>
@@ -41,21 +42,26 @@ void CertificateTable::setColumns(const LanguageTexts& texts)
     m_view->setFont(m_font);
 }
 
-void CertificateTable::SetItemTableView(const Selection::Entries& entries)
+void CertificateTable::SetItemTableView(const Selection::Entries& entries, const LanguageTexts& texts)
 {
     for (const tagCERTINFO& entry : entries)
-        addRow(entry);
+        addRow(entry, texts);
     m_view->selectRow(0);
 }
 
-void CertificateTable::addRow(const tagCERTINFO& entry)
+void CertificateTable::addRow(const tagCERTINFO& entry, const LanguageTexts& texts)
 {
     const QString cells[] = {fromEucKr(subjectName(entry)), fromEucKr(fieldText(entry.szIssuerName)),
         fromEucKr(fieldText(entry.szPolicyName)), fromEucKr(fieldText(entry.szValidTo))};
+    const QString description = describe(entry, texts);
     const int row = m_model.rowCount();
     m_model.insertRow(row);
-    for (int column = 0; column < 4; ++column)
-        m_model.setData(m_model.index(row, column), cells[column]);
+    for (int column = 0; column < 4; ++column) {
+        const QModelIndex cell = m_model.index(row, column);
+        m_model.setData(cell, cells[column]);
+        m_model.setData(cell, toolTipOf(cells[column] + "\n" + description), Qt::ToolTipRole);
+        m_model.setData(cell, description, Qt::AccessibleDescriptionRole);
+    }
 }
 
 void CertificateTable::clear() { m_model.removeRows(0, m_model.rowCount()); }

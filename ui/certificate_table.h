@@ -22,13 +22,13 @@ public:
     /** Headers, widths and font. */
     void setColumns(const LanguageTexts& texts);
     /** Appends a row for each entry, and selects the first row. */
-    void SetItemTableView(const Selection::Entries& entries);
+    void SetItemTableView(const Selection::Entries& entries, const LanguageTexts& texts);
     void clear();
     /** Row of the first selected index, or -1 without a selection. */
     int selectedRow() const;
 
 private:
-    void addRow(const tagCERTINFO& entry);
+    void addRow(const tagCERTINFO& entry, const LanguageTexts& texts);
 
     QTableView* m_view;
     QStandardItemModel m_model;

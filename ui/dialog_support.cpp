@@ -6,6 +6,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTableView>
+#include <QTextDocument>
 
 namespace sigil {
 
@@ -31,7 +32,10 @@ public:
 
 int showInformation(QWidget* parent, const QString& caption, const QString& text)
 {
-    QMessageBox box(QMessageBox::Information, caption, text, QMessageBox::Ok, parent);
+    // Before its dialog is shown a box would stand where that one is not yet: in the corner. Without it, it is put into
+    // the middle of the screen.
+    QWidget* beside = parent && parent->isVisible() ? parent : nullptr;
+    QMessageBox box(QMessageBox::Information, caption, text, QMessageBox::Ok, beside);
     box.setObjectName("messageBox");
     box.setTextFormat(Qt::PlainText);
     return box.exec();
@@ -51,6 +55,11 @@ void letReturnPressButtons(QDialog* dialog)
     auto* keys = new ButtonKeys(dialog); // owned by the dialog
     for (QPushButton* button : dialog->findChildren<QPushButton*>())
         button->installEventFilter(keys);
+}
+
+QString toolTipOf(const QString& text)
+{
+    return text.isEmpty() ? QString() : Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal);
 }
 
 void showWholeRows(QTableView* table)

@@ -32,6 +32,9 @@ void takeKey(QKeyEvent* event, const std::function<void()>& cancel, const std::f
  *  confirming the dialog; a key that is held presses it once. The keypad's Enter presses none. */
 void letReturnPressButtons(QDialog* dialog);
 
+/** A tooltip that shows @p text as it is, line by line, whatever markup a certificate holds. */
+QString toolTipOf(const QString& text);
+
 /** Makes a list of whole rows, one at a time, that cannot be edited. */
 void showWholeRows(QTableView* table);
 

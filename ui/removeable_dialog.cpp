@@ -108,7 +108,9 @@ void RemoveableDialog::SetListItem()
     for (const tagDRIVEINFO& drive : m_Drives) {
         const int row = m_Model.rowCount();
         m_Model.insertRow(row);
-        m_Model.setData(m_Model.index(row, 0), sigil::fromEucKr(sigil::fieldText(drive.szDisplay)));
+        const QString shown = sigil::fromEucKr(sigil::fieldText(drive.szDisplay));
+        m_Model.setData(m_Model.index(row, 0), shown);
+        m_Model.setData(m_Model.index(row, 0), sigil::toolTipOf(shown), Qt::ToolTipRole);
     }
 }
 

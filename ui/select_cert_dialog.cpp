@@ -194,7 +194,7 @@ void SelectCertDialog::ShowList(const Outcome& outcome)
         return;
     m_Table.clear();
     if (outcome.code == 0)
-        m_Table.SetItemTableView(m_Selection.entries());
+        m_Table.SetItemTableView(m_Selection.entries(), Texts());
 }
 
 void SelectCertDialog::on_tableView_certlist_clicked(const QModelIndex&)

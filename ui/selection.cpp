@@ -19,7 +19,7 @@ static_assert(sizeof tagSELCERTINFO::byKmPriKey == sizeof tagSELCERTINFO::bySign
 
 bool isDisk(int which) { return which == medium::hardDisk || which == medium::removableDisk; }
 bool isMemory(int which) { return which == 5 || which == medium::memory; }
-bool hasExpired(const tagCERTINFO& entry) { return entry.nValidStatus == 2 || entry.nValidStatus == 5; }
+bool hasExpired(const tagCERTINFO& entry) { return validityOf(entry) == Validity::expired; }
 
 } // namespace
 

@@ -4,6 +4,7 @@
 
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -72,6 +73,9 @@ Keys keysOf(const LanguageFile& file)
 /** Keys that belong to the files though no code shows them. */
 const Keys unshown = {"MSG_SELECTCERT_FAIL", "MSG_CERTVERIFY_SUCESS"};
 
+/** Texts that take a value. */
+const Keys formats = {"MSG_SELECTCERT_EXIRED", "MSG_SELECTCERT_ENDSIN"};
+
 } // namespace
 
 TEST(LanguageKeys, OfTheCodeAreTheKeysOfBothFiles)
@@ -103,7 +107,8 @@ TEST(LanguageKeys, HaveTextsThatTheReaderAndTheDialogsCanTake)
             for (const auto& [key, text] : entries) {
                 EXPECT_FALSE(text.empty()) << key;
                 EXPECT_EQ(text.find('['), std::string::npos) << key << " would end its section";
-                EXPECT_EQ(text.find('%') != std::string::npos, key == "MSG_SELECTCERT_EXIRED") << key;
+                EXPECT_EQ(text.find("%s") != std::string::npos, formats.count(key) == 1) << key;
+                EXPECT_EQ(std::size_t(std::count(text.begin(), text.end(), '%')), formats.count(key)) << key;
                 EXPECT_LT(text.size(), 260u) << key;
             }
 }

@@ -35,6 +35,52 @@ TEST_F(SelectionTest, SelectsTheFirstRowAndColoursNone)
         EXPECT_FALSE(list.model()->index(row, 0).data(Qt::BackgroundRole).isValid());
 }
 
+TEST_P(SelectionInBothLanguages, TellsTwoCertificatesOfOneNameApart)
+{
+    scripted::processor().entries = {scripted::sampleEntry("홍길동"), scripted::sampleEntry("홍길동", 4),
+        scripted::sampleEntry("<b>홍길동</b>", 5)};
+    qstrncpy(scripted::processor().entries[1].szSerialNum, "0c0d0e", 8);
+    open(GetParam());
+    const QAbstractItemModel* model = widget<QTableView>("tableView_certlist").model();
+    const auto tip = [&](int row, int column) {
+        return model->index(row, column).data(Qt::ToolTipRole).toString();
+    };
+    for (int column = 0; column < 4; ++column) {
+        EXPECT_TRUE(tip(0, column).contains(driver::cell(*dialog, "tableView_certlist", 0, column)));
+        EXPECT_TRUE(tip(0, column).contains("01a2b3"));
+        EXPECT_TRUE(tip(1, column).contains("0c0d0e"));
+        EXPECT_TRUE(tip(0, column).contains(QStringLiteral("cn=예제인증기관,o=예제,c=KR")));
+        EXPECT_TRUE(tip(0, column).contains("2025-11-01") && tip(0, column).contains("2027-10-31"));
+    }
+    EXPECT_TRUE(tip(2, 0).contains(QStringLiteral("&lt;b&gt;홍길동"))) << "shown as it is";
+}
+
+TEST_P(SelectionInBothLanguages, SaysTheStateOfEveryRow)
+{
+    open(GetParam());
+    const auto ui = [this](const char* key) { return driver::ui(GetParam(), key); };
+    const QAbstractItemModel* model = widget<QTableView>("tableView_certlist").model();
+    const QString states[] = {ui("DLG_CERVIEWNORAL_CERTVALID"),
+        driver::message(GetParam(), "MSG_SELECTCERT_ENDSIN").replace("%s", "12"),
+        ui("DLG_CERVIEWNORAL_CERTEXPIRED")};
+    for (int row = 0; row < 3; ++row)
+        for (int role : {int(Qt::AccessibleDescriptionRole), int(Qt::ToolTipRole)})
+            EXPECT_TRUE(model->index(row, 0).data(role).toString().contains(states[row])) << row;
+}
+
+TEST_F(SelectionTest, SaysThatItEndsSoonWhenTheDaysAreNotKnown)
+{
+    scripted::processor().entries[1].nRemainDays = 0;
+    scripted::processor().entries[2].nValidStatus = 6;
+    open();
+    const QAbstractItemModel* model = widget<QTableView>("tableView_certlist").model();
+    const auto description = [&](int row) {
+        return model->index(row, 0).data(Qt::AccessibleDescriptionRole).toString();
+    };
+    EXPECT_TRUE(description(1).contains(driver::ui(korean, "DLG_CERVIEWNORAL_CERTRENEWAL")));
+    EXPECT_TRUE(description(2).startsWith(driver::ui(korean, "DLG_CERVIEWDETAIL_FIELDSERIAL"))) << "no known state";
+}
+
 TEST_P(SelectionInBothLanguages, TellsThatAMediumHoldsNoCertificate)
 {
     scripted::processor().results["CLP_LoadCertList"] = 1115;

@@ -8,6 +8,7 @@
 
 #include <QFile>
 #include <QKeyEvent>
+#include <QScreen>
 #include <QTemporaryDir>
 
 using namespace sigil;
@@ -85,6 +86,19 @@ TEST(Information, ShowsTheTextAsItIsWithOneOkButton)
     EXPECT_EQ(box.text, "<b>text</b>");
     EXPECT_EQ(box.buttons, 1);
     EXPECT_EQ(box.icon, QMessageBox::Information);
+}
+
+TEST(Information, StandsInTheMiddleOfTheScreenBeforeItsDialogIsShown)
+{
+    QWidget dialog; // never shown: its place is the corner
+    QPoint middle;
+    driver::whenShown([&](QDialog& box) {
+        middle = box.geometry().center();
+        box.accept();
+    });
+    showInformation(&dialog, "caption", "text");
+    const QPoint expected = QGuiApplication::primaryScreen()->availableGeometry().center();
+    EXPECT_LT((middle - expected).manhattanLength(), 60) << middle.x() << "," << middle.y();
 }
 
 TEST(Information, DoesNotReadMarkup)

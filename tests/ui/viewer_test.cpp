@@ -212,6 +212,30 @@ TEST_P(ViewerTest, TellsWhyVerifyingFailed)
     EXPECT_EQ(entry.nValidStatus, 3) << "unchanged";
 }
 
+TEST_P(ViewerTest, TakesTheGreenTickAwayWhenVerifyingFailed)
+{
+    scripted::processor().results["CLP_VerifyCert"] = 1140;
+    open();
+    ASSERT_EQ(image(), QPixmap(":/bmp/image/Cert_Valid.bmp").toImage());
+    Box box;
+    answerBox(box);
+    presses(*viewer, "pushButton_verify");
+    EXPECT_EQ(image(), QPixmap(":/bmp/image/Cert_Invalid.bmp").toImage());
+    scripted::processor().results.clear();
+    presses(*viewer, "pushButton_verify");
+    EXPECT_EQ(image(), QPixmap(":/bmp/image/Cert_Valid.bmp").toImage());
+}
+
+TEST_P(ViewerTest, ShowsTheWholeTextOfACellInItsTooltip)
+{
+    sigil::copyText(entry.szSubjectAltName, "<b>name</b>");
+    open();
+    const QAbstractItemModel* model = driver::find<QTableView>(*viewer, "tableView_certinfolist").model();
+    EXPECT_TRUE(model->index(3, 1).data(Qt::ToolTipRole).toString().contains(value(3)));
+    EXPECT_TRUE(model->index(3, 0).data(Qt::ToolTipRole).toString().contains(ui("DLG_CERVIEWDETAIL_FIELDISSUER")));
+    EXPECT_TRUE(model->index(12, 1).data(Qt::ToolTipRole).toString().contains("&lt;b&gt;name")) << "no markup";
+}
+
 TEST_P(ViewerTest, ShowsWhatFollowsTheMarkOfAnErrorText)
 {
     scripted::processor().results["CLP_VerifyCert"] = 1140;
