@@ -42,7 +42,7 @@ void CertViewMainDialog::InitSetControl()
     m_Form->pushButton_ok->setText(texts.ui("DLG_BUTTON_OK"));
     m_Form->pushButton_verify->setText(texts.ui("DLG_BUTTON_VERIFY"));
     m_Form->pushButton_verify->clearFocus();
-    m_Form->tabWidget->setAccessibleName(windowTitle());
+    m_Form->tabWidget->setAccessibleName(texts.ui("DLG_ACCESS_PAGES"));
 }
 
 void CertViewMainDialog::on_pushButton_verify_clicked() { m_nRv = m_NormalForm->VerifyCert(); }

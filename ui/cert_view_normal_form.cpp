@@ -123,14 +123,21 @@ void CertViewNormalForm::SetCertStatus(int)
 {
     const sigil::Validity validity = m_Entry ? sigil::validityOf(*m_Entry) : sigil::Validity::unknown;
     if (validity == sigil::Validity::unknown) {
-        m_Form->label_status->clear();
+        ShowStatus(QString());
         return;
     }
     const Status& status = statuses[static_cast<int>(validity)];
     const QPixmap image(status.image);
     if (!image.isNull())
         m_Form->label_certimage->setPixmap(image);
-    m_Form->label_status->setText(sigil::LanguageTexts(m_Util, m_szLangFile).ui(status.textKey));
+    ShowStatus(sigil::LanguageTexts(m_Util, m_szLangFile).ui(status.textKey));
+}
+
+void CertViewNormalForm::ShowStatus(const QString& text)
+{
+    m_Form->label_status->setText(text);
+    m_Form->label_certimage->setAccessibleName(text); // the picture says the same
+    sigil::announce(m_Form->label_status, text);
 }
 
 int CertViewNormalForm::VerifyCert()
@@ -157,6 +164,6 @@ void CertViewNormalForm::ShowFailure(const char* error)
     const QString message = failed + "\n(" + texts.message("MSG_CERTVERIFY_DETAILMSG") + " : " +
         (cause.contains(forUserMark) ? forUser : cause) + ")";
     m_Form->label_certimage->setPixmap(QPixmap(refusedImage)); // a green tick would say the opposite of the text
-    m_Form->label_status->setText(cause.contains(forUserMark) ? forUser : failed);
+    ShowStatus(cause.contains(forUserMark) ? forUser : failed);
     sigil::showInformation(this, QString(), QString::fromStdString(sigil::toUtf8(message, most)));
 }

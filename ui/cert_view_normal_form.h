@@ -36,6 +36,7 @@ private:
     void SetCaptions(const sigil::LanguageTexts& texts);
     void SetValues();
     void SetKeyUsages(const sigil::LanguageTexts& texts);
+    void ShowStatus(const QString& text);
     void ShowFailure(const char* error);
 
     int m_nRv = 0;

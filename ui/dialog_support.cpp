@@ -1,6 +1,7 @@
 #include "ui/dialog_support.h"
 
 #include <QAbstractItemView>
+#include <QAccessible>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -60,6 +61,13 @@ void letReturnPressButtons(QDialog* dialog)
 QString toolTipOf(const QString& text)
 {
     return text.isEmpty() ? QString() : Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal);
+}
+
+void announce(QWidget* widget, const QString& text)
+{
+    widget->setAccessibleDescription(text);
+    QAccessibleEvent alert(widget, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
 }
 
 void showWholeRows(QTableView* table)

@@ -35,6 +35,9 @@ void letReturnPressButtons(QDialog* dialog);
 /** A tooltip that shows @p text as it is, line by line, whatever markup a certificate holds. */
 QString toolTipOf(const QString& text);
 
+/** Has a screen reader say @p text, which @p widget shows from now on, wherever the keyboard is. */
+void announce(QWidget* widget, const QString& text);
+
 /** Makes a list of whole rows, one at a time, that cannot be edited. */
 void showWholeRows(QTableView* table);
 

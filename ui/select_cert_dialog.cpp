@@ -43,7 +43,7 @@ SelectCertDialog::SelectCertDialog(QWidget* parent)
     unmarked->hide();
     unmarked->setDefault(true);
     new sigil::CapsLockHint(m_Form->lineEdit_password, [this](bool on) { // owned by the field
-        m_Form->lineEdit_msg->setText(on ? Texts().message("MSG_SELECTCERT_CAPSLOCK") : m_Status);
+        ShowStatus(on ? Texts().message("MSG_SELECTCERT_CAPSLOCK") : m_Status);
     });
     qRegisterMetaType<QItemSelection>("QItemSelection");
     // A row can also be selected with the keyboard or by a load; the field must not stay as the row before left it. The
@@ -93,10 +93,10 @@ void SelectCertDialog::SetControlTexts()
     m_Form->pushButton_ok->setText(texts.ui("DLG_BUTTON_OK"));
     m_Form->pushButton_cancel->setText(texts.ui("DLG_BUTTON_CANCEL"));
     m_Form->pushButton_view->setText(texts.ui("DLG_BUTTON_VIEW"));
-    m_Form->tableView_certlist->setAccessibleName(windowTitle());
+    m_Form->tableView_certlist->setAccessibleName(texts.ui("DLG_ACCESS_CERTLIST"));
     m_Form->lineEdit_password->setAccessibleName(m_Form->label_pwd->text());
-    m_Form->lineEdit_msg->setAccessibleName(windowTitle());
-    m_Form->label_logo->setAccessibleName(windowTitle());
+    m_Form->lineEdit_msg->setAccessibleName(texts.ui("DLG_ACCESS_STATUS"));
+    m_Form->label_logo->setAccessibleName(texts.ui("DLG_ACCESS_BANNER"));
 }
 
 void SelectCertDialog::SetButtonImage(int state, int bit, int language)
@@ -282,5 +282,11 @@ void SelectCertDialog::Tell(const Outcome& outcome)
     if (outcome.telling->captionKey)
         sigil::showInformation(this, Texts().ui(outcome.telling->captionKey), shown);
     else
-        m_Form->lineEdit_msg->setText(m_Status = shown);
+        ShowStatus(m_Status = shown);
+}
+
+void SelectCertDialog::ShowStatus(const QString& text)
+{
+    m_Form->lineEdit_msg->setText(text);
+    sigil::announce(m_Form->lineEdit_msg, text);
 }

@@ -83,6 +83,7 @@ private:
     void ShowList(const sigil::Outcome& outcome);
     /** Lets a password be typed unless the certificate of @p row is locked; what was typed before is then wiped. */
     void LockPassword(int row);
+    void ShowStatus(const QString& text);
     /** Shows what there is to tell, in a box or in the status line. */
     void Tell(const sigil::Outcome& outcome);
 

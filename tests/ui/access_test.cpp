@@ -13,18 +13,20 @@
 
 namespace {
 
-/** Every control that a user acts on or reads has a name. */
+/** Every control that a user acts on or reads has a name of its own, which is not the window's. */
 void expectNames(QWidget& dialog)
 {
-    int controls = 0;
-    for (QWidget* widget : dialog.findChildren<QWidget*>(
-             QRegularExpression("^(pushButton|lineEdit|tableView|listView|textEdit|tabWidget)"))) {
+    QStringList names = {dialog.windowTitle()};
+    for (QWidget* widget : dialog.findChildren<QWidget*>(QRegularExpression(
+             "^(pushButton|lineEdit|tableView|listView|textEdit|tabWidget|label_logo|label_certimage)"))) {
         QAccessibleInterface* face = QAccessible::queryAccessibleInterface(widget);
         ASSERT_TRUE(face) << qPrintable(widget->objectName());
-        EXPECT_FALSE(face->text(QAccessible::Name).isEmpty()) << qPrintable(widget->objectName());
-        ++controls;
+        const QString name = face->text(QAccessible::Name);
+        EXPECT_FALSE(name.isEmpty()) << qPrintable(widget->objectName());
+        EXPECT_FALSE(names.contains(name)) << qPrintable(widget->objectName());
+        names << name;
     }
-    EXPECT_GT(controls, 2);
+    EXPECT_GT(names.size(), 3);
 }
 
 /** Names of the controls in the order of the Tab key, from @p first on. */
@@ -108,6 +110,46 @@ TEST_P(SelectionInBothLanguages, NamesEveryControl)
     viewer.SetCertificate(sigil::languageFile(SIGILDESK_LIBRARY_FOLDER, GetParam()).c_str(), nullptr, &entry);
     viewer.InitSetControl();
     expectNames(viewer);
+}
+
+TEST_P(SelectionInBothLanguages, BindsTheValuesOfTheViewerToTheirCaptions)
+{
+    tagCERTINFO entry = scripted::sampleEntry("x");
+    CertViewMainDialog viewer;
+    viewer.SetCertificate(sigil::languageFile(SIGILDESK_LIBRARY_FOLDER, GetParam()).c_str(), nullptr, &entry);
+    viewer.InitSetControl();
+    const std::pair<const char*, const char*> bound[] = {{"label_subject", "label_subjecttitle"},
+        {"label_issuer", "label_issuertitle"}, {"label_validity", "label_validitytitle"},
+        {"label_usage", "label_usagetitle"}, {"label_status", "label_statustitle"}};
+    for (const auto& [value, caption] : bound) {
+        auto* face = QAccessible::queryAccessibleInterface(&driver::find<QWidget>(viewer, value));
+        const auto relations = face->relations(QAccessible::Label);
+        ASSERT_EQ(relations.size(), 1) << value;
+        EXPECT_EQ(relations[0].first->object()->objectName(), caption);
+    }
+}
+
+TEST_P(SelectionInBothLanguages, DescribesTheStatusLineByWhatItSays)
+{
+    open(GetParam());
+    scripted::processor().results["CLP_LoadCertList"] = 1115;
+    driver::presses(*dialog, "pushButton_hdd");
+    EXPECT_EQ(widget<QLineEdit>("lineEdit_msg").accessibleDescription(),
+        driver::message(GetParam(), "MSG_SELECTCERT_NOCERT"));
+}
+
+TEST_P(SelectionInBothLanguages, SaysThePictureOfTheViewerInWords)
+{
+    tagCERTINFO entry = scripted::sampleEntry("x", 4);
+    CertViewMainDialog viewer;
+    viewer.SetCertificate(
+        sigil::languageFile(SIGILDESK_LIBRARY_FOLDER, GetParam()).c_str(), &scripted::processor(), &entry);
+    viewer.InitSetControl();
+    const auto words = [&] { return driver::find<QWidget>(viewer, "label_certimage").accessibleName(); };
+    EXPECT_EQ(words(), driver::ui(GetParam(), "DLG_CERVIEWNORAL_CERTRENEWAL"));
+    driver::presses(viewer, "pushButton_verify");
+    EXPECT_EQ(words(), driver::ui(GetParam(), "DLG_CERVIEWNORAL_CERTVALID"));
+    EXPECT_EQ(driver::find<QWidget>(viewer, "label_status").accessibleDescription(), words());
 }
 
 TEST_P(SelectionInBothLanguages, GivesEachPushButtonItsOwnAltKey)
