@@ -3,6 +3,7 @@
 #include "toolkit/calls/cert.h"
 #include "toolkit/calls/util.h"
 #include "toolkit/engine/base/face.h"
+#include "toolkit_abi/gpki.h"
 
 using namespace toolkit;
 

@@ -2,6 +2,7 @@
 
 #include "toolkit/calls/key.h"
 #include "toolkit/engine/base/face.h"
+#include "toolkit_abi/hvtk.h"
 
 using namespace toolkit;
 
