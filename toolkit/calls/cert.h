@@ -12,7 +12,6 @@
 namespace toolkit::calls {
 
 // Buffers whose size is fixed by the callers rather than passed.
-constexpr int timeCapacity = 25;
 constexpr int algorithmCapacity = 50;
 constexpr int keyLengthCapacity = 20;
 

@@ -16,9 +16,6 @@
 
 namespace toolkit::calls {
 
-/** Callers give no capacity with a date, but room for this much. */
-constexpr int dateCapacity = 25;
-
 /** Verifies and, when @p path is given, hands out the path as a list. */
 inline void verifyInto(Context& state, BINSTR* certificate, const VerifyRequest& request, BINSTR* path)
 {
@@ -117,7 +114,7 @@ inline void certCheckStatByOCSP(Context& state, BINSTR* certificate, bool signRe
         signer = RequestSigner{{library, in(signerCertificate)}, in(signerKey)};
     const OcspAnswer answer = ocspStatus(library, state.trust, {library, in(certificate)},
         {library, in(responderCertificate)}, in(url), signer ? &*signer : nullptr);
-    putText(answer.revokedAt ? timeText(*answer.revokedAt) : "", dateCapacity, revocationTime);
+    putText(answer.revokedAt ? timeText(*answer.revokedAt) : "", timeCapacity, revocationTime);
     putValue(answer.status, status);
 }
 

@@ -6,6 +6,7 @@
 
 #include "toolkit/engine/base/bytes.h"
 
+#include <cstdint>
 #include <initializer_list>
 #include <optional>
 #include <string>
@@ -22,6 +23,8 @@ enum Tag : unsigned char {
     PrintableString = 0x13,
     Sequence = 0x30,
     Set = 0x31,
+    ConstructedOctetString = 0x24,
+    Implicit0OctetString = 0x80,
     Implicit1OctetString = 0x81,
     Implicit3Boolean = 0x83,
     Explicit0 = 0xA0,
@@ -61,6 +64,24 @@ std::optional<unsigned long> smallInteger(View content);
 /** Octets of a BIT STRING without its count of unused bits. */
 std::optional<View> bitOctets(View content);
 
+/** Identifier and length octets of an element. */
+template <class Container = Bytes>
+Container header(Tag tag, std::uint64_t length)
+{
+    Container out{static_cast<unsigned char>(tag)};
+    if (length < 0x80) {
+        out.push_back(static_cast<unsigned char>(length));
+        return out;
+    }
+    int octets = 1;
+    while (octets < 8 && (length >> (8 * octets)) != 0)
+        ++octets;
+    out.push_back(static_cast<unsigned char>(0x80 | octets));
+    while (octets-- > 0)
+        out.push_back(static_cast<unsigned char>(length >> (8 * octets)));
+    return out;
+}
+
 /** An element around the given contents, one after another. The container decides whether the result is wiped. */
 template <class Container = Bytes>
 Container element(Tag tag, std::initializer_list<View> contents)
@@ -68,17 +89,7 @@ Container element(Tag tag, std::initializer_list<View> contents)
     std::size_t length = 0;
     for (const View content : contents)
         length += content.size();
-    Container out{static_cast<unsigned char>(tag)};
-    if (length < 0x80) {
-        out.push_back(static_cast<unsigned char>(length));
-    } else {
-        int octets = 1;
-        while ((length >> (8 * octets)) != 0)
-            ++octets;
-        out.push_back(static_cast<unsigned char>(0x80 | octets));
-        while (octets-- > 0)
-            out.push_back(static_cast<unsigned char>(length >> (8 * octets)));
-    }
+    Container out = header<Container>(tag, length);
     for (const View content : contents)
         out.insert(out.end(), content.begin(), content.end());
     return out;

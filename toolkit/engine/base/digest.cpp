@@ -33,32 +33,26 @@ const char* hashName(int algorithm)
     fail(SIGIL_TK_ALGORITHM, "hash " + std::to_string(algorithm));
 }
 
-/** A running hash. */
-class Hasher {
-public:
-    Hasher(const Library& library, int algorithm)
-        : m_digest(hashAlgorithm(library, algorithm))
-        , m_context(EVP_MD_CTX_new())
-    {
-        require(m_context && EVP_DigestInit_ex(m_context.get(), m_digest.get(), nullptr) == 1, SIGIL_TK_INTERNAL);
-    }
-    void update(View data)
-    {
-        require(EVP_DigestUpdate(m_context.get(), data.data(), data.size()) == 1, SIGIL_TK_INTERNAL);
-    }
-    Bytes finish()
-    {
-        Bytes value(static_cast<std::size_t>(EVP_MD_get_size(m_digest.get())));
-        require(EVP_DigestFinal_ex(m_context.get(), value.data(), nullptr) == 1, SIGIL_TK_INTERNAL);
-        return value;
-    }
-
-private:
-    DigestHandle m_digest;
-    DigestContextHandle m_context;
-};
-
 } // namespace
+
+Hasher::Hasher(const Library& library, int algorithm)
+    : m_digest(hashAlgorithm(library, algorithm))
+    , m_context(EVP_MD_CTX_new())
+{
+    require(m_context && EVP_DigestInit_ex(m_context.get(), m_digest.get(), nullptr) == 1, SIGIL_TK_INTERNAL);
+}
+
+void Hasher::update(View data)
+{
+    require(EVP_DigestUpdate(m_context.get(), data.data(), data.size()) == 1, SIGIL_TK_INTERNAL);
+}
+
+Bytes Hasher::finish()
+{
+    Bytes value(static_cast<std::size_t>(EVP_MD_get_size(m_digest.get())));
+    require(EVP_DigestFinal_ex(m_context.get(), value.data(), nullptr) == 1, SIGIL_TK_INTERNAL);
+    return value;
+}
 
 DigestHandle hashAlgorithm(const Library& library, int algorithm) { return library.digest(hashName(algorithm)); }
 

@@ -44,6 +44,8 @@ void release(BINSTR* bytes);
 void putText(std::string_view text, int capacity, char* out);
 /** Writes a text on which callers rely as a whole. Throws SIGIL_TK_BUFFER_TOO_SMALL. */
 void putWholeText(std::string_view text, int capacity, char* out);
+/** Room for a time in text that callers promise without saying so. */
+constexpr int timeCapacity = 25;
 /** Writes through an out-pointer. Throws SIGIL_TK_ARGUMENT when it is null. */
 template <class T>
 void putValue(T value, T* out)

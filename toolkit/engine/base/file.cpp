@@ -16,59 +16,53 @@ namespace {
 
 [[noreturn]] void failWithErrno(int code) { fail(code, std::generic_category().message(errno)); }
 
-/** A regular file open for reading. */
-class OpenFile {
-public:
-    explicit OpenFile(const std::string& path)
-        : m_descriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY))
-    {
-        if (m_descriptor < 0)
-            failWithErrno(errno == ENOENT || errno == ENOTDIR ? SIGIL_TK_FILE_NOT_FOUND : SIGIL_TK_FILE_READ);
-        struct stat status { };
-        if (fstat(m_descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
-            close(m_descriptor);
-            fail(SIGIL_TK_FILE_READ, "not a regular file");
-        }
-        m_size = static_cast<std::size_t>(status.st_size);
-    }
-    ~OpenFile() { close(m_descriptor); }
-    OpenFile(const OpenFile&) = delete;
-    OpenFile& operator=(const OpenFile&) = delete;
-
-    /** Its size when it was opened. */
-    std::size_t size() const { return m_size; }
-
-    /** Bytes read; 0 at the end. */
-    std::size_t read(std::span<unsigned char> room) const
-    {
-        ssize_t count = 0;
-        do
-            count = ::read(m_descriptor, room.data(), room.size());
-        while (count < 0 && errno == EINTR);
-        if (count < 0)
-            failWithErrno(SIGIL_TK_FILE_READ);
-        return static_cast<std::size_t>(count);
-    }
-
-private:
-    int m_descriptor;
-    std::size_t m_size = 0;
-};
-
-void readAll(const OpenFile& file, const std::function<void(View)>& take)
+void readAll(const FileReader& file, const std::function<void(View)>& take)
 {
     Secret piece(64UL * 1024);
-    while (const std::size_t count = file.read(piece))
+    std::uint64_t offset = 0;
+    while (const std::size_t count = file.readAt(offset, piece)) {
         take(View(piece).first(count));
+        offset += count;
+    }
 }
 
 } // namespace
 
-void readPieces(const std::string& path, const std::function<void(View)>& take) { readAll(OpenFile(path), take); }
+FileReader::FileReader(const std::string& path)
+    : m_descriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY))
+{
+    if (m_descriptor < 0)
+        failWithErrno(errno == ENOENT || errno == ENOTDIR ? SIGIL_TK_FILE_NOT_FOUND : SIGIL_TK_FILE_READ);
+    struct stat status { };
+    if (fstat(m_descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
+        close(m_descriptor);
+        fail(SIGIL_TK_FILE_READ, "not a regular file");
+    }
+    m_size = static_cast<std::uint64_t>(status.st_size);
+}
+
+FileReader::~FileReader() { close(m_descriptor); }
+
+std::size_t FileReader::readAt(std::uint64_t offset, std::span<unsigned char> room) const
+{
+    std::size_t total = 0;
+    while (total < room.size()) {
+        const ssize_t count =
+            pread(m_descriptor, room.data() + total, room.size() - total, static_cast<off_t>(offset + total));
+        if (count < 0 && errno != EINTR)
+            failWithErrno(SIGIL_TK_FILE_READ);
+        if (count == 0)
+            break;
+        total += count < 0 ? 0 : static_cast<std::size_t>(count);
+    }
+    return total;
+}
+
+void readPieces(const std::string& path, const std::function<void(View)>& take) { readAll(FileReader(path), take); }
 
 Secret readFile(const std::string& path)
 {
-    const OpenFile file(path);
+    const FileReader file(path);
     const auto requireSize = [](std::size_t size) {
         require(size <= maximumFileSize, SIGIL_TK_FILE_READ, "the file is too large");
     };
@@ -108,7 +102,7 @@ FileWriter::~FileWriter()
 {
     if (m_descriptor < 0)
         return;
-    close(m_descriptor);
+    ::close(m_descriptor);
     unlink(m_temporary.c_str());
 }
 
@@ -124,9 +118,29 @@ void FileWriter::write(View bytes)
 
 void FileWriter::commit()
 {
-    if (fsync(m_descriptor) != 0 || rename(m_temporary.c_str(), m_path.c_str()) != 0)
+    flush();
+    if (rename(m_temporary.c_str(), m_path.c_str()) != 0)
         failWithErrno(SIGIL_TK_FILE_WRITE);
-    close(m_descriptor);
+    close();
+}
+
+void FileWriter::commitNew()
+{
+    flush();
+    if (renameat2(AT_FDCWD, m_temporary.c_str(), AT_FDCWD, m_path.c_str(), RENAME_NOREPLACE) != 0)
+        failWithErrno(SIGIL_TK_FILE_WRITE);
+    close();
+}
+
+void FileWriter::flush() const
+{
+    if (fsync(m_descriptor) != 0)
+        failWithErrno(SIGIL_TK_FILE_WRITE);
+}
+
+void FileWriter::close()
+{
+    ::close(m_descriptor);
     m_descriptor = -1;
 }
 

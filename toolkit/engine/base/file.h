@@ -5,6 +5,7 @@
 
 #include "toolkit/engine/base/bytes.h"
 
+#include <cstdint>
 #include <functional>
 #include <string>
 
@@ -16,6 +17,24 @@ constexpr std::size_t maximumFileSize = 64UL * 1024 * 1024;
 /** A regular file, whole. Throws SIGIL_TK_FILE_NOT_FOUND, and SIGIL_TK_FILE_READ for anything but a readable regular file
  *  of at most maximumFileSize bytes. Never waits for a pipe or a device. */
 Secret readFile(const std::string& path);
+
+/** A regular file open for reading, of any size. Codes as readFile. */
+class FileReader {
+public:
+    explicit FileReader(const std::string& path);
+    ~FileReader();
+    FileReader(const FileReader&) = delete;
+    FileReader& operator=(const FileReader&) = delete;
+
+    /** Its size when it was opened. */
+    std::uint64_t size() const { return m_size; }
+    /** Bytes read from @p offset on; fewer than there is room for at the end only. */
+    std::size_t readAt(std::uint64_t offset, std::span<unsigned char> room) const;
+
+private:
+    int m_descriptor;
+    std::uint64_t m_size = 0;
+};
 
 /** Hands out a regular file of any size in pieces. Codes as readFile. */
 void readPieces(const std::string& path, const std::function<void(View)>& take);
@@ -37,8 +56,13 @@ public:
 
     void write(View bytes);
     void commit();
+    /** The same for a path where nothing may be yet: what is there stays, and SIGIL_TK_FILE_WRITE is thrown. */
+    void commitNew();
 
 private:
+    void flush() const;
+    void close();
+
     std::string m_path;
     std::string m_temporary;
     int m_descriptor;

@@ -6,6 +6,7 @@
 #include <openssl/asn1.h>
 #include <openssl/bio.h>
 #include <openssl/bn.h>
+#include <openssl/cms.h>
 #include <openssl/evp.h>
 #include <openssl/pkcs12.h>
 #include <openssl/x509.h>
@@ -49,6 +50,7 @@ using BioHandle = Handle<BIO, BIO_free_all>;
 using ObjectHandle = Handle<ASN1_OBJECT, ASN1_OBJECT_free>;
 using NumberHandle = Handle<BIGNUM, BN_clear_free>;
 using CertificatesHandle = Handle<STACK_OF(X509), releaseCertificates>;
+using CmsHandle = Handle<CMS_ContentInfo, CMS_ContentInfo_free>;
 using BufferHandle = Handle<unsigned char, releaseBuffer>;
 
 /** DER of an object, through its i2d function. Empty when OpenSSL cannot encode it. */

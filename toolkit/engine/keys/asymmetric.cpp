@@ -57,12 +57,6 @@ public:
     }
 
 private:
-    static bool usePss(EVP_PKEY_CTX* options)
-    {
-        return EVP_PKEY_CTX_set_rsa_padding(options, RSA_PKCS1_PSS_PADDING) == 1 &&
-            EVP_PKEY_CTX_set_rsa_pss_saltlen(options, RSA_PSS_SALTLEN_DIGEST) == 1;
-    }
-
     DigestHandle m_digest;
     DigestContextHandle m_context;
     bool m_verifying;
@@ -106,19 +100,6 @@ Container run(PkeyRun operation, EVP_PKEY_CTX* context, View data, int code)
     return out;
 }
 
-void setPadding(EVP_PKEY_CTX* context, const Library& library, const EncryptionScheme& scheme)
-{
-    if (scheme.padding == SIGIL_TK_PADDING_V15) {
-        require(EVP_PKEY_CTX_set_rsa_padding(context, RSA_PKCS1_PADDING) == 1, SIGIL_TK_ALGORITHM, "padding");
-        return;
-    }
-    const DigestHandle digest = hashAlgorithm(library, scheme.hash);
-    const bool set = EVP_PKEY_CTX_set_rsa_padding(context, RSA_PKCS1_OAEP_PADDING) == 1 &&
-        EVP_PKEY_CTX_set_rsa_oaep_md(context, digest.get()) == 1 &&
-        EVP_PKEY_CTX_set_rsa_mgf1_md(context, digest.get()) == 1;
-    require(set, SIGIL_TK_ALGORITHM, "padding");
-}
-
 bool isPrivateKind(int keyKind)
 {
     require(keyKind == SIGIL_TK_ASYM_PUBLIC || keyKind == SIGIL_TK_ASYM_PRIVATE, SIGIL_TK_OPTION, "kind of key");
@@ -150,6 +131,37 @@ EVP_PKEY* generate(const Library& library, int kind)
 }
 
 } // namespace
+
+bool usePss(EVP_PKEY_CTX* options)
+{
+    return EVP_PKEY_CTX_set_rsa_padding(options, RSA_PKCS1_PSS_PADDING) == 1 &&
+        EVP_PKEY_CTX_set_rsa_pss_saltlen(options, RSA_PSS_SALTLEN_DIGEST) == 1;
+}
+
+void setPadding(EVP_PKEY_CTX* context, const Library& library, const EncryptionScheme& scheme)
+{
+    if (scheme.padding == SIGIL_TK_PADDING_V15) {
+        require(EVP_PKEY_CTX_set_rsa_padding(context, RSA_PKCS1_PADDING) == 1, SIGIL_TK_ALGORITHM, "padding");
+        return;
+    }
+    const DigestHandle digest = hashAlgorithm(library, scheme.hash);
+    const bool set = EVP_PKEY_CTX_set_rsa_padding(context, RSA_PKCS1_OAEP_PADDING) == 1 &&
+        EVP_PKEY_CTX_set_rsa_oaep_md(context, digest.get()) == 1 &&
+        EVP_PKEY_CTX_set_rsa_mgf1_md(context, digest.get()) == 1;
+    require(set, SIGIL_TK_ALGORITHM, "padding");
+}
+
+Bytes signDigest(const Library& library, const SignatureScheme& scheme, View keyInfo, View digest)
+{
+    const KeyHandle key = loadPrivateKey(library, keyInfo);
+    const KeyContextHandle context = contextFor(library, key.get());
+    const DigestHandle algorithm = hashAlgorithm(library, scheme.hash);
+    const bool pss = scheme.rsaVersion == SIGIL_TK_RSA_PSS && EVP_PKEY_is_a(key.get(), "RSA") == 1;
+    const bool ready = EVP_PKEY_sign_init(context.get()) == 1 && (!pss || usePss(context.get())) &&
+        EVP_PKEY_CTX_set_signature_md(context.get(), algorithm.get()) == 1;
+    require(ready, SIGIL_TK_ALGORITHM, "signature");
+    return run<Bytes>(EVP_PKEY_sign, context.get(), digest, SIGIL_TK_ALGORITHM);
+}
 
 Bytes sign(const Library& library, const SignatureScheme& scheme, View keyInfo, View data)
 {

@@ -26,11 +26,19 @@ Bytes signFile(const Library& library, const SignatureScheme& scheme, View keyIn
 void verifyFile(const Library& library, const SignatureScheme& scheme, const Certificate& certificate,
     const std::string& path, View signature);
 
+/** Signs a hash that was taken elsewhere. */
+Bytes signDigest(const Library& library, const SignatureScheme& scheme, View keyInfo, View digest);
+/** RSASSA-PSS with a salt as long as the hash. */
+bool usePss(EVP_PKEY_CTX* options);
+
 /** Padding of RSA encryption. */
 struct EncryptionScheme {
     int padding; ///< SigilToolkitPadding
     int hash;    ///< SigilToolkitHash for OAEP
 };
+
+/** Throws SIGIL_TK_ALGORITHM. */
+void setPadding(EVP_PKEY_CTX* context, const Library& library, const EncryptionScheme& scheme);
 
 /** @param keyKind SigilToolkitAsymKey, telling what @p key is. Throws SIGIL_TK_ALGORITHM. */
 Bytes asymmetricEncrypt(const Library& library, const EncryptionScheme& scheme, int keyKind, View key, View data);

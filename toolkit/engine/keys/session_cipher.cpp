@@ -26,6 +26,8 @@ constexpr std::array cipherNames{
     CipherName{SIGIL_TK_CIPHER_ARIA256, "ARIA-256-CBC"},
 };
 
+} // namespace
+
 CipherHandle cipherFor(const Library& library, int algorithm)
 {
     for (const CipherName& cipher : cipherNames)
@@ -33,8 +35,6 @@ CipherHandle cipherFor(const Library& library, int algorithm)
             return library.cipher(cipher.name);
     fail(SIGIL_TK_ALGORITHM, "cipher " + std::to_string(algorithm));
 }
-
-} // namespace
 
 void SessionCipher::generate(const Library& library, int algorithm)
 {

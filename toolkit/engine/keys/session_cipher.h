@@ -11,6 +11,9 @@
 
 namespace toolkit {
 
+/** OpenSSL's cipher for a SigilToolkitCipher. Throws SIGIL_TK_ALGORITHM. */
+CipherHandle cipherFor(const Library& library, int algorithm);
+
 class SessionCipher {
 public:
     /** Takes a random key and vector. @param algorithm SigilToolkitCipher; throws SIGIL_TK_ALGORITHM. */

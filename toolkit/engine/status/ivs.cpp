@@ -20,8 +20,6 @@
 namespace toolkit {
 namespace {
 
-using CmsHandle = Handle<CMS_ContentInfo, CMS_ContentInfo_free>;
-
 constexpr std::size_t nonceLength = 16;
 constexpr unsigned signingUsage = KU_DIGITAL_SIGNATURE | KU_NON_REPUDIATION;
 
