@@ -37,6 +37,8 @@ enum SigilToolkitCode {
     SIGIL_TK_INDEX = 3008,            /**< index outside the list */
     SIGIL_TK_NAMES_DIFFER = 3009,     /**< UTIL_CompareDN: the names are different */
 
+    SIGIL_TK_NOT_OFFERED = 3010, /**< no public definition of the format exists; the text says which */
+
     /* Certificates and their verification. */
     SIGIL_TK_CERT_NOT_LOADED = 3100, /**< a field was asked for before CERT_Load */
     SIGIL_TK_CERT_MALFORMED = 3101,  /**< not an X.509 certificate */
@@ -94,6 +96,13 @@ enum SigilToolkitCode {
     SIGIL_TK_IVS_NO_ANSWER = 3805,     /**< the response is not about the certificate, or not about its validity */
     SIGIL_TK_IVS_INVALID = 3806,       /**< the server says that the certificate is not valid; why is in the text */
 
+    /* Messages (RFC 5652). */
+    SIGIL_TK_CMS_MALFORMED = 3900, /**< not a message, damaged, or more than one */
+    SIGIL_TK_CMS_CONTENT = 3901,   /**< the content is missing, or is not the one that was signed */
+    SIGIL_TK_CMS_NOBODY = 3902,    /**< no such signer or recipient, or the signer's certificate is not at hand */
+    SIGIL_TK_CMS_ATTRIBUTE = 3903, /**< the signer has no such attribute */
+    SIGIL_TK_CMS_TYPE = 3904,      /**< a message of another type than the function is for */
+
     /* PKCS#12. */
     SIGIL_TK_PFX_MALFORMED = 4500,      /**< not a PKCS#12 file, or parameters out of bounds (also in their sum) */
     SIGIL_TK_PFX_UNSUPPORTED = 4501,    /**< protected with an algorithm that the toolkit does not have */
@@ -138,6 +147,27 @@ enum SigilToolkitCipher {
     SIGIL_TK_CIPHER_ARIA128 = 6,
     SIGIL_TK_CIPHER_ARIA192 = 7,
     SIGIL_TK_CIPHER_ARIA256 = 8
+};
+
+/** Bits of signed messages: `option` of the CMS functions that make them, and what CMS_SetOption adds to it. */
+enum SigilToolkitMessageOption {
+    SIGIL_TK_MESSAGE_PLAIN = 0,    /**< content, signed attributes and the signer's certificate in the message */
+    SIGIL_TK_MESSAGE_DETACHED = 1, /**< without the content */
+    SIGIL_TK_MESSAGE_NO_ATTRIBUTES = 2,  /**< the signature covers the content itself; no signing time */
+    SIGIL_TK_MESSAGE_NO_CERTIFICATE = 4, /**< without the signer's certificate */
+    SIGIL_TK_MESSAGE_CA_PUBS = 8         /**< with the authorities of CERT_SetCaPubs */
+};
+
+/** `option` of the CMS functions that verify signatures. */
+enum SigilToolkitMessageCheck {
+    SIGIL_TK_CHECK_SIGNATURES = 0, /**< with the certificates in the message, whoever issued them */
+    SIGIL_TK_CHECK_PATHS = 1 /**< and every signer's certificate under the context's verification environment */
+};
+
+/** `option` of the CMS functions that encrypt for recipients. */
+enum SigilToolkitEnvelopeOption {
+    SIGIL_TK_ENVELOPE_ISSUER = 0, /**< recipients are named by issuer and serial number */
+    SIGIL_TK_ENVELOPE_KEY_ID = 1  /**< by subject key identifier, which their certificates must have */
 };
 
 /** Key pair of CRYPT_GenKeyPair. */

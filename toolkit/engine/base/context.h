@@ -6,6 +6,7 @@
 #include "toolkit/engine/base/error.h"
 #include "toolkit/engine/base/library.h"
 #include "toolkit/engine/keys/session_cipher.h"
+#include "toolkit/engine/messages/processed.h"
 #include "toolkit/engine/trust/trust.h"
 #include "toolkit/engine/x509/certificate.h"
 
@@ -40,6 +41,7 @@ public:
     SessionCipher sessionCipher;
     /** What CERT_Verify relies on. */
     TrustStore trust;
+    MessageState messages;
     /** Folder that relative paths begin at; empty for the process's own. */
     std::string mediaFolder;
 

@@ -21,6 +21,12 @@ constexpr const char* pbkdf2 = "1.2.840.113549.1.5.12";
 constexpr const char* pkcs12Pbe = "1.2.840.113549.1.12.1.";
 constexpr const char* pbes1 = "1.2.840.113549.1.5.";
 constexpr const char* sha1 = "1.3.14.3.2.26";
+// RFC 5652, RFC 2315
+constexpr const char* data = "1.2.840.113549.1.7.1";
+constexpr const char* signedData = "1.2.840.113549.1.7.2";
+constexpr const char* envelopedData = "1.2.840.113549.1.7.3";
+constexpr const char* signedAndEnvelopedData = "1.2.840.113549.1.7.4";
+constexpr const char* encryptedData = "1.2.840.113549.1.7.6";
 // RFC 5055
 constexpr const char* scvpRequest = "1.2.840.113549.1.9.16.1.10";
 constexpr const char* scvpResponse = "1.2.840.113549.1.9.16.1.11";
