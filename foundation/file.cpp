@@ -1,37 +1,16 @@
 #include "foundation/file.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <fcntl.h>
 #include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
-#include <utility>
 
 namespace sigil {
 
 namespace {
-
-/** An open file; closed at the end of its life. */
-class Descriptor {
-public:
-    explicit Descriptor(int number)
-        : m_number(number)
-    {
-    }
-    ~Descriptor()
-    {
-        if (m_number >= 0)
-            close(m_number);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-
-    int get() const { return m_number; }
-    int release() { return std::exchange(m_number, -1); }
-
-private:
-    int m_number;
-};
 
 /** The status of an open regular file; nothing for any other kind of file. */
 std::optional<struct stat> regularFile(const Descriptor& file)
@@ -58,13 +37,41 @@ long writeAll(const Descriptor& file, std::string_view bytes)
 
 } // namespace
 
+Descriptor::~Descriptor()
+{
+    if (m_number >= 0)
+        close(m_number);
+}
+
+// Without O_NONBLOCK, opening a pipe that nobody writes to would wait for ever.
+RegularFile::RegularFile(const char* path)
+    : m_file(path ? open(path, O_RDONLY | O_NONBLOCK | O_CLOEXEC) : -1)
+{
+    const auto status = regularFile(m_file);
+    m_left = status && status->st_size > 0 ? static_cast<std::size_t>(status->st_size) : SIZE_MAX;
+    if (!status)
+        Descriptor(m_file.release());
+}
+
+std::size_t RegularFile::read(char* buffer, std::size_t size)
+{
+    std::size_t done = 0;
+    while (done < size && m_left > 0) {
+        const ssize_t n = ::read(m_file.get(), buffer + done, size - done);
+        if (n < 0 && errno == EINTR)
+            continue;
+        if (n <= 0)
+            break;
+        done += static_cast<std::size_t>(n);
+        m_left -= std::min(m_left, static_cast<std::size_t>(n));
+    }
+    return done;
+}
+
 File openForReading(const char* path)
 {
-    // Without O_NONBLOCK, opening a pipe that nobody writes to would wait for ever.
-    Descriptor file(path ? open(path, O_RDONLY | O_NONBLOCK | O_CLOEXEC) : -1);
-    if (!regularFile(file))
-        return nullptr;
-    File stream(fdopen(file.get(), "r"));
+    RegularFile file(path);
+    File stream(file.isOpen() ? fdopen(file.descriptor(), "r") : nullptr);
     if (stream) {
         file.release();
         static_cast<void>(std::setvbuf(stream.get(), nullptr, _IONBF, 0));

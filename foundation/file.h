@@ -10,8 +10,45 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace sigil {
+
+/** An open file; closed at the end of its life. */
+class Descriptor {
+public:
+    explicit Descriptor(int number)
+        : m_number(number)
+    {
+    }
+    ~Descriptor();
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+
+    int get() const { return m_number; }
+    int release() { return std::exchange(m_number, -1); }
+
+private:
+    int m_number;
+};
+
+/** A regular file open for reading. */
+class RegularFile {
+public:
+    /** Opens the file at @p path; null and any other kind of file open nothing. */
+    explicit RegularFile(const char* path);
+
+    bool isOpen() const { return descriptor() >= 0; }
+    /** Reads on. @return number of bytes in @p buffer; less than @p size only at the end of the file */
+    std::size_t read(char* buffer, std::size_t size);
+    int descriptor() const { return m_file.get(); }
+    /** Leaves the descriptor to the caller. */
+    void release() { m_file.release(); }
+
+private:
+    Descriptor m_file;
+    std::size_t m_left; // bytes until the end, where the file says so: the system's own files have no size
+};
 
 struct FileCloser {
     void operator()(std::FILE* file) const { static_cast<void>(std::fclose(file)); }

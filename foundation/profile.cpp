@@ -5,37 +5,33 @@
 #include "foundation/profile_lines.h"
 #include "foundation/text_field.h"
 
+#include <cstdio>
 #include <cstring>
-#include <memory>
 #include <optional>
 #include <string_view>
 
 namespace {
 
-constexpr int outOfMemory = -2;
-constexpr int noList = -3;
-
-/** The value in @p line, without the white space around it, when the line is one of @p key. */
-std::optional<std::string_view> valueOf(const char* line, std::string_view key)
+/** The value of @p key in the first section with @p header; it lies in @p part. */
+std::optional<std::string_view> findValue(
+    sigil::RegularFile& file, std::string_view header, std::string_view key, sigil::_ConfigProfile& part)
 {
-    const char* equals = std::strchr(line, '=');
-    if (!equals || sigil::trimmed({line, static_cast<std::size_t>(equals - line)}) != key)
-        return std::nullopt;
-    const std::string_view rest(equals + 1);
-    return sigil::trimmed(rest.substr(0, rest.find('\n')));
-}
-
-/** Searches the lines behind @p header up to the end of its section. */
-std::optional<std::string_view> findValue(const sigil::_ConfigProfile* header, std::string_view key)
-{
-    for (const sigil::_ConfigProfile* node = header->next; node; node = node->next) {
-        if (sigil::_IsCommentLine(node->line))
-            continue;
-        // A "[" ends the section wherever it stands, also inside a value: the files in use rely on it.
-        if (std::strchr(node->line, '['))
-            return std::nullopt;
-        if (const auto value = valueOf(node->line, key))
+    bool inSection = false;
+    while (sigil::_DecodeConfigProfile(part, file) == 0) {
+        std::string_view lines = part.lines;
+        if (!inSection) {
+            const auto rest = sigil::_FindConfigProfileSection(lines, header);
+            if (!rest)
+                continue;
+            inSection = true;
+            lines = *rest;
+        }
+        std::string_view value;
+        const sigil::KeySearch state = sigil::findProfileKey(lines, key, value);
+        if (state == sigil::KeySearch::found)
             return value;
+        if (state == sigil::KeySearch::ended)
+            return std::nullopt;
     }
     return std::nullopt;
 }
@@ -53,21 +49,13 @@ int FileGetPrivateProfileString(char* section, char* key, char* defaultValue, ch
     if (!out || outSize < 1)
         return 0;
     std::memset(out, 0, static_cast<std::size_t>(outSize));
-    const sigil::File file = sigil::openForReading(path);
-    if (!section || !key || !file)
+    sigil::RegularFile file(path);
+    if (!section || !key || !file.isOpen())
         return 0;
-
-    sigil::_ConfigProfile* list = nullptr;
-    const int decoded = sigil::_DecodeConfigProfile(&list, file.get());
-    const std::unique_ptr<sigil::_ConfigProfile, void (*)(sigil::_ConfigProfile*)> owner(
-        list, sigil::_ReleaseConfigProfile);
-    if (decoded != 0)
-        return outOfMemory;
-
-    sigil::_ConfigProfile* header = nullptr;
-    if (sigil::_FindConfigProfileSection(&header, list, section) != 0)
-        return noList;
-    const auto value = findValue(header, key);
+    char header[1024];
+    static_cast<void>(std::snprintf(header, sizeof header, "[%s]", section)); // cut to the field
+    sigil::_ConfigProfile part;
+    const auto value = findValue(file, header, key, part);
     if (!value)
         return 0;
     return store(out, outSize, value->empty() ? sigil::textOf(defaultValue) : *value);
@@ -77,8 +65,8 @@ int FileGetPrivateProfileInt(char* section, char* key, int /*defaultValue*/, cha
 {
     char text[1024];
     char none[] = "";
-    const int length = FileGetPrivateProfileString(section, key, none, text, sizeof text - 1, path);
-    return length < 0 ? length : sigil::toInt(text);
+    FileGetPrivateProfileString(section, key, none, text, sizeof text - 1, path);
+    return sigil::toInt(text);
 }
 
 int StrTrimString(char* text)

@@ -4,122 +4,111 @@
 
 #include <algorithm>
 #include <cstring>
-#include <memory>
-#include <memory_resource>
-#include <new>
-#include <sys/stat.h>
 
 namespace sigil {
 
 namespace {
 
-/** The first node and the memory of all other nodes and lines. A lookup reads the whole file: two heap allocations
- *  for every line would cost more than the reading. */
-struct ProfileLines : _ConfigProfile {
-    explicit ProfileLines(std::size_t expectedSize)
-        : _ConfigProfile{nullptr, nullptr}
-        , memory(expectedSize)
+/** Position of @p wanted at or behind @p from, by the C library's search, which is many times faster than that of
+ *  string_view; the size of @p text when it is not there. */
+std::size_t positionOf(std::string_view text, std::string_view wanted, std::size_t from)
+{
+    const void* hit = memmem(text.data() + from, text.size() - from, wanted.data(), wanted.size());
+    return hit ? static_cast<std::size_t>(static_cast<const char*>(hit) - text.data()) : text.size();
+}
+
+/** Start of the line that begins behind the last line end of @p text. What has no line end is cut into lines of the
+ *  longest length. */
+std::size_t startOfLastLine(std::string_view text)
+{
+    const void* end = text.empty() ? nullptr : memrchr(text.data(), '\n', text.size());
+    const std::size_t start = end ? static_cast<std::size_t>(static_cast<const char*>(end) - text.data()) + 1 : 0;
+    return start + (text.size() - start) / longestProfileLine * longestProfileLine;
+}
+
+/** The line that a position of a part lies in. */
+struct Line {
+    Line(std::string_view lines, std::size_t at)
+        : start(startOfLastLine(lines.substr(0, at)))
+        , end(std::min({positionOf(lines, "\n", at) + 1, start + longestProfileLine, lines.size()}))
+        , text(lines.substr(start, end - start))
     {
+        text = text.substr(0, text.find('\0')); // a zero byte hides the rest of its line
     }
 
-    /** Adds a line behind @p last, the node that was added before; the first line goes into the first node. */
-    _ConfigProfile* add(_ConfigProfile* last, const char* text, std::size_t length)
-    {
-        // The text stands right behind its node.
-        void* room = memory.allocate(sizeof(_ConfigProfile) + length + 1, alignof(_ConfigProfile));
-        auto* node = new (room) _ConfigProfile{static_cast<char*>(room) + sizeof(_ConfigProfile), nullptr};
-        std::memcpy(node->line, text, length);
-        node->line[length] = '\0';
-        if (line)
-            return last->next = node;
-        line = node->line;
-        return this;
-    }
-
-    std::pmr::monotonic_buffer_resource memory;
+    std::size_t start;
+    std::size_t end;
+    std::string_view text;
 };
 
-/** Memory that the lines of a file will need, about: twice its size, within bounds. One block of the right size is
- *  given back to the heap and used again by the next lookup; a row of growing ones would go back to the system. */
-std::size_t expectedSize(std::FILE* file)
+/** True when a "[" ends the section within the lines, wherever it stands, also inside a value: the files in use rely on
+ *  it. */
+bool endsSection(std::string_view lines)
 {
-    constexpr std::size_t least = 16UL * 1024;
-    constexpr std::size_t most = 16UL * 1024 * 1024;
-    struct stat status { };
-    const bool known = fstat(fileno(file), &status) == 0 && status.st_size > 0;
-    return known ? std::clamp(2 * static_cast<std::size_t>(status.st_size), least, most) : least;
-}
-
-/** Length of the line at the start of the @p size bytes at @p text; 0 when its end has not been read yet. */
-std::size_t lineLength(const char* text, std::size_t size, bool atEnd)
-{
-    const std::size_t limit = std::min<std::size_t>(size, longestProfileLine);
-    if (const void* end = std::memchr(text, '\n', limit))
-        return static_cast<std::size_t>(static_cast<const char*>(end) - text) + 1;
-    return atEnd || limit == longestProfileLine ? limit : 0;
-}
-
-void readLines(ProfileLines& lines, std::FILE* file)
-{
-    char buffer[32 * 1024];
-    std::size_t held = 0;
-    _ConfigProfile* last = &lines;
-    for (bool atEnd = false; !atEnd;) {
-        held += std::fread(buffer + held, 1, sizeof buffer - held, file);
-        atEnd = held < sizeof buffer;
-        const char* rest = buffer;
-        while (const std::size_t length = lineLength(rest, held, atEnd)) {
-            last = lines.add(last, rest, length);
-            rest += length;
-            held -= length;
-        }
-        std::memmove(buffer, rest, held);
+    for (std::size_t at = positionOf(lines, "[", 0); at < lines.size();) {
+        const Line line(lines, at);
+        if (line.text.find('[') != std::string_view::npos && !_IsCommentLine(line.text))
+            return true;
+        at = positionOf(lines, "[", line.end);
     }
+    return false;
 }
 
-bool isHeader(const _ConfigProfile& node, const char* header)
+/** The value in @p line when it is one of @p key. */
+std::optional<std::string_view> valueOf(std::string_view line, std::string_view key)
 {
-    return node.line && std::strstr(node.line, header) && !_IsCommentLine(node.line);
+    const std::size_t equals = line.find('=');
+    if (equals == std::string_view::npos || _IsCommentLine(line) || trimmed(line.substr(0, equals)) != key)
+        return std::nullopt;
+    return trimmed(line.substr(equals + 1));
 }
 
 } // namespace
 
-int _DecodeConfigProfile(_ConfigProfile** list, std::FILE* file)
+int _DecodeConfigProfile(_ConfigProfile& part, RegularFile& file)
 {
-    *list = nullptr;
-    try {
-        ProfileLines* lines = std::make_unique<ProfileLines>(expectedSize(file)).release();
-        *list = lines;
-        readLines(*lines, file);
-        return 0;
-    } catch (const std::bad_alloc&) {
-        return -1;
+    part.held -= part.lines.size();
+    std::memmove(part.buffer, part.buffer + part.lines.size(), part.held);
+    part.held += file.read(part.buffer + part.held, sizeof part.buffer - part.held);
+    const std::string_view content(part.buffer, part.held);
+    const bool atEnd = part.held < sizeof part.buffer;
+    part.lines = content.substr(0, atEnd ? content.size() : startOfLastLine(content));
+    return part.lines.empty() ? -1 : 0;
+}
+
+std::optional<std::string_view> _FindConfigProfileSection(std::string_view lines, std::string_view header)
+{
+    for (std::size_t at = positionOf(lines, header, 0); at < lines.size();) {
+        const Line line(lines, at);
+        if (line.text.find(header) != std::string_view::npos && !_IsCommentLine(line.text))
+            return lines.substr(line.end);
+        at = positionOf(lines, header, line.end);
     }
+    return std::nullopt;
 }
 
-void _ReleaseConfigProfile(_ConfigProfile* list)
+int _IsCommentLine(std::string_view line)
 {
-    std::unique_ptr<ProfileLines>(static_cast<ProfileLines*>(list));
+    const auto first = std::find_if_not(line.begin(), line.end(), isSpace);
+    return first != line.end() && *first == '#' ? 1 : 0;
 }
 
-int _FindConfigProfileSection(_ConfigProfile** found, _ConfigProfile* list, char* section)
+KeySearch findProfileKey(std::string_view lines, std::string_view key, std::string_view& value)
 {
-    if (!list)
-        return -1;
-    char header[1024];
-    static_cast<void>(std::snprintf(header, sizeof header, "[%s]", section ? section : "")); // cut to the field
-    _ConfigProfile* node = list;
-    while (!isHeader(*node, header) && node->next)
-        node = node->next;
-    *found = node;
-    return 0;
-}
-
-int _IsCommentLine(char* line)
-{
-    while (isSpace(*line))
-        ++line;
-    return *line == '#' ? 1 : 0;
+    while (!lines.empty()) {
+        const std::size_t hit = positionOf(lines, key, 0);
+        if (hit == lines.size())
+            break;
+        const Line line(lines, hit);
+        if (endsSection(lines.substr(0, line.end)))
+            return KeySearch::ended;
+        if (const auto found = valueOf(line.text, key)) {
+            value = *found;
+            return KeySearch::found;
+        }
+        lines.remove_prefix(line.end);
+    }
+    return endsSection(lines) ? KeySearch::ended : KeySearch::goesOn;
 }
 
 } // namespace sigil

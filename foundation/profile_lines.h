@@ -1,37 +1,49 @@
 /** @file
- *  The lines of a profile file as a list, and the steps of a lookup on it (see sigildesk/profile.h for the format).
+ *  The steps of a lookup in a profile file (see sigildesk/profile.h for the format). The file is searched while it is
+ *  read: what is in memory is a part of it that consists of whole lines.
  */
 #pragma once
 
-#include <cstdio>
+#include "foundation/file.h"
+
+#include <cstddef>
+#include <optional>
 #include <string_view>
 
 namespace sigil {
 
-/** A line of the file. The list always has a first node; its line is null when the file is empty. */
+/** Most bytes taken as one line; what is longer continues in a line of its own. */
+constexpr std::size_t longestProfileLine = 4094;
+
+/** The part of a profile file that is in memory. */
 struct _ConfigProfile {
-    char* line;           /**< as read, zero-terminated, with its line end */
-    _ConfigProfile* next; /**< following line, or null */
+    std::string_view lines; /**< whole lines with their line ends */
+
+    char buffer[8 * (longestProfileLine + 2)];
+    std::size_t held =
+        0; /**< bytes in the buffer, which begins with the lines and goes on with the next one's start */
 };
 
-/** Most bytes taken as one line; what is longer continues in a line of its own. */
-constexpr int longestProfileLine = 4094;
+/** Replaces the lines by those that follow them in @p file.
+ *  @return 0; -1 when there are none */
+int _DecodeConfigProfile(_ConfigProfile& part, RegularFile& file);
 
-/** Reads the lines of @p file from its current position.
- *  @param list  receives the list, also after a failure the part read so far; null only when not even the first
- *               node could be had. Release it with _ReleaseConfigProfile()
- *  @return 0 at the end of the file; -1 out of memory */
-int _DecodeConfigProfile(_ConfigProfile** list, std::FILE* file);
-
-/** Releases a list made by _DecodeConfigProfile(), also a null one. */
-void _ReleaseConfigProfile(_ConfigProfile* list);
-
-/** Finds the header line of a section: the first line with "[section]" that is no comment.
- *  @param found  receives the header's node; the last node when there is no such section, so that no key follows
- *  @return 0; -1 for a null list */
-int _FindConfigProfileSection(_ConfigProfile** found, _ConfigProfile* list, char* section);
+/** Finds the header of a section, the first line with @p header ("[section]") that is no comment.
+ *  @return the lines behind it; nothing when it is not among @p lines */
+std::optional<std::string_view> _FindConfigProfileSection(std::string_view lines, std::string_view header);
 
 /** @return 1 when the first character of @p line that is not white space is "#"; else 0 */
-int _IsCommentLine(char* line);
+int _IsCommentLine(std::string_view line);
+
+/** What the search for a key has come to. */
+enum class KeySearch {
+    goesOn, /**< the section has not ended with these lines */
+    ended,  /**< it has, without the key */
+    found
+};
+
+/** Searches the lines of a section for the first one of @p key.
+ *  @param value  receives the text behind the "=", without the white space around it */
+KeySearch findProfileKey(std::string_view lines, std::string_view key, std::string_view& value);
 
 } // namespace sigil

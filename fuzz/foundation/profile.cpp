@@ -1,6 +1,7 @@
 // The profile reader on files of any content. The first line of the input is the key, the rest is the file.
 
 #include "fuzz/foundation/require.h"
+#include "tests/foundation/profile_model.h"
 
 #include <sigildesk/profile.h>
 #include <sigildesk/util.h>
@@ -36,8 +37,6 @@ private:
     std::string m_path;
 };
 
-bool isBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
-
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
@@ -45,7 +44,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string input(reinterpret_cast<const char*>(data), size);
     const std::size_t end = std::min(input.find('\n'), input.size());
     std::string key = input.substr(0, end);
-    MemoryFile file(std::string_view(input).substr(std::min(end + 1, input.size())));
+    const std::string_view content = std::string_view(input).substr(std::min(end + 1, input.size()));
+    MemoryFile file(content);
 
     for (const char* name : {"UserInterface", "S", ""}) {
         std::string section = name;
@@ -58,7 +58,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         require(length >= 0 && length < outSize, "the length lies within the output");
         require(std::strlen(out.data()) == static_cast<std::size_t>(length), "the length is that of the text");
         require(out.back() == '#', "nothing is written behind the output");
-        require(length == 0 || !isBlank(out[0]), "the text does not begin with white space");
+        const std::string value = profile_model::lookUp(content, name, key.c_str()).value_or("");
+        require(out.data() == value.substr(0, out.size() - 2), "the text is what the rules say");
         FileGetPrivateProfileInt(section.data(), key.data(), 0, file.path());
     }
     char text[16] = ""; // its last byte stays, for texts that fill what they are given

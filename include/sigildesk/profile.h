@@ -10,7 +10,8 @@
  *  - Lines longer than 4094 bytes count as several lines. Bytes are taken as they are: no encoding is assumed. A
  *    zero byte hides the rest of its line.
  *
- *  Every lookup reads the file anew. Only regular files are read. White space is blank, tab, CR, LF, vertical tab and
+ *  Every lookup reads the file anew, as far as the key, and takes no memory but 32 KiB of the stack, however large the
+ *  file is. Only regular files are read. White space is blank, tab, CR, LF, vertical tab and
  *  form feed, whatever the locale.
  */
 #ifndef SIGILDESK_PROFILE_H
@@ -26,14 +27,13 @@
  *  @param outSize       bytes in @p out; a longer value is cut to @p outSize - 1
  *  @param path          the file
  *  @return length of the text in @p out; 0 with an empty text when file, section or key is missing (the default is
- *          not used then), or when a null pointer or an @p outSize below 1 was given; -2 out of memory; -3 no list
- *          of lines */
+ *          not used then), or when a null pointer or an @p outSize below 1 was given */
 SIGIL_EXPORT int FileGetPrivateProfileString(
     char* section, char* key, char* defaultValue, char* out, int outSize, char* path);
 
 /** Looks a decimal number up: the digits at the start of the value, 0 when there are none.
  *  @param defaultValue  deliberately ignored: whoever needs a default other than 0 tests for it himself
- *  @return the number; 0 for a missing file, section or key; a negative result of FileGetPrivateProfileString */
+ *  @return the number; 0 for a missing file, section or key */
 SIGIL_EXPORT int FileGetPrivateProfileInt(char* section, char* key, int defaultValue, char* path);
 
 /** Removes white space at both ends of a zero-terminated text, in place. A text of nothing else becomes empty and its

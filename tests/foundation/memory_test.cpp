@@ -4,6 +4,7 @@
 #include "tests/foundation/support.h"
 
 #include <sigildesk/log.h>
+#include <sigildesk/profile.h>
 #include <sigildesk/util.h>
 
 #include <algorithm>
@@ -167,6 +168,20 @@ TEST_F(MemoryShortage, ThePluginsLogReportsIt)
         });
     EXPECT_GT(reported, 0);
     EXPECT_PRED2(consistsOf, "[2024-03-01 09:05:07] " + longText, contentOf(path));
+}
+
+TEST_F(MemoryShortage, ALookupTakesNoneHoweverLargeTheFileIs)
+{
+    std::string path = folder.write("test.ini", std::string(3'000'000, '\n') + "[S]\nk=v\n" + longText);
+    char section[] = "S";
+    char key[] = "k";
+    char none[] = "";
+    char out[16];
+    shortage.bytes = 0;
+    const int length = FileGetPrivateProfileString(section, key, none, out, sizeof out, path.data());
+    shortage = {};
+    EXPECT_EQ(length, 1);
+    EXPECT_STREQ(out, "v");
 }
 
 TEST_F(MemoryShortage, TheHomeFolderIsFoundOrTheMemoryIsSaidToBeMissing)

@@ -1,163 +1,105 @@
 #include "foundation/profile_lines.h"
+#include "tests/foundation/profile_model.h"
 #include "tests/foundation/support.h"
 
 #include <sigildesk/profile.h>
 
-#include <gmock/gmock.h>
-
-#include <memory>
-#include <memory_resource>
-#include <new>
-#include <vector>
+#include <random>
 
 using namespace sigil;
 
 namespace {
 
-using namespace std::string_literals;
-using testing::ElementsAre;
-
-using List = std::unique_ptr<_ConfigProfile, void (*)(_ConfigProfile*)>;
-
-List decode(const std::string& content, int expected = 0)
-{
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::tmpfile(), std::fclose);
-    std::fwrite(content.data(), 1, content.size(), file.get());
-    std::rewind(file.get());
-    _ConfigProfile* list = nullptr;
-    EXPECT_EQ(_DecodeConfigProfile(&list, file.get()), expected);
-    return {list, _ReleaseConfigProfile};
-}
-
-std::vector<std::string> linesOf(const List& list)
-{
-    std::vector<std::string> lines;
-    for (const _ConfigProfile* node = list.get(); node && node->line; node = node->next)
-        lines.emplace_back(node->line);
-    return lines;
-}
-
-/** Memory that runs out after a number of blocks. */
-class LimitedMemory : public std::pmr::memory_resource {
-public:
-    explicit LimitedMemory(int blocks)
-        : m_blocks(blocks)
-        , m_previous(std::pmr::set_default_resource(this))
+class ProfileLines : public testing::Test {
+protected:
+    /** The parts in which the reader takes a file of the given content. */
+    std::vector<std::string> partsOf(const std::string& content) const
     {
+        RegularFile file(folder.write("test.ini", content).c_str());
+        _ConfigProfile part;
+        std::vector<std::string> parts;
+        while (_DecodeConfigProfile(part, file) == 0)
+            parts.emplace_back(part.lines);
+        return parts;
     }
-    ~LimitedMemory() override { std::pmr::set_default_resource(m_previous); }
-
-private:
-    void* do_allocate(std::size_t size, std::size_t alignment) override
+    /** Lengths of the lines of 4094 bytes at most. */
+    static std::vector<std::size_t> lengthsOfLines(const std::string& content)
     {
-        if (m_blocks-- <= 0)
-            throw std::bad_alloc();
-        return m_previous->allocate(size, alignment);
+        std::vector<std::size_t> lengths;
+        for (const std::string& line : profile_model::linesOf(content))
+            lengths.push_back(line.size());
+        return lengths;
     }
-    void do_deallocate(void* p, std::size_t size, std::size_t alignment) override
-    {
-        m_previous->deallocate(p, size, alignment);
-    }
-    bool do_is_equal(const memory_resource& other) const noexcept override { return this == &other; }
 
-    int m_blocks;
-    std::pmr::memory_resource* m_previous;
+    TemporaryFolder folder;
 };
+
+/** Text of the marks of the format, a few other characters and, now and then, a long line. */
+std::string randomContent(std::mt19937& random)
+{
+    static const char* const pieces[] = {"[S]", "[", "]", "k", "k=", "=", "#", " ", "\t", "\n", "\r\n", "v",
+        "\n[S]\n", "\nk=v\n", "\n#", "\nother = 1\n"};
+    std::string text;
+    for (std::size_t count = random() % 60; count > 0; --count) {
+        const auto kind = random() % 40;
+        if (kind == 0)
+            text += std::string(random() % 9000, "x\n [#"[random() % 5]);
+        else if (kind == 1)
+            text += '\0';
+        else
+            text += pieces[random() % std::size(pieces)];
+    }
+    return text;
+}
 
 } // namespace
 
-TEST(ProfileLines, KeepsLinesAsRead)
+TEST_F(ProfileLines, ComeInPartsOfWholeLines)
 {
-    EXPECT_THAT(linesOf(decode("one\n \t two \r\n\nlast")), ElementsAre("one\n", " \t two \r\n", "\n", "last"));
-    EXPECT_THAT(linesOf(decode("a\0b\nc\n"s)), ElementsAre("a", "c\n"));
-}
-
-TEST(ProfileLines, HasAFirstNodeWithoutLineForAnEmptyFile)
-{
-    const List list = decode("");
-    ASSERT_NE(list, nullptr);
-    EXPECT_EQ(list->line, nullptr);
-    EXPECT_EQ(list->next, nullptr);
-}
-
-TEST(ProfileLines, SplitsBehind4094Bytes)
-{
-    struct Case {
-        std::size_t length; // of the physical line, without its line feed
-        std::vector<std::size_t> pieces;
-    };
-    const Case cases[] = {
-        {4093, {4094}},
-        {4094, {4094, 1}},
-        {4095, {4094, 2}},
-        {8187, {4094, 4094}},
-        {8188, {4094, 4094, 1}},
-        {20'000, {4094, 4094, 4094, 4094, 3625}},
-    };
-    for (const Case& c : cases) {
-        const List list = decode(std::string(c.length, 'x') + "\n");
+    std::mt19937 random(1);
+    for (const std::size_t length : {0, 1, 40, 4093, 4094, 4095, 8188, 32'000, 32'752, 32'768, 33'000, 100'000}) {
+        std::string content;
+        while (content.size() < length)
+            content += std::string(random() % std::min<std::size_t>(length, 9000), 'x') + '\n';
+        std::string joined;
         std::vector<std::size_t> lengths;
-        for (const std::string& line : linesOf(list))
-            lengths.push_back(line.size());
-        EXPECT_EQ(lengths, c.pieces) << c.length;
+        for (const std::string& part : partsOf(content)) {
+            joined += part;
+            for (const std::size_t line : lengthsOfLines(part))
+                lengths.push_back(line);
+        }
+        EXPECT_EQ(joined, content);
+        EXPECT_EQ(lengths, lengthsOfLines(content)) << length;
     }
 }
 
-TEST(ProfileLines, TellsWhenMemoryRunsOutAndKeepsWhatWasRead)
+TEST_F(ProfileLines, WithoutALineEndAreCutWhereTheyBegan)
 {
-    // Many short lines need more memory than the size of the file lets expect.
-    const std::string content(50'000, '\n');
-    for (int blocks : {0, 1}) {
-        LimitedMemory memory(blocks);
-        const List list = decode(content, -1);
-        ASSERT_NE(list, nullptr);
-        const std::vector<std::string> lines = linesOf(list);
-        EXPECT_EQ(lines.empty(), blocks == 0);
-        EXPECT_LT(lines.size(), 50'000u);
-    }
+    const std::vector<std::string> parts = partsOf(std::string(100'000, 'x'));
+    EXPECT_GT(parts.size(), 1u);
+    for (std::size_t i = 0; i + 1 < parts.size(); ++i)
+        EXPECT_EQ(parts[i].size() % longestProfileLine, 0u);
 }
 
-TEST(ProfileLines, LookupReportsThatMemoryRanOut)
+TEST_F(ProfileLines, EndAtTheHeader)
 {
-    TemporaryFolder folder;
-    const std::string path = folder.write("test.ini", "[S]\nk=v\n");
+    const std::string_view lines = "#[S]\nx=1\ntext [S] text\nk=v\n[S]\n";
+    EXPECT_EQ(_FindConfigProfileSection(lines, "[S]"), "k=v\n[S]\n");
+    EXPECT_EQ(_FindConfigProfileSection(lines, "[T]"), std::nullopt);
+    EXPECT_EQ(_FindConfigProfileSection("[S]", "[S]"), "");
+    EXPECT_EQ(_FindConfigProfileSection("", "[S]"), std::nullopt);
+}
+
+TEST_F(ProfileLines, CutTheSearchTextAt1023Bytes)
+{
+    const std::string cut = "[" + std::string(1022, 'n');
+    const std::string path = folder.write("test.ini", "x\n" + cut + "\nk=v\n");
     char out[16];
-    LimitedMemory memory(0);
-    EXPECT_EQ(FileGetPrivateProfileString(Arg("S"), Arg("k"), Arg("D"), out, sizeof out, Arg(path)), -2);
-    EXPECT_STREQ(out, "");
-    EXPECT_EQ(FileGetPrivateProfileInt(Arg("S"), Arg("k"), 77, Arg(path)), -2);
+    EXPECT_EQ(
+        FileGetPrivateProfileString(Arg(std::string(3000, 'n')), Arg("k"), Arg(""), out, sizeof out, Arg(path)), 1);
 }
 
-TEST(ProfileLines, FindsTheHeader)
-{
-    const List list = decode("#[S]\nx=1\ntext [S] text\nk=v\n[S]\n");
-    _ConfigProfile* found = nullptr;
-    EXPECT_EQ(_FindConfigProfileSection(&found, list.get(), Arg("S")), 0);
-    EXPECT_STREQ(found->line, "text [S] text\n");
-    EXPECT_EQ(_FindConfigProfileSection(&found, list.get(), Arg("T")), 0);
-    EXPECT_STREQ(found->line, "[S]\n");
-    EXPECT_EQ(found->next, nullptr);
-    EXPECT_EQ(_FindConfigProfileSection(&found, nullptr, Arg("S")), -1);
-}
-
-TEST(ProfileLines, FindsTheOnlyNodeOfAnEmptyFile)
-{
-    const List list = decode("");
-    _ConfigProfile* found = nullptr;
-    EXPECT_EQ(_FindConfigProfileSection(&found, list.get(), Arg("S")), 0);
-    EXPECT_EQ(found, list.get());
-}
-
-TEST(ProfileLines, CutsTheSearchTextAt1023Bytes)
-{
-    const std::string name(3000, 'n');
-    const List list = decode("x\n[" + name + "]\nlast\n");
-    _ConfigProfile* found = nullptr;
-    EXPECT_EQ(_FindConfigProfileSection(&found, list.get(), Arg(name)), 0);
-    EXPECT_EQ(found, list->next);
-}
-
-TEST(ProfileLines, RecognisesComments)
+TEST_F(ProfileLines, ThatAreComments)
 {
     struct Case {
         const char* line;
@@ -165,5 +107,28 @@ TEST(ProfileLines, RecognisesComments)
     };
     for (const Case& c :
         {Case{"#", 1}, {"# x", 1}, {" \t\r\n\v\f#", 1}, {"", 0}, {"   ", 0}, {"a#", 0}, {";", 0}, {"\xA3#", 0}})
-        EXPECT_EQ(_IsCommentLine(Arg(c.line)), c.comment) << c.line;
+        EXPECT_EQ(_IsCommentLine(c.line), c.comment) << c.line;
+}
+
+TEST_F(ProfileLines, AreSearchedAsTheRulesSay)
+{
+    std::mt19937 random(20240301);
+    int found = 0;
+    for (int i = 0; i < 5'000; ++i) {
+        const std::string content = randomContent(random);
+        // Some files begin beyond the first part that is read.
+        const std::string filler(i % 50 == 0 ? 32'000 + random() % 1500 : 0, '\n');
+        // A file of its own each time: writing over one makes some file systems wait for the disk.
+        const std::string path = folder.write(std::to_string(i), filler + content);
+        const auto expected = profile_model::lookUp(filler + content, "S", "k");
+        std::string out(5000, '\0');
+        const int length = FileGetPrivateProfileString(
+            Arg("S"), Arg("k"), Arg("D"), out.data(), static_cast<int>(out.size()), Arg(path));
+        const std::string text = !expected ? "" : expected->empty() ? "D" : *expected;
+        ASSERT_EQ(out.c_str(), text) << content;
+        ASSERT_EQ(length, static_cast<int>(text.size()));
+        found += expected.has_value();
+        std::filesystem::remove(path);
+    }
+    EXPECT_GT(found, 500);
 }
