@@ -8,7 +8,7 @@ function(sigil_add_test name)
     find_package(GTest REQUIRED)
     list(TRANSFORM test_LAYERS PREPEND sigil_)
     add_executable(${name} ${test_SOURCES})
-    target_link_libraries(${name} PRIVATE sigil_code ${test_LAYERS} ${test_LIBRARIES} GTest::gmock GTest::gtest_main)
+    target_link_libraries(${name} PRIVATE ${test_LAYERS} ${test_LIBRARIES} test_support GTest::gmock GTest::gtest_main)
     target_compile_definitions(${name} PRIVATE
         SIGILDESK_LIBRARY_FOLDER="${SIGILDESK_LIBRARY_FOLDER}"
         SIGILDESK_TEST_DATA="${CMAKE_CURRENT_SOURCE_DIR}/data")

@@ -241,10 +241,10 @@ TEST_F(Interface, NullHandleVariableAndNullFolder)
 
 TEST_F(Interface, ToolkitThatDoesNotLoadOrStart)
 {
-    doubles::TemporaryFolder empty;
-    EXPECT_EQ(CLP_Initalize(&clp, nullptr, 0, 1, empty.path()), 1010);
+    TemporaryFolder empty;
+    EXPECT_EQ(CLP_Initalize(&clp, nullptr, 0, 1, empty.chars()), 1010);
     finish();
-    EXPECT_EQ(CLP_Initalize(&clp, nullptr, 1, 1, empty.path()), 1010);
+    EXPECT_EQ(CLP_Initalize(&clp, nullptr, 1, 1, empty.chars()), 1010);
     finish();
     EXPECT_EQ(CLP_Initalize(&clp, nullptr, 2, 1, Text(library.string())), 1007);
     finish();
@@ -330,8 +330,8 @@ TEST_F(Interface, SecondInitalizeOpensTheToolkitAgain)
     EXPECT_EQ(load(), 1115);
     EXPECT_FALSE(log().empty()); // the loaders keep the log that they were given first
     EXPECT_FALSE(fs::exists(disk / "other.log"));
-    doubles::TemporaryFolder empty;
-    EXPECT_EQ(CLP_Initalize(&clp, nullptr, 0, 1, empty.path()), 1010);
+    TemporaryFolder empty;
+    EXPECT_EQ(CLP_Initalize(&clp, nullptr, 0, 1, empty.chars()), 1010);
     EXPECT_EQ(CLP_Initalize(&clp, nullptr, 2, 1, Text(library.string())), 1007);
 }
 

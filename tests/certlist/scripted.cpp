@@ -26,18 +26,6 @@ timespec clockOfTests()
 
 } // namespace
 
-std::string readFile(const fs::path& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
-void writeFile(const fs::path& path, const std::string& bytes)
-{
-    fs::create_directories(path.parent_path());
-    std::ofstream(path, std::ios::binary) << bytes;
-}
-
 Scripted::Scripted()
     : m_machine(sigil::environment())
 {

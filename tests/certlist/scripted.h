@@ -6,6 +6,7 @@
 #include "tests/certlist/fake_toolkit.h"
 #include "tests/doubles/recorder.h"
 #include "tests/doubles/variant.h"
+#include "tests/support/files.h"
 
 #include "foundation/environment.h"
 
@@ -19,9 +20,6 @@
 #include <vector>
 
 inline const std::string goodPassword = "Abcd1234!@";
-
-std::string readFile(const std::filesystem::path& path);
-void writeFile(const std::filesystem::path& path, const std::string& bytes);
 
 #ifdef __SANITIZE_ADDRESS__
 #include <sanitizer/lsan_interface.h>
@@ -102,13 +100,13 @@ protected:
     std::vector<std::string> log();
     std::string lastLog();
 
-    doubles::TemporaryFolder m_homeFolder;
-    doubles::TemporaryFolder m_libraryFolder;
-    doubles::TemporaryFolder m_diskFolder;
+    TemporaryFolder m_homeFolder;
+    TemporaryFolder m_libraryFolder;
+    TemporaryFolder m_diskFolder;
     std::filesystem::path home = m_homeFolder.path();
     std::filesystem::path library = m_libraryFolder.path();
     /** Below its temporary folder: names with backslashes are written beside it. */
-    std::filesystem::path disk = std::filesystem::path(m_diskFolder.path()) / "disk";
+    std::filesystem::path disk = m_diskFolder.path("disk");
     std::filesystem::path logFile = library / "error.log";
     void* clp = nullptr;
 

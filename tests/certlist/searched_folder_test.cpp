@@ -30,7 +30,7 @@ protected:
         return folder.statusOf(path.c_str(), status) ? static_cast<long>(status.st_size) : -1;
     }
 
-    doubles::TemporaryFolder m_folder;
+    TemporaryFolder m_folder;
     const fs::path root = m_folder.path();
     const std::string path = root.string() + "/";
 };

@@ -1,6 +1,6 @@
 // The certificate list on the open toolkit with a sample store: real certificates, end to end.
 
-#include "tests/tools/sample_store.h"
+#include "tests/support/sample_store.h"
 
 #include "certlist/public_part.h"
 #include "foundation/environment.h"
@@ -115,12 +115,12 @@ protected:
 
     void SetUp() override
     {
-        fs::copy(sample->folder(), home.path() / "user", fs::copy_options::recursive);
-        homeOfTests = (home.path() / "user").string();
+        fs::copy(sample->folder(), home.path("user"), fs::copy_options::recursive);
+        homeOfTests = home.path("user");
         sigil::environment().homeFolder = [] { return homeOfTests; };
         for (const auto& file : fs::directory_iterator(SIGILDESK_LIBRARY_FOLDER))
             if (file.is_regular_file())
-                fs::create_symlink(file.path(), library.path() / file.path().filename());
+                fs::create_symlink(file.path(), library.path(file.path().filename().string()));
         options.nPKITypes = 15;
         start();
     }
@@ -131,7 +131,7 @@ protected:
     }
     void start(int toolkitType = 0)
     {
-        std::string folder = library.path().string();
+        std::string folder = library.path();
         ASSERT_EQ(CLP_Initalize(&clp, nullptr, toolkitType, 1, folder.data()), 0);
         ASSERT_EQ(CLP_SetType(clp, &options), 0);
         ASSERT_EQ(CLP_SetMediaType(clp, 1, nullptr, 0), 0);
@@ -402,7 +402,7 @@ TEST_F(Store, ExportIsImportedAgain)
     ASSERT_EQ(load(), 0);
     for (const char* pairs : {"both", "signing"}) {
         const int index = indexOf(firstOf("npki", pairs));
-        std::string file = (disk.path() / (std::string(pairs) + ".pfx")).string();
+        std::string file = disk.path(std::string(pairs) + ".pfx");
         ASSERT_EQ(CLP_ExportPFX(clp, index, password, file.data()), 0);
         Imported back;
         ASSERT_EQ(back.from(clp, file, password), 0);
@@ -418,10 +418,10 @@ TEST_F(Store, CopyCanBeListedAndDecrypted)
 {
     ASSERT_EQ(load(), 0);
     const Certificate& truth = firstOf("npki", "both");
-    std::string target = (disk.path() / "stick").string();
+    std::string target = disk.path("stick");
     ASSERT_EQ(CLP_CopySelCertToDISK(clp, 1, indexOf(truth), 2, target.data(), password), 0);
     // The copy has the file names of other systems; put them where listing looks.
-    const fs::path folder = disk.path() / "listed/NPKI/yessign/USER/copy";
+    const fs::path folder = disk.path("listed/NPKI/yessign/USER/copy");
     fs::create_directories(folder);
     for (const auto& file : fs::directory_iterator(disk.path())) {
         std::string name = file.path().filename().string();
@@ -432,7 +432,7 @@ TEST_F(Store, CopyCanBeListedAndDecrypted)
         name[0] = static_cast<char>(std::tolower(name[0]));
         fs::copy_file(file.path(), folder / name);
     }
-    std::string listed = (disk.path() / "listed").string();
+    std::string listed = disk.path("listed");
     ASSERT_EQ(CLP_SetMediaType(clp, 2, listed.data(), 0), 0);
     ASSERT_EQ(load(), 0);
     ASSERT_EQ(CLP_GetCertCount(clp), 1);
@@ -484,8 +484,8 @@ TEST_F(Store, VerifiesAgainstAFetchedRoot)
     const WebServer server({{"Root", readFile(sample->issuerFile("root.der"))},
         {"RootIssued", readFile(sample->issuerFile("yessignCA_Class_1.der"))}});
     const auto verify = [&](const std::string& address, std::string& message) {
-        fs::remove(library.path() / "HVCToolkitV30.conf");
-        std::ofstream(library.path() / "HVCToolkitV30.conf")
+        fs::remove(library.path("HVCToolkitV30.conf"));
+        std::ofstream(library.path("HVCToolkitV30.conf"))
             << "[VALIDATOIN_OPTION]\nCA_INFO_COUNT=2\n[CA_INFO1]\nCA_DN=Root\nDIR_URL=" << address
             << "\n[CA_INFO2]\nCA_DN=RootIssued\nDIR_URL=" << address << "\n";
         CLP_UnInitalize(clp); // trust stays with a processor

@@ -2,9 +2,9 @@
 // the library fails. Never a crash, a byte string that is not given back or given back twice, or a code that is not
 // stated; and no private key left behind in toolkit memory.
 
-#include "tests/certlist/failing_allocator.h"
 #include "tests/certlist/scenario.h"
 #include "tests/certlist/scripted.h"
+#include "tests/support/failing_allocator.h"
 
 #include <algorithm>
 #include <cstdio>

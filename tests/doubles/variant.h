@@ -6,33 +6,14 @@
  */
 #pragma once
 
-#include <cstdlib>
+#include "tests/support/files.h"
+
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
 #include <string>
 
 namespace doubles {
-
-/** An empty folder that goes away with the object. */
-class TemporaryFolder {
-public:
-    TemporaryFolder()
-        : m_path(std::filesystem::temp_directory_path() / "sigildesk-test-XXXXXX")
-    {
-        if (!mkdtemp(m_path.data()))
-            throw std::runtime_error("no temporary folder");
-    }
-    ~TemporaryFolder() { std::filesystem::remove_all(m_path); }
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-
-    /** The path, as the façade takes it. */
-    char* path() { return m_path.data(); }
-
-private:
-    std::string m_path;
-};
 
 /** A folder with both doubles in which one symbol has another name, so that dlsym does not find it. */
 class FolderWithout : public TemporaryFolder {

@@ -84,7 +84,7 @@ void test(const std::vector<Method<Backend>>& methods, int notLoaded)
 
         doubles::FolderWithout folder(symbol);
         Backend lacking;
-        ASSERT_EQ(lacking.Init(folder.path()), 0);
+        ASSERT_EQ(lacking.Init(folder.chars()), 0);
         EXPECT_EQ(method.made(lacking), 1003);
     }
 }
@@ -257,7 +257,7 @@ TYPED_TEST(BackendLife, FinishNeedsNoFinishFunction)
 {
     doubles::FolderWithout folder(this->type.symbol("API_Finish"));
     TypeParam backend;
-    ASSERT_EQ(backend.Init(folder.path()), 0);
+    ASSERT_EQ(backend.Init(folder.chars()), 0);
     EXPECT_EQ(backend.Finish(), 0);
     EXPECT_EQ(backend.SetHashAlgo(1), this->type.notLoaded);
 }

@@ -82,7 +82,7 @@ TEST_P(CertificateTest, VersionIsWrittenAlsoWhenTheToolkitFails)
 TEST_P(CertificateTest, VersionIsNotWrittenWithoutTheToolkitsFunction)
 {
     doubles::FolderWithout folder(symbol("CERT_GetVersion"));
-    const Handle handle = open(folder.path());
+    const Handle handle = open(folder.chars());
     Buffer text;
     EXPECT_EQ(CertGetVersion(handle, 128, text.data()), 1003);
     EXPECT_TRUE(text.untouched());

@@ -75,7 +75,7 @@ TEST_P(ErrorTextTest, ErrorTextNeedsABuffer)
 TEST_P(ErrorTextTest, ErrorTextFunctionMayBeMissing)
 {
     doubles::FolderWithout folder(symbol("API_GetErrInfo"));
-    const Handle handle = open(folder.path());
+    const Handle handle = open(folder.chars());
     char buffer[] = "an older text";
     EXPECT_EQ(HV_GetErrInfo(handle, 13, buffer), 1003);
     EXPECT_EQ(std::string(buffer, 13), std::string(8, '\0') + " text");

@@ -169,8 +169,8 @@ TEST_P(FrameTest, InitGetsTheAddressOfTheContextAndTheFolder)
 
 TEST_P(FrameTest, MissingLibraryIsAnsweredByEveryLaterCall)
 {
-    doubles::TemporaryFolder folder;
-    const Handle handle = open(folder.path());
+    TemporaryFolder folder;
+    const Handle handle = open(folder.chars());
     EXPECT_NE(static_cast<void*>(handle), nullptr);
     EXPECT_EQ(handle.result(), GetParam().notLoaded);
     unsigned char byte = 1;
@@ -186,7 +186,7 @@ TEST_P(FrameTest, MissingLibraryIsAnsweredByEveryLaterCall)
 TEST_P(FrameTest, MissingInitFunctionLeavesTheLibraryOpen)
 {
     doubles::FolderWithout folder(symbol("API_Init"));
-    const Handle handle = open(folder.path());
+    const Handle handle = open(folder.chars());
     EXPECT_EQ(handle.result(), 1003);
     EXPECT_EQ(CertUnLoad(handle), 0);
     EXPECT_EQ(doubles::calls().back().context, nullptr);
@@ -384,7 +384,7 @@ TEST(MakerFrame, VersionComesWithoutACapacity)
 TEST(MakerFrame, VersionFunctionMayBeMissing)
 {
     doubles::FolderWithout folder("HVTK_API_GetInfo");
-    const Handle handle(0, folder.path());
+    const Handle handle(0, folder.chars());
     char buffer[] = "0123456789";
     EXPECT_EQ(HV_GetVersion(handle, 10, buffer), 1003);
     EXPECT_EQ(std::string(buffer, 10), std::string(8, '\0') + "89");

@@ -2,29 +2,19 @@
 // table of members, and the toolkit symbols that the doubles offer.
 
 #include "tests/facade/member.h"
+#include "tests/support/files.h"
+#include "tests/support/symbols.h"
 
 #include <gtest/gtest.h>
 
-#include <array>
-#include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <map>
-#include <memory>
 #include <set>
 #include <sstream>
 
 namespace {
 
 using Names = std::set<std::string>;
-
-std::string fileText(const std::filesystem::path& path)
-{
-    std::ifstream file(path);
-    std::stringstream text;
-    text << file.rdbuf();
-    return text.str();
-}
 
 std::vector<std::string> lines(const std::string& text)
 {
@@ -35,28 +25,10 @@ std::vector<std::string> lines(const std::string& text)
     return all;
 }
 
-/** The functions that a shared object defines for others, demangled. Instances of the standard library's templates are
- *  weak and do not count. */
-Names exportsOf(const std::string& library)
-{
-    const std::string command = "nm -DC --defined-only '" + library + "'";
-    const std::unique_ptr<FILE, int (*)(FILE*)> nm(popen(command.c_str(), "r"), pclose);
-    std::string text;
-    std::array<char, 4096> buffer;
-    while (const std::size_t n = fread(buffer.data(), 1, buffer.size(), nm.get()))
-        text.append(buffer.data(), n);
-    const std::string function = " T "; // "00000000000012ab T CertLoad(void*, BINSTR*)"
-    Names names;
-    for (const std::string& line : lines(text))
-        if (const auto at = line.find(function); at != std::string::npos)
-            names.insert(line.substr(at + function.size()));
-    return names;
-}
-
 Names checkedIn()
 {
     Names names;
-    for (const std::string& line : lines(fileText(FACADE_EXPORTS)))
+    for (const std::string& line : lines(readFile(FACADE_EXPORTS)))
         names.insert(line);
     return names;
 }
@@ -96,25 +68,25 @@ std::string familyOf(const std::string& symbol)
 
 TEST(Interface, ListIsSortedAndHasNoDoubles)
 {
-    const std::vector<std::string> list = lines(fileText(FACADE_EXPORTS));
+    const std::vector<std::string> list = lines(readFile(FACADE_EXPORTS));
     EXPECT_TRUE(std::is_sorted(list.begin(), list.end()));
     EXPECT_EQ(list.size(), checkedIn().size());
     EXPECT_EQ(list.size(), 214U);
 }
 
-TEST(Interface, ObjectsExportExactlyTheList) { EXPECT_EQ(exportsOf(FACADE_ALONE), checkedIn()); }
+TEST(Interface, ObjectsExportExactlyTheList) { EXPECT_EQ(functionsOf(FACADE_ALONE), checkedIn()); }
 
 TEST(Interface, HeadersDeclareExactlyTheList)
 {
     Names declared;
     for (const auto& entry : std::filesystem::directory_iterator(FACADE_HEADERS))
-        addDeclared(fileText(entry.path()), declared);
+        addDeclared(readFile(entry.path()), declared);
     EXPECT_EQ(declared, checkedIn());
 }
 
 TEST(Interface, EveryHeaderIsPartOfTheUmbrella)
 {
-    const std::string umbrella = fileText(std::string(FACADE_HEADERS) + ".h");
+    const std::string umbrella = readFile(std::string(FACADE_HEADERS) + ".h");
     for (const auto& entry : std::filesystem::directory_iterator(FACADE_HEADERS))
         EXPECT_NE(umbrella.find("<sigildesk/crypto/" + entry.path().filename().string() + ">"), std::string::npos)
             << entry.path();
@@ -154,8 +126,8 @@ TEST(Interface, EverySymbolOfTheDoublesIsBoundByAMember)
         for (int type : {0, 1})
             for (const std::string& symbol : member.symbolsOn(type))
                 bound.insert(symbol);
-    Names offered = exportsOf(DOUBLES_FOLDER "/libHVCToolkitV30.so");
-    offered.merge(exportsOf(DOUBLES_FOLDER "/libgpkiapi_v15.so"));
+    Names offered = functionsOf(DOUBLES_FOLDER "/libHVCToolkitV30.so");
+    offered.merge(functionsOf(DOUBLES_FOLDER "/libgpkiapi_v15.so"));
     EXPECT_EQ(offered, bound);
 }
 
@@ -164,7 +136,7 @@ TEST(Interface, FamiliesHaveTheirSizes)
     using Sizes = std::map<std::string, int>;
     const auto sizesOf = [](const char* library) {
         Sizes sizes;
-        for (const std::string& symbol : exportsOf(library))
+        for (const std::string& symbol : functionsOf(library))
             ++sizes[familyOf(symbol)];
         return sizes;
     };

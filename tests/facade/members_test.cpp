@@ -88,8 +88,8 @@ TEST_P(MembersTest, UnboundHandleComesBeforeTheArguments)
 
 TEST_P(MembersTest, MissingLibraryIsAnswered)
 {
-    doubles::TemporaryFolder empty;
-    const Handle handle(type(), empty.path());
+    TemporaryFolder empty;
+    const Handle handle(type(), empty.chars());
     for (const Member& member : allMembers()) {
         SCOPED_TRACE(member.name);
         Values values;
@@ -100,9 +100,9 @@ TEST_P(MembersTest, MissingLibraryIsAnswered)
 
 TEST_P(MembersTest, RequiredArgumentsAreRefusedBeforeAnythingElse)
 {
-    doubles::TemporaryFolder empty;
+    TemporaryFolder empty;
     const Handle loaded(type(), DOUBLES_FOLDER);
-    const Handle missing(type(), empty.path());
+    const Handle missing(type(), empty.chars());
     for (const Member& member : allMembers()) {
         for (const std::string& argument : member.requiredOn(type())) {
             SCOPED_TRACE(member.name + " without " + argument);
@@ -118,8 +118,8 @@ TEST_P(MembersTest, RequiredArgumentsAreRefusedBeforeAnythingElse)
 
 TEST_P(MembersTest, OtherArgumentsPassTheFacade)
 {
-    doubles::TemporaryFolder empty;
-    const Handle missing(type(), empty.path());
+    TemporaryFolder empty;
+    const Handle missing(type(), empty.chars());
     for (const Member& member : allMembers())
         for (const std::string& argument : member.arguments)
             if (!holds(member.requiredOn(type()), argument)) {
@@ -221,7 +221,7 @@ TEST_P(MembersTest, MissingSymbolIsAnsweredWhileTheOthersWork)
         for (const std::string& symbol : member.symbolsOn(type())) {
             SCOPED_TRACE(member.name + " without " + symbol);
             doubles::FolderWithout folder(symbol);
-            const Handle handle(type(), folder.path());
+            const Handle handle(type(), folder.chars());
             ASSERT_EQ(handle.result(), 0);
             doubles::forgetCalls();
             Values values;

@@ -1,8 +1,8 @@
 // Running out of memory is answered by a status: no exception leaves an exported function.
 
-#include "tests/certlist/failing_allocator.h"
 #include "tests/doubles/recorder.h"
 #include "tests/facade/handle.h"
+#include "tests/support/failing_allocator.h"
 
 #include <gtest/gtest.h>
 

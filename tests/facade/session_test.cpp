@@ -48,7 +48,7 @@ TEST_F(GpkiSession, FailedOpeningIsNotFollowedByALogin)
 TEST_F(GpkiSession, MissingLoginIsAnsweredAfterOpening)
 {
     doubles::FolderWithout folder("GPKI_HSM_Login");
-    const Handle lacking(1, folder.path());
+    const Handle lacking(1, folder.chars());
     EXPECT_EQ(PKCS11OpenSessionWithSlotID(lacking, 5, pin, 6), 1003);
     EXPECT_EQ(doubles::callsOf("GPKI_HSM_OpenSession").size(), 1U);
     EXPECT_EQ(PKCS11OpenSessionWithSlotID(lacking, 5, nullptr, 6), 0);

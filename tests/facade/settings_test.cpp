@@ -69,8 +69,8 @@ TEST_P(SettingsTest, NullAndUnboundHandlesAreAnsweredFirst)
 
 TEST_P(SettingsTest, MissingLibraryIsAnswered)
 {
-    doubles::TemporaryFolder folder;
-    const Handle handle(type(), folder.path());
+    TemporaryFolder folder;
+    const Handle handle(type(), folder.chars());
     for (const Setting& setting : settings) {
         SCOPED_TRACE(setting.gpki);
         EXPECT_EQ(setting.call(handle), symbolOf(setting) ? GetParam().notLoaded : 1003);
@@ -108,7 +108,7 @@ TEST_P(SettingsTest, MissingSymbolIsAnsweredWhileTheOthersWork)
             continue;
         SCOPED_TRACE(symbolOf(setting));
         doubles::FolderWithout folder(symbolOf(setting));
-        const Handle handle(type(), folder.path());
+        const Handle handle(type(), folder.chars());
         EXPECT_EQ(setting.call(handle), 1003);
         EXPECT_EQ(CertUnLoad(handle), 0);
     }

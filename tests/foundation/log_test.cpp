@@ -19,7 +19,7 @@ protected:
         setClock("2024-03-01 09:05:07", 42'999'999);
     }
     std::string file() const { return folder.path("tarnwick_20240301.log"); }
-    std::string trace() const { return contentOf(file()); }
+    std::string trace() const { return readFile(file()); }
 };
 
 class ErrorLog : public EnvironmentTest {
@@ -32,7 +32,7 @@ protected:
         EXPECT_EQ(CUtil().SetLogInfo(
                       Arg(folder.path("error.log")), Arg(where), Arg(name), Arg(callee), code, Arg(message)),
             0);
-        return contentOf(folder.path("error.log"));
+        return readFile(folder.path("error.log"));
     }
 };
 
@@ -65,7 +65,7 @@ TEST_F(Trace, AppendsInTheFileOfTheDay)
     LOG_LEVEL("DEBUG", "a.cpp", 3, "f", "three");
     EXPECT_EQ(
         trace(), "[tw4np][09:05:07.042][DEBUG][a.cpp:1][f] one\n[tw4np][09:05:07.042][ERROR][a.cpp:2][f] two\n");
-    EXPECT_EQ(contentOf(folder.path("tarnwick_20240302.log")), "[tw4np][00:00:00.000][DEBUG][a.cpp:3][f] three\n");
+    EXPECT_EQ(readFile(folder.path("tarnwick_20240302.log")), "[tw4np][00:00:00.000][DEBUG][a.cpp:3][f] three\n");
 }
 
 TEST_F(Trace, UsesLocalTime)
@@ -138,12 +138,12 @@ TEST_F(Trace, FollowsNoPlantedLink)
     const std::string victim = folder.write("victim", "precious\n");
     std::filesystem::create_symlink(victim, file());
     LOG_LEVEL("DEBUG", "a.cpp", 1, "f", "text");
-    EXPECT_EQ(contentOf(victim), "precious\n");
+    EXPECT_EQ(readFile(victim), "precious\n");
 
     std::filesystem::remove(file());
     std::filesystem::create_hard_link(victim, file());
     LOG_LEVEL("DEBUG", "a.cpp", 1, "f", "text");
-    EXPECT_EQ(contentOf(victim), "precious\n");
+    EXPECT_EQ(readFile(victim), "precious\n");
 }
 
 TEST_F(Trace, CreatesNothingBehindADanglingLink)
@@ -203,7 +203,7 @@ TEST_F(ErrorLog, Appends)
     const std::string path = folder.write("error.log", "before\n");
     CUtil().SetLogInfo(Arg(path), Arg("F()"), nullptr, nullptr, 0, nullptr);
     CUtil().SetLogInfo(Arg(path), Arg("G()"), nullptr, nullptr, 0, nullptr);
-    EXPECT_EQ(contentOf(path), "before\n2024-03-01 09:05:07 >> F() >>\r\n2024-03-01 09:05:07 >> G() >>\r\n");
+    EXPECT_EQ(readFile(path), "before\n2024-03-01 09:05:07 >> F() >>\r\n2024-03-01 09:05:07 >> G() >>\r\n");
 }
 
 TEST_F(ErrorLog, KeepsLongTextsWhole)
@@ -236,7 +236,7 @@ TEST_F(ErrorLog, MayBeALinkToTheFile)
     const std::string target = folder.write("target", "");
     std::filesystem::create_symlink(target, folder.path("link"));
     CUtil().SetLogInfo(Arg(folder.path("link")), Arg("F()"), nullptr, nullptr, 0, nullptr);
-    EXPECT_EQ(contentOf(target), "2024-03-01 09:05:07 >> F() >>\r\n");
+    EXPECT_EQ(readFile(target), "2024-03-01 09:05:07 >> F() >>\r\n");
 }
 
 TEST_F(PluginLog, WritesTheTextWithTheTime)
@@ -244,7 +244,7 @@ TEST_F(PluginLog, WritesTheTextWithTheTime)
     configure(folder.path());
     EXPECT_EQ(CUtil().WriteLogData(Arg("one"), 3), 0);
     EXPECT_EQ(CUtil().WriteLogData(Arg("two\n"), 4), 0);
-    EXPECT_EQ(contentOf(file()), "[2024-03-01 09:05:07] one[2024-03-01 09:05:07] two\n");
+    EXPECT_EQ(readFile(file()), "[2024-03-01 09:05:07] one[2024-03-01 09:05:07] two\n");
 }
 
 TEST_F(PluginLog, WritesNothingWithoutAFolder)
@@ -280,7 +280,7 @@ TEST_F(PluginLog, CutsTheTextAt4095Bytes)
 {
     configure(folder.path());
     EXPECT_EQ(CUtil().WriteLogData(Arg(longText), static_cast<int>(longText.size())), -1);
-    EXPECT_EQ(contentOf(file()), "[2024-03-01 09:05:07] " + std::string(4095, 'x'));
+    EXPECT_EQ(readFile(file()), "[2024-03-01 09:05:07] " + std::string(4095, 'x'));
 }
 
 TEST(Logs, LogFilePathDoesNothing)

@@ -125,7 +125,7 @@ TEST_F(MemoryShortage, TheTraceLosesItsLineAndLeavesErrnoAlone)
         },
         [] { EXPECT_EQ(errno, 1234); });
     EXPECT_PRED2(consistsOf, "[tw4np][09:05:07.000][DEBUG][a.cpp:1][f] " + longText + "\n",
-        contentOf(folder.path("tarnwick_20240301.log")));
+        readFile(folder.path("tarnwick_20240301.log")));
 }
 
 TEST_F(MemoryShortage, TheErrorLogLosesItsRecordAndLeavesErrnoAlone)
@@ -144,8 +144,7 @@ TEST_F(MemoryShortage, TheErrorLogLosesItsRecordAndLeavesErrnoAlone)
             EXPECT_EQ(errno, 1234);
             EXPECT_EQ(result, 0);
         });
-    EXPECT_PRED2(
-        consistsOf, "2024-03-01 09:05:07 >> " + longText + " >> " + longText + " : 5\r\n", contentOf(path));
+    EXPECT_PRED2(consistsOf, "2024-03-01 09:05:07 >> " + longText + " >> " + longText + " : 5\r\n", readFile(path));
 }
 
 TEST_F(MemoryShortage, ThePluginsLogReportsIt)
@@ -167,7 +166,7 @@ TEST_F(MemoryShortage, ThePluginsLogReportsIt)
             reported += result == -1;
         });
     EXPECT_GT(reported, 0);
-    EXPECT_PRED2(consistsOf, "[2024-03-01 09:05:07] " + longText, contentOf(path));
+    EXPECT_PRED2(consistsOf, "[2024-03-01 09:05:07] " + longText, readFile(path));
 }
 
 TEST_F(MemoryShortage, ALookupTakesNoneHoweverLargeTheFileIs)

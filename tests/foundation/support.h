@@ -3,15 +3,14 @@
  */
 #pragma once
 
+#include "tests/support/files.h"
+
 #include "foundation/environment.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <ctime>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <string_view>
 
@@ -37,38 +36,6 @@ private:
     std::string m_text;
     bool m_null = false;
 };
-
-/** A folder of its own for each test, removed at its end. */
-class TemporaryFolder {
-public:
-    TemporaryFolder()
-    {
-        std::string pattern = (std::filesystem::temp_directory_path() / "sigildesk-test-XXXXXX").string();
-        m_path = mkdtemp(pattern.data());
-    }
-    ~TemporaryFolder() { std::filesystem::remove_all(m_path); }
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-
-    std::string path(std::string_view name = "") const
-    {
-        return name.empty() ? m_path : m_path + "/" + std::string(name);
-    }
-    std::string write(std::string_view name, std::string_view content) const
-    {
-        std::ofstream(path(name), std::ios::binary).write(content.data(), std::ssize(content));
-        return path(name);
-    }
-
-private:
-    std::string m_path;
-};
-
-inline std::string contentOf(const std::string& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
 
 /** Clock, folders and time zone of the library for one test; the machine's own come back at its end. */
 class EnvironmentTest : public testing::Test {

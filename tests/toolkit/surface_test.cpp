@@ -1,35 +1,24 @@
 // What the libraries export, and that the documentation says so.
 
-#include "tests/toolkit/workshop.h"
+#include "tests/support/files.h"
+#include "tests/support/symbols.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <set>
 #include <sstream>
 #include <vector>
 
-using namespace toolkit_test;
-
 namespace {
 
 const std::string sources = std::filesystem::path(SIGILDESK_TEST_DATA).parent_path();
 
-std::string contentOf(const std::string& path)
-{
-    std::ifstream file(path);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
 std::set<std::string> exportsOf(const std::string& library)
 {
-    std::istringstream lines(
-        Workshop().run("nm -D --defined-only -P " SIGILDESK_LIBRARY_FOLDER "/" + library + " | cut -d' ' -f1"));
-    return {std::istream_iterator<std::string>(lines), {}};
+    return functionsOf(SIGILDESK_LIBRARY_FOLDER "/" + library);
 }
 
 /** The texts between pairs of @p quote in @p line. */
@@ -46,7 +35,7 @@ std::vector<std::string> quoted(const std::string& line, char quote)
 /** Symbols of the documentation's tables with the test file of each: a row is "| `symbol` | what | test |". */
 std::map<std::string, std::string> documented()
 {
-    std::istringstream page(contentOf(sources + "/../../docs/toolkit.md"));
+    std::istringstream page(readFile(sources + "/../../docs/toolkit.md"));
     std::map<std::string, std::string> symbols;
     for (std::string line; std::getline(page, line);) {
         if (!line.starts_with("| `HVTK_") && !line.starts_with("| `GPKI_"))
@@ -72,7 +61,7 @@ std::string operationOf(const std::string& symbol)
 /** Whether a test names the operation: as "PRIKEY_Decrypt", or as "Decrypt" where a helper adds the family. */
 bool mentions(const std::string& file, const std::string& operation)
 {
-    const std::string content = contentOf(sources + "/" + file);
+    const std::string content = readFile(sources + "/" + file);
     return content.find("\"" + operation + "\"") != content.npos ||
         content.find("_" + operation + "\"") != content.npos;
 }

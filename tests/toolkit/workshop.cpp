@@ -5,42 +5,12 @@
 
 #include <array>
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
 #include <sys/wait.h>
 
 namespace toolkit_test {
-namespace fs = std::filesystem;
-
-Workshop::Workshop()
-{
-    std::string name = (fs::temp_directory_path() / "toolkit_test.XXXXXX").string();
-    if (!mkdtemp(name.data()))
-        throw std::runtime_error("no temporary folder");
-    m_folder = name;
-}
-
-Workshop::~Workshop()
-{
-    std::error_code ignored;
-    fs::remove_all(m_folder, ignored);
-}
-
-void Workshop::write(const std::string& name, const std::string& bytes) const
-{
-    std::ofstream(path(name), std::ios::binary) << bytes;
-}
-
-std::string Workshop::read(const std::string& name) const
-{
-    std::ifstream file(path(name), std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
 int Workshop::tryRun(const std::string& command) const
 {
-    const int status =
-        std::system(("cd '" + m_folder.string() + "' && (" + command + ") >output.txt 2>&1").c_str());
+    const int status = std::system(("cd '" + m_folder.path() + "' && (" + command + ") >output.txt 2>&1").c_str());
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 

@@ -3,21 +3,17 @@
  */
 #pragma once
 
-#include <filesystem>
+#include "tests/support/files.h"
+
 #include <string>
 
 namespace toolkit_test {
 
 class Workshop {
 public:
-    Workshop();
-    ~Workshop();
-    Workshop(const Workshop&) = delete;
-    Workshop& operator=(const Workshop&) = delete;
-
-    std::string path(const std::string& name) const { return (m_folder / name).string(); }
-    void write(const std::string& name, const std::string& bytes) const;
-    std::string read(const std::string& name) const;
+    std::string path(const std::string& name) const { return m_folder.path(name); }
+    void write(const std::string& name, const std::string& bytes) const { m_folder.write(name, bytes); }
+    std::string read(const std::string& name) const { return readFile(path(name)); }
     /** Runs a shell command in the folder and returns its output; fails the test when the command fails. */
     std::string run(const std::string& command) const;
     /** Exit status of a shell command in the folder; its output is dropped. */
@@ -33,7 +29,7 @@ public:
         const std::string& keyAlgorithm = "rsa:2048") const;
 
 private:
-    std::filesystem::path m_folder;
+    TemporaryFolder m_folder;
 };
 
 /** Sections behind an extension "SEQUENCE:identify": identity data of the number 0000001111111 and the random value

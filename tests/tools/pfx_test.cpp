@@ -1,5 +1,5 @@
 // The PKCS#12 files of sample-store, read by the openssl command and by the toolkit.
-#include "tests/tools/sample_store.h"
+#include "tests/support/sample_store.h"
 #include "tests/tools/toolkit.h"
 
 #include <gmock/gmock.h>

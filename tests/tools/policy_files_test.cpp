@@ -1,9 +1,10 @@
 // The policy files as delivered, held against the rules of their loader: one policy a line, the OID in dotted form,
 // "=", the name; every line ends with a line feed; fields of 30 and 60 bytes.
+#include "tests/support/files.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <iconv.h>
 #include <set>
 #include <sstream>
@@ -17,13 +18,7 @@ struct Policy {
     std::string name;
 };
 
-std::string contentOf(const std::string& file)
-{
-    std::ifstream in(std::string(SIGILDESK_LIBRARY_FOLDER "/") + file, std::ios::binary);
-    std::stringstream content;
-    content << in.rdbuf();
-    return content.str();
-}
+std::string contentOf(const std::string& file) { return readFile(SIGILDESK_LIBRARY_FOLDER "/" + file); }
 
 std::vector<Policy> policiesOf(const std::string& file)
 {

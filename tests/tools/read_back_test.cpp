@@ -1,5 +1,5 @@
 // What sample-store wrote, read by the openssl command and by the toolkit, held against its report.
-#include "tests/tools/sample_store.h"
+#include "tests/support/sample_store.h"
 #include "tests/tools/toolkit.h"
 
 #include <gmock/gmock.h>

@@ -1,5 +1,5 @@
 // sample-store as a program: the store's layout, its promise to touch nothing, determinism, and the command line.
-#include "tests/tools/sample_store.h"
+#include "tests/support/sample_store.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -54,7 +54,7 @@ protected:
     }
     static void TearDownTestSuite() { s_store.reset(); }
 
-    static const fs::path& folder() { return s_store->folder(); }
+    static fs::path folder() { return s_store->folder(); }
     static const std::vector<Certificate>& certificates() { return s_store->certificates(); }
     static const Certificate& firstOf(const std::string& family)
     {
@@ -204,13 +204,13 @@ TEST(SampleStorePromise, WritesNothingWhenOneFolderExists)
     for (const std::string taken : {"NPKI", "GPKI", "MPKI", "Halvard", "ca", "pfx"}) {
         const TemporaryFolder target;
         if (taken == "ca")
-            fs::create_directory_symlink(target.path() / "nowhere", target.path() / taken);
+            fs::create_directory_symlink(target.path("nowhere"), target.path(taken));
         else
-            fs::create_directory(target.path() / taken);
+            fs::create_directory(target.path(taken));
         const Outcome outcome = runSampleStore({"--target", target.path(), "--count", "4", "--families",
             "npki,gpki,mpki,ppki", "--pfx", "--keys", "2"});
         EXPECT_EQ(outcome.status, 1) << taken;
-        EXPECT_THAT(outcome.err, HasSubstr((target.path() / taken).string()));
+        EXPECT_THAT(outcome.err, HasSubstr(target.path(taken)));
         EXPECT_THAT(namesIn(target.path()), ElementsAre(taken));
     }
 }
@@ -218,7 +218,7 @@ TEST(SampleStorePromise, WritesNothingWhenOneFolderExists)
 TEST(SampleStorePromise, LeavesOtherFilesOfTheTargetAlone)
 {
     const TemporaryFolder home;
-    fs::create_directory(home.path() / "Documents");
+    fs::create_directory(home.path("Documents"));
     const Outcome outcome = runSampleStore({"--target", home.path(), "--count", "1", "--keys", "2"});
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     EXPECT_THAT(namesIn(home.path()), UnorderedElementsAre("Documents", "NPKI", "ca"));
@@ -227,7 +227,7 @@ TEST(SampleStorePromise, LeavesOtherFilesOfTheTargetAlone)
 TEST(SampleStorePromise, RefusesPathsThatTheLibraryWouldCut)
 {
     const TemporaryFolder home;
-    const fs::path deep = home.path() / std::string(120, 'a') / std::string(60, 'b');
+    const fs::path deep = fs::path(home.path()) / std::string(120, 'a') / std::string(60, 'b');
     const Outcome outcome = runSampleStore({"--target", deep, "--count", "1", "--keys", "2"});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.err, HasSubstr("too long"));
@@ -279,7 +279,7 @@ TEST(SampleStoreNumbers, AreDifferentForEveryCertificate)
 TEST(SampleStoreCommandLine, RefusesWhatIsOutOfBounds)
 {
     const TemporaryFolder folder;
-    const std::string target = folder.path() / "store";
+    const std::string target = folder.path("store");
     const std::vector<std::vector<std::string>> wrong = {{"--count", "0"}, {"--count", "10001"},
         {"--count", "many"}, {"--keys", "1"}, {"--families", "npki,xpki"}, {"--now", "2026-02-30"},
         {"--now", "yesterday"}, {"--password", ""}, {"--format", "xml"}, {"--key-variant", "F"},

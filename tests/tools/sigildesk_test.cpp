@@ -1,6 +1,6 @@
 // The command as a shell meets it: names in every Korean letter, a full disk, no display.
-#include "tests/tools/command.h"
-#include "tests/tools/sample_store.h"
+#include "tests/support/command.h"
+#include "tests/support/sample_store.h"
 #include "tools/sigildesk/text.h"
 
 #include <gmock/gmock.h>
@@ -16,7 +16,7 @@ class SigilDeskCommand : public testing::Test {
 protected:
     std::string certificateOf(const std::string& subject)
     {
-        const std::string file = m_folder.path() / "certificate.der";
+        const std::string file = m_folder.path("certificate.der");
         const Outcome made = run({"openssl", "req", "-x509", "-newkey", "rsa:2048", "-nodes", "-keyout",
             "/dev/null", "-utf8", "-subj", subject, "-outform", "DER", "-out", file});
         EXPECT_EQ(made.status, 0) << made.err;

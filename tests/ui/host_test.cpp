@@ -1,14 +1,13 @@
 // The entry points, called by a host in C in a process of its own.
 
+#include "tests/support/files.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <array>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <memory>
 
 using testing::EndsWith;
@@ -22,17 +21,10 @@ constexpr char chosen[] = "chosen 0 key=signkey subject=cn=홍길동,ou=개인,o
 
 class HostTest : public testing::Test {
 protected:
-    HostTest()
-    {
-        std::string pattern = (std::filesystem::temp_directory_path() / "sigildesk-XXXXXX").string();
-        m_traceFolder = mkdtemp(pattern.data());
-    }
-    ~HostTest() override { std::filesystem::remove_all(m_traceFolder); }
-
     /** What the host printed, ending with "exit CODE"; 124 is the code of a host that had to be stopped. */
     std::string run(const std::string& mode, int seconds = 20)
     {
-        const std::string command = "TRACE_FOLDER=" + m_traceFolder + " timeout " + std::to_string(seconds) +
+        const std::string command = "TRACE_FOLDER=" + m_traceFolder.path() + " timeout " + std::to_string(seconds) +
             " " UI_C_HOST " " + mode + " " SIGILDESK_LIBRARY_FOLDER " 2>/dev/null; echo exit $?";
         const std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), pclose);
         std::string output;
@@ -44,15 +36,13 @@ protected:
     std::string trace() const
     {
         std::string text;
-        for (const auto& entry : std::filesystem::directory_iterator(m_traceFolder)) {
-            std::ifstream file(entry.path());
-            text.append(std::istreambuf_iterator<char>(file), {});
-        }
+        for (const auto& entry : std::filesystem::directory_iterator(m_traceFolder.path()))
+            text += readFile(entry.path());
         return text;
     }
 
 private:
-    std::string m_traceFolder;
+    TemporaryFolder m_traceFolder;
 };
 
 } // namespace

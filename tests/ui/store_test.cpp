@@ -1,7 +1,7 @@
 // The dialogs over the real layers: a sample store, the open toolkit, and keys that fit their certificates.
 
 #include "foundation/environment.h"
-#include "tests/tools/sample_store.h"
+#include "tests/support/sample_store.h"
 #include "tests/ui/driver.h"
 
 #include <sigildesk/dialogs.h>

@@ -1,20 +1,8 @@
-#include "tests/tools/sample_store.h"
+#include "tests/support/sample_store.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <fstream>
 #include <sstream>
-
-namespace fs = std::filesystem;
-
-TemporaryFolder::TemporaryFolder()
-{
-    std::string name = (fs::temp_directory_path() / "sample-store-test-XXXXXX").string();
-    m_path = mkdtemp(name.data());
-}
-
-TemporaryFolder::~TemporaryFolder() { fs::remove_all(m_path); }
 
 Outcome runSampleStore(std::vector<std::string> arguments)
 {
@@ -57,12 +45,4 @@ SampleStore::SampleStore(std::vector<std::string> arguments)
     const Outcome outcome = runSampleStore(arguments);
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     m_certificates = parseReport(outcome.out);
-}
-
-std::string readFile(const fs::path& file)
-{
-    std::ifstream in(file, std::ios::binary);
-    std::stringstream content;
-    content << in.rdbuf();
-    return content.str();
 }

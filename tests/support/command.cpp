@@ -1,4 +1,4 @@
-#include "tests/tools/command.h"
+#include "tests/support/command.h"
 
 #include <cstdio>
 #include <memory>

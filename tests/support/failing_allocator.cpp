@@ -1,4 +1,4 @@
-#include "tests/certlist/failing_allocator.h"
+#include "tests/support/failing_allocator.h"
 
 #include <link.h>
 #include <unwind.h>
