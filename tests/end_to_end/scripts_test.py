@@ -3,6 +3,7 @@ says which value is missing. The installation of packages runs against commands 
 
 import os
 import pathlib
+import re
 import subprocess
 import tempfile
 import unittest
@@ -14,6 +15,8 @@ SCRIPTS = sorted(file.name for file in FOLDER.iterdir() if os.access(file, os.X_
 MISSING = {
     "demo": [["--build"], ["--language"], ["--build", "--headless"]],
     "drive-dialog": [[]],
+    "nightly": [["--fuzz"]],
+    "tidy": [["--commits"]],
 }
 REFUSED = {
     "check": ["one"],
@@ -22,7 +25,8 @@ REFUSED = {
     "format": ["one", "--chekc"],
     "fuzz": ["no-such-target"],
     "install-dependencies": ["runn", "apt-get"],
-    "tidy": ["no-such-folder"],
+    "nightly": ["one", "--fuzz=long"],
+    "tidy": ["no-such-folder", "--commits=many"],
 }
 
 
@@ -62,6 +66,14 @@ class EveryScript(unittest.TestCase):
                     answer = run(script, *case.split("="))
                     self.assertEqual((answer.returncode, answer.stdout), (2, ""))
                     self.assertIn(case.split("=")[-1], answer.stderr)
+
+
+class Documents(unittest.TestCase):
+    def test_name_every_step_of_the_check(self):
+        steps = set(re.findall(r"scripts/[a-z-]+|\b(?:dev|asan|tsan)\b", (FOLDER / "check").read_text(encoding="utf-8")))
+        document = (SOURCE / "CONTRIBUTING.md").read_text(encoding="utf-8")
+        self.assertEqual({step for step in steps if step not in document}, set())
+        self.assertGreater(len(steps), 5)
 
 
 class InstallDependencies(unittest.TestCase):
