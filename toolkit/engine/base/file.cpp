@@ -16,16 +16,6 @@ namespace {
 
 [[noreturn]] void failWithErrno(int code) { fail(code, std::generic_category().message(errno)); }
 
-void readAll(const FileReader& file, const std::function<void(View)>& take)
-{
-    Secret piece(64UL * 1024);
-    std::uint64_t offset = 0;
-    while (const std::size_t count = file.readAt(offset, piece)) {
-        take(View(piece).first(count));
-        offset += count;
-    }
-}
-
 } // namespace
 
 FileReader::FileReader(const std::string& path)
@@ -58,21 +48,30 @@ std::size_t FileReader::readAt(std::uint64_t offset, std::span<unsigned char> ro
     return total;
 }
 
-void readPieces(const std::string& path, const std::function<void(View)>& take) { readAll(FileReader(path), take); }
+void readPieces(const std::string& path, const std::function<void(View)>& take)
+{
+    const FileReader file(path);
+    Secret piece(64UL * 1024);
+    std::uint64_t offset = 0;
+    while (const std::size_t count = file.readAt(offset, piece)) {
+        take(View(piece).first(count));
+        offset += count;
+    }
+}
 
 Secret readFile(const std::string& path)
 {
     const FileReader file(path);
-    const auto requireSize = [](std::size_t size) {
-        require(size <= maximumFileSize, SIGIL_TK_FILE_READ, "the file is too large");
-    };
-    requireSize(file.size());
-    Secret bytes;
-    bytes.reserve(file.size());
-    readAll(file, [&](View piece) { // a file may grow while it is read
-        requireSize(bytes.size() + piece.size());
-        bytes.insert(bytes.end(), piece.begin(), piece.end());
-    });
+    require(file.size() <= maximumFileSize, SIGIL_TK_FILE_READ, "the file is too large");
+    Secret bytes(file.size() + 1); // the byte more tells whether the file grows while it is read
+    std::size_t length = 0;
+    while (const std::size_t count = file.readAt(length, std::span(bytes).subspan(length))) {
+        length += count;
+        require(length <= maximumFileSize, SIGIL_TK_FILE_READ, "the file is too large");
+        if (length == bytes.size())
+            bytes.resize(2 * length);
+    }
+    bytes.resize(length);
     return bytes;
 }
 
