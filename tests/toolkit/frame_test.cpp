@@ -11,6 +11,7 @@
 #include <openssl/provider.h>
 
 #include <array>
+#include <cerrno>
 #include <thread>
 
 using namespace toolkit_test;
@@ -59,6 +60,38 @@ TEST_P(Frame, TheTextOfTheLastFailureIsKeptAndCut)
     EXPECT_STREQ(small.data(), "The cer");
     EXPECT_EQ(toolkit("API_GetErrInfo", 0, small.data()), SIGIL_TK_ARGUMENT);
     EXPECT_EQ(toolkit("API_GetErrInfo", 8, static_cast<char*>(nullptr)), SIGIL_TK_ARGUMENT);
+}
+
+TEST_P(Frame, AReasonIsToldOnce)
+{
+    ByteString garbage(toolkit, "-----BEGIN CERTIFICATE-----\n!\n-----END CERTIFICATE-----\n");
+    EXPECT_EQ(toolkit("CERT_Load", garbage.get()), SIGIL_TK_CERT_MALFORMED);
+    EXPECT_EQ(toolkit.errorText(), "The certificate is damaged: base64 length");
+    ByteString file(toolkit, "0");
+    std::array<BINSTR, 4> out{};
+    const int code = GetParam() == std::string("HVTK_")
+        ? toolkit("PFX_Import", text("p"), file.get(), out.data(), &out[1], &out[2])
+        : toolkit("PFX_Import", text("p"), file.get(), out.data(), &out[1], &out[2], &out[3]);
+    EXPECT_EQ(code, SIGIL_TK_PFX_MALFORMED);
+    EXPECT_THAT(toolkit.errorText(), testing::StartsWith("The PKCS#12 file is damaged ("));
+}
+
+TEST_P(Frame, AHostsErrnoStaysAsItIs)
+{
+    ByteString garbage(toolkit, "garbage");
+    errno = EADDRINUSE;
+    toolkit("CERT_Load", garbage.get());
+    EXPECT_EQ(errno, EADDRINUSE);
+}
+
+TEST_P(Frame, TheLibraryKeepsNothingForEachThread)
+{
+    // Such storage is made at its first use, where lack of memory ends the host.
+    const std::string file = GetParam() == std::string("HVTK_") ? "libHVCToolkitV30.so" : "libgpkiapi_v15.so";
+    const Workshop workshop;
+    const std::string segments = workshop.run(std::string("readelf -lW ") + SIGILDESK_LIBRARY_FOLDER + "/" + file);
+    EXPECT_THAT(segments, testing::HasSubstr("LOAD"));
+    EXPECT_THAT(segments, testing::Not(testing::HasSubstr("TLS")));
 }
 
 TEST_P(Frame, ByteStringsAreCopiesWithATerminator)

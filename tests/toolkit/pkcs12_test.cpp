@@ -283,6 +283,18 @@ TEST(HvtkPfx, OnePairAndItsAuthorities)
     EXPECT_EQ(count, 1);
 }
 
+TEST_F(Pkcs12, FailuresOfItsKeysSpeakOfTheFile)
+{
+    const std::string file = fileOfKeys(2048, 20'000'000);
+    try {
+        toolkit::readPkcs12(library, view(file), "secret1!", SIGIL_TK_PFX_WITHOUT_MAC);
+        FAIL() << "no rounds";
+    } catch (const Error& error) {
+        EXPECT_EQ(error.code(), SIGIL_TK_PFX_MALFORMED);
+        EXPECT_STREQ(error.what(), "The PKCS#12 file is damaged: iteration count");
+    }
+}
+
 TEST(HvtkPfx, SeveralPairsTravelInLists)
 {
     const ToolkitLibrary toolkit("HVTK_");

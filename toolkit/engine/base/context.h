@@ -32,7 +32,7 @@ public:
     void unload() { m_certificate.reset(); }
 
     /** Text of the last failure. */
-    std::string lastError;
+    ErrorText lastError;
     /** Hash that SIGIL_TK_HASH_DEFAULT stands for. */
     int hashAlgorithm = SIGIL_TK_HASH_SHA256;
     int rsaVersion = SIGIL_TK_RSA_V15;

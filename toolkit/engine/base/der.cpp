@@ -1,5 +1,6 @@
 #include "toolkit/engine/base/der.h"
 
+#include "toolkit/engine/base/error.h"
 #include "toolkit/engine/base/handles.h"
 #include "toolkit/engine/base/oid.h"
 
@@ -41,7 +42,10 @@ std::string oidText(View content)
     const Bytes der = element(Oid, {content});
     const unsigned char* at = der.data();
     const ObjectHandle object(d2i_ASN1_OBJECT(nullptr, &at, static_cast<long>(der.size())));
-    return object ? dottedOid(object.get()) : std::string();
+    if (object)
+        return dottedOid(object.get());
+    requireMemory();
+    return {};
 }
 
 std::optional<unsigned long> smallInteger(View content)

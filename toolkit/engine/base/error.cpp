@@ -2,11 +2,16 @@
 
 #include <openssl/err.h>
 
+#include <algorithm>
 #include <array>
+#include <cerrno>
+#include <new>
 #include <utility>
 
 namespace toolkit {
 namespace {
+
+constexpr std::string_view detailSeparator = ": ";
 
 struct CodeText {
     int code;
@@ -86,7 +91,13 @@ constexpr std::array codeTexts{
     CodeText{SIGIL_TK_PFX_WRONG_PASSWORD, "The password does not open the PKCS#12 file"},
 };
 
-thread_local unsigned long errorBeforeCall = 0;
+std::string sentence(int code, std::string_view detail)
+{
+    std::string text(codeText(code));
+    if (!detail.empty())
+        text.append(detailSeparator).append(detail);
+    return text;
+}
 
 } // namespace
 
@@ -98,16 +109,31 @@ std::string_view codeText(int code)
     return {};
 }
 
+Error::Error(int code, std::string_view detail, unsigned long reason)
+    : std::runtime_error(sentence(code, detail))
+    , m_code(code)
+    , m_reason(reason)
+{
+}
+
+std::string_view Error::detail() const
+{
+    std::string_view text = what();
+    text.remove_prefix(codeText(m_code).size());
+    return text.substr(std::min(text.size(), detailSeparator.size()));
+}
+
+void requireMemory()
+{
+    // What OpenSSL says of a failed allocation lies somewhere in its queue; the allocator itself leaves this.
+    if (errno == ENOMEM)
+        throw std::bad_alloc();
+}
+
 void fail(int code, std::string_view detail)
 {
-    std::string text(codeText(code));
-    if (!detail.empty())
-        text.append(": ").append(detail);
-    const unsigned long newest = ERR_peek_last_error();
-    const char* reason = newest != errorBeforeCall ? ERR_reason_error_string(newest) : nullptr;
-    if (reason)
-        text.append(" (").append(reason).append(")");
-    throw Error(code, text);
+    requireMemory();
+    throw Error(code, detail, ERR_peek_last_error());
 }
 
 void requireMemory(const Error& error)
@@ -116,12 +142,32 @@ void requireMemory(const Error& error)
         throw Error(error);
 }
 
+void failAs(int code, const Error& error) { throw Error(code, error.detail(), error.reason()); }
+
 ErrorScope::ErrorScope()
+    : m_hostErrno(std::exchange(errno, 0))
+    , m_hostError(ERR_peek_last_error())
 {
-    errorBeforeCall = ERR_peek_last_error();
     ERR_set_mark();
 }
 
-ErrorScope::~ErrorScope() { ERR_pop_to_mark(); }
+ErrorScope::~ErrorScope()
+{
+    ERR_pop_to_mark();
+    errno = m_hostErrno;
+}
+
+std::string_view ErrorScope::reasonOf(const Error& error) const
+{
+    const char* const reason = error.reason() == m_hostError ? nullptr : ERR_reason_error_string(error.reason());
+    return reason ? std::string_view(reason) : std::string_view();
+}
+
+void ErrorText::set(std::initializer_list<std::string_view> parts) noexcept
+{
+    m_length = 0;
+    for (const std::string_view part : parts)
+        m_length += part.copy(m_text.data() + m_length, m_text.size() - m_length);
+}
 
 } // namespace toolkit

@@ -171,7 +171,7 @@ int errorText(void* context, int capacity, char* out)
         return SIGIL_TK_CONTEXT;
     if (!out || capacity < 1)
         return SIGIL_TK_ARGUMENT;
-    putText(static_cast<Context*>(context)->lastError, capacity, out);
+    putText(static_cast<Context*>(context)->lastError.text(), capacity, out);
     return SIGIL_TK_OK;
 }
 
@@ -185,21 +185,25 @@ int identify(void* context, int capacity, char* out, std::string (Certificate::*
     return call(context, [&](Context& state) { putWholeText((state.certificate().*getter)(), capacity, out); });
 }
 
-int codeOfException(Context* context) noexcept
+int codeOfException(const ErrorScope& scope, Context* context) noexcept
 {
-    const auto keep = [&](int code, std::string_view text) {
+    const auto keep = [&](int code, std::initializer_list<std::string_view> text) {
         if (context)
-            context->lastError.assign(text);
+            context->lastError.set(text);
         return code;
     };
     try {
         throw;
     } catch (const Error& error) {
-        return keep(error.code(), error.what());
+        const std::string_view reason = scope.reasonOf(error);
+        return reason.empty() ? keep(error.code(), {error.what()})
+                              : keep(error.code(), {error.what(), " (", reason, ")"});
     } catch (const std::bad_alloc&) {
-        return keep(SIGIL_TK_NO_MEMORY, codeText(SIGIL_TK_NO_MEMORY));
+        return keep(SIGIL_TK_NO_MEMORY, {codeText(SIGIL_TK_NO_MEMORY)});
     } catch (const std::exception& error) {
-        return keep(SIGIL_TK_INTERNAL, error.what());
+        return keep(SIGIL_TK_INTERNAL, {codeText(SIGIL_TK_INTERNAL), ": ", error.what()});
+    } catch (...) {
+        return keep(SIGIL_TK_INTERNAL, {codeText(SIGIL_TK_INTERNAL)});
     }
 }
 

@@ -62,7 +62,7 @@ int finish(void** context);
 int errorText(void* context, int capacity, char* out);
 
 /** The code of the exception in flight; keeps its text in @p context when there is one. */
-int codeOfException(Context* context) noexcept;
+int codeOfException(const ErrorScope& scope, Context* context) noexcept;
 
 /** A getter of the loaded certificate whose text may be cut. */
 int describe(void* context, int capacity, char* out, std::string (Certificate::*getter)() const);
@@ -78,7 +78,7 @@ int call(Body body) noexcept
         body();
         return SIGIL_TK_OK;
     } catch (...) {
-        return codeOfException(nullptr);
+        return codeOfException(scope, nullptr);
     }
 }
 
@@ -94,7 +94,7 @@ int call(void* context, Body body, Arguments... arguments) noexcept
         body(state, arguments...);
         return SIGIL_TK_OK;
     } catch (...) {
-        return codeOfException(&state);
+        return codeOfException(scope, &state);
     }
 }
 

@@ -3,6 +3,8 @@
  */
 #pragma once
 
+#include "toolkit/engine/base/error.h"
+
 #include <openssl/asn1.h>
 #include <openssl/bio.h>
 #include <openssl/bn.h>
@@ -53,16 +55,15 @@ using CertificatesHandle = Handle<STACK_OF(X509), releaseCertificates>;
 using CmsHandle = Handle<CMS_ContentInfo, CMS_ContentInfo_free>;
 using BufferHandle = Handle<unsigned char, releaseBuffer>;
 
-/** DER of an object, through its i2d function. Empty when OpenSSL cannot encode it. */
+/** DER of an object, through its i2d function. Throws SIGIL_TK_INTERNAL when OpenSSL cannot encode it. */
 template <class Container, class T, class Encoder>
 Container encode(const T* object, Encoder i2d)
 {
     const int length = i2d(const_cast<T*>(object), nullptr);
-    if (length <= 0)
-        return {};
+    require(length > 0, SIGIL_TK_INTERNAL, "encoding");
     Container der(static_cast<std::size_t>(length));
     unsigned char* out = der.data();
-    i2d(const_cast<T*>(object), &out);
+    require(i2d(const_cast<T*>(object), &out) == length, SIGIL_TK_INTERNAL, "encoding");
     return der;
 }
 

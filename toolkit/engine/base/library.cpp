@@ -4,14 +4,28 @@
 
 namespace toolkit {
 
+namespace {
+
+/** Asks twice: the loader of modules does not say whether it lacked the module or, for a moment, memory. */
+OSSL_PROVIDER* provider(OSSL_LIB_CTX* context, const char* name)
+{
+    OSSL_PROVIDER* loaded = OSSL_PROVIDER_load(context, name);
+    if (!loaded)
+        loaded = OSSL_PROVIDER_load(context, name);
+    require(loaded != nullptr, SIGIL_TK_NO_PROVIDER, name);
+    return loaded;
+}
+
+} // namespace
+
 Library::Library()
     : m_context(OSSL_LIB_CTX_new())
+    , m_reading(OSSL_LIB_CTX_new())
 {
-    require(m_context != nullptr, SIGIL_TK_NO_MEMORY);
-    m_default.reset(OSSL_PROVIDER_load(context(), "default"));
-    require(m_default != nullptr, SIGIL_TK_NO_PROVIDER, "default");
-    m_legacy.reset(OSSL_PROVIDER_load(context(), "legacy"));
-    require(m_legacy != nullptr, SIGIL_TK_NO_PROVIDER, "legacy");
+    require(m_context && m_reading, SIGIL_TK_NO_MEMORY);
+    m_default.reset(provider(context(), "default"));
+    m_legacy.reset(provider(context(), "legacy"));
+    m_none.reset(provider(readingContext(), "null"));
 }
 
 CipherHandle Library::cipher(const char* name) const

@@ -18,14 +18,19 @@ public:
     Library();
 
     OSSL_LIB_CTX* context() const { return m_context.get(); }
+    /** A context without algorithms. A certificate parsed in it keeps its key as bytes: OpenSSL's search for the key's decoder
+     *  costs more than the rest of the certificate. */
+    OSSL_LIB_CTX* readingContext() const { return m_reading.get(); }
     /** Throws SIGIL_TK_ALGORITHM when the providers lack @p name. */
     CipherHandle cipher(const char* name) const;
     DigestHandle digest(const char* name) const;
 
 private:
     Handle<OSSL_LIB_CTX, OSSL_LIB_CTX_free> m_context;
+    Handle<OSSL_LIB_CTX, OSSL_LIB_CTX_free> m_reading;
     Handle<OSSL_PROVIDER, OSSL_PROVIDER_unload> m_default;
     Handle<OSSL_PROVIDER, OSSL_PROVIDER_unload> m_legacy;
+    Handle<OSSL_PROVIDER, OSSL_PROVIDER_unload> m_none;
 };
 
 } // namespace toolkit

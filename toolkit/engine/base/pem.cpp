@@ -83,7 +83,7 @@ Bytes derOf(View bytes, int code)
     try {
         return toBytes(pemDecode(bytes));
     } catch (const Error& error) {
-        fail(code, error.what());
+        failAs(code, error);
     }
 }
 

@@ -1,5 +1,7 @@
 #include "toolkit/engine/keys/password.h"
 
+#include "toolkit/engine/base/error.h"
+
 #include <iconv.h>
 
 #include <optional>
@@ -13,8 +15,10 @@ std::optional<Secret> converted(const char* to, const char* from, std::string_vi
     constexpr std::size_t longestCharacter = 4;
     const iconv_t converter = iconv_open(to, from);
     // NOLINTNEXTLINE(performance-no-int-to-ptr): how iconv_open says that it failed
-    if (converter == reinterpret_cast<iconv_t>(-1))
+    if (converter == reinterpret_cast<iconv_t>(-1)) {
+        requireMemory();
         return {};
+    }
     Secret input = toSecret(view(text));
     Secret output(longestCharacter * text.size());
     auto* in = reinterpret_cast<char*>(input.data());

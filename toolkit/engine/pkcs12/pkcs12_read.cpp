@@ -60,7 +60,7 @@ auto withPfxCodes(Body body)
     try {
         return body();
     } catch (const Error& error) {
-        fail(pfxCode(error.code()), error.what());
+        failAs(pfxCode(error.code()), error);
     }
 }
 

@@ -20,7 +20,10 @@ public:
     /** Parses DER, or PEM when the bytes begin with its marker. Throws SIGIL_TK_CERT_MALFORMED. */
     Certificate(const Library& library, View bytes);
 
-    X509* get() const { return m_x509.get(); }
+    /** For OpenSSL to judge: verification, keys. Made at its first use. */
+    X509* get() const;
+    /** For reading: its key stays undecoded. */
+    const X509* read() const { return m_read.get(); }
     Bytes der() const;
     /** Throws SIGIL_TK_ALGORITHM when OpenSSL does not know the key's algorithm. */
     KeyHandle publicKey() const;
@@ -75,7 +78,9 @@ public:
     bool isAuthority() const;
 
 private:
-    X509Handle m_x509;
+    const Library* m_library;
+    X509Handle m_read;
+    mutable X509Handle m_judged;
 };
 
 /** The otherName of identity data in a subject alternative name: DER of IdentifyData. */

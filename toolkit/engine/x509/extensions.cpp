@@ -18,7 +18,10 @@ namespace {
 template <class T, auto Release>
 Handle<T, Release> extension(const Certificate& certificate, int nid)
 {
-    return Handle<T, Release>(static_cast<T*>(X509_get_ext_d2i(certificate.get(), nid, nullptr, nullptr)));
+    Handle<T, Release> decoded(static_cast<T*>(X509_get_ext_d2i(certificate.read(), nid, nullptr, nullptr)));
+    if (!decoded)
+        requireMemory();
+    return decoded;
 }
 
 std::string objectName(const ASN1_OBJECT* object)
@@ -36,7 +39,8 @@ std::string integerText(const ASN1_INTEGER* integer)
 {
     const NumberHandle number(ASN1_INTEGER_to_BN(integer, nullptr));
     const Handle<char, releaseBuffer> text(number ? BN_bn2dec(number.get()) : nullptr);
-    return text ? text.get() : "";
+    require(text != nullptr, SIGIL_TK_INTERNAL, "number");
+    return text.get();
 }
 
 struct UsageName {

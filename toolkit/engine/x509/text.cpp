@@ -1,5 +1,6 @@
 #include "toolkit/engine/x509/text.h"
 
+#include "toolkit/engine/base/error.h"
 #include "toolkit/engine/base/handles.h"
 #include "toolkit/engine/base/oid.h"
 
@@ -24,6 +25,8 @@ public:
     Converter(const char* to, const char* from)
         : m_descriptor(iconv_open(to, from))
     {
+        if (!valid())
+            requireMemory();
     }
     ~Converter()
     {
@@ -180,7 +183,9 @@ std::string asn1Text(const ASN1_STRING* string)
     unsigned char* utf8 = nullptr;
     const int length = ASN1_STRING_to_UTF8(&utf8, string);
     const BufferHandle owner(utf8);
-    if (length >= 0)
+    if (length < 0)
+        requireMemory();
+    else
         return cp949FromUtf8({reinterpret_cast<char*>(utf8), static_cast<std::size_t>(length)});
     return withoutControls(utf8FromCp949(raw) ? std::string(raw) : asciiOnly(raw));
 }
