@@ -7,6 +7,7 @@
 #include <climits>
 #include <cstdint>
 #include <cstring>
+#include <functional>
 #include <memory>
 #include <new>
 
@@ -40,39 +41,6 @@ inline unsigned syllableAt(const Byte* in)
     std::memcpy(&bytes, in, sizeof bytes);
     const unsigned codePoint = (in[0] << 12) + (in[1] << 6) + in[2] - sequenceBits;
     return (bytes & 0xC0C000) == 0x808000 ? codePoint - sigil::firstSyllable : UINT_MAX;
-}
-
-/** Converts what begins before @p end; three bytes behind it must be readable. Moves @p in behind what it took. */
-template <class PutSyllable, class PutByte>
-inline Byte* convertUtf8Part(const Byte*& in, const Byte* end, Byte* out, PutSyllable putSyllable, PutByte putOther)
-{
-    while (in < end) {
-        const unsigned syllable = syllableAt(in);
-        if (syllable < std::size(sigil::uni2ksc)) {
-            out = putSyllable(syllable, out);
-            in += 3;
-        } else {
-            out = putOther(*in < 0x80 ? *in : Byte{'?'}, out);
-            ++in;
-        }
-    }
-    return out;
-}
-
-/** Writes a text with @p putSyllable, given the number (from U+AC00) of each Hangul syllable, and @p putOther, given
- *  every other byte: itself for ASCII, else a "?". So other characters give a "?" for each byte, deliberately.
- *  @return the place behind what was written */
-template <class PutSyllable, class PutByte>
-inline Byte* convertUtf8(const Byte* in, std::size_t size, Byte* out, PutSyllable putSyllable, PutByte putOther)
-{
-    const Byte* const end = in + size;
-    if (size > 3)
-        out = convertUtf8Part(in, end - 3, out, putSyllable, putOther);
-    // The last bytes are read from a copy with zeros behind them.
-    Byte rest[6] = {};
-    std::copy(in, end, rest);
-    const Byte* from = rest;
-    return convertUtf8Part(from, rest + (end - in), out, putSyllable, putOther);
 }
 
 /** Reads a CP949 character: 0 for an unassigned code, noUnit for one outside the table. */
@@ -137,39 +105,139 @@ inline Byte* putKsc(unsigned unit, Byte* out)
     return putByte(unit < 0x80 ? static_cast<Byte>(unit) : '?', out);
 }
 
+constexpr std::ptrdiff_t blockSize = 16;
+
+inline bool isAsciiBlock(const Byte* in)
+{
+    std::uint64_t halves[2];
+    static_assert(sizeof halves == blockSize);
+    std::memcpy(halves, in, sizeof halves);
+    return ((halves[0] | halves[1]) & 0x8080808080808080) == 0;
+}
+
+// How a text of ASCII and syllables is written: a syllable by its number (from U+AC00), a byte, a block of ASCII.
+
+struct Cp949Writer {
+    static Byte* syllable(unsigned number, Byte* out) { return putCode(sigil::uni2ksc[number], out); }
+    static Byte* byte(Byte byte, Byte* out) { return putByte(byte, out); }
+    static Byte* block(const Byte* in, Byte* out)
+    {
+        std::memmove(out, in, blockSize); // the output may be the input
+        return out + blockSize;
+    }
+};
+
+struct UnitWriter {
+    static Byte* syllable(unsigned number, Byte* out) { return putUnit(sigil::firstSyllable + number, out); }
+    static Byte* byte(Byte byte, Byte* out) { return putUnit(byte, out); }
+    static Byte* block(const Byte* in, Byte* out)
+    {
+        std::uint16_t units[blockSize];
+        std::copy_n(in, blockSize, units);
+        std::memcpy(out, units, sizeof units);
+        return out + sizeof units;
+    }
+};
+
+/** Writes the ASCII that @p in begins with, in blocks as far as they go. Moves @p in behind it. */
+template <class Writer>
+inline Byte* takeAscii(const Byte*& in, const Byte* end, Byte* out)
+{
+    for (; end - in >= blockSize && isAsciiBlock(in); in += blockSize)
+        out = Writer::block(in, out);
+    for (; in < end && *in < 0x80; ++in)
+        out = Writer::byte(*in, out);
+    return out;
+}
+
+/** Converts what begins before @p last; three bytes behind it must be readable. Moves @p in behind what it took. */
+template <class Writer>
+inline Byte* convertUtf8Part(const Byte*& in, const Byte* last, const Byte* end, Byte* out)
+{
+    while (in < last) {
+        const unsigned syllable = syllableAt(in);
+        if (syllable < std::size(sigil::uni2ksc)) {
+            out = Writer::syllable(syllable, out);
+            in += 3;
+        } else if ((*in | in[1]) < 0x80) { // a blank between syllables is no run
+            out = takeAscii<Writer>(in, end, out);
+        } else {
+            out = Writer::byte(*in < 0x80 ? *in : Byte{'?'}, out);
+            ++in;
+        }
+    }
+    return out;
+}
+
+/** Writes a text: its ASCII and its Hangul syllables, and a "?" for each byte of anything else, deliberately.
+ *  @return the place behind what was written */
+template <class Writer>
+inline Byte* convertUtf8(const Byte* in, std::size_t size, Byte* out)
+{
+    const Byte* const end = in + size;
+    if (size > 3)
+        out = convertUtf8Part<Writer>(in, end - 3, end, out);
+    // The last bytes are read from a copy with zeros behind them.
+    Byte rest[6] = {};
+    const Byte* const restEnd = std::copy(in, end, rest);
+    const Byte* from = rest;
+    return convertUtf8Part<Writer>(from, restEnd, restEnd, out);
+}
+
 std::size_t size(const void* in, int len) { return in && len > 0 ? static_cast<std::size_t>(len) : 0; }
 
 Bytes room(std::size_t bytes) { return std::make_unique_for_overwrite<Byte[]>(bytes); }
 
-int lengthOf(const Bytes& buffer, const Byte* end)
+/** Room for a text in the making: that of a name or a short text is taken from the stack. */
+class WorkRoom {
+public:
+    explicit WorkRoom(std::size_t size)
+        : m_large(size > sizeof m_small ? room(size) : nullptr)
+    {
+    }
+    Byte* begin() { return m_large ? m_large.get() : m_small; }
+
+private:
+    Bytes m_large;
+    Byte m_small[1024];
+};
+
+int lengthOf(const Byte* begin, const Byte* end)
 {
-    if (end - buffer.get() > INT_MAX)
+    if (end - begin > INT_MAX)
         throw std::bad_alloc();
-    return static_cast<int>(end - buffer.get());
+    return static_cast<int>(end - begin);
 }
 
-/** Gives the bytes of @p buffer up to @p end to the caller, in an array of exactly their number. */
-int handOut(const Bytes& buffer, const Byte* end, Byte** out, int& outLen)
+/** Gives the bytes from @p begin to @p end to the caller, in an array of exactly their number. */
+int handOut(const Byte* begin, const Byte* end, Byte** out, int& outLen)
 {
-    const int length = lengthOf(buffer, end);
+    const int length = lengthOf(begin, end);
     Bytes exact = room(static_cast<std::size_t>(length));
-    std::memcpy(exact.get(), buffer.get(), static_cast<std::size_t>(length));
+    std::copy(begin, end, exact.get());
     *out = exact.release();
     outLen = length;
     return ok;
 }
 
-int copyOut(const Bytes& buffer, int length, char* out, int& outLen)
+/** Number of bytes of ASCII that a text begins with. */
+std::size_t asciiAtStart(const Byte* in, std::size_t size)
 {
-    std::copy_n(buffer.get(), length, reinterpret_cast<Byte*>(out));
-    outLen = length;
-    return ok;
+    const Byte* at = in;
+    const Byte* const end = in + size;
+    while (end - at >= blockSize && isAsciiBlock(at))
+        at += blockSize;
+    return static_cast<std::size_t>(std::find_if(at, end, [](Byte byte) { return byte >= 0x80; }) - in);
 }
 
 /** Converts all of @p in to UTF-8; null when it has a code outside the table. */
 Byte* kscToUtf8(const Byte* in, const Byte* end, Byte* out)
 {
     while (in < end) {
+        if (*in < 0x80) {
+            out = takeAscii<Cp949Writer>(in, end, out); // ASCII is the same in all of them
+            continue;
+        }
         const int unit = takeKsc(in, end);
         if (unit == noUnit)
             return nullptr;
@@ -178,17 +246,20 @@ Byte* kscToUtf8(const Byte* in, const Byte* end, Byte* out)
     return out;
 }
 
+/** True when a text that is written to @p out from its start on overwrites what it has not read yet. */
+bool overtakes(const Byte* out, const Byte* in, std::size_t size)
+{
+    return std::less<>()(in, out) && std::less<>()(out, in + size);
+}
+
 } // namespace
 
 int ConvertUTF8::utf82unicode(const unsigned char* in, int len, unsigned char** out, int& outLen)
 {
     if (!out)
         return failed;
-    const Bytes buffer = room(2 * size(in, len) + 2);
-    const Byte* end = convertUtf8(
-        in, size(in, len), buffer.get(),
-        [](unsigned syllable, Byte* at) { return putUnit(sigil::firstSyllable + syllable, at); }, putUnit);
-    return handOut(buffer, end, out, outLen);
+    WorkRoom work(2 * size(in, len));
+    return handOut(work.begin(), convertUtf8<UnitWriter>(in, size(in, len), work.begin()), out, outLen);
 }
 
 int ConvertUTF8::unicode2utf8(const unsigned char* in, int len, unsigned char** out, int& outLen)
@@ -199,11 +270,11 @@ int ConvertUTF8::unicode2utf8(const unsigned char* in, int len, unsigned char** 
     const std::size_t bytes = size(in, len);
     if (bytes % 2 != 0)
         return failed;
-    const Bytes buffer = room(bytes / 2 * 3 + 1);
-    Byte* at = buffer.get();
+    WorkRoom work(bytes / 2 * 3 + 1);
+    Byte* at = work.begin();
     for (const Byte* end = in + bytes; in < end;)
         at = putUtf8(takeUnit(in), at);
-    return handOut(buffer, at, out, outLen);
+    return handOut(work.begin(), at, out, outLen);
 }
 
 int ConvertUTF8::unicode2ascii(const unsigned char* in, int len, unsigned char** out, int& outLen)
@@ -213,8 +284,8 @@ int ConvertUTF8::unicode2ascii(const unsigned char* in, int len, unsigned char**
     *out = nullptr;
     const std::size_t bytes = size(in, len) / 2 * 2;
     const long capacity = outLen;
-    const Bytes buffer = room(bytes);
-    Byte* at = buffer.get();
+    WorkRoom work(bytes);
+    Byte* at = work.begin();
     for (const Byte* end = in + bytes; in < end;) {
         const unsigned unit = takeUnit(in);
         if (!isLetter(unit)) {
@@ -222,25 +293,30 @@ int ConvertUTF8::unicode2ascii(const unsigned char* in, int len, unsigned char**
             continue;
         }
         // Only letters are held against the capacity; everything else fits by the size of the input.
-        if (capacity - 1 <= at - buffer.get())
+        if (capacity - 1 <= at - work.begin())
             return letterDoesNotFit;
         at = putCode(sigil::uni2ksc_consonant[unit - 0x3130], at);
     }
-    return handOut(buffer, at, out, outLen);
+    return handOut(work.begin(), at, out, outLen);
 }
 
 int ConvertUTF8::utf82ascii(const char* in, int len, char* out, int& outLen)
 {
     if (!out)
         return failed;
-    // UTF-8 gives no Hangul letters, so unlike that of unicode2ascii this conversion needs no capacity. The text is
-    // put together aside, because the output may be the input.
-    const Bytes buffer = room(size(in, len));
+    // UTF-8 gives no Hangul letters, so unlike that of unicode2ascii this conversion needs no capacity. The result is
+    // nowhere longer than what was read for it, so that it can be written at once, also over the input.
+    const std::size_t bytes = size(in, len);
     const Byte* from = reinterpret_cast<const Byte*>(in);
-    const Byte* end = convertUtf8(
-        from, size(in, len), buffer.get(),
-        [](unsigned syllable, Byte* at) { return putCode(sigil::uni2ksc[syllable], at); }, putByte);
-    return copyOut(buffer, lengthOf(buffer, end), out, outLen);
+    Byte* const to = reinterpret_cast<Byte*>(out);
+    Bytes copy;
+    if (overtakes(to, from, bytes)) {
+        copy = room(bytes);
+        std::memcpy(copy.get(), from, bytes);
+        from = copy.get();
+    }
+    outLen = lengthOf(to, convertUtf8<Cp949Writer>(from, bytes, to));
+    return ok;
 }
 
 int ConvertUTF8::ascii2unicode(const unsigned char* in, int len, unsigned char** out, int& outLen)
@@ -248,31 +324,43 @@ int ConvertUTF8::ascii2unicode(const unsigned char* in, int len, unsigned char**
     if (!out)
         return failed;
     *out = nullptr;
-    const Bytes buffer = room(2 * size(in, len));
-    Byte* at = buffer.get();
+    WorkRoom work(2 * size(in, len));
+    Byte* at = work.begin();
     for (const Byte* end = in + size(in, len); in < end;) {
+        if (*in < 0x80) {
+            at = takeAscii<UnitWriter>(in, end, at);
+            continue;
+        }
         const int unit = takeKsc(in, end);
         if (unit == noUnit)
             return failed;
         at = putUnit(static_cast<unsigned>(unit), at);
     }
-    return handOut(buffer, at, out, outLen);
+    return handOut(work.begin(), at, out, outLen);
 }
 
 int ConvertUTF8::ascii2utf8(const char* in, int len, char* out, int& outLen)
 {
     if (!out)
         return failed;
+    // Nothing is written before the whole text is known to be good. ASCII at its start always is, and needs no room.
     const std::size_t bytes = size(in, len);
-    const Bytes buffer = room(bytes / 2 * 3 + 2);
-    const Byte* from = reinterpret_cast<const Byte*>(in);
-    const Byte* end = kscToUtf8(from, from + bytes, buffer.get());
+    const Byte* const from = reinterpret_cast<const Byte*>(in);
+    const std::size_t ascii = asciiAtStart(from, bytes);
+    WorkRoom work((bytes - ascii) / 2 * 3 + 2);
+    const Byte* const end = kscToUtf8(from + ascii, from + bytes, work.begin());
     if (!end)
         return failed;
-    const int length = lengthOf(buffer, end);
+    const int rest = lengthOf(work.begin(), end);
     // The rule of the system, kept as it stands: a result shorter than the input is refused. It comes about only
     // through unassigned codes, which give one byte for two.
-    if (static_cast<std::size_t>(length) < bytes)
+    if (ascii + static_cast<std::size_t>(rest) < bytes)
         return failed;
-    return copyOut(buffer, length, out, outLen);
+    if (ascii + static_cast<std::size_t>(rest) > INT_MAX)
+        throw std::bad_alloc();
+    if (ascii > 0)
+        std::memmove(out, in, ascii);
+    std::copy(static_cast<const Byte*>(work.begin()), end, reinterpret_cast<Byte*>(out) + ascii);
+    outLen = static_cast<int>(ascii) + rest;
+    return ok;
 }

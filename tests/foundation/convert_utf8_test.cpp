@@ -246,6 +246,50 @@ TEST(ConvertUtf8, Cp949ToUtf8)
         EXPECT_EQ(ascii2utf8(c.in), c.out) << c.name;
 }
 
+TEST(ConvertUtf8, ASyllableAnywhereInARunOfAscii)
+{
+    const std::string letters = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
+    for (std::size_t length = 0; length <= letters.size(); ++length)
+        for (std::size_t at = 0; at <= length; ++at) {
+            const std::string before = letters.substr(0, at);
+            const std::string behind = letters.substr(at, length - at);
+            const std::string utf8 = before + "\xEA\xB0\x80" + behind;
+            const std::string cp949 = before + "\xB0\xA1" + behind;
+            ASSERT_EQ(utf82ascii(utf8), cp949);
+            ASSERT_EQ(ascii2utf8(cp949), utf8);
+            ASSERT_EQ(ascii2unicode(cp949), utf82unicode(utf8));
+            ASSERT_EQ(utf82unicode(utf8)->size(), 2 * length + 2);
+            ASSERT_EQ(unicode2utf8(*utf82unicode(utf8)), utf8);
+            // a byte that is neither, in the same place
+            ASSERT_EQ(utf82ascii(before + "\x80" + behind), before + "?" + behind);
+            ASSERT_EQ(ascii2utf8(before + "\xFF\xFF" + behind), std::nullopt);
+        }
+}
+
+TEST(ConvertUtf8, EveryCodePointGivesTheSameByTheShortWay)
+{
+    const std::string letters(17, 'a'); // so that it stands behind a block of ASCII too
+    for (unsigned point = 0; point < 0x110000; point += point < 0x10000 ? 1 : 0x400) {
+        const auto byte = [point](unsigned lead, unsigned shift) {
+            return static_cast<char>(lead | (lead == 0x80 ? point >> shift & 0x3F : point >> shift));
+        };
+        std::string text;
+        if (point < 0x80)
+            text = {byte(0, 0)};
+        else if (point < 0x800)
+            text = {byte(0xC0, 6), byte(0x80, 0)};
+        else if (point < 0x10000)
+            text = {byte(0xE0, 12), byte(0x80, 6), byte(0x80, 0)};
+        else
+            text = {byte(0xF0, 18), byte(0x80, 12), byte(0x80, 6), byte(0x80, 0)};
+        const bool syllable = point >= 0xAC00 && point <= 0xD7A3;
+        const std::string other = point < 0x80 ? text : std::string(text.size(), '?');
+        const std::string expected = syllable ? unicode2ascii(units({point})).value() : other;
+        ASSERT_EQ(utf82ascii(text), expected) << point;
+        ASSERT_EQ(utf82ascii(letters + text + letters), letters + expected + letters) << point;
+    }
+}
+
 TEST(ConvertUtf8, TreatsNegativeLengthsAndNullAsEmpty)
 {
     unsigned char* out = nullptr;
@@ -290,6 +334,27 @@ TEST(ConvertUtf8, TheOutputMayBeTheInput)
     EXPECT_EQ(std::string(text, static_cast<std::size_t>(length)), "a\xEA\xB0\x80\xEA\xB0\x80z");
     EXPECT_EQ(ConvertUTF8().utf82ascii(text, length, text, length), 0);
     EXPECT_EQ(std::string(text, static_cast<std::size_t>(length)), "a\xB0\xA1\xB0\xA1z");
+}
+
+TEST(ConvertUtf8, TheOutputMayLieAnywhereInTheInput)
+{
+    const std::string utf8 = "ASCII of more than a block\xEA\xB0\x80\xEA\xB0\x82 and then some more of it";
+    const std::string cp949 = "ASCII of more than a block\xB0\xA1\x81\x41 and then some more of it";
+    for (std::size_t in : {0, 40})
+        for (std::size_t out = 0; out < 120; ++out) {
+            std::string memory(300, '#');
+            int length = 0;
+            memory.replace(in, utf8.size(), utf8);
+            EXPECT_EQ(ConvertUTF8().utf82ascii(
+                          memory.data() + in, static_cast<int>(utf8.size()), memory.data() + out, length),
+                0);
+            ASSERT_EQ(memory.substr(out, static_cast<std::size_t>(length)), cp949) << in << ' ' << out;
+            memory.replace(in, cp949.size(), cp949);
+            EXPECT_EQ(ConvertUTF8().ascii2utf8(
+                          memory.data() + in, static_cast<int>(cp949.size()), memory.data() + out, length),
+                0);
+            ASSERT_EQ(memory.substr(out, static_cast<std::size_t>(length)), utf8) << in << ' ' << out;
+        }
 }
 
 TEST(TextConversion, ConvertsZeroTerminatedTexts)

@@ -3,6 +3,7 @@
 
 #include "tests/foundation/support.h"
 
+#include <sigildesk/convert_utf8.h>
 #include <sigildesk/log.h>
 #include <sigildesk/profile.h>
 #include <sigildesk/util.h>
@@ -181,6 +182,24 @@ TEST_F(MemoryShortage, ALookupTakesNoneHoweverLargeTheFileIs)
     shortage = {};
     EXPECT_EQ(length, 1);
     EXPECT_STREQ(out, "v");
+}
+
+TEST_F(MemoryShortage, NamesAndLongAsciiTextsAreConvertedWithoutAny)
+{
+    std::string name;
+    while (name.size() < 256)
+        name += "cn=\xED\x99\x8D\xEA\xB8\xB8\xEB\x8F\x99,";
+    for (const std::string& text : {name, std::string(1'000'000, 'a')}) {
+        std::string cp949(text.size(), '\0');
+        std::string utf8(text.size() * 2, '\0');
+        int length = static_cast<int>(text.size());
+        shortage.bytes = 0;
+        ConvertUTF8().utf82ascii(text.data(), length, cp949.data(), length);
+        ConvertUTF8().ascii2utf8(cp949.data(), length, utf8.data(), length);
+        shortage = {};
+        utf8.resize(static_cast<std::size_t>(length));
+        EXPECT_EQ(utf8, text);
+    }
 }
 
 TEST_F(MemoryShortage, TheHomeFolderIsFoundOrTheMemoryIsSaidToBeMissing)
