@@ -109,7 +109,34 @@ void toUtf8_ours(benchmark::State& state) { ours(state, cp949Text(state.range(0)
 void toUtf8_iconv(benchmark::State& state) { byIconv(state, cp949Text(state.range(0)), "UTF-8", "CP949"); }
 void toUtf8_icu(benchmark::State& state) { byIcu(state, cp949Text(state.range(0)), "UTF-8", "windows-949"); }
 
+// Texts as certificates have them: names of so many bytes, and plain ASCII. The argument is the number of bytes.
+
+std::string ascii(long bytes)
+{
+    const std::string words = "C=KR,O=Government of Korea,OU=public certificates,CN=";
+    std::string text;
+    while (std::ssize(text) < bytes)
+        text += words;
+    text.resize(static_cast<std::size_t>(bytes));
+    return text;
+}
+
+std::string name(long bytes)
+{
+    std::string text = utf8Text(bytes);
+    return "cn=" + text.substr(0, static_cast<std::size_t>(bytes) / 3 * 3 - 3);
+}
+
+void nameToCp949_ours(benchmark::State& state) { ours(state, name(state.range(0)), &ConvertUTF8::utf82ascii); }
+void nameToCp949_icu(benchmark::State& state) { byIcu(state, name(state.range(0)), "windows-949", "UTF-8"); }
+void asciiToCp949_ours(benchmark::State& state) { ours(state, ascii(state.range(0)), &ConvertUTF8::utf82ascii); }
+void asciiToCp949_icu(benchmark::State& state) { byIcu(state, ascii(state.range(0)), "windows-949", "UTF-8"); }
+void asciiToUtf8_ours(benchmark::State& state) { ours(state, ascii(state.range(0)), &ConvertUTF8::ascii2utf8); }
+void asciiToUtf8_icu(benchmark::State& state) { byIcu(state, ascii(state.range(0)), "UTF-8", "windows-949"); }
+
 void sizes(benchmark::internal::Benchmark* b) { b->Arg(1'000)->Arg(10'000)->Arg(100'000); }
+
+void lengths(benchmark::internal::Benchmark* b) { b->Arg(16)->Arg(64)->Arg(256); }
 
 BENCHMARK(toCp949_ours)->Apply(sizes);
 BENCHMARK(toCp949_iconv)->Apply(sizes);
@@ -117,5 +144,11 @@ BENCHMARK(toCp949_icu)->Apply(sizes);
 BENCHMARK(toUtf8_ours)->Apply(sizes);
 BENCHMARK(toUtf8_iconv)->Apply(sizes);
 BENCHMARK(toUtf8_icu)->Apply(sizes);
+BENCHMARK(nameToCp949_ours)->Apply(lengths);
+BENCHMARK(nameToCp949_icu)->Apply(lengths);
+BENCHMARK(asciiToCp949_ours)->Apply(lengths)->Arg(1'000'000);
+BENCHMARK(asciiToCp949_icu)->Apply(lengths)->Arg(1'000'000);
+BENCHMARK(asciiToUtf8_ours)->Apply(lengths)->Arg(1'000'000);
+BENCHMARK(asciiToUtf8_icu)->Apply(lengths)->Arg(1'000'000);
 
 } // namespace
