@@ -103,6 +103,15 @@ enum SigilToolkitCode {
     SIGIL_TK_CMS_ATTRIBUTE = 3903, /**< the signer has no such attribute */
     SIGIL_TK_CMS_TYPE = 3904,      /**< a message of another type than the function is for */
 
+    /* Time stamps (RFC 3161). */
+    SIGIL_TK_TSP_MALFORMED = 4000, /**< not a time-stamp response or token */
+    SIGIL_TK_TSP_REFUSED = 4001,   /**< the authority refuses; its status and words are in the text */
+    SIGIL_TK_TSP_SIGNER = 4002,    /**< not signed by a time-stamping authority whose certificate it holds */
+    SIGIL_TK_TSP_NONCE = 4003,   /**< the token does not repeat the nonce of the last request, or there was none */
+    SIGIL_TK_TSP_IMPRINT = 4004, /**< the token is about other data */
+    SIGIL_TK_TSP_POLICY = 4005,  /**< the token was made under another policy than was asked for */
+    SIGIL_TK_TSP_TIME = 4006,    /**< the authority's certificate was not valid at the time stamped */
+
     /* PKCS#12. */
     SIGIL_TK_PFX_MALFORMED = 4500,      /**< not a PKCS#12 file, or parameters out of bounds (also in their sum) */
     SIGIL_TK_PFX_UNSUPPORTED = 4501,    /**< protected with an algorithm that the toolkit does not have */
@@ -252,8 +261,12 @@ enum SigilToolkitUsage {
     SIGIL_TK_USAGE_AUTHORITY = 4       /**< an authority's certificate */
 };
 
-/** What CERT_CheckStatByCRL and CERT_CheckStatByOCSP report. */
-enum SigilToolkitCertStatus { SIGIL_TK_STATUS_GOOD = 0, SIGIL_TK_STATUS_REVOKED = 1 };
+/** What CERT_CheckStatByCRL, CERT_CheckStatByOCSP and OCSP_GetCertStatus report. */
+enum SigilToolkitCertStatus {
+    SIGIL_TK_STATUS_GOOD = 0,
+    SIGIL_TK_STATUS_REVOKED = 1,
+    SIGIL_TK_STATUS_UNKNOWN = 2 /**< OCSP_GetCertStatus only: the responder does not know the certificate */
+};
 
 /** `mode` of HVAP_GetDataByURL: what is asked for when an ldap address names no attribute. For an http address every mode
  *  answers the body. */
@@ -272,7 +285,9 @@ enum SigilToolkitMedium {
 
 /** `option` of GPKI_API_SetOption. */
 enum SigilToolkitOption {
-    SIGIL_TK_OPTION_NONE = 0 /**< the toolkit has no switches; every other value is refused */
+    SIGIL_TK_OPTION_NONE = 0,          /**< as at first */
+    SIGIL_TK_OPTION_OCSP_ANY_NONCE = 1 /**< OCSP_VerifyResMsg accepts responses without a nonce. On type 0 the line
+                                            "Nonce = 0" in section [OCSP] of the file of API_SetConfFile does */
 };
 
 #endif

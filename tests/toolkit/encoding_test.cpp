@@ -220,7 +220,7 @@ TEST(GpkiApi, VersionSettingsAndTimes)
     ASSERT_EQ(toolkit("API_GetInfo", 8, out.data()), 0);
     EXPECT_STREQ(out.data(), "OpenSSL");
     EXPECT_EQ(toolkit("API_SetOption", 0), 0);
-    EXPECT_EQ(toolkit("API_SetOption", 1), SIGIL_TK_OPTION);
+    EXPECT_EQ(toolkit("API_SetOption", 2), SIGIL_TK_OPTION);
     EXPECT_EQ(toolkit("API_SetConfFile", text("/none")), SIGIL_TK_FILE_NOT_FOUND);
     long time = 0;
     ASSERT_EQ(toolkit("API_Str2Time", text("2024-07-10 21:00:00"), &time), 0);

@@ -262,7 +262,16 @@ TEST_P(FacadePath, AServerValidatesCertificateAndIdentity)
 TEST_P(FacadePath, FamiliesThatTheOpenToolkitLacksAnswer1003)
 {
     Bytes certificate(facade, file(".crt"));
-    Bytes out(facade);
     EXPECT_EQ(PKCS11CloseSession(facade.get()), 1003);
-    EXPECT_EQ(TSPVerifyToken(facade.get(), certificate.get(), out.get()), 1003);
+    EXPECT_EQ(WPKIVerifyCert(facade.get(), certificate.get()), 1003);
+}
+
+TEST_P(FacadePath, TimeStampsAndSingleStepsReachTheToolkit)
+{
+    Bytes certificate(facade, file(".crt"));
+    Bytes out(facade);
+    int number = 0;
+    EXPECT_EQ(TSPVerifyToken(facade.get(), certificate.get(), out.get()), SIGIL_TK_TSP_MALFORMED);
+    EXPECT_EQ(OCSPVerifyResMsg(facade.get(), certificate.get(), certificate.get(), &number, out.get()),
+        SIGIL_TK_OCSP_NONCE);
 }

@@ -276,3 +276,188 @@ TEST_F(Lies, ARedirectionIsNotFollowed)
     const Server server = Server::answering(authority().workshop, recorded(), 302);
     EXPECT_EQ(ask(server), SIGIL_TK_FETCH);
 }
+
+namespace {
+
+/** The same question in single steps, on both faces. */
+class OcspSteps : public testing::TestWithParam<const char*> {
+protected:
+    OcspSteps()
+    {
+        ByteString ca(toolkit, file("ca.crt"));
+        toolkit("CERT_AddTrustedCert", ca.get());
+    }
+
+    static std::string file(const std::string& name) { return authority().workshop.read(name); }
+    bool hvtk() const { return GetParam() == std::string("HVTK_"); }
+    int makeRequest(const std::string& name, ByteString& request, const std::string& signer = "")
+    {
+        ByteString certificate(toolkit, file(name + ".crt"));
+        ByteString signerCertificate(toolkit, file((signer.empty() ? "ca" : signer) + ".crt"));
+        ByteString key(toolkit, signer.empty() ? "x" : file(signer + ".key"));
+        return toolkit("OCSP_MakeOCSPReq", certificate.get(), !signer.empty(), signerCertificate.get(), key.get(),
+            request.get());
+    }
+    int send(const std::string& url, const std::string& name, ByteString& request, ByteString& response)
+    {
+        ByteString certificate(toolkit, file(name + ".crt"));
+        return toolkit("OCSP_SendAndRecv", text(url), certificate.get(), request.get(), response.get());
+    }
+    /** As the type 0 toolkit says it: the state of the certificate is the result. */
+    int verify(const std::string& name, const std::string& response, ByteString& responder)
+    {
+        ByteString certificate(toolkit, file(name + ".crt"));
+        ByteString message(toolkit, response);
+        if (hvtk())
+            return toolkit("OCSP_VerifyResMsg", certificate.get(), message.get(), responder.get());
+        int count = -1;
+        const int code = toolkit("OCSP_VerifyResMsg", certificate.get(), message.get(), &count, responder.get());
+        if (code != 0)
+            return code;
+        EXPECT_EQ(count, 1);
+        EXPECT_EQ(toolkit("OCSP_GetCertStatus", 1, &status, date.data(), &reason), SIGIL_TK_INDEX);
+        EXPECT_EQ(toolkit("OCSP_GetCertStatus", -1, &status, date.data(), &reason), SIGIL_TK_INDEX);
+        EXPECT_EQ(toolkit("OCSP_GetCertStatus", 0, &status, date.data(), &reason), 0);
+        const int codes[]{SIGIL_TK_OK, SIGIL_TK_VERIFY_REVOKED, SIGIL_TK_OCSP_UNKNOWN};
+        return codes[status];
+    }
+    int verify(const std::string& name, const std::string& response)
+    {
+        ByteString responder(toolkit);
+        return verify(name, response, responder);
+    }
+    /** All steps against a real responder. @return the response */
+    std::string ask(const std::string& name, const Server& server = *authority().signedByDelegate)
+    {
+        ByteString request(toolkit);
+        ByteString response(toolkit);
+        EXPECT_EQ(makeRequest(name, request), 0) << toolkit.errorText();
+        const std::string url = "http://127.0.0.1:" + std::to_string(server.port());
+        EXPECT_EQ(send(url, name, request, response), 0) << toolkit.errorText();
+        return response.bytes();
+    }
+
+    ToolkitLibrary toolkit{GetParam()};
+    std::array<char, 32> date{};
+    int status = -1;
+    int reason = -2;
+};
+
+} // namespace
+
+INSTANTIATE_TEST_SUITE_P(Faces, OcspSteps, testing::Values("HVTK_", "GPKI_"),
+    [](const auto& face) { return std::string(face.param, 4); });
+
+TEST_P(OcspSteps, TheStateComesOutAndTheResponderWithIt)
+{
+    ByteString responder(toolkit);
+    EXPECT_EQ(verify("good", ask("good"), responder), 0) << toolkit.errorText();
+    EXPECT_EQ(responder.bytes(), file("responder.crt"));
+    EXPECT_EQ(verify("ca", ask("good")), 0) << "the authority stands for the certificate";
+    EXPECT_EQ(verify("unknown", ask("unknown")), SIGIL_TK_OCSP_UNKNOWN);
+    EXPECT_EQ(verify("revoked", ask("revoked")), SIGIL_TK_VERIFY_REVOKED);
+    if (!hvtk()) {
+        EXPECT_EQ(date.data(), toolkit::timeText(1767323045)); // 2026-01-02 03:04:05 UTC
+        EXPECT_EQ(reason, 1) << "keyCompromise";
+        EXPECT_EQ(verify("good", ask("good")), 0);
+        EXPECT_STREQ(date.data(), "");
+        EXPECT_EQ(reason, -1);
+    }
+}
+
+TEST_P(OcspSteps, AResponseCountsForTheLastRequestAlone)
+{
+    const std::string first = ask("good");
+    const std::string second = ask("good");
+    EXPECT_EQ(verify("good", first), SIGIL_TK_OCSP_NONCE);
+    EXPECT_EQ(verify("good", second), 0);
+    EXPECT_EQ(verify("revoked", second), SIGIL_TK_OCSP_NO_ANSWER);
+    const ToolkitLibrary fresh(GetParam());
+    ByteString certificate(fresh, file("good.crt"));
+    ByteString message(fresh, second);
+    ByteString responder(fresh);
+    int count = 0;
+    EXPECT_EQ(hvtk() ? fresh("OCSP_VerifyResMsg", certificate.get(), message.get(), responder.get())
+                     : fresh("OCSP_VerifyResMsg", certificate.get(), message.get(), &count, responder.get()),
+        SIGIL_TK_OCSP_NONCE);
+    EXPECT_TRUE(responder.empty());
+}
+
+TEST_P(OcspSteps, AResponderWithoutNoncesMustBeAllowed)
+{
+    const auto without = authority().respond("responder", "-nmin 10");
+    ByteString request(toolkit);
+    ASSERT_EQ(makeRequest("good", request), 0);
+    authority().workshop.run(
+        "openssl ocsp -issuer ca.pem -cert good.pem -no_nonce -noverify -url http://127.0.0.1:" +
+        std::to_string(without->port()) + " -respout plain.der");
+    EXPECT_EQ(verify("good", file("plain.der")), SIGIL_TK_OCSP_NONCE);
+    authority().workshop.write("nonce.conf", "[OCSP]\nNonce = 0\n");
+    ASSERT_EQ(hvtk() ? toolkit("API_SetConfFile", text(authority().workshop.path("nonce.conf")))
+                     : toolkit("API_SetOption", int(SIGIL_TK_OPTION_OCSP_ANY_NONCE)),
+        0);
+    EXPECT_EQ(verify("good", file("plain.der")), 0) << toolkit.errorText();
+    EXPECT_EQ(verify("good", ask("revoked")), SIGIL_TK_OCSP_NO_ANSWER);
+}
+
+TEST_P(OcspSteps, RequestsAreReadByOthers)
+{
+    for (const std::string signer : {"", "good"}) {
+        ByteString request(toolkit);
+        ASSERT_EQ(makeRequest("good", request, signer), 0) << toolkit.errorText();
+        authority().workshop.write("request.der", request.bytes());
+        const std::string known = authority().workshop.run("openssl ocsp -reqin request.der -req_text");
+        EXPECT_THAT(known, testing::HasSubstr("Serial Number: 1000"));
+        EXPECT_EQ(known.find("Signature Algorithm") != known.npos, !signer.empty());
+        EXPECT_THAT(authority().workshop.run("ocsptool --request-info --infile=request.der --inder"),
+            testing::HasSubstr("Serial Number: 1000"));
+    }
+    ByteString request(toolkit);
+    EXPECT_EQ(makeRequest("foreign", request), SIGIL_TK_VERIFY_NO_ISSUER);
+    EXPECT_TRUE(request.empty());
+}
+
+TEST_P(OcspSteps, TheCertificateMayNameItsResponder)
+{
+    const auto server = authority().respond("responder", "-nmin 10");
+    authority().certificate("naming", "/C=KR/O=test/CN=naming",
+        "authorityInfoAccess=OCSP;URI:http://127.0.0.1:" + std::to_string(server->port()), "ca",
+        "-days 365 -set_serial 4096");
+    ByteString request(toolkit);
+    ByteString response(toolkit);
+    ASSERT_EQ(makeRequest("naming", request), 0);
+    EXPECT_EQ(send("", "naming", request, response), 0) << toolkit.errorText();
+    EXPECT_EQ(verify("naming", response.bytes()), 0) << toolkit.errorText();
+    EXPECT_EQ(send("", "good", request, response), SIGIL_TK_URL);
+}
+
+TEST_P(OcspSteps, EveryChangedByteIsNoticed)
+{
+    const std::string response = ask("good");
+    for (std::size_t i = 0; i < response.size(); ++i) {
+        std::string changed = response;
+        changed[i] = static_cast<char>(changed[i] ^ 0x55);
+        ByteString responder(toolkit);
+        const int code = verify("good", changed, responder);
+        // Only the certificate that comes along is not signed with the rest, and it is compared with what it says.
+        EXPECT_TRUE(code == 0 ? responder.bytes() == file("responder.crt")
+                              : code >= SIGIL_TK_OCSP_MALFORMED && code <= SIGIL_TK_OCSP_UNKNOWN)
+            << i << " " << code;
+    }
+}
+
+TEST(HvtkOcsp, AllStepsInOne)
+{
+    const ToolkitLibrary toolkit("HVTK_");
+    ByteString ca(toolkit, authority().workshop.read("ca.crt"));
+    ASSERT_EQ(toolkit("CERT_AddTrustedCert", ca.get()), 0);
+    const std::string url = "http://127.0.0.1:" + std::to_string(authority().signedByDelegate->port());
+    const auto check = [&](const std::string& name) {
+        ByteString certificate(toolkit, authority().workshop.read(name + ".crt"));
+        BINSTR* const none = nullptr;
+        return toolkit("OCSP_CheckCertStatus", text(url), certificate.get(), false, none, none);
+    };
+    EXPECT_EQ(check("good"), 0) << toolkit.errorText();
+    EXPECT_EQ(check("revoked"), SIGIL_TK_VERIFY_REVOKED);
+    EXPECT_EQ(check("unknown"), SIGIL_TK_OCSP_UNKNOWN);
+}

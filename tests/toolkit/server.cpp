@@ -123,6 +123,28 @@ Server Server::validator(const Workshop& workshop, const std::string& authority,
     return {workshop, {"python3", script, std::to_string(port), authority, signer}, port};
 }
 
+Server Server::timeStamper(const Workshop& workshop, const std::string& signer)
+{
+    workshop.write("stamper.py", R"(
+import http.server, subprocess, sys
+port, signer = int(sys.argv[1]), sys.argv[2]
+class Handler(http.server.BaseHTTPRequestHandler):
+    def do_POST(self):
+        with open(signer + '.tsq', 'wb') as query:
+            query.write(self.rfile.read(int(self.headers['Content-Length'])))
+        subprocess.run(['openssl', 'ts', '-reply', '-config', 'tsa.conf', '-signer', signer + '.pem', '-inkey',
+                        signer + '.key.pem', '-queryfile', signer + '.tsq', '-out', signer + '.tsr'], check=True)
+        self.send_response(200)
+        self.send_header('Content-Type', 'application/timestamp-reply')
+        self.end_headers()
+        with open(signer + '.tsr', 'rb') as reply:
+            self.wfile.write(reply.read())
+http.server.HTTPServer(('127.0.0.1', port), Handler).serve_forever()
+)");
+    const int port = freePort();
+    return {workshop, {"python3", "stamper.py", std::to_string(port), signer}, port};
+}
+
 Server Server::rude(const Workshop& workshop, const std::string& manner)
 {
     const std::string script = std::filesystem::path(SIGILDESK_TEST_DATA).parent_path() / "rude_server.py";

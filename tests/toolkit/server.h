@@ -28,6 +28,8 @@ public:
     /** Answers whatever is posted with @p status and @p answer, which may be replaced in the file "answer". */
     static Server answering(const Workshop& workshop, const std::string& answer, int status = 200);
 
+    /** A time-stamping authority (`openssl ts`) with the settings "tsa.conf" that signs as @p signer. */
+    static Server timeStamper(const Workshop& workshop, const std::string& signer);
     /** Misbehaves in one of the manners of rude_server.py. */
     static Server rude(const Workshop& workshop, const std::string& manner);
 

@@ -18,7 +18,7 @@ inline void apiGetVersions(Context&, char* version, char* information)
     putText(opensslVersion(), versionCapacity, information);
 }
 
-inline void apiSetOptionalConfFile(Context&, char* path) { requireConfFile(inOptional(path)); }
+inline void apiSetOptionalConfFile(Context& state, char* path) { readConfFile(state, inOptional(path)); }
 
 inline void apiSetHashAlgo(Context& state, int algorithm) { setHashAlgorithm(state, algorithm); }
 
@@ -27,12 +27,13 @@ inline void apiGetVersion(Context&, int capacity, char* out) { putText(versionTe
 /** The number is a capacity that callers fix at 8 bytes, so the text is cut to that. */
 inline void apiGetInfo(Context&, int capacity, char* out) { putText(opensslVersion(), capacity, out); }
 
-inline void apiSetOption(Context&, int option)
+inline void apiSetOption(Context& state, int option)
 {
-    require(option == SIGIL_TK_OPTION_NONE, SIGIL_TK_OPTION, "option");
+    require(option == SIGIL_TK_OPTION_NONE || option == SIGIL_TK_OPTION_OCSP_ANY_NONCE, SIGIL_TK_OPTION, "option");
+    state.ocsp.acceptsAnyNonce = option == SIGIL_TK_OPTION_OCSP_ANY_NONCE;
 }
 
-inline void apiSetConfFile(Context&, char* path) { requireConfFile(in(path)); }
+inline void apiSetConfFile(Context& state, char* path) { readConfFile(state, in(path)); }
 
 /** Reads "YYYY-MM-DD HH:MM:SS", the form in which validity is printed. */
 inline void apiStr2Time(Context&, char* text, long* time)

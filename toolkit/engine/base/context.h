@@ -7,6 +7,8 @@
 #include "toolkit/engine/base/library.h"
 #include "toolkit/engine/keys/session_cipher.h"
 #include "toolkit/engine/messages/processed.h"
+#include "toolkit/engine/status/ocsp_exchange.h"
+#include "toolkit/engine/time/time_stamp.h"
 #include "toolkit/engine/trust/trust.h"
 #include "toolkit/engine/x509/certificate.h"
 
@@ -42,6 +44,10 @@ public:
     /** What CERT_Verify relies on. */
     TrustStore trust;
     MessageState messages;
+    /** What the OCSP functions hand on from step to step. */
+    OcspExchange ocsp;
+    /** What the TSP functions do. */
+    TimeStampExchange timeStamps;
     /** Folder that relative paths begin at; empty for the process's own. */
     std::string mediaFolder;
 

@@ -21,10 +21,12 @@ std::string_view trimmed(std::string_view text)
 
 std::string_view opensslVersion() { return OpenSSL_version(OPENSSL_VERSION); }
 
-void requireConfFile(std::string_view path)
+void readConfFile(Context& context, std::string_view path)
 {
-    if (!path.empty())
-        readFile(std::string(path));
+    if (path.empty())
+        return;
+    const Secret content = readFile(std::string(path));
+    context.ocsp.acceptsAnyNonce = settingOf({chars(content), content.size()}, "OCSP", "Nonce") == "0";
 }
 
 std::string settingOf(std::string_view content, std::string_view section, std::string_view key)

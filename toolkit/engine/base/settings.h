@@ -17,9 +17,9 @@ constexpr int versionCapacity = 64;
 /** "OpenSSL 3.0.2 15 Mar 2022". */
 std::string_view opensslVersion();
 
-/** A context has no settings file: a path is only checked to name a readable file, so that a mistyped one shows.
- *  An empty path is accepted. */
-void requireConfFile(std::string_view path);
+/** Reads the settings file of a context, so that a mistyped path shows: "Nonce" of section [OCSP], where 0 accepts responses
+ *  without one. An empty path is accepted and changes nothing. */
+void readConfFile(Context& context, std::string_view path);
 
 /** A value of a settings file: lines "key = value" below a line "[section]", blanks around each do not count, a line that
  *  begins with "#" is a comment. Empty when it is not there. */

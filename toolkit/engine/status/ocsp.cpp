@@ -102,42 +102,60 @@ bool OcspResponse::isSignedBy(const Library& library, const Certificate& certifi
             nullptr) == 1;
 }
 
-void OcspResponse::requireSigner(
+Bytes OcspResponse::requireSigner(
     const Library& library, const Certificate& issuer, const Certificate& responder, std::time_t time) const
 {
     const auto signedBy = [&](const Certificate& candidate) {
         return maySign(candidate, issuer, time) && isSignedBy(library, candidate);
     };
     if (signedBy(responder))
-        return;
+        return responder.der();
     require(responder.der() == issuer.der(), SIGIL_TK_OCSP_SIGNER);
     const std::vector<Certificate> included = certificates(library);
-    require(std::any_of(included.begin(), included.end(), signedBy), SIGIL_TK_OCSP_SIGNER);
+    const auto signer = std::find_if(included.begin(), included.end(), signedBy);
+    require(signer != included.end(), SIGIL_TK_OCSP_SIGNER);
+    return signer->der();
 }
 
-void OcspResponse::requireNonce(OCSP_REQUEST* request) const
+void OcspResponse::requireNonce(OCSP_REQUEST* request, bool mayBeAbsent) const
 {
     constexpr int bothEqual = 1;
-    require(OCSP_check_nonce(request, m_basic.get()) == bothEqual, SIGIL_TK_OCSP_NONCE);
+    constexpr int inRequestOnly = -1;
+    const int found = OCSP_check_nonce(request, m_basic.get());
+    require(found == bothEqual || (mayBeAbsent && found == inRequestOnly), SIGIL_TK_OCSP_NONCE);
+}
+
+int OcspResponse::indexOf(const Library& library, const Certificate& certificate, const Certificate& issuer) const
+{
+    const int index = OCSP_resp_find(m_basic.get(), certIdOf(library, certificate, issuer).get(), -1);
+    require(index >= 0, SIGIL_TK_OCSP_NO_ANSWER);
+    return index;
+}
+
+OcspAnswer OcspResponse::answerAt(int index, std::time_t time) const
+{
+    int reason = OcspAnswer::noReason;
+    ASN1_GENERALIZEDTIME* revocation = nullptr;
+    ASN1_GENERALIZEDTIME* thisUpdate = nullptr;
+    ASN1_GENERALIZEDTIME* nextUpdate = nullptr;
+    const int status = OCSP_single_get0_status(
+        OCSP_resp_get0(m_basic.get(), index), &reason, &revocation, &thisUpdate, &nextUpdate);
+    requireCurrent(thisUpdate, nextUpdate, time);
+    if (status == V_OCSP_CERTSTATUS_GOOD)
+        return {};
+    if (status != V_OCSP_CERTSTATUS_REVOKED)
+        return {SIGIL_TK_STATUS_UNKNOWN, {}};
+    const auto revokedAt = asn1Time(revocation);
+    require(revokedAt.has_value(), SIGIL_TK_OCSP_MALFORMED, "revocation time");
+    return {SIGIL_TK_STATUS_REVOKED, revokedAt, reason};
 }
 
 OcspAnswer OcspResponse::answer(
     const Library& library, const Certificate& certificate, const Certificate& issuer, std::time_t time) const
 {
-    int status = V_OCSP_CERTSTATUS_UNKNOWN;
-    ASN1_GENERALIZEDTIME* revocation = nullptr;
-    ASN1_GENERALIZEDTIME* thisUpdate = nullptr;
-    ASN1_GENERALIZEDTIME* nextUpdate = nullptr;
-    const int found = OCSP_resp_find_status(m_basic.get(), certIdOf(library, certificate, issuer).get(), &status,
-        nullptr, &revocation, &thisUpdate, &nextUpdate);
-    require(found == 1, SIGIL_TK_OCSP_NO_ANSWER);
-    requireCurrent(thisUpdate, nextUpdate, time);
-    if (status == V_OCSP_CERTSTATUS_GOOD)
-        return {};
-    require(status == V_OCSP_CERTSTATUS_REVOKED, SIGIL_TK_OCSP_UNKNOWN);
-    const auto revokedAt = asn1Time(revocation);
-    require(revokedAt.has_value(), SIGIL_TK_OCSP_MALFORMED, "revocation time");
-    return {SIGIL_TK_STATUS_REVOKED, revokedAt};
+    const OcspAnswer answer = answerAt(indexOf(library, certificate, issuer), time);
+    require(answer.status != SIGIL_TK_STATUS_UNKNOWN, SIGIL_TK_OCSP_UNKNOWN);
+    return answer;
 }
 
 OcspRequestHandle makeOcspRequest(

@@ -17,9 +17,13 @@
 
 namespace toolkit {
 
+/** What a response says about one certificate. */
 struct OcspAnswer {
     int status = SIGIL_TK_STATUS_GOOD; ///< SigilToolkitCertStatus
     std::optional<std::time_t> revokedAt;
+    int reason = noReason; ///< of the revocation, CRLReason of RFC 5280
+
+    static constexpr int noReason = -1;
 };
 
 /** Signs requests, for responders that want to know who asks. */
@@ -39,15 +43,23 @@ public:
     std::vector<Certificate> certificates(const Library& library) const;
     /** Throws SIGIL_TK_OCSP_SIGNER unless the authority @p issuer signed, or a certificate that it issued for this purpose
      *  (id-kp-OCSPSigning) and that is valid at @p time. The signer must be @p responder itself, or, when that is the
-     *  authority, may have come with the response. */
-    void requireSigner(
+     *  authority, may have come with the response. @return the signer's certificate */
+    Bytes requireSigner(
         const Library& library, const Certificate& issuer, const Certificate& responder, std::time_t time) const;
-    /** Throws SIGIL_TK_OCSP_NONCE unless the response repeats the nonce of the request. */
-    void requireNonce(OCSP_REQUEST* request) const;
+    /** Throws SIGIL_TK_OCSP_NONCE unless the response repeats the nonce of the request.
+     *  @param mayBeAbsent accepts a response without a nonce, of a responder that makes its responses beforehand */
+    void requireNonce(OCSP_REQUEST* request, bool mayBeAbsent = false) const;
     /** What it says about a certificate. Throws SIGIL_TK_OCSP_NO_ANSWER when that is nothing, SIGIL_TK_OCSP_STALE when it
      *  does not hold at @p time, SIGIL_TK_OCSP_UNKNOWN when the responder does not know the certificate. */
     OcspAnswer answer(
         const Library& library, const Certificate& certificate, const Certificate& issuer, std::time_t time) const;
+
+    /** Single answers, of which a response may hold several. */
+    int count() const { return OCSP_resp_count(m_basic.get()); }
+    /** The one about a certificate. Throws SIGIL_TK_OCSP_NO_ANSWER. */
+    int indexOf(const Library& library, const Certificate& certificate, const Certificate& issuer) const;
+    /** Throws SIGIL_TK_OCSP_STALE. */
+    OcspAnswer answerAt(int index, std::time_t time) const;
 
 private:
     bool isSignedBy(const Library& library, const Certificate& certificate) const;

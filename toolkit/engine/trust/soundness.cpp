@@ -92,10 +92,12 @@ void requireSound(const Certificate& certificate)
     require(!isShortKey(X509_get0_pubkey(certificate.get())), SIGIL_TK_VERIFY_FAILED, "the RSA key is too short");
 }
 
-bool isForgeable(const X509_ALGOR* signature)
+bool isBrokenDigest(int nid)
 {
     constexpr int broken[]{NID_md2, NID_md4, NID_md5};
-    return std::find(std::begin(broken), std::end(broken), digestOf(signature)) != std::end(broken);
+    return std::find(std::begin(broken), std::end(broken), nid) != std::end(broken);
 }
+
+bool isForgeable(const X509_ALGOR* signature) { return isBrokenDigest(digestOf(signature)); }
 
 } // namespace toolkit

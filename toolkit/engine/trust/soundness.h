@@ -12,6 +12,9 @@ namespace toolkit {
  *  extension, and an RSA key below 1024 bits. */
 void requireSound(const Certificate& certificate);
 
+/** Whether a hash, as OpenSSL numbers it, is MD2, MD4 or MD5. */
+bool isBrokenDigest(int nid);
+
 /** Whether a signature is made with MD2, MD4 or MD5. SHA-1 is good enough: old certificates have it. */
 bool isForgeable(const X509_ALGOR* signature);
 

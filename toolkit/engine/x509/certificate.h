@@ -72,6 +72,8 @@ public:
     std::string authorityInfoAccess() const;
     /** Addresses from which the issuer's certificate can be fetched. */
     std::vector<std::string> issuerUrls() const;
+    /** Addresses of its authority's OCSP responders. */
+    std::vector<std::string> responderUrls() const;
 
     /** KU_ bits of <openssl/x509v3.h>; nothing when the certificate does not limit its usage. */
     std::optional<unsigned> usageBits() const;

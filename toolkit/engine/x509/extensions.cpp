@@ -106,6 +106,16 @@ void eachAccess(const Certificate& certificate, Visit visit)
         visit(sk_ACCESS_DESCRIPTION_value(access.get(), i));
 }
 
+std::vector<std::string> accessUrls(const Certificate& certificate, int method)
+{
+    std::vector<std::string> urls;
+    eachAccess(certificate, [&](const ACCESS_DESCRIPTION* access) {
+        if (OBJ_obj2nid(access->method) == method && access->location->type == GEN_URI)
+            urls.push_back(asn1Text(access->location->d.uniformResourceIdentifier));
+    });
+    return urls;
+}
+
 template <class Visit>
 void eachCrlName(const Certificate& certificate, Visit visit)
 {
@@ -241,15 +251,9 @@ std::string Certificate::authorityInfoAccess() const
     return join(parts, ", ");
 }
 
-std::vector<std::string> Certificate::issuerUrls() const
-{
-    std::vector<std::string> urls;
-    eachAccess(*this, [&](const ACCESS_DESCRIPTION* access) {
-        if (OBJ_obj2nid(access->method) == NID_ad_ca_issuers && access->location->type == GEN_URI)
-            urls.push_back(asn1Text(access->location->d.uniformResourceIdentifier));
-    });
-    return urls;
-}
+std::vector<std::string> Certificate::issuerUrls() const { return accessUrls(*this, NID_ad_ca_issuers); }
+
+std::vector<std::string> Certificate::responderUrls() const { return accessUrls(*this, NID_ad_OCSP); }
 
 std::optional<Bytes> identifyDataOf(const Certificate& certificate)
 {

@@ -1,0 +1,28 @@
+// GPKI_OCSP_: the state of a certificate in single steps.
+
+#include "toolkit/calls/ocsp.h"
+
+using namespace toolkit;
+
+TOOLKIT_FUNCTION GPKI_OCSP_MakeOCSPReq(void* context, BINSTR* certificate, bool signRequest,
+    BINSTR* signerCertificate, BINSTR* signerKey, BINSTR* request)
+{
+    return call(context, calls::ocspMakeOCSPReq, certificate, signRequest, signerCertificate, signerKey, request);
+}
+
+TOOLKIT_FUNCTION GPKI_OCSP_SendAndRecv(
+    void* context, char* url, BINSTR* certificate, BINSTR* request, BINSTR* response)
+{
+    return call(context, calls::ocspSendAndRecv, url, certificate, request, response);
+}
+
+TOOLKIT_FUNCTION GPKI_OCSP_VerifyResMsg(
+    void* context, BINSTR* certificate, BINSTR* response, int* count, BINSTR* responderCertificate)
+{
+    return call(context, calls::ocspVerifyResMsgWithCount, certificate, response, count, responderCertificate);
+}
+
+TOOLKIT_FUNCTION GPKI_OCSP_GetCertStatus(void* context, int index, int* status, char* revocationTime, int* reason)
+{
+    return call(context, calls::ocspGetCertStatus, index, status, revocationTime, reason);
+}
