@@ -74,7 +74,13 @@ void CLoadDISK::search(const Family& family, bool countOnly, int& next)
             entry.clear();
             entry->nPKIType = family.code;
             setPaths(family, m_searched, item->d_name, *entry);
-            if (ParsingCert(countOnly, &*entry) != success)
+            int rc = ParsingCert(countOnly, &*entry);
+            if (rc == certificateUnreadable &&
+                UndoableFiles::undoInterrupted(pairsOf(family, m_searched, item->d_name))) {
+                setPaths(family, m_searched, item->d_name, *entry);
+                rc = ParsingCert(countOnly, &*entry);
+            }
+            if (rc != success)
                 continue;
             // Files that came after the counting find no place in the list and are left for the next listing.
             if (!countOnly && next == count())

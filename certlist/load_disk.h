@@ -73,6 +73,11 @@ public:
     int MakePKCS12(int nIndex, char* szPassword, CBinary& pfx);
     /** @return 0; 1001 nothing to write; a toolkit code */
     int WriteFile(const CBinary& data, char* szPath);
+    /** Writes an exported file as a whole. @return 0; 1124 it could not be brought to the disk; a toolkit code */
+    int writeExport(const CBinary& pfx, char* szPath);
+    /** Writes the pairs of a copy, the keys encrypted anew: all of them, or those of before come back.
+     *  @return 0; 1001 something is missing; 1124 */
+    int writeCopy(char* szPassword, int nAlg, sigil::CertPaths& paths, const sigil::CertNKey& source);
     /** Writes a certificate and its key.
      *  @param bCertOnly   leave out the key
      *  @param bKeyAsIs    the key is encrypted already
@@ -125,6 +130,9 @@ private:
 
     int writeLogged(const CBinary& data, char* path);
     int writeEncrypted(const CBinary& key, char* szPassword, int nAlg, char* path);
+    int notOnDisk(const char* where, const char* errorName, int result);
+    int checkDeletion(tagCERTINFO& entry, char* szPassword);
+    int deletePairs(tagCERTINFO& entry, char* szPassword);
     int deletePair(char* szPassword, int kind, char* keyPath, char* certPath);
 
     char m_szDrivePath[260] = {};

@@ -3,10 +3,15 @@
 #include "certlist/codes.h"
 #include "certlist/load_disk.h"
 #include "certlist/toolkit_calls.h"
+#include "certlist/undoable_files.h"
 #include "foundation/environment.h"
 #include "foundation/families.h"
 
+#include <fcntl.h>
 #include <unistd.h>
+
+#include <cerrno>
+#include <system_error>
 
 using namespace sigil;
 
@@ -16,7 +21,24 @@ namespace {
 constexpr int signing = 1;
 constexpr int keyManagement = 2;
 
+constexpr char writeCertNKey[] = "CLoadDISK::WriteCertNKey()";
 constexpr char deleteCertNKey[] = "CLoadDISK::DeleteCertNKey()";
+
+std::vector<PairPaths> pairsOf(const tagCERTINFO& entry)
+{
+    std::vector<PairPaths> pairs{{entry.szSignCertPath, entry.szSignPriKeyPath}};
+    if (*entry.szKmPriKeyPath && *entry.szKmCertPath)
+        pairs.push_back({entry.szKmCertPath, entry.szKmPriKeyPath});
+    return pairs;
+}
+
+/** False for a file that is there and that its folder will not let go. */
+bool mayBeDeleted(const std::string& path)
+{
+    const std::string folder = path.substr(0, path.rfind('/'));
+    return faccessat(AT_FDCWD, path.c_str(), F_OK, AT_SYMLINK_NOFOLLOW) != 0 ||
+        faccessat(AT_FDCWD, folder.c_str(), W_OK | X_OK, AT_EACCESS) == 0;
+}
 
 } // namespace
 
@@ -41,12 +63,52 @@ int CLoadDISK::WriteCertNKey(bool bCertOnly, bool bKeyAsIs, char* szPassword, in
     return bKeyAsIs ? writeLogged(key, szKeyPath) : writeEncrypted(key, szPassword, nAlg, szKeyPath);
 }
 
+// The old keys go before the first new certificate is written.
+int CLoadDISK::writeCopy(char* szPassword, int nAlg, CertPaths& paths, const CertNKey& source)
+{
+    std::vector<PairPaths> pairs{{paths.signCert, paths.signKey}, {paths.kmCert, paths.kmKey}};
+    for (const PairPaths& pair : pairs) {
+        createFoldersOf(pair.certificate.c_str());
+        createFoldersOf(pair.key.c_str());
+    }
+    UndoableFiles::undoInterrupted(pairs);
+    if (!source.hasKmPair())
+        pairs.pop_back();
+    UndoableFiles files(pairs);
+    if (!files.begin() || !files.removeKeys())
+        return notOnDisk(writeCertNKey, error::writeCertNKey, fileNotWritten);
+    int rc = WriteCertNKey(
+        false, false, szPassword, nAlg, paths.signCert, paths.signKey, source.signCert, source.signKey);
+    if (rc == success && source.hasKmPair())
+        rc = WriteCertNKey(false, false, szPassword, nAlg, paths.kmCert, paths.kmKey, source.kmCert, source.kmKey);
+    if (rc == success && !files.keep())
+        return notOnDisk(writeCertNKey, error::writeCertNKey, fileNotWritten);
+    return rc;
+}
+
+// Also where the old file cannot be noted: the toolkit has words for what is wrong there.
+int CLoadDISK::writeExport(const CBinary& pfx, char* szPath)
+{
+    UndoableFiles file(std::vector<PairPaths>{{szPath, {}}});
+    file.begin();
+    const int rc = WriteFile(pfx, szPath);
+    if (rc == success && !file.keep())
+        return notOnDisk("CLoadDISK::WriteFile()", error::writeCertNKey, fileNotWritten);
+    return rc;
+}
+
+int CLoadDISK::notOnDisk(const char* where, const char* errorName, int result)
+{
+    const std::string reason = std::generic_category().message(errno);
+    return m_log.refused(where, errorName, "fsync()", result, reason.c_str());
+}
+
 int CLoadDISK::writeLogged(const CBinary& data, char* path)
 {
     const int rc = WriteFile(data, path);
-    return rc == success ? success
-                         : m_log.failed("CLoadDISK::WriteCertNKey()", error::writeCertNKey, "MediaDiskWriteFile()",
-                               rc, fileNotWritten);
+    return rc == success
+        ? success
+        : m_log.failed(writeCertNKey, error::writeCertNKey, "MediaDiskWriteFile()", rc, fileNotWritten);
 }
 
 int CLoadDISK::writeEncrypted(const CBinary& key, char* szPassword, int nAlg, char* path)
@@ -55,8 +117,7 @@ int CLoadDISK::writeEncrypted(const CBinary& key, char* szPassword, int nAlg, ch
     ToolkitBytes encrypted(m_hToolkit);
     const int rc = PriKeyEncrypt(m_hToolkit, nAlg, szPassword, plain.get(), encrypted.get());
     if (rc != success)
-        return m_log.failed(
-            "CLoadDISK::WriteCertNKey()", error::writeCertNKey, "PriKeyEncrypt()", rc, fileNotWritten);
+        return m_log.failed(writeCertNKey, error::writeCertNKey, "PriKeyEncrypt()", rc, fileNotWritten);
     return writeLogged(encrypted.copy(), path);
 }
 
@@ -98,13 +159,40 @@ int CLoadDISK::DeleteCertNKey(int nIndex, char* szPassword)
     if (!szPassword || nIndex < 1 || !hasEntry(nIndex))
         return badArgument;
     ScratchEntry entry(this->entry(nIndex));
-    int rc = deletePair(szPassword, signing, entry->szSignPriKeyPath, entry->szSignCertPath);
-    if (rc == success && *entry->szKmPriKeyPath && *entry->szKmCertPath)
-        rc = deletePair(szPassword, keyManagement, entry->szKmPriKeyPath, entry->szKmCertPath);
+    int rc = checkDeletion(*entry, szPassword);
+    if (rc == success)
+        rc = deletePairs(*entry, szPassword);
     // Removes nothing but an empty home folder: the certificate's own folder stays, deliberately.
     if (rc == success && (entry->nPKIType == npki || entry->nPKIType == ppki))
         rmdir(environment().homeFolder().c_str());
     return rc;
+}
+
+// What the toolkit will say of the second pair is known before the first one is gone.
+int CLoadDISK::checkDeletion(tagCERTINFO& entry, char* szPassword)
+{
+    for (const PairPaths& pair : pairsOf(entry))
+        if (!mayBeDeleted(pair.key) || !mayBeDeleted(pair.certificate))
+            return m_log.refused(deleteCertNKey, error::deleteCertNKey, "access()", fileNotDeleted, nullptr);
+    if (entry.nEncKmPriKeyLen < 1)
+        return success;
+    const int rc = decryptKey(entry, field::encKmKey, field::kmKey, szPassword);
+    return rc == toolkitWrongPassword
+        ? m_log.failed(deleteCertNKey, error::invalidPassword, "MediaDiskDeletePriKey()", rc, wrongPassword)
+        : success;
+}
+
+// When the toolkit fails, what it has deleted stays deleted; when the process is killed, everything comes back. A disk
+// that has no room for the notes must not keep anybody from deleting.
+int CLoadDISK::deletePairs(tagCERTINFO& entry, char* szPassword)
+{
+    UndoableFiles files(pairsOf(entry));
+    files.begin();
+    int rc = deletePair(szPassword, signing, entry.szSignPriKeyPath, entry.szSignCertPath);
+    if (rc == success && *entry.szKmPriKeyPath && *entry.szKmCertPath)
+        rc = deletePair(szPassword, keyManagement, entry.szKmPriKeyPath, entry.szKmCertPath);
+    const bool onDisk = files.letGo();
+    return rc == success && !onDisk ? notOnDisk(deleteCertNKey, error::deleteCertNKey, fileNotDeleted) : rc;
 }
 
 int CLoadDISK::deletePair(char* szPassword, int kind, char* keyPath, char* certPath)

@@ -34,7 +34,7 @@ int CCertListProcInterface::ExportPFX(int nIndex, char* szPassword, char* szPfxP
         finish(m_pLoadDisk->MakePKCS12(nIndex, szPassword, pfx));
     if (nErr != success)
         return nErr;
-    return finish(pfx.isEmpty() ? nothingExported : m_pLoadDisk->WriteFile(pfx, szPfxPath));
+    return finish(pfx.isEmpty() ? nothingExported : m_pLoadDisk->writeExport(pfx, szPfxPath));
 }
 
 int CCertListProcInterface::CopyforSetData(char* pSignCert, int nSignCertLen, char* pSignKey, int nSignKeyLen,
@@ -93,15 +93,7 @@ int CCertListProcInterface::copyTo(int nTargetMedia, char* szTargetPath, char* s
         rc = m_pLoadDisk->GetPrikeyAlg(source.signCert, &algorithm);
     if (rc != success)
         return rc;
-    createFoldersOf(paths.signCert);
-    createFoldersOf(paths.signKey);
-    rc = m_pLoadDisk->WriteCertNKey(
-        false, false, szPassword, algorithm, paths.signCert, paths.signKey, source.signCert, source.signKey);
-    if (rc != success || !source.hasKmPair())
-        return rc;
-    createFoldersOf(paths.kmCert);
-    return m_pLoadDisk->WriteCertNKey(
-        false, false, szPassword, algorithm, paths.kmCert, paths.kmKey, source.kmCert, source.kmKey);
+    return m_pLoadDisk->writeCopy(szPassword, algorithm, paths, source);
 }
 
 // Only disks have something to delete; the PIN belongs to token media, which are refused whatever it says.

@@ -17,6 +17,11 @@ std::string endingIn(const std::string& path, std::string_view ending)
     return path.substr(0, path.size() - ending.size()).append(ending);
 }
 
+std::string pathOf(const CertificateFiles& files, const std::string& path, const char* file)
+{
+    return files.mark ? endingIn(path, file) : path + file;
+}
+
 void setFilePaths(const CertificateFiles& files, const std::string& path, tagCERTINFO& entry)
 {
     setText(entry, field::signCertPath, endingIn(path, files.signCert));
@@ -61,6 +66,14 @@ bool isCandidate(const Family& family, const SearchedFolder& folder, const diren
         return std::strstr(item.d_name, family.files.mark) && folder.kindOf(item) == S_IFREG;
     const std::string_view name = item.d_name;
     return name != "." && name != ".." && folder.kindOf(item) == S_IFDIR;
+}
+
+std::vector<PairPaths> pairsOf(const Family& family, const SearchedFolder& folder, const char* name)
+{
+    const CertificateFiles& files = family.files;
+    const std::string path = folder.path() + files.separator + name;
+    return {{pathOf(files, path, files.signCert), pathOf(files, path, files.signKey)},
+        {pathOf(files, path, files.kmCert), pathOf(files, path, files.kmKey)}};
 }
 
 void setPaths(const Family& family, const SearchedFolder& folder, const char* name, tagCERTINFO& entry)

@@ -4,11 +4,13 @@
 #pragma once
 
 #include "certlist/searched_folder.h"
+#include "certlist/undoable_files.h"
 #include "foundation/families.h"
 
 #include <sigildesk/records.h>
 
 #include <string>
+#include <vector>
 
 namespace sigil {
 
@@ -20,6 +22,9 @@ std::string cutPath(std::string path);
 
 /** True when the entry @p item of @p folder is a certificate of this family. Links are not followed. */
 bool isCandidate(const Family& family, const SearchedFolder& folder, const dirent& item);
+
+/** All files that the candidate @p name in @p folder may have: the signing pair and the key-management pair. */
+std::vector<PairPaths> pairsOf(const Family& family, const SearchedFolder& folder, const char* name);
 
 /** Fills in the four paths of the candidate @p name in @p folder. */
 void setPaths(const Family& family, const SearchedFolder& folder, const char* name, tagCERTINFO& entry);

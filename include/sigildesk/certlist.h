@@ -153,12 +153,15 @@ SIGIL_EXPORT int CLP_ImportPFX(void* hCLP, char* szPfxPath, char* szPassword, ch
 
 /** Writes an entry with its keys into a PKCS#12 file.
  *  @param szPassword  certificate password; it also protects the file
- *  @param szPfxPath   file to write, at most 259 bytes; an existing file is replaced
- *  @return 0; 1008; 1000; 1001; 1113; 1114; 1126; 1127; 1128; a toolkit code */
+ *  @param szPfxPath   file to write, at most 259 bytes; an existing file is replaced, and stays when writing fails
+ *  @return 0; 1008; 1000; 1001; 1113; 1114; 1124 not brought to the disk; 1126; 1127; 1128; a toolkit code */
 SIGIL_EXPORT int CLP_ExportPFX(void* hCLP, int nIndex, char* szPassword, char* szPfxPath);
 
 /** Copies an entry to a disk; keys are encrypted anew with the password. Missing folders are created. The medium of
- *  the processor becomes @p nSrcMedia.
+ *  the processor becomes @p nSrcMedia. Result 0 means that the files are on the disk, readable for their owner alone.
+ *  When a copy fails, the files that were there before come back. While it is under way their contents are noted in a
+ *  file beside them, whose name ends in ".undo": of a process that is killed it stays, and the next copy to the same
+ *  place undoes what that one began.
  *  @param nSrcMedia     medium of the entry: 1 or 2
  *  @param nTargetMedia  1 the user's home folder; 2 a removable disk
  *  @param szTargetPath  folder for medium 2
@@ -180,7 +183,9 @@ SIGIL_EXPORT int CLP_CopyforSetData(void* hCLP, char* pSignCert, int nSignCertLe
 SIGIL_EXPORT int CLP_CopyCertToDISK(void* hCLP, int nTargetMedia, char* szTargetPath, char* szPassword);
 
 /** Deletes an entry's files. The first entry of a list (index 0) cannot be deleted: 1001. The list itself stays as it
- *  is until it is built again.
+ *  is until it is built again. A wrong password and a folder that keeps its files are told before anything is deleted;
+ *  what the toolkit has deleted before it fails stays deleted. When the process is killed meanwhile, the next listing
+ *  or deletion brings the files back from a note beside them, whose name ends in ".undo".
  *  @param szPin       PIN of a token medium; not looked at on media 1 and 2
  *  @param szPassword  certificate password
  *  @return 0; 1008; 1001; 1005 medium 7; 1113; 1125 */

@@ -1,0 +1,322 @@
+#include "certlist/undoable_files.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cctype>
+#include <cerrno>
+#include <cstdint>
+#include <cstring>
+#include <memory>
+#include <optional>
+#include <string_view>
+
+namespace sigil {
+
+namespace {
+
+// Short, so that every name that a file may have has room for them.
+constexpr char notesEnding[] = ".undo";
+constexpr char draftEnding[] = ".und~";
+
+constexpr std::string_view notesBegin = "changed pairs\n";
+constexpr mode_t ownerOnly = S_IRUSR | S_IWUSR;
+constexpr off_t longestFile = 1 << 20; ///< much longer than any certificate or key
+
+/** What a file held; nothing for one that was not there. */
+using Content = std::optional<std::string>;
+
+/** What a pair held. */
+struct PairContent {
+    Content certificate;
+    Content key;
+};
+
+std::string notesOf(const std::vector<PairPaths>& pairs)
+{
+    for (const PairPaths& pair : pairs)
+        for (const std::string& path : {pair.key, pair.certificate})
+            if (!path.empty())
+                return path + notesEnding;
+    return {};
+}
+
+std::string folderOf(const std::string& path)
+{
+    const std::size_t slash = path.rfind('/');
+    if (slash == path.npos)
+        return ".";
+    return slash == 0 ? "/" : path.substr(0, slash);
+}
+
+std::string_view nameOf(std::string_view path) { return path.substr(path.rfind('/') + 1); }
+
+OpenFile openFile(const std::string& path, int how)
+{
+    return OpenFile(open(path.c_str(), how | O_CLOEXEC, ownerOnly));
+}
+
+bool isGone(const std::string& path) { return path.empty() || unlink(path.c_str()) == 0 || errno == ENOENT; }
+
+/** Some file systems do not flush folders, and say so with EINVAL. */
+bool flushFolderOf(const std::string& path)
+{
+    const OpenFile folder = openFile(folderOf(path), O_RDONLY | O_DIRECTORY);
+    return folder.isOpen() && (fsync(folder.number()) == 0 || errno == EINVAL);
+}
+
+bool readAll(const OpenFile& file, std::string& bytes)
+{
+    struct stat status;
+    if (fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode) || status.st_size > 8 * longestFile)
+        return false;
+    bytes.resize(static_cast<std::size_t>(status.st_size));
+    std::size_t held = 0;
+    while (held < bytes.size()) {
+        const ssize_t n = pread(file.number(), bytes.data() + held, bytes.size() - held, static_cast<off_t>(held));
+        if (n == 0 || (n < 0 && errno != EINTR))
+            return false;
+        held += n < 0 ? 0 : static_cast<std::size_t>(n);
+    }
+    return true;
+}
+
+/** @return false when there is something that cannot be read, or that is no file of a certificate or key */
+bool readContent(const std::string& path, Content& content)
+{
+    if (path.empty())
+        return true;
+    struct stat status;
+    if (stat(path.c_str(), &status) != 0)
+        return errno == ENOENT;
+    const OpenFile file = openFile(path, O_RDONLY | O_NONBLOCK);
+    return file.isOpen() && status.st_size <= longestFile && readAll(file, content.emplace());
+}
+
+bool writeAll(const OpenFile& file, std::string_view bytes)
+{
+    while (!bytes.empty()) {
+        const ssize_t n = write(file.number(), bytes.data(), bytes.size());
+        if (n == 0 || (n < 0 && errno != EINTR))
+            return false;
+        bytes.remove_prefix(n < 0 ? 0 : static_cast<std::size_t>(n));
+    }
+    return fsync(file.number()) == 0;
+}
+
+/** True when @p path, and no other, still leads to the open file: another process may have finished with it in between. */
+bool leadsTo(const std::string& path, const OpenFile& file)
+{
+    struct stat named;
+    struct stat opened;
+    return lstat(path.c_str(), &named) == 0 && fstat(file.number(), &opened) == 0 && S_ISREG(opened.st_mode) &&
+        opened.st_nlink == 1 && named.st_ino == opened.st_ino && named.st_dev == opened.st_dev;
+}
+
+/** Locks the open file @p path. @return false when another process holds it, or has done something else with it */
+bool isOurs(const std::string& path, const OpenFile& file)
+{
+    return file.isOpen() && flock(file.number(), LOCK_EX | LOCK_NB) == 0 && leadsTo(path, file);
+}
+
+/** Makes a file as a whole: a reader finds what was there before or all of @p bytes.
+ *  @return the file, locked; none when it cannot be written or another process holds it */
+OpenFile makeWhole(const std::string& path, const std::string& draft, std::string_view bytes)
+{
+    OpenFile file = openFile(draft, O_RDWR | O_CREAT | O_NOFOLLOW);
+    if (!isOurs(draft, file))
+        return {};
+    if (ftruncate(file.number(), 0) == 0 && writeAll(file, bytes) && rename(draft.c_str(), path.c_str()) == 0)
+        return file;
+    unlink(draft.c_str());
+    return {};
+}
+
+bool putBack(const std::string& path, const Content& content)
+{
+    if (path.empty())
+        return true;
+    return content ? makeWhole(path, path + draftEnding, *content).isOpen() : isGone(path);
+}
+
+/** Keys go first and come last, so that none stands beside another's certificate. */
+bool putBack(const std::vector<PairPaths>& pairs, const std::vector<PairContent>& contents)
+{
+    bool done = true;
+    for (std::size_t i = 0; i < contents.size(); ++i)
+        done = isGone(pairs[i].key) && done;
+    for (std::size_t i = 0; done && i < contents.size(); ++i)
+        done = putBack(pairs[i].certificate, contents[i].certificate);
+    for (std::size_t i = 0; done && i < contents.size(); ++i)
+        done = putBack(pairs[i].key, contents[i].key);
+    return done;
+}
+
+void note(std::string& notes, const Content& content)
+{
+    const std::int64_t length = content ? static_cast<std::int64_t>(content->size()) : -1;
+    notes.append(reinterpret_cast<const char*>(&length), sizeof length).append(content.value_or(""));
+}
+
+/** Takes one content off the front of @p notes. */
+bool takeNote(std::string_view& notes, Content& content)
+{
+    std::int64_t length = 0;
+    if (notes.size() < sizeof length)
+        return false;
+    std::memcpy(&length, notes.data(), sizeof length);
+    notes.remove_prefix(sizeof length);
+    if (length < 0)
+        return length == -1;
+    if (static_cast<std::uint64_t>(length) > notes.size())
+        return false;
+    content = notes.substr(0, static_cast<std::size_t>(length));
+    notes.remove_prefix(static_cast<std::size_t>(length));
+    return true;
+}
+
+/** Nothing for notes that are none, or of more pairs than are known. */
+std::optional<std::vector<PairContent>> readNotes(std::string_view notes, std::size_t most)
+{
+    if (notes.substr(0, notesBegin.size()) != notesBegin)
+        return std::nullopt;
+    notes.remove_prefix(notesBegin.size());
+    std::vector<PairContent> contents;
+    while (!notes.empty()) {
+        PairContent& pair = contents.emplace_back();
+        if (contents.size() > most || !takeNote(notes, pair.certificate) || !takeNote(notes, pair.key))
+            return std::nullopt;
+    }
+    return contents;
+}
+
+/** "NAME.XXXXXX", as mkstemp forms it: what toolkits write before they put it in place of the file NAME. */
+bool isTemporaryOf(std::string_view file, std::string_view name)
+{
+    constexpr std::size_t letters = 6;
+    return name.size() == file.size() + 1 + letters && name.substr(0, file.size()) == file &&
+        name[file.size()] == '.' &&
+        std::all_of(name.end() - letters, name.end(), [](unsigned char c) { return std::isalnum(c) != 0; });
+}
+
+/** Deletes what a killed operation had not put in place yet. What is older than its notes is not its own. */
+void deleteTemporaries(const std::string& path, const timespec& since)
+{
+    const std::unique_ptr<DIR, int (*)(DIR*)> folder(
+        path.empty() ? nullptr : opendir(folderOf(path).c_str()), closedir);
+    if (!folder)
+        return;
+    while (const dirent* item = readdir(folder.get())) {
+        struct stat status;
+        if (!isTemporaryOf(nameOf(path), item->d_name) ||
+            fstatat(dirfd(folder.get()), item->d_name, &status, AT_SYMLINK_NOFOLLOW) != 0)
+            continue;
+        const bool later = status.st_mtim.tv_sec > since.tv_sec ||
+            (status.st_mtim.tv_sec == since.tv_sec && status.st_mtim.tv_nsec >= since.tv_nsec);
+        if (S_ISREG(status.st_mode) && later)
+            unlinkat(dirfd(folder.get()), item->d_name, 0);
+    }
+}
+
+} // namespace
+
+OpenFile::~OpenFile()
+{
+    if (m_number >= 0)
+        close(m_number);
+}
+
+UndoableFiles::UndoableFiles(std::vector<PairPaths> pairs)
+    : m_pairs(std::move(pairs))
+{
+}
+
+UndoableFiles::~UndoableFiles()
+{
+    if (!m_lock.isOpen())
+        return;
+    m_lock = OpenFile();
+    try {
+        undoInterrupted(m_pairs);
+    } catch (const std::bad_alloc&) { // the notes stay for the next operation
+    }
+}
+
+bool UndoableFiles::begin()
+{
+    m_notes = notesOf(m_pairs);
+    if (m_notes.empty())
+        return true;
+    undoInterrupted(m_pairs);
+    std::string notes(notesBegin);
+    for (const PairPaths& pair : m_pairs) {
+        PairContent content;
+        if (!readContent(pair.certificate, content.certificate) || !readContent(pair.key, content.key))
+            return false;
+        note(notes, content.certificate);
+        note(notes, content.key);
+    }
+    struct stat status;
+    if (lstat(m_notes.c_str(), &status) == 0) // of another process, or what could not be put back
+        return false;
+    const std::string draft = m_notes.substr(0, m_notes.size() - std::strlen(notesEnding)) + draftEnding;
+    m_lock = makeWhole(m_notes, draft, notes);
+    return m_lock.isOpen() && flushFolderOf(m_notes);
+}
+
+bool UndoableFiles::removeKeys()
+{
+    const auto removed = [](const PairPaths& pair) { return isGone(pair.key); };
+    return std::all_of(m_pairs.begin(), m_pairs.end(), removed) && (m_notes.empty() || flushFolderOf(m_notes));
+}
+
+bool UndoableFiles::keep()
+{
+    for (const PairPaths& pair : m_pairs)
+        for (const std::string& path : {pair.certificate, pair.key}) {
+            const OpenFile file = path.empty() ? OpenFile() : openFile(path, O_RDONLY | O_NONBLOCK | O_NOFOLLOW);
+            if (!file.isOpen())
+                continue;
+            fchmod(file.number(), ownerOnly); // not every file system knows owners
+            if (fsync(file.number()) != 0)
+                return false;
+        }
+    return std::all_of(m_pairs.begin(), m_pairs.end(),
+               [](const PairPaths& pair) { return pair.certificate.empty() || flushFolderOf(pair.certificate); }) &&
+        letGo();
+}
+
+bool UndoableFiles::letGo()
+{
+    if (!m_lock.isOpen())
+        return true;
+    if (!isGone(m_notes))
+        return false;
+    m_lock = OpenFile();
+    return flushFolderOf(m_notes);
+}
+
+bool UndoableFiles::undoInterrupted(const std::vector<PairPaths>& pairs)
+{
+    const std::string path = notesOf(pairs);
+    const OpenFile file = path.empty() ? OpenFile() : openFile(path, O_RDWR | O_NOFOLLOW | O_NONBLOCK);
+    if (!isOurs(path, file))
+        return false;
+    std::string notes;
+    struct stat status;
+    if (!readAll(file, notes) || fstat(file.number(), &status) != 0)
+        return false;
+    const auto contents = readNotes(notes, pairs.size());
+    if (!contents || !putBack(pairs, *contents))
+        return false;
+    for (const PairPaths& pair : pairs)
+        for (const std::string& changed : {pair.certificate, pair.key})
+            deleteTemporaries(changed, status.st_mtim);
+    return flushFolderOf(path) && isGone(path) && flushFolderOf(path);
+}
+
+} // namespace sigil

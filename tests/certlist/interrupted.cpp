@@ -1,0 +1,148 @@
+#include "tests/certlist/interrupted.h"
+
+#include <fcntl.h>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <sys/mman.h>
+#include <sys/prctl.h>
+#include <sys/ptrace.h>
+#include <sys/syscall.h>
+#include <sys/user.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstddef>
+#include <stdexcept>
+#include <vector>
+
+#ifndef __x86_64__
+#error "the registers of a traced process are those of x86-64"
+#endif
+
+namespace {
+
+/** System calls that change files; of opening only what may write, which registers tell. */
+constexpr unsigned changing[] = {SYS_open, SYS_openat, SYS_creat, SYS_write, SYS_pwrite64, SYS_writev, SYS_fsync,
+    SYS_fdatasync, SYS_rename, SYS_renameat, SYS_renameat2, SYS_unlink, SYS_unlinkat, SYS_mkdir, SYS_mkdirat,
+    SYS_rmdir, SYS_truncate, SYS_ftruncate, SYS_chmod, SYS_fchmod, SYS_fchmodat, SYS_link, SYS_symlink};
+
+bool changesFiles(const user_regs_struct& registers)
+{
+    constexpr unsigned long long writing = O_WRONLY | O_RDWR | O_CREAT | O_TRUNC;
+    if (registers.orig_rax == SYS_openat)
+        return (registers.rdx & writing) != 0;
+    if (registers.orig_rax == SYS_open)
+        return (registers.rsi & writing) != 0;
+    return true;
+}
+
+/** Has the process stop at these calls alone: to stop at every call takes the system many times as long. */
+bool stopAtChangingCalls()
+{
+    std::vector<sock_filter> program{BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr))};
+    for (unsigned call : changing) {
+        program.push_back(BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, call, 0, 1));
+        program.push_back(BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_TRACE));
+    }
+    program.push_back(BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW));
+    const sock_fprog filter{static_cast<unsigned short>(program.size()), program.data()};
+    return prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 && prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter) == 0;
+}
+
+[[noreturn]] void runTraced(const std::function<int()>& operation, int* code)
+{
+    if (ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0)
+        _exit(1);
+    raise(SIGSTOP);
+    if (!stopAtChangingCalls())
+        _exit(1);
+    *code = operation();
+    _exit(0);
+}
+
+class Traced {
+public:
+    explicit Traced(pid_t process)
+        : m_process(process)
+    {
+        wait();
+        if (!WIFSTOPPED(m_status) ||
+            ptrace(PTRACE_SETOPTIONS, process, nullptr, PTRACE_O_TRACESECCOMP | PTRACE_O_EXITKILL) != 0)
+            throw std::runtime_error("processes cannot be traced");
+    }
+
+    /** Goes on to the next call that may change files. @return false when the process has ended */
+    bool goOn()
+    {
+        constexpr int atCall = SIGTRAP | PTRACE_EVENT_SECCOMP << 8;
+        int signal = 0;
+        do {
+            ptrace(PTRACE_CONT, m_process, nullptr, signal);
+            wait();
+            signal = WIFSTOPPED(m_status) ? WSTOPSIG(m_status) : 0;
+        } while (WIFSTOPPED(m_status) && m_status >> 8 != atCall);
+        return WIFSTOPPED(m_status);
+    }
+    user_regs_struct registers() const
+    {
+        user_regs_struct found{};
+        ptrace(PTRACE_GETREGS, m_process, nullptr, &found);
+        return found;
+    }
+    void setRegisters(user_regs_struct& registers) const { ptrace(PTRACE_SETREGS, m_process, nullptr, &registers); }
+    void kill()
+    {
+        ::kill(m_process, SIGKILL);
+        wait();
+    }
+    bool exitedWell() const { return WIFEXITED(m_status) && WEXITSTATUS(m_status) == 0; }
+
+private:
+    void wait() { waitpid(m_process, &m_status, 0); }
+
+    pid_t m_process;
+    int m_status = 0;
+};
+
+/** Has the call that the process is about to make fail. */
+void failCall(const Traced& process, int error)
+{
+    constexpr unsigned long long noCall = ~0ULL;
+    user_regs_struct registers = process.registers();
+    registers.orig_rax = noCall;
+    registers.rax = static_cast<unsigned long long>(-static_cast<long long>(error));
+    process.setRegisters(registers);
+}
+
+} // namespace
+
+Ending runWith(const Misfortune& misfortune, const std::function<int()>& operation)
+{
+    static int* const code =
+        static_cast<int*>(mmap(nullptr, sizeof(int), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
+    *code = 0;
+    const pid_t child = fork();
+    if (child == 0)
+        runTraced(operation, code);
+    Traced process(child);
+    Ending ending{false, 0, 0};
+    while (process.goOn()) {
+        if (!changesFiles(process.registers()))
+            continue;
+        ++ending.calls;
+        const bool due = misfortune.call > 0 &&
+            (ending.calls == misfortune.call || (misfortune.fromThereOn && ending.calls > misfortune.call));
+        if (due && misfortune.error == 0) {
+            process.kill();
+            return ending;
+        }
+        if (due)
+            failCall(process, misfortune.error);
+    }
+    if (!process.exitedWell())
+        throw std::runtime_error("the operation crashed");
+    ending.finished = true;
+    ending.code = *code;
+    return ending;
+}
