@@ -1,8 +1,7 @@
 #include "certlist/issuer_table.h"
 
 #include "foundation/ascii.h"
-
-#include <sigildesk/profile.h>
+#include "foundation/profile_file.h"
 
 #include <algorithm>
 #include <utility>
@@ -11,27 +10,20 @@ namespace sigil {
 
 namespace {
 
-std::string lookup(const std::string& section, const char* key, const char* path)
-{
-    char value[260];
-    char noDefault[] = "";
-    // The profile reader takes its texts as plain pointers and only reads them.
-    FileGetPrivateProfileString(const_cast<char*>(section.c_str()), const_cast<char*>(key), noDefault, value,
-        sizeof value, const_cast<char*>(path));
-    return value;
-}
+constexpr std::size_t longestText = 259;
+
+std::string shortText(std::string_view text) { return std::string(text.substr(0, longestText)); }
 
 } // namespace
 
 const char* IssuerTable::read(const char* path)
 {
-    char section[] = "Info_count";
-    char key[] = "Issuer_Info";
-    const int count = FileGetPrivateProfileInt(section, key, 0, const_cast<char*>(path));
+    const ProfileFile file(path);
+    const int count = toInt(std::string(file.value("Info_count", "Issuer_Info")).c_str());
     m_rows.clear();
     for (int i = 1; i <= count; ++i) {
         const std::string issuer = "Issuer_Info" + std::to_string(i);
-        Row row{lookup(issuer, "cn", path), lookup(issuer, "name", path)};
+        Row row{shortText(file.value(issuer, "cn")), shortText(file.value(issuer, "name"))};
         // The misspelt words are those that readers of the log look for.
         if (row.cn.empty())
             return "read fail( Isser_info,cn info)";

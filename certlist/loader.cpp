@@ -43,6 +43,12 @@ int Loader::SetInitalize()
     return rc != success ? rc : SetIssuerNameList();
 }
 
+void Loader::shareNames(const Loader& other)
+{
+    m_policies = other.m_policies;
+    m_issuers = other.m_issuers;
+}
+
 int Loader::SetPolicyIDNameList()
 {
     CBinary content;

@@ -34,6 +34,8 @@ public:
     /** Reads the policy names and then the issuer names.
      *  @return 0; 1100; 1102 */
     int SetInitalize();
+    /** Takes over the names that another loader of the same language and folder has just read. */
+    void shareNames(const Loader& other);
     /** @return 0; 1100 the policy file does not open; 1102 it is empty or cannot be read */
     int SetPolicyIDNameList();
     /** Fills the table of policy names from the contents of the policy file. */

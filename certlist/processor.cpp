@@ -82,12 +82,14 @@ void CCertListProcInterface::readLogPath()
 
 int CCertListProcInterface::initLoaders(int nToolkitType)
 {
-    for (Loader* loader : {static_cast<Loader*>(m_pLoadDisk.get()), static_cast<Loader*>(m_pLoadMemory.get()),
-             static_cast<Loader*>(m_pLoadExtra.get())}) {
+    m_pLoadDisk->bind(nToolkitType, m_hToolkit, szLogPath);
+    const int rc = m_pLoadDisk->SetInitalize();
+    if (rc != success)
+        return rc;
+    // Their settings are the same files, which are not read three times.
+    for (Loader* loader : {static_cast<Loader*>(m_pLoadMemory.get()), static_cast<Loader*>(m_pLoadExtra.get())}) {
         loader->bind(nToolkitType, m_hToolkit, szLogPath);
-        const int rc = loader->SetInitalize();
-        if (rc != success)
-            return rc;
+        loader->shareNames(*m_pLoadDisk);
     }
     bInitDone = 1;
     return success;

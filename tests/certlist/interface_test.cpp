@@ -2,11 +2,14 @@
 
 #include "tests/certlist/scripted.h"
 
+#include <sys/inotify.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cstdio>
 #include <cstring>
 #include <functional>
+#include <map>
 
 namespace fs = std::filesystem;
 
@@ -333,6 +336,27 @@ TEST_F(Interface, SecondInitalizeOpensTheToolkitAgain)
     TemporaryFolder empty;
     EXPECT_EQ(CLP_Initalize(&clp, nullptr, 0, 1, empty.chars()), 1010);
     EXPECT_EQ(CLP_Initalize(&clp, nullptr, 2, 1, Text(library.string())), 1007);
+}
+
+TEST_F(Interface, EverySettingsFileIsReadOnce)
+{
+    std::string issuers = "[Info_count]\nIssuer_Info=38\n";
+    for (int i = 1; i <= 38; ++i)
+        issuers += "[Issuer_Info" + std::to_string(i) + "]\ncn=a\nname=b\n";
+    writeFile(library / "Issuer_KOR.conf", issuers);
+    const int watch = inotify_init1(IN_NONBLOCK);
+    ASSERT_GE(inotify_add_watch(watch, library.c_str(), IN_OPEN), 0);
+    start();
+    std::map<std::string, int> opened;
+    alignas(inotify_event) char events[64 * 1024];
+    for (ssize_t at = 0, size = read(watch, events, sizeof events); at < size;) {
+        const auto* event = reinterpret_cast<const inotify_event*>(events + at);
+        ++opened[event->len ? event->name : ""];
+        at += static_cast<ssize_t>(sizeof *event + event->len);
+    }
+    close(watch);
+    EXPECT_EQ(opened["Policy_KOR.conf"], 1);
+    EXPECT_EQ(opened["Issuer_KOR.conf"], 1);
 }
 
 TEST_F(Interface, EnglishSettings)
