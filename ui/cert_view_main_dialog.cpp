@@ -3,6 +3,7 @@
 #include "foundation/text_field.h"
 #include "ui/cert_view_detail_form.h"
 #include "ui/cert_view_normal_form.h"
+#include "ui/contrast.h"
 #include "ui/dialog_support.h"
 #include "ui/language_texts.h"
 #include "ui_cert_view_main_dialog.h"
@@ -13,6 +14,7 @@ CertViewMainDialog::CertViewMainDialog(QWidget* parent)
 {
     m_Form->setupUi(this);
     sigil::letReturnPressButtons(this);
+    sigil::makeSelectionsReadable(this);
     m_NormalForm = new CertViewNormalForm(m_Form->tab_normal); // a widget belongs to its parent
     m_DetailForm = new CertViewDetailForm(m_Form->tab_detail);
     // The pages were made last; the Tab key reaches them before the buttons below all the same.

@@ -1,5 +1,7 @@
 #include "ui/media_button_style.h"
 
+#include "ui/contrast.h"
+
 #include <QIcon>
 #include <QPainter>
 #include <QStyleOptionButton>
@@ -24,20 +26,37 @@ QFont fittingFont(QFont font, const QRect& part, const QString& text)
     return font;
 }
 
+QIcon::Mode modeOf(const QStyleOptionButton& option)
+{
+    return option.state & QStyle::State_Enabled ? QIcon::Normal : QIcon::Disabled;
+}
+
+/** What is under the text: the picture's empty part, or the button where there is no picture. */
+QColor groundOf(const QStyleOptionButton& option)
+{
+    const QColor button = option.palette.color(QPalette::Button);
+    const QImage picture = option.icon.pixmap(option.iconSize, modeOf(option), QIcon::On).toImage();
+    if (picture.isNull())
+        return button;
+    const QColor over = picture.pixelColor(picture.width() / 2, picture.height() * 7 / 8);
+    return mixed(over, button, over.alphaF());
+}
+
 void drawPicture(const QStyleOptionButton& option, QPainter* painter, const QRect& button)
 {
-    const auto mode = option.state & QStyle::State_Enabled ? QIcon::Normal : QIcon::Disabled;
     QRect place(QPoint(), option.iconSize);
     place.moveCenter(button.center());
-    option.icon.paint(painter, place, Qt::AlignCenter, mode, QIcon::On);
+    option.icon.paint(painter, place, Qt::AlignCenter, modeOf(option), QIcon::On);
 }
 
 void drawText(const QStyle& style, const QStyleOptionButton& option, QPainter* painter, const QRect& button)
 {
     const QRect part = textPart(button);
     painter->setFont(fittingFont(painter->font(), part, option.text));
-    style.drawItemText(painter, part, Qt::AlignCenter | Qt::TextWordWrap, option.palette,
-        option.state & QStyle::State_Enabled, option.text, QPalette::ButtonText);
+    // Not the desktop's colour of texts: the pictures are light on a dark desktop too.
+    painter->setPen(inkOn(groundOf(option), option.state & QStyle::State_Enabled));
+    style.drawItemText(
+        painter, part, Qt::AlignCenter | Qt::TextWordWrap, option.palette, true, option.text, QPalette::NoRole);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "foundation/text_field.h"
 #include "ui/caps_lock_hint.h"
+#include "ui/contrast.h"
 #include "ui/dialog_support.h"
 #include "ui/language_texts.h"
 #include "ui_password_dialog.h"
@@ -12,6 +13,7 @@ PasswordDialog::PasswordDialog(QWidget* parent)
 {
     m_Form->setupUi(this);
     sigil::letReturnPressButtons(this);
+    sigil::makeSelectionsReadable(this);
     new sigil::CapsLockHint(m_Form->lineEdit_password, [this](bool on) { ShowTitle(on); }); // owned by the field
 }
 

@@ -1,6 +1,7 @@
 #include "ui/removeable_dialog.h"
 
 #include "foundation/text_field.h"
+#include "ui/contrast.h"
 #include "ui/dialog_support.h"
 #include "ui/language_texts.h"
 #include "ui_removeable_dialog.h"
@@ -43,6 +44,7 @@ RemoveableDialog::RemoveableDialog(QWidget* parent)
 {
     m_Form->setupUi(this);
     sigil::letReturnPressButtons(this);
+    sigil::makeSelectionsReadable(this);
     m_Form->label_text->setFocus();
     m_Form->label_text->installEventFilter(this);
     m_Form->tableView_remobable->installEventFilter(this);

@@ -3,6 +3,7 @@
 #include "foundation/text_field.h"
 #include "ui/caps_lock_hint.h"
 #include "ui/cert_view_main_dialog.h"
+#include "ui/contrast.h"
 #include "ui/dialog_support.h"
 #include "ui/language_texts.h"
 #include "ui/password_buffer.h"
@@ -38,6 +39,7 @@ SelectCertDialog::SelectCertDialog(QWidget* parent)
     , m_Logo(m_Form->label_logo)
 {
     sigil::letReturnPressButtons(this);
+    sigil::makeSelectionsReadable(this);
     // OK is not the default button, and Qt would mark Cancel as what Return does. The hidden one takes that mark.
     auto* unmarked = new QPushButton(this);
     unmarked->hide();
