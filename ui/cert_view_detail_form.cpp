@@ -3,6 +3,7 @@
 #include "foundation/text_field.h"
 #include "ui/dialog_support.h"
 #include "ui/language_texts.h"
+#include "ui/large_type.h"
 #include "ui_cert_view_detail_form.h"
 
 #include <QItemSelectionModel>
@@ -53,6 +54,7 @@ CertViewDetailForm::CertViewDetailForm(QWidget* parent)
     , m_Form(std::make_unique<Ui_CertViewDetailForm>())
 {
     m_Form->setupUi(this);
+    sigil::fitForm(this);
 }
 
 CertViewDetailForm::~CertViewDetailForm() = default;
@@ -72,6 +74,7 @@ void CertViewDetailForm::InitSetControl()
     m_Model.clear();
     m_Model.setHorizontalHeaderLabels(
         {texts.ui("DLG_CERVIEWDETAIL_LISTFIELD"), texts.ui("DLG_CERVIEWDETAIL_LISTCONTENTS")});
+    sigil::tipHeaders(m_Model);
     if (m_Entry) {
         int row = 0;
         for (const DetailRow& detail : detailRows)
@@ -80,8 +83,8 @@ void CertViewDetailForm::InitSetControl()
     }
     sigil::showWholeRows(list);
     list->setModel(&m_Model);
-    list->setColumnWidth(0, 95);
-    list->setColumnWidth(1, 175);
+    list->setColumnWidth(0, sigil::scaled(list, 95));
+    list->setColumnWidth(1, sigil::scaled(list, 175));
     connect(list->selectionModel(), &QItemSelectionModel::selectionChanged, this,
         &CertViewDetailForm::on_tableViewSelection, Qt::UniqueConnection);
     list->setAccessibleName(texts.ui("DLG_CERVIEWMAIN_TABDETAIL"));

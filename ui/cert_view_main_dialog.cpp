@@ -6,6 +6,7 @@
 #include "ui/contrast.h"
 #include "ui/dialog_support.h"
 #include "ui/language_texts.h"
+#include "ui/large_type.h"
 #include "ui_cert_view_main_dialog.h"
 
 CertViewMainDialog::CertViewMainDialog(QWidget* parent)
@@ -13,6 +14,7 @@ CertViewMainDialog::CertViewMainDialog(QWidget* parent)
     , m_Form(std::make_unique<Ui_CertViewMainDialog>())
 {
     m_Form->setupUi(this);
+    sigil::fitForm(this);
     sigil::letReturnPressButtons(this);
     sigil::makeSelectionsReadable(this);
     m_NormalForm = new CertViewNormalForm(m_Form->tab_normal); // a widget belongs to its parent

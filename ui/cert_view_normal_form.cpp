@@ -4,6 +4,7 @@
 #include "ui/cert_records.h"
 #include "ui/dialog_support.h"
 #include "ui/language_texts.h"
+#include "ui/large_type.h"
 #include "ui_cert_view_normal_form.h"
 
 #include <sigildesk/certlist.h>
@@ -63,6 +64,7 @@ CertViewNormalForm::CertViewNormalForm(QWidget* parent)
     , m_Form(std::make_unique<Ui_CertViewNormalForm>())
 {
     m_Form->setupUi(this);
+    sigil::fitForm(this);
     m_Form->listView->setModel(&m_KeyUsages);
 }
 
@@ -129,7 +131,7 @@ void CertViewNormalForm::SetCertStatus(int)
     const Status& status = statuses[static_cast<int>(validity)];
     const QPixmap image(status.image);
     if (!image.isNull())
-        m_Form->label_certimage->setPixmap(image);
+        m_Form->label_certimage->setPixmap(sigil::scaled(this, image));
     ShowStatus(sigil::LanguageTexts(m_Util, m_szLangFile).ui(status.textKey));
 }
 
@@ -163,7 +165,8 @@ void CertViewNormalForm::ShowFailure(const char* error)
     const QString forUser = partForUser(cause);
     const QString message = failed + "\n(" + texts.message("MSG_CERTVERIFY_DETAILMSG") + " : " +
         (cause.contains(forUserMark) ? forUser : cause) + ")";
-    m_Form->label_certimage->setPixmap(QPixmap(refusedImage)); // a green tick would say the opposite of the text
+    m_Form->label_certimage->setPixmap(
+        sigil::scaled(this, QPixmap(refusedImage))); // a green tick would say the opposite of the text
     ShowStatus(cause.contains(forUserMark) ? forUser : failed);
     sigil::showInformation(this, QString(), QString::fromStdString(sigil::toUtf8(message, most)));
 }

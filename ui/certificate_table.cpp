@@ -4,6 +4,7 @@
 #include "ui/cert_records.h"
 #include "ui/dialog_support.h"
 #include "ui/language_texts.h"
+#include "ui/large_type.h"
 #include "ui/row_description.h"
 
 #include <QItemSelectionModel>
@@ -37,8 +38,9 @@ void CertificateTable::setColumns(const LanguageTexts& texts)
     for (const Column& column : columns)
         headers << texts.ui(column.headerKey);
     m_model.setHorizontalHeaderLabels(headers);
+    tipHeaders(m_model);
     for (int i = 0; i < headers.size(); ++i)
-        m_view->setColumnWidth(i, columns[i].width);
+        m_view->setColumnWidth(i, scaled(m_view, columns[i].width));
     m_view->setFont(m_font);
 }
 

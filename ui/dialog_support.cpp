@@ -63,6 +63,13 @@ QString toolTipOf(const QString& text)
     return text.isEmpty() ? QString() : Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal);
 }
 
+void tipHeaders(QAbstractItemModel& model)
+{
+    for (int column = 0; column < model.columnCount(); ++column)
+        model.setHeaderData(column, Qt::Horizontal, toolTipOf(model.headerData(column, Qt::Horizontal).toString()),
+            Qt::ToolTipRole);
+}
+
 void announce(QWidget* widget, const QString& text)
 {
     widget->setAccessibleDescription(text);

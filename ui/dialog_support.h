@@ -11,6 +11,7 @@
 #include <functional>
 #include <string_view>
 
+class QAbstractItemModel;
 class QDialog;
 class QKeyEvent;
 class QLineEdit;
@@ -34,6 +35,9 @@ void letReturnPressButtons(QDialog* dialog);
 
 /** A tooltip that shows @p text as it is, line by line, whatever markup a certificate holds. */
 QString toolTipOf(const QString& text);
+
+/** Gives the headers of a table tooltips with their texts, which a narrow column cuts. */
+void tipHeaders(QAbstractItemModel& model);
 
 /** Has a screen reader say @p text, which @p widget shows from now on, wherever the keyboard is. */
 void announce(QWidget* widget, const QString& text);

@@ -1,6 +1,7 @@
 #include "ui/media_button_style.h"
 
 #include "ui/contrast.h"
+#include "ui/large_type.h"
 
 #include <QIcon>
 #include <QPainter>
@@ -12,12 +13,16 @@ namespace sigil {
 namespace {
 
 /** The lower part of the button, inside the picture's frame. */
-QRect textPart(const QRect& button) { return button.adjusted(4, 36, -4, -5); }
+QRect textPart(const QWidget& button)
+{
+    const auto longer = [&](int length) { return scaled(&button, length); };
+    return button.rect().adjusted(longer(4), longer(36), -longer(4), -longer(5));
+}
 
 /** The largest font, down to hardly readable, in which @p text stays inside @p part. */
-QFont fittingFont(QFont font, const QRect& part, const QString& text)
+QFont fittingFont(QFont font, const QWidget& button, const QRect& part, const QString& text)
 {
-    for (int pixels = 11; pixels >= 7; --pixels) {
+    for (int pixels = scaled(&button, 11); pixels >= scaled(&button, 7); --pixels) {
         font.setPixelSize(pixels);
         const QRect needed = QFontMetrics(font).boundingRect(part, Qt::AlignCenter | Qt::TextWordWrap, text);
         if (part.contains(needed))
@@ -49,10 +54,10 @@ void drawPicture(const QStyleOptionButton& option, QPainter* painter, const QRec
     option.icon.paint(painter, place, Qt::AlignCenter, modeOf(option), QIcon::On);
 }
 
-void drawText(const QStyle& style, const QStyleOptionButton& option, QPainter* painter, const QRect& button)
+void drawText(const QStyle& style, const QStyleOptionButton& option, QPainter* painter, const QWidget& button)
 {
     const QRect part = textPart(button);
-    painter->setFont(fittingFont(painter->font(), part, option.text));
+    painter->setFont(fittingFont(painter->font(), button, part, option.text));
     // Not the desktop's colour of texts: the pictures are light on a dark desktop too.
     painter->setPen(inkOn(groundOf(option), option.state & QStyle::State_Enabled));
     style.drawItemText(
@@ -71,7 +76,7 @@ void MediaButtonStyle::drawControl(
     }
     painter->save();
     drawPicture(*button, painter, widget->rect());
-    drawText(*this, *button, painter, widget->rect());
+    drawText(*this, *button, painter, *widget);
     painter->restore();
 }
 

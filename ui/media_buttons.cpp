@@ -1,6 +1,7 @@
 #include "ui/media_buttons.h"
 
 #include "ui/language_texts.h"
+#include "ui/large_type.h"
 #include "ui/media_button_style.h"
 #include "ui_select_cert_dialog.h"
 
@@ -56,10 +57,11 @@ void MediaButtons::SetButtonImage(int state, int bit, int language, const Langua
         return;
     QPushButton* button = m_form.*media->button;
     QIcon icon;
-    icon.addPixmap(QPixmap(imagePath(media->image, state, language)), QIcon::Normal, QIcon::On);
+    icon.addPixmap(scaled(button, QPixmap(imagePath(media->image, state, language))), QIcon::Normal, QIcon::On);
     button->setText(texts.ui(media->textKey));
+    button->setToolTip(button->text());
     button->setIcon(icon);
-    button->setIconSize(state == 2 ? QSize(52, 62) : QSize(50, 60));
+    button->setIconSize(scaled(button, state == 2 ? QSize(52, 62) : QSize(50, 60)));
     button->setEnabled(state == 1 || state == 2);
 }
 

@@ -5,6 +5,7 @@
 #include "ui/contrast.h"
 #include "ui/dialog_support.h"
 #include "ui/language_texts.h"
+#include "ui/large_type.h"
 #include "ui_password_dialog.h"
 
 PasswordDialog::PasswordDialog(QWidget* parent)
@@ -12,6 +13,7 @@ PasswordDialog::PasswordDialog(QWidget* parent)
     , m_Form(std::make_unique<Ui_PasswordDialog>())
 {
     m_Form->setupUi(this);
+    sigil::fitForm(this);
     sigil::letReturnPressButtons(this);
     sigil::makeSelectionsReadable(this);
     new sigil::CapsLockHint(m_Form->lineEdit_password, [this](bool on) { ShowTitle(on); }); // owned by the field

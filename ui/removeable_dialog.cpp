@@ -4,6 +4,7 @@
 #include "ui/contrast.h"
 #include "ui/dialog_support.h"
 #include "ui/language_texts.h"
+#include "ui/large_type.h"
 #include "ui_removeable_dialog.h"
 
 #include <sigildesk/certlist.h>
@@ -43,6 +44,7 @@ RemoveableDialog::RemoveableDialog(QWidget* parent)
     , m_Form(std::make_unique<Ui_RemoveableDialog>())
 {
     m_Form->setupUi(this);
+    sigil::fitForm(this);
     sigil::letReturnPressButtons(this);
     sigil::makeSelectionsReadable(this);
     m_Form->label_text->setFocus();
@@ -106,7 +108,8 @@ void RemoveableDialog::SetListItem()
     m_Model.clear();
     m_Model.setHorizontalHeaderLabels({sigil::LanguageTexts(m_Util, m_szLangFile).ui("DLG_REMOVABLE_LIST")});
     list->setModel(&m_Model);
-    list->setColumnWidth(0, 284);
+    list->setColumnWidth(0, sigil::scaled(list, 284));
+    sigil::tipHeaders(m_Model);
     for (const tagDRIVEINFO& drive : m_Drives) {
         const int row = m_Model.rowCount();
         m_Model.insertRow(row);

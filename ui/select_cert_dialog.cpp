@@ -6,6 +6,7 @@
 #include "ui/contrast.h"
 #include "ui/dialog_support.h"
 #include "ui/language_texts.h"
+#include "ui/large_type.h"
 #include "ui/password_buffer.h"
 #include "ui/password_dialog.h"
 #include "ui/removeable_dialog.h"
@@ -26,6 +27,7 @@ std::unique_ptr<Ui_SelectCertDialog> formOf(QDialog* dialog)
 {
     auto form = std::make_unique<Ui_SelectCertDialog>();
     form->setupUi(dialog);
+    sigil::fitForm(dialog);
     return form;
 }
 
@@ -290,5 +292,7 @@ void SelectCertDialog::Tell(const Outcome& outcome)
 void SelectCertDialog::ShowStatus(const QString& text)
 {
     m_Form->lineEdit_msg->setText(text);
+    m_Form->lineEdit_msg->setCursorPosition(0); // a long text shows its beginning
+    m_Form->lineEdit_msg->setToolTip(sigil::toolTipOf(text));
     sigil::announce(m_Form->lineEdit_msg, text);
 }

@@ -3,6 +3,7 @@
 #include "facade/toolkit_bytes.h"
 #include "foundation/text_field.h"
 #include "ui/language_texts.h"
+#include "ui/large_type.h"
 #include "ui/selection_options.h"
 
 #include <sigildesk/crypto/base64.h>
@@ -89,7 +90,7 @@ bool SelectionLogo::show(const QPixmap& logo)
 {
     if (logo.isNull())
         return false;
-    m_label->setPixmap(logo);
+    m_label->setPixmap(scaled(m_label, logo));
     return true;
 }
 

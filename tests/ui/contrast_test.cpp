@@ -85,11 +85,13 @@ protected:
     {
         auto& table = driver::find<QTableView>(window, name);
         for (int row = 0; row < 2; ++row)
-            expectReadable(window, *table.viewport(), table.visualRect(table.model()->index(row, 0)).adjusted(2, 2, -2, -2),
+            expectReadable(window, *table.viewport(),
+                table.visualRect(table.model()->index(row, 0)).adjusted(2, 2, -2, -2),
                 QString("%1 row %2").arg(name).arg(row));
         const QHeaderView* header = table.horizontalHeader();
         expectReadable(window, *header->viewport(),
-            QRect(header->sectionViewportPosition(0) + 3, 3, header->sectionSize(0) - 6, header->height() - 6), name);
+            QRect(header->sectionViewportPosition(0) + 3, 3, header->sectionSize(0) - 6, header->height() - 6),
+            name);
     }
     void expectReadableTexts(QWidget& window)
     {
