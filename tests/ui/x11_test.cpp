@@ -1,48 +1,12 @@
 // One run on a real X server, which the program starts itself: keys and clicks come from outside, through the server.
 
+#include "tests/ui/background.h"
 #include "tests/ui/fixture.h"
 
 #include <QGroupBox>
 #include <QProcess>
 
-#include <array>
-#include <csignal>
-#include <cstdlib>
-#include <unistd.h>
-
 namespace {
-
-/** A virtual X server; ends with the program. */
-class VirtualServer {
-public:
-    VirtualServer()
-    {
-        std::array<int, 2> display{};
-        if (pipe(display.data()) != 0)
-            qFatal("no pipe");
-        m_process = fork();
-        if (m_process == 0) {
-            const std::string fd = std::to_string(display[1]);
-            execlp("Xvfb", "Xvfb", "-displayfd", fd.c_str(), "-screen", "0", "1024x768x24", "-nolisten", "tcp",
-                nullptr);
-            _exit(127);
-        }
-        close(display[1]);
-        std::string number;
-        for (char c = 0; read(display[0], &c, 1) == 1 && c != '\n';)
-            number += c;
-        if (number.empty())
-            qFatal("Xvfb did not start");
-        qputenv("DISPLAY", (":" + number).c_str());
-        qputenv("QT_QPA_PLATFORM", "xcb");
-    }
-    ~VirtualServer() { kill(m_process, SIGTERM); }
-    VirtualServer(const VirtualServer&) = delete;
-    VirtualServer& operator=(const VirtualServer&) = delete;
-
-private:
-    pid_t m_process;
-};
 
 class X11Test : public SelectionTest {
 protected:
@@ -108,7 +72,7 @@ TEST_F(X11Test, ListsAgainWithAClickOnTheHardDisk)
 int main(int argc, char** argv)
 {
     testing::InitGoogleTest(&argc, argv);
-    const VirtualServer server;
+    const Background server(virtualServer());
     static QApplication* const application = std::make_unique<QApplication>(argc, argv).release(); // as in main.cpp
     Q_UNUSED(application)
     return RUN_ALL_TESTS();
