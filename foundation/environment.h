@@ -15,8 +15,6 @@ struct Environment {
     /** Home folder of the user the process runs as, from the password database; empty when there is no entry. Throws
      *  std::bad_alloc when memory runs out. */
     std::string (*homeFolder)();
-    /** The part of the password database that is a file of the machine, in the format of passwd(5). */
-    std::string passwordFile;
     /** Table of mounted file systems, in the format of getmntent(3). */
     std::string mountTable;
     /** Folder of the daily debug trace. */

@@ -6,9 +6,10 @@ source_folder=$(cd "$(dirname "$0")/../.." && pwd)
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 
-# Under the address sanitizer its runtime must be told that something is loaded in front of it.
+# Under the address sanitizer its runtime must be told that the wrapper is loaded in front of it, and the wrapper that
+# it must not bind the C library apart from the runtime.
 export ASAN_OPTIONS=verify_asan_link_order=0:detect_leaks=0${ASAN_OPTIONS:+:$ASAN_OPTIONS}
-export TMPDIR=$scratch
+export NSS_WRAPPER_DISABLE_DEEPBIND=1 TMPDIR=$scratch
 
 fail() { echo "$*" >&2; exit 1; }
 

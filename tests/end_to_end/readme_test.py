@@ -56,7 +56,9 @@ def store(folder, build_tree):
          "--state", "valid", "--format", "tsv"], check=True, capture_output=True, text=True).stdout.splitlines()
     row = dict(zip(made[0].split("\t"), made[1].split("\t")))
     (folder / "passwd").write_text(f"host:x:{os.getuid()}:0:host:{folder}/home:/bin/sh\n", encoding="utf-8")
-    preload = {"LD_PRELOAD": f"{build_tree}/lib/libother_home.so", "OTHER_HOME_PASSWD": f"{folder}/passwd",
+    (folder / "group").write_text("host:x:0:\n", encoding="utf-8")
+    preload = {"LD_PRELOAD": "libnss_wrapper.so", "NSS_WRAPPER_PASSWD": f"{folder}/passwd",
+               "NSS_WRAPPER_GROUP": f"{folder}/group", "NSS_WRAPPER_DISABLE_DEEPBIND": "1",
                "ASAN_OPTIONS": "verify_asan_link_order=0:detect_leaks=0"}
     return row, {**os.environ, **preload}
 
