@@ -4,9 +4,8 @@
  */
 #pragma once
 
-#include "facade/status.h"
-
 #include <sigildesk/binstr.h>
+#include <sigildesk/codes.h>
 
 namespace sigil {
 
@@ -23,14 +22,14 @@ struct Needs {
     {
         ((unmet = unmet || needs.met ? unmet : needs.code), ...);
     }
-    int unmet = Success;
+    int unmet = SIGIL_SUCCESS;
 };
 
 /** A text, buffer or out-pointer that must not be null. */
-inline Need need(const void* argument, int code = InvalidArgument) { return {argument != nullptr, code}; }
+inline Need need(const void* argument, int code = SIGIL_BAD_ARGUMENT) { return {argument != nullptr, code}; }
 
 /** A byte string that must hold data. A negative length counts as empty. */
-inline Need need(const BINSTR* bytes, int code = InvalidArgument)
+inline Need need(const BINSTR* bytes, int code = SIGIL_BAD_ARGUMENT)
 {
     return {bytes && bytes->pData && bytes->nLength > 0, code};
 }
@@ -39,6 +38,6 @@ inline Need need(const BINSTR* bytes, int code = InvalidArgument)
 inline Need needRecord(const BINSTR* bytes) { return need(static_cast<const void*>(bytes)); }
 
 /** A byte count of at least 1. */
-inline Need needLength(int length) { return {length > 0, InvalidArgument}; }
+inline Need needLength(int length) { return {length > 0, SIGIL_BAD_ARGUMENT}; }
 
 } // namespace sigil

@@ -44,19 +44,19 @@ int splitValidity(CGPKIWrap& library, int capacity, char* notBefore, char* notAf
 {
     ValidityText both(capacity);
     if (!both.room())
-        return NoMemory;
+        return SIGIL_NO_MEMORY;
     if (const int result = gpki(SYMBOL(GPKI_CERT_GetValidity), both.told(), both.room())(library))
         return result;
     const std::string_view text = both.text();
     const std::size_t tilde = text.find('~');
     if (tilde == std::string_view::npos || tilde == 0)
-        return InvalidArgument;
+        return SIGIL_BAD_ARGUMENT;
     // The caller's first buffer is expected to be zeroed: its date is deliberately not terminated.
     text.copy(notBefore, tilde - 1);
     const std::string_view after = text.substr(std::min(tilde + 2, text.size()));
     after.copy(notAfter, after.size());
     notAfter[after.size()] = '\0';
-    return Success;
+    return SIGIL_SUCCESS;
 }
 
 struct PublicKeyTexts {
@@ -94,7 +94,7 @@ void copyWhole(char* target, const char (&field)[N])
 }
 
 /** For pick: says only that the call may go on. */
-constexpr auto ready = [](auto&) -> int { return Success; };
+constexpr auto ready = [](auto&) -> int { return SIGIL_SUCCESS; };
 
 } // namespace
 
@@ -111,31 +111,32 @@ int CertUnLoad(void* handle)
 
 int CertGetUID(void* handle, int capacity, char* text)
 {
-    return row(handle, {need(text, MissingField)}, maker(SYMBOL(HVTK_CERT_GetUID), capacity, text),
+    return row(handle, {need(text, SIGIL_MISSING_FIELD)}, maker(SYMBOL(HVTK_CERT_GetUID), capacity, text),
         gpki(SYMBOL(GPKI_CERT_GetUID), capacity, text));
 }
 
 int CertGetVersion(void* handle, int capacity, char* text)
 {
     const auto write = [=](auto& backend) { return backend.CertGetVersion(capacity, text); };
-    return row(handle, {need(text, MissingField)}, write, write);
+    return row(handle, {need(text, SIGIL_MISSING_FIELD)}, write, write);
 }
 
 int CertGetSerialNum(void* handle, int capacity, char* text)
 {
-    return row(handle, {need(text, MissingField)}, maker(SYMBOL(HVTK_CERT_GetSerialNum), capacity, text),
+    return row(handle, {need(text, SIGIL_MISSING_FIELD)}, maker(SYMBOL(HVTK_CERT_GetSerialNum), capacity, text),
         gpki(SYMBOL(GPKI_CERT_GetSerialNum), capacity, text));
 }
 
 int CertGetSignatureAlgorithm(void* handle, int capacity, char* text)
 {
-    return row(handle, {need(text, MissingField)}, maker(SYMBOL(HVTK_CERT_GetSignatureAlgorithm), capacity, text),
+    return row(handle, {need(text, SIGIL_MISSING_FIELD)},
+        maker(SYMBOL(HVTK_CERT_GetSignatureAlgorithm), capacity, text),
         gpki(SYMBOL(GPKI_CERT_GetSignatureAlgorithm), capacity, text));
 }
 
 int CertGetIssuerName(void* handle, int capacity, char* text)
 {
-    return row(handle, {need(text, MissingField)}, maker(SYMBOL(HVTK_CERT_GetIssuerName), capacity, text),
+    return row(handle, {need(text, SIGIL_MISSING_FIELD)}, maker(SYMBOL(HVTK_CERT_GetIssuerName), capacity, text),
         gpki(SYMBOL(GPKI_CERT_GetIssuerName), capacity, text));
 }
 
@@ -144,9 +145,9 @@ int CWrapperAPI::CertGetValidity(int notBeforeCapacity, char* notBefore, int not
     const auto toMaker = [=](CHVTKWrap& toolkit) -> int {
         // The maker toolkit is told no capacity, so the room for its two dates is insisted on here.
         const bool roomy = notBeforeCapacity >= dateCapacity && notAfterCapacity >= dateCapacity;
-        return roomy ? maker(SYMBOL(HVTK_CERT_GetValidity), notBefore, notAfter)(toolkit) : InvalidArgument;
+        return roomy ? maker(SYMBOL(HVTK_CERT_GetValidity), notBefore, notAfter)(toolkit) : SIGIL_BAD_ARGUMENT;
     };
-    return pick({need(notAfter, MissingField), need(notBefore, MissingField)}, toMaker,
+    return pick({need(notAfter, SIGIL_MISSING_FIELD), need(notBefore, SIGIL_MISSING_FIELD)}, toMaker,
         [=](CGPKIWrap& library) { return splitValidity(library, notBeforeCapacity, notBefore, notAfter); });
 }
 
@@ -157,14 +158,14 @@ int CertGetValidity(void* handle, int notBeforeCapacity, char* notBefore, int no
 
 int CertGetSubjectName(void* handle, int capacity, char* text)
 {
-    return row(handle, {need(text, MissingField)}, maker(SYMBOL(HVTK_CERT_GetSubjectName), capacity, text),
+    return row(handle, {need(text, SIGIL_MISSING_FIELD)}, maker(SYMBOL(HVTK_CERT_GetSubjectName), capacity, text),
         gpki(SYMBOL(GPKI_CERT_GetSubjectName), capacity, text));
 }
 
 int CWrapperAPI::CertGetPubKeyInfo(
     char* algorithm, char* keyLength, int publicKeyCapacity, char* publicKey, BINSTR* publicKeyDer)
 {
-    if (const int code = pick({need(publicKey, MissingField)}, ready, ready))
+    if (const int code = pick({need(publicKey, SIGIL_MISSING_FIELD)}, ready, ready))
         return code;
     PublicKeyTexts texts;
     BINSTR der{};
@@ -175,7 +176,7 @@ int CWrapperAPI::CertGetPubKeyInfo(
             return readPublicKey(toolkit, texts, keyLength, publicKeyCapacity, publicKey, der);
         },
         [&](CGPKIWrap& library) { return readPublicKey(library, texts, publicKeyCapacity, publicKey); });
-    if (result == Success) {
+    if (result == SIGIL_SUCCESS) {
         if (der.nLength > 0)
             BINSetData(der.pData, der.nLength, publicKeyDer);
         copyWhole(algorithm, texts.algorithm);
@@ -195,84 +196,88 @@ int CertGetPubKeyInfo(
 
 int CertGetSignature(void* handle, int capacity, char* text)
 {
-    return row(handle, {need(text, MissingField)}, maker(SYMBOL(HVTK_CERT_GetSignature), capacity, text),
+    return row(handle, {need(text, SIGIL_MISSING_FIELD)}, maker(SYMBOL(HVTK_CERT_GetSignature), capacity, text),
         gpki(SYMBOL(GPKI_CERT_GetSignature), capacity, text));
 }
 
 int CertGetKeyUsage(void* handle, int capacity, char* text)
 {
-    return row(handle, {need(text, MissingField)}, maker(SYMBOL(HVTK_CERT_GetKeyUsage), capacity, text),
+    return row(handle, {need(text, SIGIL_MISSING_FIELD)}, maker(SYMBOL(HVTK_CERT_GetKeyUsage), capacity, text),
         gpki(SYMBOL(GPKI_CERT_GetKeyUsage), capacity, text));
 }
 
 int CertGetBasicConstraints(void* handle, int capacity, char* text)
 {
-    return row(handle, {need(text, MissingField)}, maker(SYMBOL(HVTK_CERT_GetBasicConstraints), capacity, text),
+    return row(handle, {need(text, SIGIL_MISSING_FIELD)},
+        maker(SYMBOL(HVTK_CERT_GetBasicConstraints), capacity, text),
         gpki(SYMBOL(GPKI_CERT_GetBasicConstraints), capacity, text));
 }
 
 int CertGetCertPolicy(void* handle, int capacity, char* text)
 {
-    return row(handle, {need(text, MissingField)}, maker(SYMBOL(HVTK_CERT_GetCertPolicy), capacity, text),
+    return row(handle, {need(text, SIGIL_MISSING_FIELD)}, maker(SYMBOL(HVTK_CERT_GetCertPolicy), capacity, text),
         gpki(SYMBOL(GPKI_CERT_GetCertPolicy), capacity, text));
 }
 
 int CertGetPolicyID(void* handle, int capacity, char* text)
 {
-    return row(handle, {need(text, MissingField)}, maker(SYMBOL(HVTK_CERT_GetCertPolicy_PolicyID), capacity, text),
+    return row(handle, {need(text, SIGIL_MISSING_FIELD)},
+        maker(SYMBOL(HVTK_CERT_GetCertPolicy_PolicyID), capacity, text),
         gpki(SYMBOL(GPKI_CERT_GetCertPolicyID), capacity, text));
 }
 
 int CertGetExtKeyUsage(void* handle, int capacity, char* text)
 {
-    return row(handle, {need(text, MissingField)}, maker(SYMBOL(HVTK_CERT_GetExtKeyUsage), capacity, text),
+    return row(handle, {need(text, SIGIL_MISSING_FIELD)}, maker(SYMBOL(HVTK_CERT_GetExtKeyUsage), capacity, text),
         gpki(SYMBOL(GPKI_CERT_GetExtKeyUsage), capacity, text));
 }
 
 int CertGetSubjectAltName(void* handle, int capacity, char* text)
 {
-    return row(handle, {need(text, MissingField)}, maker(SYMBOL(HVTK_CERT_GetSubjectAltName), capacity, text),
+    return row(handle, {need(text, SIGIL_MISSING_FIELD)},
+        maker(SYMBOL(HVTK_CERT_GetSubjectAltName), capacity, text),
         gpki(SYMBOL(GPKI_CERT_GetSubjectAltName), capacity, text));
 }
 
 int CertGetIssuerAltName(void* handle, int capacity, char* text)
 {
-    return row(
-        handle, {need(text, MissingField)}, maker(SYMBOL(HVTK_CERT_GetIssuerAltName), capacity, text), absent);
+    return row(handle, {need(text, SIGIL_MISSING_FIELD)}, maker(SYMBOL(HVTK_CERT_GetIssuerAltName), capacity, text),
+        absent);
 }
 
 int CertGetAuthKeyID(void* handle, int capacity, char* text)
 {
-    return row(handle, {need(text, MissingField)}, maker(SYMBOL(HVTK_CERT_GetAuthKeyID), capacity, text),
+    return row(handle, {need(text, SIGIL_MISSING_FIELD)}, maker(SYMBOL(HVTK_CERT_GetAuthKeyID), capacity, text),
         gpki(SYMBOL(GPKI_CERT_GetAuthKeyID), capacity, text));
 }
 
 int CertGetSubKeyID(void* handle, int capacity, char* text)
 {
-    return row(handle, {need(text, MissingField)}, maker(SYMBOL(HVTK_CERT_GetSubKeyID), capacity, text),
+    return row(handle, {need(text, SIGIL_MISSING_FIELD)}, maker(SYMBOL(HVTK_CERT_GetSubKeyID), capacity, text),
         gpki(SYMBOL(GPKI_CERT_GetSubKeyID), capacity, text));
 }
 
 int CertGetCRLDP(void* handle, int capacity, char* text)
 {
-    return row(handle, {need(text, MissingField)}, maker(SYMBOL(HVTK_CERT_GetCRLDP), capacity, text),
+    return row(handle, {need(text, SIGIL_MISSING_FIELD)}, maker(SYMBOL(HVTK_CERT_GetCRLDP), capacity, text),
         gpki(SYMBOL(GPKI_CERT_GetCRLDP), capacity, text));
 }
 
 int CertGetCRLDPURL(void* handle, int capacity, char* text)
 {
-    return row(handle, {need(text, MissingField)}, maker(SYMBOL(HVTK_CERT_GetCRLDP_URL), capacity, text), absent);
+    return row(
+        handle, {need(text, SIGIL_MISSING_FIELD)}, maker(SYMBOL(HVTK_CERT_GetCRLDP_URL), capacity, text), absent);
 }
 
 int CertGetAIA(void* handle, int capacity, char* text)
 {
-    return row(handle, {need(text, MissingField)}, maker(SYMBOL(HVTK_CERT_GetAIA), capacity, text),
+    return row(handle, {need(text, SIGIL_MISSING_FIELD)}, maker(SYMBOL(HVTK_CERT_GetAIA), capacity, text),
         gpki(SYMBOL(GPKI_CERT_GetAIA), capacity, text));
 }
 
 int CertGetRemainDays(void* handle, BINSTR* certificate, int* days)
 {
-    return row(handle, {need(certificate, MissingField)},
+    return row(handle, {need(certificate, SIGIL_MISSING_FIELD)},
         maker(SYMBOL(HVTK_CERT_GetRemainDays), {need(days)}, certificate, days),
         gpki(SYMBOL(GPKI_CERT_GetRemainDays), {need(days)}, certificate, days));
 }
@@ -290,7 +295,7 @@ int CertGetCertCount(void* handle, BINSTR* list, int* count)
 int CertGetCert(void* handle, BINSTR* list, int index, BINSTR* certificate)
 {
     // Intended: the output record must hold data already; hosts fill it before they call.
-    return row(handle, {need(list, MissingField)}, absent,
+    return row(handle, {need(list, SIGIL_MISSING_FIELD)}, absent,
         gpki(SYMBOL(GPKI_CERT_GetCert), {need(certificate)}, list, index, certificate));
 }
 
@@ -332,7 +337,8 @@ int CertVerify2(void* handle, BINSTR* certificate, int purpose, char* time, char
 int CertVerifyByIVS(void* handle, char* confFile, BINSTR* certificate, BINSTR* ivsCertificate)
 {
     return row(handle,
-        {need(confFile, MissingField), need(certificate, MissingField), need(ivsCertificate, MissingField)},
+        {need(confFile, SIGIL_MISSING_FIELD), need(certificate, SIGIL_MISSING_FIELD),
+            need(ivsCertificate, SIGIL_MISSING_FIELD)},
         maker(SYMBOL(HVTK_CERT_VerifyByIVS), confFile, certificate, ivsCertificate),
         gpki(SYMBOL(GPKI_CERT_VerifyByIVS), confFile, certificate, ivsCertificate));
 }

@@ -12,7 +12,7 @@ using namespace sigil;
 
 namespace {
 
-bool isToolkitType(int type) { return type == 0 || type == 1; }
+bool isToolkitType(int type) { return type == SIGIL_TOOLKIT_MAKER || type == SIGIL_TOOLKIT_GPKI; }
 bool isFolder(const char* folder) { return folder && *folder; }
 
 /** Puts a new backend into @p slot and initialises it. The backend is stored first: when Init fails, the handle is bound
@@ -23,7 +23,7 @@ int bindBackend(std::unique_ptr<Backend>& slot, char* folder)
 {
     static_cast<void>(slot.release());
     slot.reset(new (std::nothrow) Backend);
-    return slot ? slot->Init(folder) : NoMemory;
+    return slot ? slot->Init(folder) : SIGIL_NO_MEMORY;
 }
 
 /** Ends a backend thoroughly: the toolkit's finish function, then the object. */
@@ -52,19 +52,20 @@ CWrapperAPI::~CWrapperAPI()
 int CWrapperAPI::Initalize(int toolkitType, char* libraryFolder)
 {
     if (!isToolkitType(toolkitType))
-        return UnknownToolkit;
+        return SIGIL_UNKNOWN_TOOLKIT;
     if (!isFolder(libraryFolder))
-        return NoLibraryFolder;
+        return SIGIL_NO_LIBRARY_FOLDER;
     copyText(m_szFolder, libraryFolder);
     m_nToolkitType = toolkitType;
-    return toolkitType == 0 ? bindBackend(m_pHVTKWrap, m_szFolder) : bindBackend(m_pGPKIWrap, m_szFolder);
+    return toolkitType == SIGIL_TOOLKIT_MAKER ? bindBackend(m_pHVTKWrap, m_szFolder)
+                                              : bindBackend(m_pGPKIWrap, m_szFolder);
 }
 
 int CWrapperAPI::Finish()
 {
     finishBackend(m_pHVTKWrap);
     finishBackend(m_pGPKIWrap);
-    return Success;
+    return SIGIL_SUCCESS;
 }
 
 int CWrapperAPI::GetErrInfo(int length, char* buffer)
@@ -78,7 +79,7 @@ int CWrapperAPI::GetErrInfo2(int length, char* buffer)
     const auto copyKeptText = [=](const auto& backend) -> int {
         if (const auto text = backend.ErrorText(); !text.empty())
             limitedCopy(buffer, length, text);
-        return Success;
+        return SIGIL_SUCCESS;
     };
     return pick({}, copyKeptText, copyKeptText);
 }
@@ -149,15 +150,15 @@ int CWrapperAPI::BINSetData(unsigned char* data, int length, BINSTR* binStr)
 int HV_Initalize(void** handle, int toolkitType, char* libraryFolder)
 {
     if (!isToolkitType(toolkitType))
-        return UnknownToolkit;
+        return SIGIL_UNKNOWN_TOOLKIT;
     if (!isFolder(libraryFolder))
-        return NoLibraryFolder;
+        return SIGIL_NO_LIBRARY_FOLDER;
     if (!handle)
-        return NotInitialised;
+        return SIGIL_NO_HANDLE;
     if (!*handle)
         *handle = new (std::nothrow) CWrapperAPI; // the caller's until HV_Finish
     if (!*handle)
-        return NoMemory;
+        return SIGIL_NO_MEMORY;
     return static_cast<CWrapperAPI*>(*handle)->Initalize(toolkitType, libraryFolder);
 }
 
@@ -193,7 +194,7 @@ int HV_BINSTR_Delete(void* handle, BINSTR* binStr)
 {
     // A record that was never filled needs no toolkit, so clean-up code may delete every record it created.
     if (handle && binStr && binStr->nLength < 1)
-        return Success;
+        return SIGIL_SUCCESS;
     return via(handle, &CWrapperAPI::BINDelete, binStr);
 }
 

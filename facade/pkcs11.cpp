@@ -33,7 +33,7 @@ int CWrapperAPI::PKCS11OpenSessionWithSlotID(unsigned long slotId, char* pin, in
 {
     const auto openAndLogIn = [=](CGPKIWrap& library) {
         const int opened = gpki(SYMBOL(GPKI_HSM_OpenSession), slotId, flags)(library);
-        return opened == Success && pin ? gpki(SYMBOL(GPKI_HSM_Login), pin)(library) : opened;
+        return opened == SIGIL_SUCCESS && pin ? gpki(SYMBOL(GPKI_HSM_Login), pin)(library) : opened;
     };
     return pick({}, maker(SYMBOL(HVTK_PKCS11_OpenSessionWithSlotID), slotId, pin, flags), openAndLogIn);
 }

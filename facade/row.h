@@ -53,7 +53,7 @@ auto gpki(Symbol<Function> symbol, Needs beyond, A... arguments)
 }
 
 /** This toolkit has no such function. */
-inline constexpr auto absent = [](auto&) -> int { return FunctionMissing; };
+inline constexpr auto absent = [](auto&) -> int { return SIGIL_NOT_SUPPORTED; };
 
 /** A member: what it requires, and what each toolkit receives. Inline in every member, so that its arguments stay in
  *  registers on their way. */
@@ -61,7 +61,7 @@ template <class Maker, class Gpki>
 [[gnu::always_inline]] inline int row(void* handle, Needs needs, const Maker& toMaker, const Gpki& toGpki)
 {
     auto* api = static_cast<CWrapperAPI*>(handle);
-    return api ? api->pick(needs, toMaker, toGpki) : NotInitialised;
+    return api ? api->pick(needs, toMaker, toGpki) : SIGIL_NO_HANDLE;
 }
 
 /** The few members that are operations of the handle's object. */
@@ -69,7 +69,7 @@ template <class... P>
 int via(void* handle, int (CWrapperAPI::*operation)(P...), P... arguments)
 {
     auto* api = static_cast<CWrapperAPI*>(handle);
-    return api ? (api->*operation)(arguments...) : NotInitialised;
+    return api ? (api->*operation)(arguments...) : SIGIL_NO_HANDLE;
 }
 
 } // namespace sigil
@@ -78,15 +78,15 @@ template <class Maker, class Gpki>
 [[gnu::always_inline]] inline int CWrapperAPI::pick(sigil::Needs needs, const Maker& toMaker, const Gpki& toGpki)
 {
     if (!CheckInit())
-        return sigil::NotInitialised;
+        return SIGIL_NO_HANDLE;
     if (needs.unmet)
         return needs.unmet;
     switch (m_nToolkitType) {
-    case 0:
+    case SIGIL_TOOLKIT_MAKER:
         return toMaker(*m_pHVTKWrap);
-    case 1:
+    case SIGIL_TOOLKIT_GPKI:
         return toGpki(*m_pGPKIWrap);
     default:
-        return sigil::Success; // Initalize lets no other type in
+        return SIGIL_SUCCESS; // Initalize lets no other type in
     }
 }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "facade/argument.h"
+#include "foundation/text_field.h"
 
 #include <sigildesk/binstr.h>
 
@@ -31,9 +32,9 @@ public:
     bool CheckInit() const
     {
         switch (m_nToolkitType) {
-        case 0:
+        case SIGIL_TOOLKIT_MAKER:
             return m_pHVTKWrap != nullptr;
-        case 1:
+        case SIGIL_TOOLKIT_GPKI:
             return m_pGPKIWrap != nullptr;
         default:
             return true; // Initalize lets no other type in
@@ -65,7 +66,7 @@ public:
 
 private:
     int m_nToolkitType = 0;
-    char m_szFolder[260] = {};
+    char m_szFolder[sigil::pathCapacity] = {};
     std::unique_ptr<CHVTKWrap> m_pHVTKWrap;
     std::unique_ptr<CGPKIWrap> m_pGPKIWrap;
 };

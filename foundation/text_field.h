@@ -10,6 +10,9 @@
 
 namespace sigil {
 
+/** Room for a path with its terminator, in records and in calls: longer paths are cut or refused. */
+constexpr std::size_t pathCapacity = 260;
+
 /** Copies at most @p capacity - 1 bytes of @p text into @p field and terminates it. Nothing for a capacity of 0. */
 inline void copyText(char* field, std::size_t capacity, std::string_view text)
 {

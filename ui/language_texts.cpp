@@ -10,8 +10,6 @@ namespace sigil {
 
 namespace {
 
-constexpr std::size_t pathCapacity = 260;
-
 /** Room for one looked-up text, and for the terminator of a text that fills it. */
 using TextBuffer = std::array<char, 1024 + 1>;
 

@@ -19,7 +19,7 @@ Toolkit<Traits>::~Toolkit()
 template <const ToolkitTraits& Traits>
 int Toolkit<Traits>::Init(char* folder)
 {
-    char path[260] = {};
+    char path[pathCapacity] = {};
     // A path that is too long is cut, and the cut path is what is opened.
     static_cast<void>(std::snprintf(path, sizeof path - 1, "%s/%s", folder, Traits.libraryFile));
     m_library.reset(dlopen(path, RTLD_LAZY));
@@ -37,7 +37,7 @@ int Toolkit<Traits>::Finish()
     m_pContext = nullptr;
     m_library.reset();
     wipe(m_szErrorText, sizeof m_szErrorText);
-    return Success;
+    return SIGIL_SUCCESS;
 }
 
 template <const ToolkitTraits& Traits>
@@ -52,11 +52,11 @@ int Toolkit<Traits>::GetErrInfo(int length, char* buffer)
     char text[2049] = {};
     const auto getErrInfo = find(Traits.getErrInfo);
     if (!getErrInfo)
-        return FunctionMissing;
+        return SIGIL_NOT_SUPPORTED;
     if (const int result = getErrInfo(m_pContext, sizeof text - 1, text))
         return result;
     limitedCopy(buffer, length, fieldText(text));
-    return Success;
+    return SIGIL_SUCCESS;
 }
 
 template <const ToolkitTraits& Traits>

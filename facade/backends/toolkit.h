@@ -97,7 +97,7 @@ private:
             return code;
         Function* const function = find(symbol);
         if (!function) [[unlikely]]
-            return FunctionMissing;
+            return SIGIL_NOT_SUPPORTED;
         const int result = function(arguments...);
         if (result != 0) [[unlikely]]
             captureErrorText();
@@ -120,9 +120,9 @@ private:
 };
 
 inline constexpr ToolkitTraits makerToolkit{"libHVCToolkitV30.so", SYMBOL(HVTK_API_Init), SYMBOL(HVTK_API_Finish),
-    SYMBOL(HVTK_API_GetErrInfo), MakerLibraryMissing, InvalidArgument};
+    SYMBOL(HVTK_API_GetErrInfo), SIGIL_MAKER_LIBRARY_MISSING, SIGIL_BAD_ARGUMENT};
 inline constexpr ToolkitTraits gpkiToolkit{"libgpkiapi_v15.so", SYMBOL(GPKI_API_Init), SYMBOL(GPKI_API_Finish),
-    SYMBOL(GPKI_API_GetErrInfo), GpkiLibraryMissing, MissingField};
+    SYMBOL(GPKI_API_GetErrInfo), SIGIL_GPKI_LIBRARY_MISSING, SIGIL_MISSING_FIELD};
 
 extern template class Toolkit<makerToolkit>;
 extern template class Toolkit<gpkiToolkit>;

@@ -18,7 +18,7 @@
  *    overwrites it. Copies that the host made of a private key, a random value or a password are the host's to overwrite.
  *  - An index outside the current list is refused with 1001.
  *
- *  Codes: 1000 out of memory; 1001 bad argument; 1003 not supported; 1005 not possible on this medium; 1007 the toolkit
+ *  Codes, with their names in <sigildesk/codes.h>: 1000 out of memory; 1001 bad argument; 1003 not supported; 1005 not possible on this medium; 1007 the toolkit
  *  refused to start; 1008 null handle; 1010 the toolkit library could not be loaded; 1100 a settings file is missing or
  *  lacks an entry; 1102 a settings file is empty or unreadable; 1105 the medium is not memory; 1111 folder names could
  *  not be formed; 1113 wrong password; 1114 a key could not be decrypted; 1115 no certificate; 1117 a key-management
@@ -30,6 +30,7 @@
 #ifndef SIGILDESK_CERTLIST_H
 #define SIGILDESK_CERTLIST_H
 
+#include <sigildesk/codes.h>
 #include <sigildesk/export.h>
 #include <sigildesk/records.h>
 

@@ -10,7 +10,7 @@
  *
  *  Order of a call. HV_Initalize; any number of calls; after a failure HV_GetErrInfo or HV_GetErrInfo2; HV_Finish.
  *
- *  Result. An int, 0 for success. The façade's own codes:
+ *  Result. An int, 0 for success. The façade's own codes, with their names in <sigildesk/codes.h>:
  *
  *      1000  a certificate function's output buffer is null or its input is empty (where the function says so);
  *            out of memory (HV_Initalize)
@@ -47,6 +47,7 @@
 #ifndef SIGILDESK_CRYPTO_H
 #define SIGILDESK_CRYPTO_H
 
+#include <sigildesk/codes.h>
 #include <sigildesk/crypto/base64.h>
 #include <sigildesk/crypto/cert.h>
 #include <sigildesk/crypto/cmp.h>

@@ -19,6 +19,7 @@
 
 #include <stddef.h>
 
+#include <sigildesk/codes.h>
 #include <sigildesk/export.h>
 
 #ifdef __cplusplus
@@ -26,10 +27,6 @@
 #else
 #define SIGIL_DIALOG_LAYOUT(condition) _Static_assert(condition, "the record crosses the library boundary")
 #endif
-
-/** Values of tagINITOPT::nLanguage. */
-#define SIGIL_LANGUAGE_KOREAN 1
-#define SIGIL_LANGUAGE_ENGLISH 2
 
 /** Bits of tagLOADSELECTCERTOPTION::nSelectFlags. */
 #define SIGIL_SELECT_EXCLUDE_EXPIRED 0x1u /**< bit 0: expired certificates are not listed */

@@ -17,6 +17,7 @@
 #include <sigildesk/binary.h>
 #include <sigildesk/binstr.h>
 #include <sigildesk/certlist.h>
+#include <sigildesk/codes.h>
 #include <sigildesk/convert_utf8.h>
 #include <sigildesk/crypto.h>
 #include <sigildesk/dialogs.h>
