@@ -1,5 +1,5 @@
-// The lists that must stay equal: the checked-in list of exports, what the objects export, what the headers declare, the
-// table of members, and the toolkit symbols that the doubles offer.
+// The lists that must stay equal: what the headers declare, what the objects export, the table of members, and the
+// toolkits' functions.
 
 #include "tests/facade/member.h"
 #include "tests/support/files.h"
@@ -8,30 +8,12 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <map>
 #include <set>
 #include <sstream>
 
 namespace {
 
 using Names = std::set<std::string>;
-
-std::vector<std::string> lines(const std::string& text)
-{
-    std::istringstream in(text);
-    std::vector<std::string> all;
-    for (std::string line; std::getline(in, line);)
-        all.push_back(line);
-    return all;
-}
-
-Names checkedIn()
-{
-    Names names;
-    for (const std::string& line : lines(readFile(FACADE_EXPORTS)))
-        names.insert(line);
-    return names;
-}
 
 /** "BINSTR* certificate" without its name: "BINSTR*". */
 std::string typeOf(const std::string& parameter)
@@ -55,34 +37,19 @@ void addDeclared(const std::string& header, Names& names)
     }
 }
 
-std::string withoutTypes(const std::string& function) { return function.substr(0, function.find('(')); }
-
-/** "HVTK_MEDIA_DISK_ReadCert" belongs to "MEDIA". */
-std::string familyOf(const std::string& symbol)
+Names declared()
 {
-    const auto start = symbol.find('_') + 1;
-    return symbol.substr(start, symbol.find('_', start) - start);
+    Names names;
+    for (const auto& entry : std::filesystem::directory_iterator(FACADE_HEADERS))
+        addDeclared(readFile(entry.path()), names);
+    return names;
 }
+
+std::string withoutTypes(const std::string& function) { return function.substr(0, function.find('(')); }
 
 } // namespace
 
-TEST(Interface, ListIsSortedAndHasNoDoubles)
-{
-    const std::vector<std::string> list = lines(readFile(FACADE_EXPORTS));
-    EXPECT_TRUE(std::is_sorted(list.begin(), list.end()));
-    EXPECT_EQ(list.size(), checkedIn().size());
-    EXPECT_EQ(list.size(), 214U);
-}
-
-TEST(Interface, ObjectsExportExactlyTheList) { EXPECT_EQ(functionsOf(FACADE_ALONE), checkedIn()); }
-
-TEST(Interface, HeadersDeclareExactlyTheList)
-{
-    Names declared;
-    for (const auto& entry : std::filesystem::directory_iterator(FACADE_HEADERS))
-        addDeclared(readFile(entry.path()), declared);
-    EXPECT_EQ(declared, checkedIn());
-}
+TEST(Interface, ObjectsExportExactlyWhatTheHeadersDeclare) { EXPECT_EQ(functionsOf(FACADE_ALONE), declared()); }
 
 TEST(Interface, EveryHeaderIsPartOfTheUmbrella)
 {
@@ -97,7 +64,7 @@ TEST(Interface, EveryMemberIsInTheTable)
     Names members, frame;
     for (const Member& member : allMembers())
         EXPECT_TRUE(members.insert(member.name).second) << member.name << " is in the table twice";
-    for (const std::string& function : checkedIn())
+    for (const std::string& function : declared())
         (function.starts_with("HV_") ? frame : members).insert(withoutTypes(function));
     EXPECT_EQ(members.size(), allMembers().size()) << "a member is exported that the table does not hold";
     EXPECT_EQ(frame,
@@ -129,23 +96,4 @@ TEST(Interface, EverySymbolOfTheDoublesIsBoundByAMember)
     Names offered = functionsOf(DOUBLES_FOLDER "/libHVCToolkitV30.so");
     offered.merge(functionsOf(DOUBLES_FOLDER "/libgpkiapi_v15.so"));
     EXPECT_EQ(offered, bound);
-}
-
-TEST(Interface, FamiliesHaveTheirSizes)
-{
-    using Sizes = std::map<std::string, int>;
-    const auto sizesOf = [](const char* library) {
-        Sizes sizes;
-        for (const std::string& symbol : functionsOf(library))
-            ++sizes[familyOf(symbol)];
-        return sizes;
-    };
-    EXPECT_EQ(sizesOf(DOUBLES_FOLDER "/libHVCToolkitV30.so"),
-        (Sizes{{"API", 6}, {"BINSTR", 3}, {"CERT", 36}, {"PRIKEY", 4}, {"MEDIA", 22}, {"CMS", 23}, {"VID", 3},
-            {"PKCS11", 32}, {"CMP", 9}, {"PFX", 6}, {"TSP", 8}, {"OCSP", 4}, {"CRYPT", 25}, {"BASE64", 2},
-            {"PEM", 2}, {"HVAP", 2}, {"WPKI", 5}, {"UNI", 3}, {"UTIL", 7}}));
-    EXPECT_EQ(sizesOf(DOUBLES_FOLDER "/libgpkiapi_v15.so"),
-        (Sizes{{"API", 11}, {"BINSTR", 3}, {"CERT", 33}, {"PRIKEY", 4}, {"STORAGE", 10}, {"CMS", 24}, {"WCMS", 4},
-            {"VID", 3}, {"PFX", 2}, {"TSP", 6}, {"OCSP", 4}, {"CRYPT", 18}, {"HSM", 14}, {"BASE64", 2}, {"LDAP", 5},
-            {"SIGEA", 3}}));
 }
