@@ -21,10 +21,6 @@ SelectCertDialog* g_dlgUserCert = nullptr;
 
 namespace {
 
-constexpr int cancelled = -1;
-constexpr int fromHardDisk = 1;
-constexpr int fromMemory = 6;
-
 /** Applies the caller's options. @return 0, else the entry point's result */
 int applyOptions(SelectCertDialog& dialog, tagINITOPT* init, tagLOADSELECTCERTOPTION* load, tagEXTRAOPTION* extra)
 {
@@ -38,14 +34,14 @@ int applyOptions(SelectCertDialog& dialog, tagINITOPT* init, tagLOADSELECTCERTOP
 
 void openMedium(SelectCertDialog& dialog, const tagLOADSELECTCERTOPTION* load)
 {
-    dialog.SetInitMediaCert(load && load->byMemoryCert != 0 ? fromMemory : fromHardDisk);
+    dialog.SetInitMediaCert(load && load->byMemoryCert != 0 ? SIGIL_MEDIUM_MEMORY : SIGIL_MEDIUM_HARD_DISK);
 }
 
 /** @return the entry point's result */
 int handOut(SelectCertDialog& dialog, bool accepted, tagSELCERTINFO* result)
 {
     if (!accepted)
-        return cancelled;
+        return SIGIL_CANCELLED;
     dialog.GetSelectCertinfo(result);
     return 0;
 }

@@ -5,14 +5,14 @@
 #include "ui/media_button_style.h"
 #include "ui_select_cert_dialog.h"
 
+#include <sigildesk/codes.h>
+
 #include <algorithm>
 #include <iterator>
 
 namespace sigil {
 
 namespace {
-
-constexpr int korean = 1;
 
 struct MediaButton {
     int bit;
@@ -33,7 +33,8 @@ constexpr MediaButton mediaButtons[] = {
 /** "HDD_N.png": N normal or P pressed, with an E in English. */
 QString imagePath(const char* stem, int state, int language)
 {
-    return QString(":/png/image/%1_%2%3.png").arg(stem, state > 1 ? "P" : "N", language == korean ? "" : "E");
+    return QString(":/png/image/%1_%2%3.png")
+        .arg(stem, state > 1 ? "P" : "N", language == SIGIL_LANGUAGE_KOREAN ? "" : "E");
 }
 
 } // namespace

@@ -15,9 +15,6 @@
 
 namespace {
 
-constexpr int noMemory = 1000;
-constexpr int noDrive = 1111;
-
 /** The processor fills as many records as disks are mounted at that moment: room for those mounted since the count. */
 constexpr std::size_t spareDrives = 16;
 
@@ -79,7 +76,7 @@ int RemoveableDialog::GetRemovableDisk()
     if (m_nRv == 0 && count > 0)
         m_nRv = ReadDrives(count);
     else
-        m_nRv = noDrive;
+        m_nRv = SIGIL_FOLDERS_NOT_FORMED;
     if (m_nRv == 0)
         SetListItem();
     return m_nRv;
@@ -91,11 +88,11 @@ int RemoveableDialog::ReadDrives(int count)
     try {
         m_Drives.assign(counted + spareDrives, tagDRIVEINFO{});
     } catch (const std::bad_alloc&) {
-        return noMemory;
+        return SIGIL_NO_MEMORY;
     }
     const int rv = CLP_GetRemDrive(m_hProcessor, m_Drives.data());
     m_Drives.resize(counted);
-    return rv == 0 ? 0 : noDrive;
+    return rv == 0 ? 0 : SIGIL_FOLDERS_NOT_FORMED;
 }
 
 void RemoveableDialog::SetListItem()

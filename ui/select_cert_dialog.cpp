@@ -19,7 +19,6 @@ using sigil::Outcome;
 using sigil::outcomeOf;
 using sigil::Step;
 namespace code = sigil::code;
-namespace medium = sigil::medium;
 
 namespace {
 
@@ -117,7 +116,7 @@ int SelectCertDialog::Initalize() { return m_Selection.connect(); }
 
 void SelectCertDialog::SetInitMediaCert(int which)
 {
-    if (which != medium::memory)
+    if (which != SIGIL_MEDIUM_MEMORY)
         return on_pushButton_hdd_clicked();
     m_Table.clear();
     m_Selection.takeCallersCertificate();
@@ -125,10 +124,10 @@ void SelectCertDialog::SetInitMediaCert(int which)
 
 void SelectCertDialog::on_pushButton_hdd_clicked()
 {
-    m_Selection.turnTo(medium::hardDisk);
+    m_Selection.turnTo(SIGIL_MEDIUM_HARD_DISK);
     SetButtonImage(2, 1, m_Selection.language());
-    if (LoadCertDisk(medium::hardDisk, nullptr) == 0) {
-        Tell(outcomeOf(Step::OpenHardDisk, code::success));
+    if (LoadCertDisk(SIGIL_MEDIUM_HARD_DISK, nullptr) == 0) {
+        Tell(outcomeOf(Step::OpenHardDisk, SIGIL_SUCCESS));
         SetExpiredCert(0);
     }
     sigil::askForPassword(m_Form->lineEdit_password);
@@ -141,11 +140,11 @@ void SelectCertDialog::on_pushButton_remove_clicked()
     chooser.InitSetControl();
     if (chooser.GetRemovableDisk() != 0)
         return Tell(m_Selection.failDrives());
-    m_Selection.turnTo(medium::removableDisk);
+    m_Selection.turnTo(SIGIL_MEDIUM_REMOVABLE_DISK);
     if (chooser.exec() == Accepted) {
         SetButtonImage(1, 1, m_Selection.language());
         SetButtonImage(2, 2, m_Selection.language());
-        LoadCertDisk(medium::removableDisk, chooser.ChosenDrive());
+        LoadCertDisk(SIGIL_MEDIUM_REMOVABLE_DISK, chooser.ChosenDrive());
     }
     // The removable button can be used once, and the medium stays 2 also when no drive was chosen: intended.
     SetButtonImage(1, 1, m_Selection.language());

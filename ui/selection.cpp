@@ -17,8 +17,8 @@ namespace {
 constexpr int keyCapacity = sizeof tagSELCERTINFO::bySignPriKey;
 static_assert(sizeof tagSELCERTINFO::byKmPriKey == sizeof tagSELCERTINFO::bySignPriKey);
 
-bool isDisk(int which) { return which == medium::hardDisk || which == medium::removableDisk; }
-bool isMemory(int which) { return which == 5 || which == medium::memory; }
+bool isDisk(int which) { return which == SIGIL_MEDIUM_HARD_DISK || which == SIGIL_MEDIUM_REMOVABLE_DISK; }
+bool isMemory(int which) { return which == 5 || which == SIGIL_MEDIUM_MEMORY; }
 bool hasExpired(const tagCERTINFO& entry) { return validityOf(entry) == Validity::expired; }
 
 } // namespace
@@ -26,7 +26,7 @@ bool hasExpired(const tagCERTINFO& entry) { return validityOf(entry) == Validity
 Selection::Selection()
 {
     InitVariable();
-    m_medium = medium::hardDisk;
+    m_medium = SIGIL_MEDIUM_HARD_DISK;
 }
 
 Selection::~Selection()
@@ -39,7 +39,7 @@ void Selection::InitVariable()
 {
     m_lastResult = 0;
     m_finish = 1;
-    m_medium = medium::none;
+    m_medium = SIGIL_MEDIUM_NONE;
     m_accepted = undecided;
     clearEntries();
     m_options.clear();
@@ -75,7 +75,7 @@ void Selection::forgetKeys()
         wipeKeys(each);
 }
 
-Outcome Selection::failDrives() { return ended(Step::ListDrives, code::noDrive); }
+Outcome Selection::failDrives() { return ended(Step::ListDrives, SIGIL_FOLDERS_NOT_FORMED); }
 
 Outcome Selection::listDisk(int which, char* drive)
 {
@@ -97,7 +97,7 @@ int Selection::list(int which, char* drive)
         return rv;
     const int found = CLP_GetCertCount(m_processor);
     if (found <= 0)
-        return code::noCertificate;
+        return SIGIL_NO_CERTIFICATE;
     readEntries(found); // an entry that cannot be read stays empty and is listed all the same
     return 0;
 }
@@ -140,15 +140,15 @@ int Selection::takeCallersCertificate()
 int Selection::LoadMemoryCert(
     char* item1, int length1, char* item2, int length2, char* item3, int length3, char* item4, int length4)
 {
-    m_medium = medium::memory;
-    m_lastResult = CLP_SetMediaType(m_processor, medium::memory, nullptr, 0);
+    m_medium = SIGIL_MEDIUM_MEMORY;
+    m_lastResult = CLP_SetMediaType(m_processor, SIGIL_MEDIUM_MEMORY, nullptr, 0);
     if (m_lastResult == 0)
         m_lastResult =
             CLP_LoadMemoryCert(m_processor, item1, length1, item2, length2, item3, length3, item4, length4);
     if (m_lastResult != 0)
         return m_lastResult;
     const int found = CLP_GetCertCount(m_processor);
-    m_lastResult = found > 0 ? readEntries(found) : code::noCertificate;
+    m_lastResult = found > 0 ? readEntries(found) : SIGIL_NO_CERTIFICATE;
     return m_lastResult;
 }
 
@@ -160,7 +160,7 @@ Outcome Selection::importFile(char* path, char* password)
     if (m_lastResult != 0)
         return {m_lastResult};
     if (signCert.isEmpty() || signKey.isEmpty()) // the import itself succeeded, so 0 is the code: intended
-        return {code::success, tellingOf(Step::TakePair, code::missing)};
+        return {SIGIL_SUCCESS, tellingOf(Step::TakePair, code::missing)};
     clearEntries();
     Outcome outcome = ended(Step::TakePair,
         LoadMemoryCert(signCert.data, signCert.length, signKey.data, signKey.length, kmCert.data, kmCert.length,
@@ -188,7 +188,7 @@ Outcome Selection::select(int row) const
 
 Outcome Selection::expired(int row) const
 {
-    return {code::badArgument, tellingOf(Step::UseRow, code::expired), std::string(fieldText(at(row).szValidTo))};
+    return {SIGIL_BAD_ARGUMENT, tellingOf(Step::UseRow, code::expired), std::string(fieldText(at(row).szValidTo))};
 }
 
 Outcome Selection::confirm(int row, std::string_view typed)
@@ -214,13 +214,13 @@ Outcome Selection::checkPassword(std::string_view typed) const
         return outcomeOf(Step::TypePassword, code::tooLong);
     // An imported certificate has no encrypted key to try the password on; it must be that of the import.
     if (isMemory(m_medium) && !equalsIgnoringCase(typed, m_rememberedPassword))
-        return outcomeOf(Step::TypePassword, code::wrongPassword);
+        return outcomeOf(Step::TypePassword, SIGIL_WRONG_PASSWORD);
     return {};
 }
 
 Outcome Selection::unlock(int row, char* password)
 {
-    m_lastResult = code::badArgument;
+    m_lastResult = SIGIL_BAD_ARGUMENT;
     if (!holds(row))
         return {m_lastResult};
     if (isLocked(row))
@@ -232,9 +232,9 @@ Outcome Selection::unlock(int row, char* password)
         return ended(Step::DecryptKeys, rv);
     // A host must never be told of success without a key.
     if (signKeyLength <= 0)
-        return ended(Step::UseKey, code::noKey);
+        return ended(Step::UseKey, SIGIL_KEY_NOT_DECRYPTED);
     if (signKeyLength > keyCapacity)
-        return {m_lastResult = code::noKey, tellingOf(Step::UseKey, code::tooLong)};
+        return {m_lastResult = SIGIL_KEY_NOT_DECRYPTED, tellingOf(Step::UseKey, code::tooLong)};
     Outcome outcome = stageWithRandom(row, password);
     if (outcome.code == 0 && kmKeyLength > keyCapacity)
         outcome.telling = tellingOf(Step::UseKmKey, code::tooLong);

@@ -17,14 +17,6 @@
 
 namespace sigil {
 
-/** Values of a record's medium. */
-namespace medium {
-constexpr int none = 0;
-constexpr int hardDisk = 1;
-constexpr int removableDisk = 2;
-constexpr int memory = 6;
-} // namespace medium
-
 class Selection {
 public:
     using Entries = std::vector<tagCERTINFO, WipingAllocator<tagCERTINFO>>;

@@ -11,8 +11,6 @@ namespace sigil {
 
 namespace {
 
-constexpr int badArgument = 1001;
-
 /** A caller's text is taken only when it is given. */
 template <std::size_t N, std::size_t M>
 void takeText(char (&to)[N], const char (&from)[M], std::size_t atMost = N - 1)
@@ -45,7 +43,7 @@ int SelectionOptions::take(
     const tagINITOPT* givenInit, const tagLOADSELECTCERTOPTION* givenLoad, const tagEXTRAOPTION* givenExtra)
 {
     if (!givenInit)
-        return badArgument;
+        return SIGIL_BAD_ARGUMENT;
     if (givenInit->ullReserved != 0)
         init.ullReserved = givenInit->ullReserved;
     takeText(init.szLibraryFolder, givenInit->szLibraryFolder);

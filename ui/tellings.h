@@ -3,6 +3,8 @@
  */
 #pragma once
 
+#include <sigildesk/codes.h>
+
 #include <string>
 
 namespace sigil {
@@ -24,17 +26,8 @@ enum class Step {
     Import,   ///< the whole of finding a file and importing it
 };
 
-/** Codes of the processor that are told apart here, and, below -1, what the dialog finds out by itself. */
+/** What the dialog finds out by itself, beside the results of <sigildesk/codes.h>. */
 namespace code {
-constexpr int success = 0;
-constexpr int cancelled = -1;
-constexpr int badArgument = 1001;
-constexpr int noDrive = 1111;
-constexpr int wrongPassword = 1113;
-constexpr int noKey = 1114;
-constexpr int noCertificate = 1115;
-constexpr int keyNotAvailable = 1164;
-
 constexpr int missing = -2;
 constexpr int tooLong = -3;
 constexpr int expired = -4;
@@ -54,7 +47,7 @@ const Telling* tellingOf(Step step, int code);
 
 /** What an operation ended with. */
 struct Outcome {
-    int code = code::success;
+    int code = SIGIL_SUCCESS;
     const Telling* telling = nullptr; ///< null: nothing is told
     std::string value = {};           ///< for the "%s" of the text, EUC-KR
     bool relisted = false;            ///< the entries are others now

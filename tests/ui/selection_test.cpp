@@ -15,7 +15,6 @@ using sigil::Selection;
 using sigil::Step;
 using sigil::tellingOf;
 namespace code = sigil::code;
-namespace medium = sigil::medium;
 
 namespace {
 
@@ -108,7 +107,7 @@ TEST(Tellings, AreThoseOfTheTable)
 
 TEST_F(DecisionTest, ListsADiskAndUnlocksARow)
 {
-    EXPECT_TRUE(selection->listDisk(medium::hardDisk, nullptr).relisted);
+    EXPECT_TRUE(selection->listDisk(SIGIL_MEDIUM_HARD_DISK, nullptr).relisted);
     EXPECT_EQ(selection->count(), 2);
     const Outcome outcome = selection->confirm(0, "secret");
     EXPECT_EQ(outcome.code, 0);
@@ -121,7 +120,7 @@ TEST_F(DecisionTest, ListsADiskAndUnlocksARow)
 
 TEST_F(DecisionTest, ChecksThePasswordBeforeTheRowAndTheRowBeforeTheProcessor)
 {
-    selection->listDisk(medium::hardDisk, nullptr);
+    selection->listDisk(SIGIL_MEDIUM_HARD_DISK, nullptr);
     lockExpired();
     EXPECT_EQ(selection->confirm(-1, "").telling, tellingOf(Step::TypePassword, code::missing));
     EXPECT_EQ(selection->confirm(-1, std::string(1024, 'x')).telling, tellingOf(Step::TypePassword, code::tooLong));
@@ -134,7 +133,7 @@ TEST_F(DecisionTest, ChecksThePasswordBeforeTheRowAndTheRowBeforeTheProcessor)
 
 TEST_F(DecisionTest, RefusesALockedRowToEveryCaller)
 {
-    selection->listDisk(medium::hardDisk, nullptr);
+    selection->listDisk(SIGIL_MEDIUM_HARD_DISK, nullptr);
     lockExpired();
     char password[] = "x";
     EXPECT_EQ(selection->unlock(1, password).code, 1001);
@@ -148,13 +147,13 @@ TEST_F(DecisionTest, ConfirmsAnImportWithItsOwnPassword)
     scripted::processor().entries[0].nSignPriKeyLen = 1;
     EXPECT_TRUE(importWith("Secret").relisted);
     selection->rememberPassword("Secret");
-    EXPECT_EQ(selection->confirm(0, "other").telling, tellingOf(Step::TypePassword, code::wrongPassword));
+    EXPECT_EQ(selection->confirm(0, "other").telling, tellingOf(Step::TypePassword, SIGIL_WRONG_PASSWORD));
     EXPECT_EQ(selection->confirm(0, "sECRET").code, 0);
 }
 
 TEST_F(DecisionTest, KeepsItsEntriesWhenAFileHoldsNoPair)
 {
-    selection->listDisk(medium::hardDisk, nullptr);
+    selection->listDisk(SIGIL_MEDIUM_HARD_DISK, nullptr);
     const Outcome outcome = importWith("x");
     EXPECT_EQ(outcome.code, 0);
     EXPECT_EQ(outcome.telling, tellingOf(Step::TakePair, code::missing));

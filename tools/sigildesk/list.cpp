@@ -11,9 +11,6 @@ namespace host {
 
 namespace {
 
-constexpr int kHardDisk = 1;
-constexpr int kNoCertificate = 1115;
-
 const char* stateName(const tagCERTINFO& entry)
 {
     switch (entry.nValidStatus) {
@@ -49,10 +46,10 @@ int listCertificates(const Setting& setting, int pkiTypes)
     if (status == 0)
         status = CLP_SetType(processor.handle(), &options);
     if (status == 0)
-        status = CLP_SetMediaType(processor.handle(), kHardDisk, nullptr, 0);
+        status = CLP_SetMediaType(processor.handle(), SIGIL_MEDIUM_HARD_DISK, nullptr, 0);
     if (status == 0)
         status = CLP_LoadCertList(processor.handle());
-    if (status == kNoCertificate) {
+    if (status == SIGIL_NO_CERTIFICATE) {
         std::puts("No certificate found.");
         return done;
     }
