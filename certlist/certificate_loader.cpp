@@ -36,7 +36,7 @@ void CertificateLoader::setOptions(const tagLOADCERTOPT& options)
 int CertificateLoader::SetPolicyIDS()
 {
     m_filter.choose(m_options.policyIds);
-    return success;
+    return SIGIL_SUCCESS;
 }
 
 int CertificateLoader::readRandom(tagCERTINFO& entry, const char* where)
@@ -45,11 +45,11 @@ int CertificateLoader::readRandom(tagCERTINFO& entry, const char* where)
     ToolkitBytes random(m_hToolkit);
     fill(key, value(entry, field::signKey));
     const int rc = VIDGetRandomFromPriKey(m_hToolkit, key.get(), random.get());
-    if (rc == success && setBytes(entry, field::random, bytesOf(random)))
-        return success;
+    if (rc == SIGIL_SUCCESS && setBytes(entry, field::random, bytesOf(random)))
+        return SIGIL_SUCCESS;
     const bool none = rc == toolkitNoRandom;
     return m_log.failed(where, none ? error::notExistRandom : error::getRandom, "VIDGetRandomFromPriKey()", rc,
-        none ? noRandomInKey : randomNotRead);
+        none ? SIGIL_NO_RANDOM_IN_KEY : SIGIL_RANDOM_NOT_READ);
 }
 
 } // namespace sigil

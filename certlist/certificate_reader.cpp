@@ -27,23 +27,23 @@ int CertificateReader::read()
         &CertificateReader::expiry};
     for (Step step : steps) {
         const int rc = (this->*step)();
-        if (rc != success)
+        if (rc != SIGIL_SUCCESS)
             return rc;
     }
-    return success;
+    return SIGIL_SUCCESS;
 }
 
 int CertificateReader::load()
 {
     const int rc = CertLoad(m_loader.m_hToolkit, m_certificate.get());
-    return rc == success ? success : failed("CertLoad()", rc);
+    return rc == SIGIL_SUCCESS ? SIGIL_SUCCESS : failed("CertLoad()", rc);
 }
 
 int CertificateReader::version()
 {
-    if (CertGetVersion(m_loader.m_hToolkit, TextBuffer::capacity, m_text.cleared()) == success)
+    if (CertGetVersion(m_loader.m_hToolkit, TextBuffer::capacity, m_text.cleared()) == SIGIL_SUCCESS)
         setText(m_entry, field::version, "V" + std::string(m_text.text()));
-    return success;
+    return SIGIL_SUCCESS;
 }
 
 int CertificateReader::identity()
@@ -57,26 +57,26 @@ int CertificateReader::identity()
 int CertificateReader::family()
 {
     if (!m_style.familyFromSubject)
-        return success;
+        return SIGIL_SUCCESS;
     char organisation[1024] = {};
     int type = 0;
     m_loader.m_Util.GetOString(m_entry.szSubjectDN, sizeof organisation, organisation);
     m_loader.m_Util.GetCertCAType(organisation, &type);
     m_entry.nPKIType = type;
     if (type & m_loader.m_options.pkiTypes)
-        return success;
+        return SIGIL_SUCCESS;
     return rejected(m_style.filterFunction, error::notIncludeType, "Check DN pass", nullptr);
 }
 
 int CertificateReader::subjectFilter()
 {
     if (!*m_loader.m_options.subjectDn)
-        return success;
+        return SIGIL_SUCCESS;
     char subject[2 * sizeof m_entry.szSubjectDN] = {}; // UTF-8 takes at most half as much again
     int length = 0;
     m_loader.m_Util.UTF8ToMultibyte(m_entry.szSubjectDN, subject, &length);
     if (equalsIgnoringCase(subject, m_loader.m_options.subjectDn))
-        return success;
+        return SIGIL_SUCCESS;
     return rejected(m_style.function, error::pass, "DN Check pass", "DN Check pass");
 }
 
@@ -84,7 +84,7 @@ int CertificateReader::serialFilter()
 {
     const char* wanted = m_loader.m_options.serialNum;
     if (!*wanted || equalsIgnoringCase(wanted, m_entry.szSerialNum))
-        return success;
+        return SIGIL_SUCCESS;
     return rejected(m_style.filterFunction, error::pass, "Check SerialNumber pass", "Check SerialNumber pass");
 }
 
@@ -97,12 +97,12 @@ int CertificateReader::publicKey()
     ToolkitBytes der(m_loader.m_hToolkit);
     const int rc = CertGetPubKeyInfo(m_loader.m_hToolkit, algorithm.cleared(), keyLength.cleared(),
         TextBuffer::capacity, m_text.cleared(), der.get());
-    if (rc != success)
+    if (rc != SIGIL_SUCCESS)
         return failed("CertGetPubKeyInfo()", rc);
     setText(m_entry, field::pubKey, m_text.text());
     setText(m_entry, field::keyLength, keyLength.text());
     setText(m_entry, field::pubKeyAlg, algorithm.text());
-    return success;
+    return SIGIL_SUCCESS;
 }
 
 int CertificateReader::usageAndIssuer()
@@ -119,7 +119,7 @@ int CertificateReader::issuerName()
     setText(m_entry, field::issuerName, value(m_entry, field::issuerCn));
     if (const std::string* name = m_loader.m_issuers.nameOf(value(m_entry, field::issuerCn)))
         setText(m_entry, field::issuerName, *name);
-    return success;
+    return SIGIL_SUCCESS;
 }
 
 int CertificateReader::policies()
@@ -133,7 +133,7 @@ int CertificateReader::policyFilter()
 {
     m_loader.m_Util.MakeCommonPolicyID(&m_entry);
     if (m_loader.m_filter.accepts(m_entry.szPolicyID))
-        return success;
+        return SIGIL_SUCCESS;
     return rejected(m_style.function, error::pass, "CheckPolicyID() check pass", nullptr);
 }
 
@@ -142,7 +142,7 @@ int CertificateReader::policyName()
     const std::string_view id = value(m_entry, field::policyId);
     const std::string* name = m_loader.m_policies.nameOf(id);
     setText(m_entry, field::policyName, name ? *name : id);
-    return success;
+    return SIGIL_SUCCESS;
 }
 
 int CertificateReader::keyIds()
@@ -154,11 +154,11 @@ int CertificateReader::keyIds()
 
 int CertificateReader::optionalTexts()
 {
-    if (CertGetSubjectAltName(m_loader.m_hToolkit, TextBuffer::capacity, m_text.cleared()) == success)
+    if (CertGetSubjectAltName(m_loader.m_hToolkit, TextBuffer::capacity, m_text.cleared()) == SIGIL_SUCCESS)
         setText(m_entry, field::subjectAltName, m_text.text());
-    if (CertGetAIA(m_loader.m_hToolkit, TextBuffer::capacity, m_text.cleared()) == success)
+    if (CertGetAIA(m_loader.m_hToolkit, TextBuffer::capacity, m_text.cleared()) == SIGIL_SUCCESS)
         setText(m_entry, field::aia, m_text.text());
-    return success;
+    return SIGIL_SUCCESS;
 }
 
 int CertificateReader::validityTexts()
@@ -167,11 +167,11 @@ int CertificateReader::validityTexts()
     TextBuffer& notAfter = m_loader.m_texts[1];
     const int rc =
         CertGetValidity(m_loader.m_hToolkit, dateCapacity, m_text.cleared(), dateCapacity, notAfter.cleared());
-    if (rc != success)
+    if (rc != SIGIL_SUCCESS)
         return failed("CertGetValidity()", rc);
     setText(m_entry, field::notBefore, m_text.text().substr(0, dateCapacity - 1));
     setText(m_entry, field::notAfter, notAfter.text().substr(0, dateCapacity - 1));
-    return success;
+    return SIGIL_SUCCESS;
 }
 
 int CertificateReader::validityState()
@@ -182,47 +182,48 @@ int CertificateReader::validityState()
     const int rc = m_loader.m_Util.GetValidity(otherKeySize, m_entry.nPKIType, m_entry.szPolicyID,
         m_entry.szNotBefore, m_entry.szNotAfter, sizeof m_entry.szValidFrom, m_entry.szValidFrom,
         sizeof m_entry.szValidTo, m_entry.szValidTo, &remainDays, &state);
-    if (rc != success)
+    if (rc != SIGIL_SUCCESS)
         return failed("GetValidity() check err", rc);
     m_entry.nRemainDays = remainDays;
     m_entry.nValidStatus = state;
-    return success;
+    return SIGIL_SUCCESS;
 }
 
 int CertificateReader::expiry()
 {
     m_entry.nExpired = expired(m_entry.nValidStatus) ? 1 : 0;
     const bool leaveOut = m_style.mayExcludeExpired && m_loader.m_options.excludeExpired;
-    return leaveOut && m_entry.nExpired == 1 ? filteredOut : success;
+    return leaveOut && m_entry.nExpired == 1 ? SIGIL_FILTERED_OUT : SIGIL_SUCCESS;
 }
 
 int CertificateReader::readTexts(std::span<const TextStep> steps)
 {
     for (const TextStep& step : steps) {
         const int rc = readText(step);
-        if (rc != success)
+        if (rc != SIGIL_SUCCESS)
             return rc;
     }
-    return success;
+    return SIGIL_SUCCESS;
 }
 
 int CertificateReader::readText(const TextStep& step)
 {
     const int rc = step.get(m_loader.m_hToolkit, TextBuffer::capacity, m_text.cleared());
-    if (rc != success)
+    if (rc != SIGIL_SUCCESS)
         return failed(step.call, rc);
     setText(m_entry, step.field, m_text.text());
-    return success;
+    return SIGIL_SUCCESS;
 }
 
 int CertificateReader::failed(const char* call, int toolkitCode)
 {
-    return m_loader.m_log.failed(m_style.function, m_style.errorName, call, toolkitCode, certificateUnreadable);
+    return m_loader.m_log.failed(
+        m_style.function, m_style.errorName, call, toolkitCode, SIGIL_CERTIFICATE_UNREADABLE);
 }
 
 int CertificateReader::rejected(const char* function, const char* errorName, const char* what, const char* message)
 {
-    return m_loader.m_log.refused(function, errorName, what, filteredOut, message);
+    return m_loader.m_log.refused(function, errorName, what, SIGIL_FILTERED_OUT, message);
 }
 
 } // namespace sigil

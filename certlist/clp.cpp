@@ -24,11 +24,11 @@ template <class Operation>
 int onProcessor(void* handle, Operation operation)
 {
     if (!handle)
-        return noHandle;
+        return SIGIL_NO_HANDLE;
     try {
         return operation(*static_cast<CCertListProcInterface*>(handle));
     } catch (const std::bad_alloc&) {
-        return outOfMemory;
+        return SIGIL_NO_MEMORY;
     }
 }
 
@@ -39,8 +39,8 @@ int call(void* handle, bool valid, Operation operation)
 {
     return onProcessor(handle, [&](CCertListProcInterface& processor) {
         if (!valid)
-            return static_cast<int>(badArgument);
-        return processor.ready() ? operation(processor) : static_cast<int>(noHandle);
+            return static_cast<int>(SIGIL_BAD_ARGUMENT);
+        return processor.ready() ? operation(processor) : static_cast<int>(SIGIL_NO_HANDLE);
     });
 }
 
@@ -91,11 +91,11 @@ CCertListProcInterface* newProcessor()
 int CLP_Initalize(void** phCLP, void* pReserved, int nToolkitType, int nLanguage, char* szHomePath)
 {
     if (!phCLP)
-        return badArgument;
+        return SIGIL_BAD_ARGUMENT;
     if (!*phCLP)
         *phCLP = newProcessor();
     if (!*phCLP)
-        return outOfMemory;
+        return SIGIL_NO_MEMORY;
     return onProcessor(*phCLP, [&](CCertListProcInterface& processor) {
         processor.setUp(nLanguage, szHomePath);
         return processor.Inialize(pReserved, nToolkitType);
@@ -108,7 +108,7 @@ int CLP_UnInitalize(void* hCLP)
     const std::unique_ptr<CCertListProcInterface> processor(static_cast<CCertListProcInterface*>(hCLP));
     if (processor)
         processor->UnInitalize();
-    return success;
+    return SIGIL_SUCCESS;
 }
 
 int CLP_MemFree(void* /*hCLP*/, void** ppBuf) { return Loader::MemFree(ppBuf); }
@@ -229,7 +229,7 @@ int CLP_VerifyCert(void* hCLP, char* pCert, int nCertLen, int nErrSize, char* sz
     return call(hCLP, valid, [&](CCertListProcInterface& p) {
         CBinary message;
         const int rc = p.VerifyCert(pCert, nCertLen, &message);
-        if (rc != success) {
+        if (rc != SIGIL_SUCCESS) {
             std::fill_n(szErr, nErrSize, '\0');
             copyText(szErr, static_cast<std::size_t>(nErrSize), bytesOf(message));
         }
@@ -240,9 +240,9 @@ int CLP_VerifyCert(void* hCLP, char* pCert, int nCertLen, int nErrSize, char* sz
 int CLP_CopySelCertToDISK(
     void* hCLP, int nSrcMedia, int nIndex, int nTargetMedia, char* szTargetPath, char* szPassword)
 {
-    const bool fromToken = nSrcMedia >= tokenFirst && nSrcMedia <= memoryReserved;
+    const bool fromToken = nSrcMedia >= SIGIL_MEDIUM_TOKEN_FIRST && nSrcMedia <= SIGIL_MEDIUM_MEMORY_RESERVED;
     return call(hCLP, fromToken || nIndex >= 0, [&](CCertListProcInterface& p) {
-        return fromToken ? static_cast<int>(notOnThisMedium)
+        return fromToken ? static_cast<int>(SIGIL_NOT_ON_THIS_MEDIUM)
                          : p.CopyCertToDISK(false, nSrcMedia, nIndex, szPassword, nTargetMedia, szTargetPath);
     });
 }

@@ -21,7 +21,7 @@ bool isPerson(const SubjectNames& subject) { return equalsIgnoringCase(subject.o
 const CopyLayout* layoutFor(bool toHardDisk, const SubjectNames& subject)
 {
     const Family* named = familyOfOrganisation(subject.organisation);
-    const CopyLayouts& copies = (named ? named : familyWithCode(npki))->copies;
+    const CopyLayouts& copies = (named ? named : familyWithCode(SIGIL_FAMILY_NPKI))->copies;
     if (isPerson(subject))
         return toHardDisk ? copies.personOnHardDisk : copies.personOnRemovable;
     return toHardDisk ? copies.hardDisk : copies.removable;

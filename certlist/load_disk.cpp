@@ -35,7 +35,7 @@ bool mayBeRead(const SearchedFolder& folder, const char* path)
 CLoadDISK::CLoadDISK(int nLanguage, const char* szHomePath)
     : CertificateLoader(nLanguage, szHomePath, reporter)
 {
-    m_nMediaType = hardDisk;
+    m_nMediaType = SIGIL_MEDIUM_HARD_DISK;
 }
 
 void CLoadDISK::setDrive(const char* szPath) { copyText(m_szDrivePath, szPath); }
@@ -50,17 +50,17 @@ int CLoadDISK::GetCertDirectory(int nPKIType)
 {
     const Family* family = familyWithCode(nPKIType);
     if (!family)
-        return success;
+        return SIGIL_SUCCESS;
     const std::string home = environment().homeFolder();
-    const std::string base = m_nMediaType == removableDisk ? m_szDrivePath : home;
+    const std::string base = m_nMediaType == SIGIL_MEDIUM_REMOVABLE_DISK ? m_szDrivePath : home;
     if (home.empty() || base.empty())
-        return foldersNotFormed;
+        return SIGIL_FOLDERS_NOT_FORMED;
     std::vector<std::string>& list = m_folders[nPKIType];
     auto place = list.begin();
     for (const char* folder : foldersOf(*family, m_nMediaType).folders)
         if (place != list.end())
             *place++ = cutPath(base + folder);
-    return success;
+    return SIGIL_SUCCESS;
 }
 
 void CLoadDISK::search(const Family& family, bool countOnly, int& next)
@@ -75,12 +75,12 @@ void CLoadDISK::search(const Family& family, bool countOnly, int& next)
             entry->nPKIType = family.code;
             setPaths(family, m_searched, item->d_name, *entry);
             int rc = ParsingCert(countOnly, &*entry);
-            if (rc == certificateUnreadable &&
+            if (rc == SIGIL_CERTIFICATE_UNREADABLE &&
                 UndoableFiles::undoInterrupted(pairsOf(family, m_searched, item->d_name))) {
                 setPaths(family, m_searched, item->d_name, *entry);
                 rc = ParsingCert(countOnly, &*entry);
             }
-            if (rc != success)
+            if (rc != SIGIL_SUCCESS)
                 continue;
             // Files that came after the counting find no place in the list and are left for the next listing.
             if (!countOnly && next == count())
@@ -98,12 +98,12 @@ void CLoadDISK::search(const Family& family, bool countOnly, int& next)
 void CLoadDISK::noteUnreadFolder()
 {
     const std::string reason = std::generic_category().message(m_searched.error());
-    m_log.refused("CLoadDISK::LoadCertList()", error::getData, "readdir()", fileNotRead, reason.c_str());
+    m_log.refused("CLoadDISK::LoadCertList()", error::getData, "readdir()", SIGIL_FILE_NOT_READ, reason.c_str());
     m_folderUnread = true;
 }
 
 // Where a folder was not read to its end there may be certificates that nobody saw.
-int CLoadDISK::nothingFound() const { return m_folderUnread ? fileNotRead : noCertificate; }
+int CLoadDISK::nothingFound() const { return m_folderUnread ? SIGIL_FILE_NOT_READ : SIGIL_NO_CERTIFICATE; }
 
 int CLoadDISK::LoadCertList()
 {
@@ -112,8 +112,8 @@ int CLoadDISK::LoadCertList()
     int total = 0;
     for (const Family& family : families()) {
         const int before = total;
-        const int rc = m_options.pkiTypes & family.code ? countFamily(family, total) : success;
-        if (rc != success)
+        const int rc = m_options.pkiTypes & family.code ? countFamily(family, total) : SIGIL_SUCCESS;
+        if (rc != SIGIL_SUCCESS)
             return rc;
         if (total > before)
             found.push_back(&family);
@@ -132,17 +132,17 @@ int CLoadDISK::LoadCertList()
         ClearCertList();
         throw;
     }
-    return m_nCount > 0 ? success : nothingFound();
+    return m_nCount > 0 ? SIGIL_SUCCESS : nothingFound();
 }
 
 int CLoadDISK::countFamily(const Family& family, int& total)
 {
     const int places = GetDirectoryCount(family.code);
     if (places < 1)
-        return success;
+        return SIGIL_SUCCESS;
     m_folders[family.code].assign(static_cast<std::size_t>(places), {});
     const int rc = GetCertDirectory(family.code);
-    if (rc == success)
+    if (rc == SIGIL_SUCCESS)
         search(family, true, total);
     return rc;
 }
@@ -169,9 +169,9 @@ int CLoadDISK::ParsingCert(bool /*bCountOnly*/, tagCERTINFO* pEntry)
     const CertificateUnloader unload(m_hToolkit);
     pEntry->nMediaType = m_nMediaType;
     int rc = readSignPair(certificate, *pEntry);
-    if (rc == success)
+    if (rc == SIGIL_SUCCESS)
         rc = readKmPair(*pEntry);
-    return rc == success ? CertificateReader(*this, readerStyle, certificate, *pEntry).read() : rc;
+    return rc == SIGIL_SUCCESS ? CertificateReader(*this, readerStyle, certificate, *pEntry).read() : rc;
 }
 
 int CLoadDISK::readFile(char* path, const EntryField& field, tagCERTINFO& entry)
@@ -183,48 +183,48 @@ int CLoadDISK::readFile(char* path, const EntryField& field, tagCERTINFO& entry)
 int CLoadDISK::readFile(char* path, const EntryField& field, ToolkitBytes& content, tagCERTINFO& entry)
 {
     if (!mayBeRead(m_searched, path))
-        return certificateUnreadable;
+        return SIGIL_CERTIFICATE_UNREADABLE;
     const int rc = MediaDiskReadFile(m_hToolkit, path, content.get());
-    if (rc != success)
+    if (rc != SIGIL_SUCCESS)
         return rc;
-    return setBytes(entry, field, bytesOf(content)) ? success : certificateUnreadable;
+    return setBytes(entry, field, bytesOf(content)) ? SIGIL_SUCCESS : SIGIL_CERTIFICATE_UNREADABLE;
 }
 
 int CLoadDISK::readSignPair(ToolkitBytes& certificate, tagCERTINFO& entry)
 {
     int rc = readFile(entry.szSignCertPath, field::signCert, certificate, entry);
-    if (rc != success) // the shortened name is the one that readers of the log know
+    if (rc != SIGIL_SUCCESS) // the shortened name is the one that readers of the log know
         return unreadable("MediaDiskReadFil()", rc);
     rc = readFile(entry.szSignPriKeyPath, field::encSignKey, entry);
-    return rc == success ? success : unreadable("MediaDiskReadFile()", rc);
+    return rc == SIGIL_SUCCESS ? SIGIL_SUCCESS : unreadable("MediaDiskReadFile()", rc);
 }
 
 int CLoadDISK::unreadable(const char* callee, int rc)
 {
-    if (rc == certificateUnreadable) // our own refusal: the toolkit has no words on it
+    if (rc == SIGIL_CERTIFICATE_UNREADABLE) // our own refusal: the toolkit has no words on it
         return m_log.refused(parsingCert, nullptr, callee, rc, nullptr);
-    return m_log.failed(parsingCert, nullptr, callee, rc, certificateUnreadable);
+    return m_log.failed(parsingCert, nullptr, callee, rc, SIGIL_CERTIFICATE_UNREADABLE);
 }
 
 // A missing file is no news, but one that is there and has no room costs the certificate its pair.
 int CLoadDISK::readKmFile(char* path, const EntryField& field, tagCERTINFO& entry)
 {
     const int rc = readFile(path, field, entry);
-    return rc == certificateUnreadable ? m_log.refused(parsingCert, nullptr, "MediaDiskReadFile()", rc,
-                                             "key-management file is no file or too large")
-                                       : rc;
+    return rc == SIGIL_CERTIFICATE_UNREADABLE ? m_log.refused(parsingCert, nullptr, "MediaDiskReadFile()", rc,
+                                                    "key-management file is no file or too large")
+                                              : rc;
 }
 
 int CLoadDISK::readKmPair(tagCERTINFO& entry)
 {
-    const bool wanted = m_options.keyPairType == kmPairWanted;
+    const bool wanted = m_options.keyPairType == SIGIL_KEY_PAIR_BOTH;
     if (!*entry.szKmCertPath || !*entry.szKmPriKeyPath)
-        return wanted ? filteredOut : success;
+        return wanted ? SIGIL_FILTERED_OUT : SIGIL_SUCCESS;
     const int certificate = readKmFile(entry.szKmCertPath, field::kmCert, entry);
     const int key = readKmFile(entry.szKmPriKeyPath, field::encKmKey, entry);
-    if (!wanted || (certificate == success && key == success))
-        return success;
+    if (!wanted || (certificate == SIGIL_SUCCESS && key == SIGIL_SUCCESS))
+        return SIGIL_SUCCESS;
     setText(entry, field::kmCertPath, {});
     setText(entry, field::kmKeyPath, {});
-    return filteredOut;
+    return SIGIL_FILTERED_OUT;
 }

@@ -45,7 +45,7 @@ bool mayBeDeleted(const std::string& path)
 int CLoadDISK::WriteFile(const CBinary& data, char* szPath)
 {
     if (bytesOf(data).empty())
-        return badArgument;
+        return SIGIL_BAD_ARGUMENT;
     ToolkitBytes bytes(m_hToolkit, data.m_pData, data.m_nLength);
     return MediaDiskWriteFile(m_hToolkit, szPath, bytes.get());
 }
@@ -54,11 +54,11 @@ int CLoadDISK::WriteCertNKey(bool bCertOnly, bool bKeyAsIs, char* szPassword, in
     char* szKeyPath, const CBinary& certificate, const CBinary& key)
 {
     if (!szCertPath || bytesOf(certificate).empty())
-        return badArgument;
+        return SIGIL_BAD_ARGUMENT;
     if (!bCertOnly && (!szPassword || !szKeyPath || bytesOf(key).empty()))
-        return badArgument;
+        return SIGIL_BAD_ARGUMENT;
     const int rc = writeLogged(certificate, szCertPath);
-    if (rc != success || bCertOnly)
+    if (rc != SIGIL_SUCCESS || bCertOnly)
         return rc;
     return bKeyAsIs ? writeLogged(key, szKeyPath) : writeEncrypted(key, szPassword, nAlg, szKeyPath);
 }
@@ -76,13 +76,13 @@ int CLoadDISK::writeCopy(char* szPassword, int nAlg, CertPaths& paths, const Cer
         pairs.pop_back();
     UndoableFiles files(pairs);
     if (!files.begin() || !files.removeKeys())
-        return notOnDisk(writeCertNKey, error::writeCertNKey, fileNotWritten);
+        return notOnDisk(writeCertNKey, error::writeCertNKey, SIGIL_FILE_NOT_WRITTEN);
     int rc = WriteCertNKey(
         false, false, szPassword, nAlg, paths.signCert, paths.signKey, source.signCert, source.signKey);
-    if (rc == success && source.hasKmPair())
+    if (rc == SIGIL_SUCCESS && source.hasKmPair())
         rc = WriteCertNKey(false, false, szPassword, nAlg, paths.kmCert, paths.kmKey, source.kmCert, source.kmKey);
-    if (rc == success && !files.keep())
-        return notOnDisk(writeCertNKey, error::writeCertNKey, fileNotWritten);
+    if (rc == SIGIL_SUCCESS && !files.keep())
+        return notOnDisk(writeCertNKey, error::writeCertNKey, SIGIL_FILE_NOT_WRITTEN);
     return rc;
 }
 
@@ -92,8 +92,8 @@ int CLoadDISK::writeExport(const CBinary& pfx, char* szPath)
     UndoableFiles file(std::vector<PairPaths>{{szPath, {}}});
     file.begin();
     const int rc = WriteFile(pfx, szPath);
-    if (rc == success && !file.keep())
-        return notOnDisk("CLoadDISK::WriteFile()", error::writeCertNKey, fileNotWritten);
+    if (rc == SIGIL_SUCCESS && !file.keep())
+        return notOnDisk("CLoadDISK::WriteFile()", error::writeCertNKey, SIGIL_FILE_NOT_WRITTEN);
     return rc;
 }
 
@@ -106,9 +106,9 @@ int CLoadDISK::notOnDisk(const char* where, const char* errorName, int result)
 int CLoadDISK::writeLogged(const CBinary& data, char* path)
 {
     const int rc = WriteFile(data, path);
-    return rc == success
-        ? success
-        : m_log.failed(writeCertNKey, error::writeCertNKey, "MediaDiskWriteFile()", rc, fileNotWritten);
+    return rc == SIGIL_SUCCESS
+        ? SIGIL_SUCCESS
+        : m_log.failed(writeCertNKey, error::writeCertNKey, "MediaDiskWriteFile()", rc, SIGIL_FILE_NOT_WRITTEN);
 }
 
 int CLoadDISK::writeEncrypted(const CBinary& key, char* szPassword, int nAlg, char* path)
@@ -116,15 +116,15 @@ int CLoadDISK::writeEncrypted(const CBinary& key, char* szPassword, int nAlg, ch
     ToolkitBytes plain(m_hToolkit, key.m_pData, key.m_nLength);
     ToolkitBytes encrypted(m_hToolkit);
     const int rc = PriKeyEncrypt(m_hToolkit, nAlg, szPassword, plain.get(), encrypted.get());
-    if (rc != success)
-        return m_log.failed(writeCertNKey, error::writeCertNKey, "PriKeyEncrypt()", rc, fileNotWritten);
+    if (rc != SIGIL_SUCCESS)
+        return m_log.failed(writeCertNKey, error::writeCertNKey, "PriKeyEncrypt()", rc, SIGIL_FILE_NOT_WRITTEN);
     return writeLogged(encrypted.copy(), path);
 }
 
 int CLoadDISK::ReadCertNKey(bool bStoredKey, int nIndex, CertNKey& out)
 {
     if (nIndex < 0 || nIndex > count())
-        return badArgument;
+        return SIGIL_BAD_ARGUMENT;
     ScratchEntry entry;
     if (hasEntry(nIndex))
         this->entry(nIndex).copyTo(*entry);
@@ -132,7 +132,7 @@ int CLoadDISK::ReadCertNKey(bool bStoredKey, int nIndex, CertNKey& out)
     assign(out.signKey, value(*entry, bStoredKey ? field::encSignKey : field::signKey));
     assign(out.kmCert, value(*entry, field::kmCert));
     assign(out.kmKey, value(*entry, bStoredKey ? field::encKmKey : field::kmKey));
-    return success;
+    return SIGIL_SUCCESS;
 }
 
 int CLoadDISK::ReadCertNKeyFromPath(char* szCertPath, char* szKeyPath, CBinary& certificate, CBinary& key)
@@ -142,14 +142,15 @@ int CLoadDISK::ReadCertNKeyFromPath(char* szCertPath, char* szKeyPath, CBinary& 
         ToolkitBytes content(m_hToolkit);
         const int rc = MediaDiskReadFile(m_hToolkit, path, content.get());
         assign(out, bytesOf(content));
-        return rc == success ? success
-                             : m_log.failed(where, error::readCertNKey, "MediaDiskReadFile()", rc, fileNotRead);
+        return rc == SIGIL_SUCCESS
+            ? SIGIL_SUCCESS
+            : m_log.failed(where, error::readCertNKey, "MediaDiskReadFile()", rc, SIGIL_FILE_NOT_READ);
     };
     int rc = read(szCertPath, certificate);
-    if (rc == success)
+    if (rc == SIGIL_SUCCESS)
         rc = read(szKeyPath, key);
-    if (rc == success && (bytesOf(certificate).empty() || bytesOf(key).empty()))
-        rc = m_log.refused(where, error::readCertNKey, nullptr, fileNotRead, "Cert&Key data is null");
+    if (rc == SIGIL_SUCCESS && (bytesOf(certificate).empty() || bytesOf(key).empty()))
+        rc = m_log.refused(where, error::readCertNKey, nullptr, SIGIL_FILE_NOT_READ, "Cert&Key data is null");
     return rc;
 }
 
@@ -157,13 +158,13 @@ int CLoadDISK::ReadCertNKeyFromPath(char* szCertPath, char* szKeyPath, CBinary& 
 int CLoadDISK::DeleteCertNKey(int nIndex, char* szPassword)
 {
     if (!szPassword || nIndex < 1 || !hasEntry(nIndex))
-        return badArgument;
+        return SIGIL_BAD_ARGUMENT;
     ScratchEntry entry(this->entry(nIndex));
     int rc = checkDeletion(*entry, szPassword);
-    if (rc == success)
+    if (rc == SIGIL_SUCCESS)
         rc = deletePairs(*entry, szPassword);
     // Removes nothing but an empty home folder: the certificate's own folder stays, deliberately.
-    if (rc == success && (entry->nPKIType == npki || entry->nPKIType == ppki))
+    if (rc == SIGIL_SUCCESS && (entry->nPKIType == SIGIL_FAMILY_NPKI || entry->nPKIType == SIGIL_FAMILY_PPKI))
         rmdir(environment().homeFolder().c_str());
     return rc;
 }
@@ -173,13 +174,14 @@ int CLoadDISK::checkDeletion(tagCERTINFO& entry, char* szPassword)
 {
     for (const PairPaths& pair : pairsOf(entry))
         if (!mayBeDeleted(pair.key) || !mayBeDeleted(pair.certificate))
-            return m_log.refused(deleteCertNKey, error::deleteCertNKey, "access()", fileNotDeleted, nullptr);
+            return m_log.refused(
+                deleteCertNKey, error::deleteCertNKey, "access()", SIGIL_FILE_NOT_DELETED, nullptr);
     if (entry.nEncKmPriKeyLen < 1)
-        return success;
+        return SIGIL_SUCCESS;
     const int rc = decryptKey(entry, field::encKmKey, field::kmKey, szPassword);
     return rc == toolkitWrongPassword
-        ? m_log.failed(deleteCertNKey, error::invalidPassword, "MediaDiskDeletePriKey()", rc, wrongPassword)
-        : success;
+        ? m_log.failed(deleteCertNKey, error::invalidPassword, "MediaDiskDeletePriKey()", rc, SIGIL_WRONG_PASSWORD)
+        : SIGIL_SUCCESS;
 }
 
 // When the toolkit fails, what it has deleted stays deleted; when the process is killed, everything comes back. A disk
@@ -189,23 +191,26 @@ int CLoadDISK::deletePairs(tagCERTINFO& entry, char* szPassword)
     UndoableFiles files(pairsOf(entry));
     files.begin();
     int rc = deletePair(szPassword, signing, entry.szSignPriKeyPath, entry.szSignCertPath);
-    if (rc == success && *entry.szKmPriKeyPath && *entry.szKmCertPath)
+    if (rc == SIGIL_SUCCESS && *entry.szKmPriKeyPath && *entry.szKmCertPath)
         rc = deletePair(szPassword, keyManagement, entry.szKmPriKeyPath, entry.szKmCertPath);
     const bool onDisk = files.letGo();
-    return rc == success && !onDisk ? notOnDisk(deleteCertNKey, error::deleteCertNKey, fileNotDeleted) : rc;
+    return rc == SIGIL_SUCCESS && !onDisk ? notOnDisk(deleteCertNKey, error::deleteCertNKey, SIGIL_FILE_NOT_DELETED)
+                                          : rc;
 }
 
 int CLoadDISK::deletePair(char* szPassword, int kind, char* keyPath, char* certPath)
 {
     int rc = MediaDiskDeletePriKey(m_hToolkit, szPassword, kind, keyPath);
     if (rc == toolkitWrongPassword)
-        return m_log.failed(deleteCertNKey, error::invalidPassword, "MediaDiskDeletePriKey()", rc, wrongPassword);
-    if (rc != success)
-        return m_log.failed(deleteCertNKey, error::deleteCertNKey, "MediaDiskDeletePriKey()", rc, fileNotDeleted);
+        return m_log.failed(
+            deleteCertNKey, error::invalidPassword, "MediaDiskDeletePriKey()", rc, SIGIL_WRONG_PASSWORD);
+    if (rc != SIGIL_SUCCESS)
+        return m_log.failed(
+            deleteCertNKey, error::deleteCertNKey, "MediaDiskDeletePriKey()", rc, SIGIL_FILE_NOT_DELETED);
     rc = MediaDiskDeleteCert(m_hToolkit, certPath, kind);
-    return rc == success
-        ? success
-        : m_log.failed(deleteCertNKey, error::deleteCertNKey, "MediaDiskDeleteCert()", rc, fileNotDeleted);
+    return rc == SIGIL_SUCCESS
+        ? SIGIL_SUCCESS
+        : m_log.failed(deleteCertNKey, error::deleteCertNKey, "MediaDiskDeleteCert()", rc, SIGIL_FILE_NOT_DELETED);
 }
 
 int CLoadDISK::MakeCertPath(
@@ -221,25 +226,25 @@ int CLoadDISK::MakeCertPath(
     ToolkitBytes record(m_hToolkit, certificate.m_pData, certificate.m_nLength);
     ToolkitBytes der(m_hToolkit);
     int rc = CertLoad(m_hToolkit, record.get());
-    if (rc != success)
+    if (rc != SIGIL_SUCCESS)
         return m_log.failed(
-            "CLoadDISK::MakeCertPath()", error::parsingCert, "CertLoad()", rc, certificateUnreadable);
+            "CLoadDISK::MakeCertPath()", error::parsingCert, "CertLoad()", rc, SIGIL_CERTIFICATE_UNREADABLE);
     const CallResult read = callAll({
         {"CertGetSubjectName()", [&] { return CertGetSubjectName(m_hToolkit, subjectCapacity, subject); }},
         {"CertGetPubKeyInfo()",
             [&] { return CertGetPubKeyInfo(m_hToolkit, algorithm, keyLength, keyCapacity, key, der.get()); }},
     });
-    if (read.code != success) // the name in the record is one that readers of the log know
+    if (read.code != SIGIL_SUCCESS) // the name in the record is one that readers of the log know
         return m_log.failed(
-            "CLoadDISK::ParsingCert()", error::parsingCert, read.name, read.code, certificateUnreadable);
+            "CLoadDISK::ParsingCert()", error::parsingCert, read.name, read.code, SIGIL_CERTIFICATE_UNREADABLE);
     char cn[subjectCapacity] = {};
     char organisation[subjectCapacity] = {};
     char organisationUnit[subjectCapacity] = {};
     m_Util.GetCNString(subject, sizeof cn, cn);
     m_Util.GetOString(subject, sizeof organisation, organisation);
     m_Util.GetOUString(subject, sizeof organisationUnit, organisationUnit);
-    const bool toHardDisk = nTargetMedia == hardDisk;
+    const bool toHardDisk = nTargetMedia == SIGIL_MEDIUM_HARD_DISK;
     const std::string base = toHardDisk ? environment().homeFolder() : szTargetPath ? szTargetPath : "";
     formCopyPaths(toHardDisk, base.c_str(), {subject, cn, organisation, organisationUnit}, paths);
-    return success;
+    return SIGIL_SUCCESS;
 }

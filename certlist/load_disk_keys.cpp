@@ -45,10 +45,10 @@ Refusal decryptRefusal(int toolkitCode)
 {
     switch (toolkitCode) {
     case toolkitWrongPassword:
-        return {wrongPassword, error::invalidPassword};
+        return {SIGIL_WRONG_PASSWORD, error::invalidPassword};
     case toolkitKeyDamaged:
     case toolkitKeyUnknown:
-        return {keyNotDecrypted, error::decryptPriKey};
+        return {SIGIL_KEY_NOT_DECRYPTED, error::decryptPriKey};
     default:
         return {toolkitCode, error::decryptPriKey};
     }
@@ -62,28 +62,28 @@ int CLoadDISK::decryptKey(tagCERTINFO& entry, const EntryField& stored, const En
     ToolkitBytes decrypted(m_hToolkit);
     fill(encrypted, value(entry, stored));
     const int rc = PriKeyDecrypt(m_hToolkit, szPassword, encrypted.get(), decrypted.get());
-    if (rc != success)
+    if (rc != SIGIL_SUCCESS)
         return rc;
     // A key that does not fit into its place in the entry was not decrypted from what fitted.
-    return setBytes(entry, key, bytesOf(decrypted)) ? success : toolkitKeyDamaged;
+    return setBytes(entry, key, bytesOf(decrypted)) ? SIGIL_SUCCESS : toolkitKeyDamaged;
 }
 
 int CLoadDISK::DecryptPriKey(int nIndex, char* szPassword, CBinary* pSignKey, CBinary* pKmKey)
 {
     if (!hasEntry(nIndex))
-        return badArgument;
+        return SIGIL_BAD_ARGUMENT;
     ScratchEntry entry(this->entry(nIndex));
     // A key that was decrypted before is not handed out again for a password that does not open it.
     const auto decrypt = [&](const EntryField& stored, const EntryField& key, CBinary* out) {
         const int rc = decryptKey(*entry, stored, key, szPassword);
-        if (rc == success)
+        if (rc == SIGIL_SUCCESS)
             assign(*out, value(*entry, key));
         return rc;
     };
     int rc = decrypt(field::encSignKey, field::signKey, pSignKey);
-    if (rc == success && entry->nEncKmPriKeyLen >= 1)
+    if (rc == SIGIL_SUCCESS && entry->nEncKmPriKeyLen >= 1)
         rc = decrypt(field::encKmKey, field::kmKey, pKmKey);
-    if (rc != success) {
+    if (rc != SIGIL_SUCCESS) {
         const Refusal refusal = decryptRefusal(rc);
         rc = m_log.failed("CLoadDISK::DecryptPriKey()", refusal.errorName, "PriKeyDecrypt()", rc, refusal.result);
     }
@@ -94,7 +94,7 @@ int CLoadDISK::DecryptPriKey(int nIndex, char* szPassword, CBinary* pSignKey, CB
 int CLoadDISK::GetPrikeyRandom(int nIndex, char* szPassword)
 {
     if (!hasEntry(nIndex))
-        return badArgument;
+        return SIGIL_BAD_ARGUMENT;
     ScratchEntry entry(this->entry(nIndex));
     if (entry->nSignPriKeyLen < 1)
         decryptForRandom(*entry, szPassword);
@@ -109,7 +109,7 @@ void CLoadDISK::decryptForRandom(tagCERTINFO& entry, char* szPassword)
 {
     const auto decrypt = [&](const EntryField& stored, const EntryField& key) {
         const int rc = decryptKey(entry, stored, key, szPassword);
-        if (rc != success)
+        if (rc != SIGIL_SUCCESS)
             m_log.failed("CLoadDISK::GetPrikeyRandom()", error::notExistRandom, "VIDGetRandomFromPriKey()", rc, rc);
     };
     decrypt(field::encSignKey, field::signKey);
@@ -120,11 +120,11 @@ void CLoadDISK::decryptForRandom(tagCERTINFO& entry, char* szPassword)
 int CLoadDISK::VerifyVID(int nIndex, char* szIdn, char* szPassword)
 {
     if (!hasEntry(nIndex))
-        return badArgument;
+        return SIGIL_BAD_ARGUMENT;
     int rc = decryptForIdentity(nIndex, szPassword);
-    if (rc == success && ScratchEntry(entry(nIndex))->nRandomLen < 1)
+    if (rc == SIGIL_SUCCESS && ScratchEntry(entry(nIndex))->nRandomLen < 1)
         rc = GetPrikeyRandom(nIndex, szPassword);
-    if (rc != success)
+    if (rc != SIGIL_SUCCESS)
         return rc;
     ScratchEntry entry(this->entry(nIndex));
     ToolkitBytes certificate(m_hToolkit);
@@ -132,9 +132,9 @@ int CLoadDISK::VerifyVID(int nIndex, char* szIdn, char* szPassword)
     fill(certificate, value(*entry, field::signCert));
     fill(random, value(*entry, field::random));
     rc = VIDVerify(m_hToolkit, certificate.get(), random.get(), szIdn);
-    return rc == success
-        ? success
-        : m_log.failed("CLoadDISK::VerifyVID()", error::getData, "VIDVerify()", rc, identityMismatch);
+    return rc == SIGIL_SUCCESS
+        ? SIGIL_SUCCESS
+        : m_log.failed("CLoadDISK::VerifyVID()", error::getData, "VIDVerify()", rc, SIGIL_IDENTITY_MISMATCH);
 }
 
 int CLoadDISK::decryptForIdentity(int nIndex, char* szPassword)
@@ -142,26 +142,26 @@ int CLoadDISK::decryptForIdentity(int nIndex, char* szPassword)
     ScratchEntry entry(this->entry(nIndex));
     const auto decrypt = [&](const EntryField& stored, const EntryField& key) {
         const bool needed = !value(*entry, stored).empty() && value(*entry, key).empty();
-        return needed ? decryptKey(*entry, stored, key, szPassword) : success;
+        return needed ? decryptKey(*entry, stored, key, szPassword) : SIGIL_SUCCESS;
     };
     int rc = decrypt(field::encSignKey, field::signKey);
-    if (rc == success)
+    if (rc == SIGIL_SUCCESS)
         rc = decrypt(field::encKmKey, field::kmKey);
     CopyCertInfo(nIndex, &*entry);
-    return rc == success
-        ? success
-        : m_log.failed("CLoadDISK::VerifyVID()", error::decryptPriKey, "PriKeyDecrypt()", rc, keyNotDecrypted);
+    return rc == SIGIL_SUCCESS ? SIGIL_SUCCESS
+                               : m_log.failed("CLoadDISK::VerifyVID()", error::decryptPriKey, "PriKeyDecrypt()", rc,
+                                     SIGIL_KEY_NOT_DECRYPTED);
 }
 
 int CLoadDISK::ChangePassword(int nIndex, char* szOldPassword, char* szNewPassword)
 {
     if (!hasEntry(nIndex))
-        return badArgument;
+        return SIGIL_BAD_ARGUMENT;
     ScratchEntry entry(this->entry(nIndex));
     int rc = changeKeyFile(*entry, field::encSignKey, entry->szSignPriKeyPath, szOldPassword, szNewPassword);
-    if (rc == success && *entry->szKmPriKeyPath)
+    if (rc == SIGIL_SUCCESS && *entry->szKmPriKeyPath)
         rc = changeKeyFile(*entry, field::encKmKey, entry->szKmPriKeyPath, szOldPassword, szNewPassword);
-    if (rc == success)
+    if (rc == SIGIL_SUCCESS)
         setText(*entry, field::password, szNewPassword);
     CopyCertInfo(nIndex, &*entry); // the signing key stays changed when the key-management key fails
     return rc;
@@ -174,25 +174,26 @@ int CLoadDISK::changeKeyFile(
     ToolkitBytes old(m_hToolkit);
     ToolkitBytes changed(m_hToolkit);
     int rc = MediaDiskReadFile(m_hToolkit, path, old.get());
-    if (rc != success)
-        return m_log.failed(where, error::getData, "MediaDiskReadFile()", rc, fileNotRead);
+    if (rc != SIGIL_SUCCESS)
+        return m_log.failed(where, error::getData, "MediaDiskReadFile()", rc, SIGIL_FILE_NOT_READ);
     rc = PriKeyChangePasswd(m_hToolkit, szOldPassword, szNewPassword, old.get(), changed.get());
     // Both records name the deletion of a key; readers of the log know them so.
     if (rc == toolkitWrongPassword)
-        return m_log.failed(where, error::invalidPassword, "MediaDiskDeletePriKey()", rc, wrongPassword);
-    if (rc != success || bytesOf(changed).size() > stored.capacity)
-        return m_log.failed(where, error::deleteCertNKey, "MediaDiskDeletePriKey()", rc, passwordNotChanged);
+        return m_log.failed(where, error::invalidPassword, "MediaDiskDeletePriKey()", rc, SIGIL_WRONG_PASSWORD);
+    if (rc != SIGIL_SUCCESS || bytesOf(changed).size() > stored.capacity)
+        return m_log.failed(
+            where, error::deleteCertNKey, "MediaDiskDeletePriKey()", rc, SIGIL_PASSWORD_NOT_CHANGED);
     rc = WriteFile(changed.copy(), path);
-    if (rc != success)
-        return m_log.failed(where, error::getData, "MediaDiskReadFile()", rc, fileNotWritten);
+    if (rc != SIGIL_SUCCESS)
+        return m_log.failed(where, error::getData, "MediaDiskReadFile()", rc, SIGIL_FILE_NOT_WRITTEN);
     setBytes(entry, stored, bytesOf(changed));
-    return success;
+    return SIGIL_SUCCESS;
 }
 
 int CLoadDISK::GetPrikeyAlg(const CBinary& certificate, int* pnAlg)
 {
     if (bytesOf(certificate).empty())
-        return badArgument;
+        return SIGIL_BAD_ARGUMENT;
     constexpr int policyCapacity = 40;
     constexpr int subjectCapacity = 260;
     constexpr int keyCapacity = 1024;
@@ -211,11 +212,11 @@ int CLoadDISK::GetPrikeyAlg(const CBinary& certificate, int* pnAlg)
         {"CertGetPubKeyInfo()",
             [&] { return CertGetPubKeyInfo(m_hToolkit, algorithm, keyLength, keyCapacity, key, der.get()); }},
     });
-    if (read.code != success) // the name in the record is one that readers of the log know
+    if (read.code != SIGIL_SUCCESS) // the name in the record is one that readers of the log know
         return m_log.failed(
-            "CLoadSMCard::GetPrikeyAlg()", error::parsingCert, read.name, read.code, certificateUnreadable);
+            "CLoadSMCard::GetPrikeyAlg()", error::parsingCert, read.name, read.code, SIGIL_CERTIFICATE_UNREADABLE);
     char organisationUnit[subjectCapacity] = {};
     m_Util.GetOUString(subject, sizeof organisationUnit, organisationUnit);
     *pnAlg = keyAlgorithm(policyId, keyLength, organisationUnit);
-    return success;
+    return SIGIL_SUCCESS;
 }

@@ -62,11 +62,11 @@ public:
     {
         for (int i = static_cast<int>(m_keys.size()); i < count; ++i) {
             const int rc = UTILGetObject(facade, list.get(), i, m_keys.emplace_back(facade).get());
-            if (rc != success)
+            if (rc != SIGIL_SUCCESS)
                 return rc;
             m_byPublicPart.emplace(publicPartOfKey(bytesOf(m_keys.back())), &m_keys.back());
         }
-        return success;
+        return SIGIL_SUCCESS;
     }
 
     /** The keys that may belong to @p certificate, in the order of the file: all of them when it does not tell its
@@ -114,9 +114,9 @@ int CLoadDISK::GetPKCS12(char* szPath, char* szPassword, CertNKey& out)
     const CertificateUnloader unload(m_hToolkit);
     PfxLists lists(m_hToolkit);
     int rc = openPfx(szPath, szPassword, lists);
-    if (rc == success)
+    if (rc == SIGIL_SUCCESS)
         rc = countPairs(lists);
-    for (int i = 0; rc == success && i < lists.count; ++i)
+    for (int i = 0; rc == SIGIL_SUCCESS && i < lists.count; ++i)
         rc = takePair(lists, i, out);
     return rc;
 }
@@ -125,18 +125,19 @@ int CLoadDISK::openPfx(char* szPath, char* szPassword, PfxLists& lists)
 {
     if (!isFileOrMissing(szPath)) // a toolkit may wait for ever for what a pipe does not bring
         return m_log.refused(
-            getPkcs12, error::importCert, "MediaDiskReadFile()", importRefused, "not a regular file");
+            getPkcs12, error::importCert, "MediaDiskReadFile()", SIGIL_IMPORT_REFUSED, "not a regular file");
     ToolkitBytes file(m_hToolkit);
     int rc = MediaDiskReadFile(m_hToolkit, szPath, file.get());
-    if (rc != success)
+    if (rc != SIGIL_SUCCESS)
         return m_log.failed(getPkcs12, error::readCertNKey, "MediaDiskReadFile()", rc, rc);
     rc = importPfx(usualMode, file, szPassword, lists);
     if (rc == toolkitWrongPfxPassword)
-        return m_log.failed(getPkcs12, error::invalidPassword, "PFXImportMultiPair2()", rc, wrongPassword);
-    if (rc != success)
+        return m_log.failed(getPkcs12, error::invalidPassword, "PFXImportMultiPair2()", rc, SIGIL_WRONG_PASSWORD);
+    if (rc != SIGIL_SUCCESS)
         rc = importPfx(otherMode, file, szPassword, lists);
-    return rc == success ? success
-                         : m_log.failed(getPkcs12, error::importCert, "PFXImportMultiPair2()", rc, importRefused);
+    return rc == SIGIL_SUCCESS
+        ? SIGIL_SUCCESS
+        : m_log.failed(getPkcs12, error::importCert, "PFXImportMultiPair2()", rc, SIGIL_IMPORT_REFUSED);
 }
 
 int CLoadDISK::importPfx(int mode, ToolkitBytes& file, char* szPassword, PfxLists& lists)
@@ -159,13 +160,13 @@ int CLoadDISK::countPairs(PfxLists& lists)
             [&] { return UTILGetObjectCount(m_hToolkit, lists.certificates.get(), &lists.count); }},
         {"UTILGetObjectCount()", [&] { return UTILGetObjectCount(m_hToolkit, lists.keys.get(), &keys); }},
     });
-    if (counted.code != success)
-        return m_log.failed(getPkcs12, error::importCert, counted.name, counted.code, importRefused);
+    if (counted.code != SIGIL_SUCCESS)
+        return m_log.failed(getPkcs12, error::importCert, counted.name, counted.code, SIGIL_IMPORT_REFUSED);
     if (lists.count > mostChecks)
         return tooMany();
     if (lists.count < 1 || lists.count != keys)
-        return m_log.refused(getPkcs12, error::notExistCert, "UTILGetObjectCount()", noCertificate, nullptr);
-    return success;
+        return m_log.refused(getPkcs12, error::notExistCert, "UTILGetObjectCount()", SIGIL_NO_CERTIFICATE, nullptr);
+    return SIGIL_SUCCESS;
 }
 
 int CLoadDISK::takePair(PfxLists& lists, int index, CertNKey& out)
@@ -179,7 +180,7 @@ int CLoadDISK::takePair(PfxLists& lists, int index, CertNKey& out)
         {"CertLoad()", [&] { return CertLoad(m_hToolkit, certificate.get()); }},
         {"CertGetKeyUsage()", [&] { return CertGetKeyUsage(m_hToolkit, usageCapacity, usage); }},
     });
-    if (read.code != success)
+    if (read.code != SIGIL_SUCCESS)
         return m_log.failed(getPkcs12, error::importCert, read.name, read.code, read.code);
     const bool signs = std::strstr(usage, "digitalSignature");
     return takeKeyOf(certificate, lists, signs ? out.signCert : out.kmCert, signs ? out.signKey : out.kmKey);
@@ -189,36 +190,37 @@ int CLoadDISK::takePair(PfxLists& lists, int index, CertNKey& out)
 int CLoadDISK::takeKeyOf(ToolkitBytes& certificate, PfxLists& lists, CBinary& certOut, CBinary& keyOut)
 {
     const int rc = lists.pairable.take(m_hToolkit, lists.keys, lists.count);
-    if (rc != success)
+    if (rc != SIGIL_SUCCESS)
         return m_log.failed(getPkcs12, error::importCert, "UTILGetObject()", rc, rc);
     for (ToolkitBytes* key : lists.pairable.candidatesFor(certificate)) {
         if (++lists.checks > mostChecks)
             return tooMany();
-        if (PriKeyCheckKeyPair(m_hToolkit, certificate.get(), key->get()) != success)
+        if (PriKeyCheckKeyPair(m_hToolkit, certificate.get(), key->get()) != SIGIL_SUCCESS)
             continue;
         assign(certOut, bytesOf(certificate));
         assign(keyOut, bytesOf(*key));
         break;
     }
-    return success;
+    return SIGIL_SUCCESS;
 }
 
 int CLoadDISK::tooMany()
 {
-    return m_log.refused(getPkcs12, error::importCert, "PriKeyCheckKeyPair()", importRefused, "too many pairs");
+    return m_log.refused(
+        getPkcs12, error::importCert, "PriKeyCheckKeyPair()", SIGIL_IMPORT_REFUSED, "too many pairs");
 }
 
 int CLoadDISK::MakePKCS12(int nIndex, char* szPassword, CBinary& pfx)
 {
     if (!hasEntry(nIndex))
-        return badArgument;
+        return SIGIL_BAD_ARGUMENT;
     ScratchEntry entry(this->entry(nIndex));
     if (entry->nSignPriKeyLen < 1)
-        return noDecryptedKey;
+        return SIGIL_NO_DECRYPTED_KEY;
     ToolkitBytes out(m_hToolkit);
     const bool hasKmPair = entry->nKmCertLen >= 1 && entry->nKmPriKeyLen >= 1;
     const int rc = hasKmPair ? exportTwoPairs(*entry, szPassword, out) : exportOnePair(*entry, szPassword, out);
-    if (rc == success)
+    if (rc == SIGIL_SUCCESS)
         assign(pfx, bytesOf(out));
     return rc;
 }
@@ -233,7 +235,9 @@ int CLoadDISK::exportOnePair(const tagCERTINFO& entry, char* szPassword, Toolkit
     const int rc =
         PFXExport(m_hToolkit, 0, szPassword, certificate.get(), key.get(), none.get(), none.get(), out.get());
     // The record names another export; readers of the log know it so.
-    return rc == success ? success : m_log.failed(makePkcs12, error::exportCert, "PFXExport2()", rc, exportRefused);
+    return rc == SIGIL_SUCCESS
+        ? SIGIL_SUCCESS
+        : m_log.failed(makePkcs12, error::exportCert, "PFXExport2()", rc, SIGIL_EXPORT_REFUSED);
 }
 
 int CLoadDISK::exportTwoPairs(const tagCERTINFO& entry, char* szPassword, ToolkitBytes& out)
@@ -255,6 +259,7 @@ int CLoadDISK::exportTwoPairs(const tagCERTINFO& entry, char* szPassword, Toolki
                 return PFXExportMultiPair(m_hToolkit, 0, szPassword, certificates.get(), keys.get(), out.get());
             }},
     });
-    return made.code == success ? success
-                                : m_log.failed(makePkcs12, error::exportCert, made.name, made.code, exportRefused);
+    return made.code == SIGIL_SUCCESS
+        ? SIGIL_SUCCESS
+        : m_log.failed(makePkcs12, error::exportCert, made.name, made.code, SIGIL_EXPORT_REFUSED);
 }

@@ -66,23 +66,25 @@ int CLoadExtra::GetRootCertCount(const char* confFile, int* count)
 {
     constexpr char where[] = "CLoadExtra::GetRootCertCount()";
     if (isEmpty(confFile))
-        return m_log.refused(where, error::invalidInput, nullptr, badArgument, nullptr);
+        return m_log.refused(where, error::invalidInput, nullptr, SIGIL_BAD_ARGUMENT, nullptr);
     const int authorities = authorityCount(confFile);
     if (authorities < 1)
-        return m_log.refused(where, error::loadConf, "FileGetPrivateProfileInt()", settingsIncomplete, nullptr);
+        return m_log.refused(
+            where, error::loadConf, "FileGetPrivateProfileInt()", SIGIL_SETTINGS_INCOMPLETE, nullptr);
     *count = 0;
     for (int i = 1; i <= authorities; ++i)
         *count += readAuthority(confFile, i).isRoot() ? 1 : 0;
-    return success;
+    return SIGIL_SUCCESS;
 }
 
 int CLoadExtra::GetRootCertURL(const char* confFile, std::span<tagROOTCERTURLINFO> list)
 {
     if (isEmpty(confFile))
-        return m_log.refused("CLoadExtra::GetRootCertURL()", error::invalidInput, nullptr, badArgument, nullptr);
+        return m_log.refused(
+            "CLoadExtra::GetRootCertURL()", error::invalidInput, nullptr, SIGIL_BAD_ARGUMENT, nullptr);
     const int authorities = authorityCount(confFile);
     if (authorities < 1)
-        return settingsIncomplete;
+        return SIGIL_SETTINGS_INCOMPLETE;
     auto next = list.begin();
     for (int i = 1; i <= authorities && next != list.end(); ++i) {
         const Authority authority = readAuthority(confFile, i);
@@ -92,68 +94,69 @@ int CLoadExtra::GetRootCertURL(const char* confFile, std::span<tagROOTCERTURLINF
         copyText(next->szURL, authority.url);
         ++next;
     }
-    return success;
+    return SIGIL_SUCCESS;
 }
 
 int CLoadExtra::VerifyCert(const char* cert, int len, CBinary* errText)
 {
     if (!cert)
-        return m_log.refused(verifyCert, error::invalidInput, nullptr, badArgument, nullptr);
+        return m_log.refused(verifyCert, error::invalidInput, nullptr, SIGIL_BAD_ARGUMENT, nullptr);
     const int rc = trustRoots();
-    return rc == success ? verify(cert, len, errText) : rc;
+    return rc == SIGIL_SUCCESS ? verify(cert, len, errText) : rc;
 }
 
 int CLoadExtra::trustRoots()
 {
     int count = 0;
     int rc = GetRootCertCount(m_szConfFile, &count);
-    if (rc != success)
-        return m_log.failed(verifyCert, error::verifyCert, "GetRootCertCount()", rc, notVerified);
+    if (rc != SIGIL_SUCCESS)
+        return m_log.failed(verifyCert, error::verifyCert, "GetRootCertCount()", rc, SIGIL_NOT_VERIFIED);
     std::vector<tagROOTCERTURLINFO> roots(static_cast<std::size_t>(count));
     rc = GetRootCertURL(m_szConfFile, roots);
-    if (rc != success)
-        return m_log.failed(verifyCert, error::verifyCert, "GetRootCertURL()", rc, notVerified);
+    if (rc != SIGIL_SUCCESS)
+        return m_log.failed(verifyCert, error::verifyCert, "GetRootCertURL()", rc, SIGIL_NOT_VERIFIED);
     for (const tagROOTCERTURLINFO& root : roots) {
         rc = trustRoot(root);
-        if (rc != success)
-            return m_log.failed(verifyCert, error::verifyCert, "CertAddTrustedCert()", rc, notVerified);
+        if (rc != SIGIL_SUCCESS)
+            return m_log.failed(verifyCert, error::verifyCert, "CertAddTrustedCert()", rc, SIGIL_NOT_VERIFIED);
     }
-    return success;
+    return SIGIL_SUCCESS;
 }
 
 // A root that cannot be fetched is passed over: the certificate may verify without it.
 int CLoadExtra::trustRoot(const tagROOTCERTURLINFO& root)
 {
     if (equalsIgnoringCase(root.szDN, militaryRoot))
-        return success;
+        return SIGIL_SUCCESS;
     char address[1024];
     copyText(address, std::string(root.szURL) + "/" + root.szDN);
     ToolkitBytes certificate(m_hToolkit);
-    if (HVAPGetDataByURL(m_hToolkit, 1, address, certificate.get()) != success)
-        return success;
+    if (HVAPGetDataByURL(m_hToolkit, 1, address, certificate.get()) != SIGIL_SUCCESS)
+        return SIGIL_SUCCESS;
     return CertAddTrustedCert(m_hToolkit, certificate.get());
 }
 
 int CLoadExtra::verify(const char* cert, int len, CBinary* errText)
 {
     int rc = CertSetVerifyEnv(m_hToolkit, 0, 2, false, nullptr, nullptr);
-    if (rc != success)
-        return m_log.failed(verifyCert, error::verifyCert, "CertSetVerifyEnv()", rc, notVerified);
+    if (rc != SIGIL_SUCCESS)
+        return m_log.failed(verifyCert, error::verifyCert, "CertSetVerifyEnv()", rc, SIGIL_NOT_VERIFIED);
     ToolkitBytes certificate(m_hToolkit, cert, len);
     rc = CertVerify(m_hToolkit, certificate.get(), 1, nullptr, m_szConfFile, false, nullptr, nullptr);
-    if (rc == success)
-        return success;
-    m_log.failed(verifyCert, error::verifyCert, "CertVerify()", rc, notVerified);
+    if (rc == SIGIL_SUCCESS)
+        return SIGIL_SUCCESS;
+    m_log.failed(verifyCert, error::verifyCert, "CertVerify()", rc, SIGIL_NOT_VERIFIED);
     *errText = m_log.text();
-    return notVerified;
+    return SIGIL_NOT_VERIFIED;
 }
 
 int CLoadExtra::CheckKeyPair(const CertNKey& pairs)
 {
     if (!pairs.hasSignPair())
-        return m_log.refused("CLoadExtra::CheckKeyPair()", error::invalidInput, nullptr, badArgument, nullptr);
+        return m_log.refused(
+            "CLoadExtra::CheckKeyPair()", error::invalidInput, nullptr, SIGIL_BAD_ARGUMENT, nullptr);
     const int rc = checkPair(pairs.signCert, pairs.signKey, "PriKeyCheckKeyPair( usage : sign )");
-    if (rc != success || !pairs.hasKmPair())
+    if (rc != SIGIL_SUCCESS || !pairs.hasKmPair())
         return rc;
     return checkPair(pairs.kmCert, pairs.kmKey, "PriKeyCheckKeyPair( usage : km )");
 }
@@ -164,7 +167,7 @@ int CLoadExtra::checkPair(const CBinary& certificate, const CBinary& key, const 
     ToolkitBytes keyRecord(m_hToolkit, key.m_pData, key.m_nLength);
     const int rc = PriKeyCheckKeyPair(m_hToolkit, certificateRecord.get(), keyRecord.get());
     // The record deliberately names another operation.
-    return rc == success
-        ? success
-        : m_log.failed("CLoadExtra::GetRootCertInfo()", error::diffCertKeyPair, callee, rc, pairMismatch);
+    return rc == SIGIL_SUCCESS
+        ? SIGIL_SUCCESS
+        : m_log.failed("CLoadExtra::GetRootCertInfo()", error::diffCertKeyPair, callee, rc, SIGIL_PAIR_MISMATCH);
 }

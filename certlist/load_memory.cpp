@@ -40,16 +40,16 @@ int CLoadMemory::LoadCertList(const char* signCert, int signCertLen, const char*
         setBytes(*entry, field::kmCert, part(kmCert, kmCertLen)) &&
         setBytes(*entry, field::kmKey, part(kmKey, kmKeyLen));
     if (certificate.empty() || key.empty() || !fits)
-        return m_log.refused(loadCertList, error::invalidInput, nullptr, badArgument, nullptr);
+        return m_log.refused(loadCertList, error::invalidInput, nullptr, SIGIL_BAD_ARGUMENT, nullptr);
     clear();
     // Deliberately refused even when all four parts are there.
-    if (m_options.keyPairType == kmPairWanted)
-        return m_log.refused(loadCertList, error::notExistKmCert, nullptr, kmPairRequired, nullptr);
-    if (ParsingCert(&*entry) == success) {
+    if (m_options.keyPairType == SIGIL_KEY_PAIR_BOTH)
+        return m_log.refused(loadCertList, error::notExistKmCert, nullptr, SIGIL_KM_PAIR_REQUIRED, nullptr);
+    if (ParsingCert(&*entry) == SIGIL_SUCCESS) {
         CopyCertInfo(&*entry);
         m_bLoaded = true;
     }
-    return success; // also after a refusal: the caller learns it from the count
+    return SIGIL_SUCCESS; // also after a refusal: the caller learns it from the count
 }
 
 int CLoadMemory::ParsingCert(tagCERTINFO* entry)
@@ -68,7 +68,7 @@ void CLoadMemory::ClearCertInfo(tagCERTINFO* entry) { wipe(entry, sizeof *entry)
 int CLoadMemory::GetPrikeyRandom()
 {
     if (!m_bLoaded)
-        return badArgument;
+        return SIGIL_BAD_ARGUMENT;
     ScratchEntry entry(m_entry);
     const int rc = readRandom(*entry, "CLoadMemory::GetPrikeyRandom()");
     m_entry.store(*entry);

@@ -10,12 +10,6 @@
 
 namespace sigil {
 
-namespace {
-
-constexpr int english = 2;
-
-} // namespace
-
 void formPath(char (&path)[260], const char* folder, const char* name)
 {
     copyText(path, std::string(folder ? folder : "") + "/" + name);
@@ -24,7 +18,7 @@ void formPath(char (&path)[260], const char* folder, const char* name)
 Loader::Loader(int language, const char* folder, const SettingsReporter& reporter)
     : m_reporter(reporter)
 {
-    const bool inEnglish = language == english;
+    const bool inEnglish = language == SIGIL_LANGUAGE_ENGLISH;
     formPath(m_szPolicyConfPath, folder, inEnglish ? "Policy_ENG.conf" : "Policy_KOR.conf");
     formPath(m_szIssuerConfPath, folder, inEnglish ? "Issuer_ENG.conf" : "Issuer_KOR.conf");
     formPath(m_szLangIniPath, folder, inEnglish ? "ENG.ini" : "KOR.ini");
@@ -40,7 +34,7 @@ void Loader::bind(int toolkitType, void* toolkit, const char* logPath)
 int Loader::SetInitalize()
 {
     const int rc = SetPolicyIDNameList();
-    return rc != success ? rc : SetIssuerNameList();
+    return rc != SIGIL_SUCCESS ? rc : SetIssuerNameList();
 }
 
 void Loader::shareNames(const Loader& other)
@@ -53,12 +47,12 @@ int Loader::SetPolicyIDNameList()
 {
     CBinary content;
     const PolicyFileResult read = readPolicyFile(m_szPolicyConfPath, content);
-    if (read.code == settingsIncomplete)
+    if (read.code == SIGIL_SETTINGS_INCOMPLETE)
         return m_log.refused(m_reporter.policyOpen, error::loadConf, read.failedCall, read.code, nullptr);
-    if (read.code != success)
+    if (read.code != SIGIL_SUCCESS)
         return m_log.refused(m_reporter.policyRead, error::fileReadNoData, read.failedCall, read.code, nullptr);
     PolicyParingData(content);
-    return success;
+    return SIGIL_SUCCESS;
 }
 
 void Loader::PolicyParingData(const CBinary& content)
@@ -69,8 +63,8 @@ void Loader::PolicyParingData(const CBinary& content)
 int Loader::SetIssuerNameList()
 {
     const char* mistake = m_issuers.read(m_szIssuerConfPath);
-    return mistake ? m_log.refused(m_reporter.issuer, error::loadConf, nullptr, settingsIncomplete, mistake)
-                   : success;
+    return mistake ? m_log.refused(m_reporter.issuer, error::loadConf, nullptr, SIGIL_SETTINGS_INCOMPLETE, mistake)
+                   : SIGIL_SUCCESS;
 }
 
 int Loader::GetErrInfo(CBinary* out) { return toolkitErrorText(m_hToolkit, *out); }
@@ -78,12 +72,12 @@ int Loader::GetErrInfo(CBinary* out) { return toolkitErrorText(m_hToolkit, *out)
 int Loader::MemFree(void** ppBuf)
 {
     if (!ppBuf || !*ppBuf)
-        return badArgument;
+        return SIGIL_BAD_ARGUMENT;
     auto* buffer = static_cast<char*>(*ppBuf);
     wipe(buffer, malloc_usable_size(buffer)); // the caller does not say how long it is, and it may hold a key
     delete[] buffer;                          // the contract of the buffers that are handed out
     *ppBuf = nullptr;
-    return success;
+    return SIGIL_SUCCESS;
 }
 
 } // namespace sigil

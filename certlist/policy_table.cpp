@@ -32,16 +32,16 @@ PolicyFileResult readPolicyFile(const char* path, CBinary& content)
     const File file = openForReading(path);
     // What is there and is no file (a folder, a pipe, a device) opens, but has no size.
     if (!file && faccessat(AT_FDCWD, path, R_OK, AT_EACCESS) != 0)
-        return {settingsIncomplete, "fopen"};
+        return {SIGIL_SETTINGS_INCOMPLETE, "fopen"};
     const long size = file ? sizeOf(file.get()) : 0;
     if (size < 1 || size >= INT_MAX)
-        return {settingsUnreadable, "fseek"};
+        return {SIGIL_SETTINGS_UNREADABLE, "fseek"};
     std::string bytes(static_cast<std::size_t>(size), '\0');
     bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));
     if (bytes.empty())
-        return {settingsUnreadable, "fread"};
+        return {SIGIL_SETTINGS_UNREADABLE, "fread"};
     content.set(bytes.data(), static_cast<int>(bytes.size()));
-    return {success, nullptr};
+    return {SIGIL_SUCCESS, nullptr};
 }
 
 void PolicyTable::build(std::string_view content)

@@ -15,9 +15,9 @@ using namespace sigil;
 
 namespace {
 
-bool isMemory(int medium) { return medium == memoryReserved || medium == memory; }
+bool isMemory(int medium) { return medium == SIGIL_MEDIUM_MEMORY_RESERVED || medium == SIGIL_MEDIUM_MEMORY; }
 
-bool isToken(int medium) { return medium == tokenFirst || medium == tokenLast; }
+bool isToken(int medium) { return medium == SIGIL_MEDIUM_TOKEN_FIRST || medium == SIGIL_MEDIUM_TOKEN_LAST; }
 
 template <class T>
 void createMissing(std::unique_ptr<T>& loader, int language, const char* folder)
@@ -46,17 +46,17 @@ void CCertListProcInterface::setUp(int language, char* szHomePath)
 
 int CCertListProcInterface::Inialize(void* /*pReserved*/, int nToolkitType)
 {
-    finish(success);
+    finish(SIGIL_SUCCESS);
     char folder[260] = {};
     copyText(folder, m_HomePath.isEmpty() ? "" : m_HomePath.toString());
     m_HomePath = folder;
     if (!createLoaders())
-        return finish(noHandle);
+        return finish(SIGIL_NO_HANDLE);
     const int rc = HV_Initalize(&m_hToolkit, nToolkitType, folder);
-    if (rc == facadeNoMakerToolkit || rc == facadeNoGovernmentToolkit)
-        return finish(toolkitNotLoaded);
-    if (rc != success)
-        return finish(toolkitRefused);
+    if (rc == SIGIL_MAKER_LIBRARY_MISSING || rc == SIGIL_GPKI_LIBRARY_MISSING)
+        return finish(SIGIL_TOOLKIT_NOT_LOADED);
+    if (rc != SIGIL_SUCCESS)
+        return finish(SIGIL_TOOLKIT_REFUSED);
     readLogPath();
     return bInitDone ? nErr : finish(initLoaders(nToolkitType));
 }
@@ -84,7 +84,7 @@ int CCertListProcInterface::initLoaders(int nToolkitType)
 {
     m_pLoadDisk->bind(nToolkitType, m_hToolkit, szLogPath);
     const int rc = m_pLoadDisk->SetInitalize();
-    if (rc != success)
+    if (rc != SIGIL_SUCCESS)
         return rc;
     // Their settings are the same files, which are not read three times.
     for (Loader* loader : {static_cast<Loader*>(m_pLoadMemory.get()), static_cast<Loader*>(m_pLoadExtra.get())}) {
@@ -92,7 +92,7 @@ int CCertListProcInterface::initLoaders(int nToolkitType)
         loader->shareNames(*m_pLoadDisk);
     }
     bInitDone = 1;
-    return success;
+    return SIGIL_SUCCESS;
 }
 
 void CCertListProcInterface::UnInitalize()
@@ -107,43 +107,43 @@ void CCertListProcInterface::UnInitalize()
 int CCertListProcInterface::SetLoadCertType(tagLOADCERTOPT* pOption)
 {
     if (!pOption)
-        return finish(badArgument);
+        return finish(SIGIL_BAD_ARGUMENT);
     bRemovableFlag = pOption->bRemovableFlag;
     m_pLoadDisk->setOptions(*pOption);
     m_pLoadMemory->setOptions(*pOption);
-    return finish(success);
+    return finish(SIGIL_SUCCESS);
 }
 
 int CCertListProcInterface::SetMediaType(int nMedia, char* szPath, int /*nReserved*/)
 {
-    if (nMedia >= tokenFirst && nMedia <= memoryReserved)
-        return finish(badArgument);
+    if (nMedia >= SIGIL_MEDIUM_TOKEN_FIRST && nMedia <= SIGIL_MEDIUM_MEMORY_RESERVED)
+        return finish(SIGIL_BAD_ARGUMENT);
     nMediaType = nMedia;
     if (onDisk())
         m_pLoadDisk->setMedium(nMedia);
-    if (nMedia == removableDisk && !isEmpty(szPath)) // without a folder the one of before stays
+    if (nMedia == SIGIL_MEDIUM_REMOVABLE_DISK && !isEmpty(szPath)) // without a folder the one of before stays
         m_pLoadDisk->setDrive(szPath);
-    if (nMedia == memory)
+    if (nMedia == SIGIL_MEDIUM_MEMORY)
         m_pLoadMemory->setMedium(nMedia);
-    return finish(success);
+    return finish(SIGIL_SUCCESS);
 }
 
 int CCertListProcInterface::GetRemDriveCount(int* pnCount)
 {
-    return finish(pnCount ? m_Util.GetRemDriveCount(bRemovableFlag != 0, pnCount) : badArgument);
+    return finish(pnCount ? m_Util.GetRemDriveCount(bRemovableFlag != 0, pnCount) : SIGIL_BAD_ARGUMENT);
 }
 
 int CCertListProcInterface::GetRemDriveList(tagDRIVEINFO* pArray)
 {
-    return finish(pArray ? m_Util.GetRemDriveInfo(bRemovableFlag != 0, pArray) : badArgument);
+    return finish(pArray ? m_Util.GetRemDriveInfo(bRemovableFlag != 0, pArray) : SIGIL_BAD_ARGUMENT);
 }
 
 int CCertListProcInterface::LoadCertList()
 {
-    if (nMediaType == memory || nMediaType == otherMedium)
-        return finish(success);
+    if (nMediaType == SIGIL_MEDIUM_MEMORY || nMediaType == SIGIL_MEDIUM_OTHER)
+        return finish(SIGIL_SUCCESS);
     if (!onDisk())
-        return finish(badArgument);
+        return finish(SIGIL_BAD_ARGUMENT);
     m_pLoadDisk->setMedium(nMediaType);
     m_pLoadDisk->ClearCertList();
     return finish(m_pLoadDisk->LoadCertList());
@@ -156,14 +156,14 @@ int CCertListProcInterface::GetCertCount() const
 
 int CCertListProcInterface::GetCertInfo(int nIndex, tagCERTINFO* pInfo)
 {
-    finish(success);
+    finish(SIGIL_SUCCESS);
     if (isMemory(nMediaType)) {
         if (m_pLoadMemory->count() == 0)
-            return finish(badArgument);
+            return finish(SIGIL_BAD_ARGUMENT);
         m_pLoadMemory->entry().copyTo(*pInfo); // the single entry, whatever the index
     } else if (onDisk()) {
         if (!m_pLoadDisk->hasEntry(nIndex))
-            return finish(badArgument);
+            return finish(SIGIL_BAD_ARGUMENT);
         m_pLoadDisk->entry(nIndex).copyTo(*pInfo);
     }
     return nErr;
@@ -173,7 +173,7 @@ int CCertListProcInterface::LoadMemoryCert(const char* pSignCert, int nSignCertL
     int nSignKeyLen, const char* pKmCert, int nKmCertLen, const char* pKmKey, int nKmKeyLen)
 {
     if (!isMemory(nMediaType))
-        return finish(notMemoryMedium);
+        return finish(SIGIL_NOT_MEMORY_MEDIUM);
     return finish(m_pLoadMemory->LoadCertList(
         pSignCert, nSignCertLen, pSignKey, nSignKeyLen, pKmCert, nKmCertLen, pKmKey, nKmKeyLen));
 }
@@ -186,14 +186,14 @@ int CCertListProcInterface::VerifyCert(char* pCert, int nCertLen, CBinary* pErrT
 int CCertListProcInterface::DecryptPriKey(int nIndex, char* szPassword, CBinary* pSignKey, CBinary* pKmKey)
 {
     if (!onDisk())
-        return finish(notOnThisMedium);
+        return finish(SIGIL_NOT_ON_THIS_MEDIUM);
     CBinary signKey;
     CBinary kmKey;
     finish(m_pLoadDisk->DecryptPriKey(nIndex, szPassword, &signKey, &kmKey));
-    if (nErr != success)
+    if (nErr != SIGIL_SUCCESS)
         return nErr;
     if (signKey.m_nLength < 0)
-        return finish(keyNotDecrypted);
+        return finish(SIGIL_KEY_NOT_DECRYPTED);
     *pSignKey = signKey;
     if (!kmKey.isEmpty())
         *pKmKey = kmKey;
@@ -205,9 +205,9 @@ int CCertListProcInterface::GetPriKeyRandom(int nIndex, char* szPassword, CBinar
     if (isToken(nMediaType))
         copyText(szTokenPassword, szPassword);
     if (!onDisk())
-        return finish(success);
+        return finish(SIGIL_SUCCESS);
     finish(m_pLoadDisk->GetPrikeyRandom(nIndex, szPassword));
-    if (nErr == success)
+    if (nErr == SIGIL_SUCCESS)
         assign(*pRandom, value(*ScratchEntry(m_pLoadDisk->entry(nIndex)), field::random));
     return nErr;
 }
@@ -215,21 +215,21 @@ int CCertListProcInterface::GetPriKeyRandom(int nIndex, char* szPassword, CBinar
 int CCertListProcInterface::VerifyVID(int nIndex, char* szIdn, void* /*pReserved*/, char* szPassword)
 {
     if (isToken(nMediaType) || isEmpty(szIdn) || isEmpty(szPassword) || nIndex < 0)
-        return finish(badArgument);
+        return finish(SIGIL_BAD_ARGUMENT);
     if (!onDisk()) // deliberately without any check
-        return finish(success);
+        return finish(SIGIL_SUCCESS);
     CBinary signKey;
     CBinary kmKey;
     finish(m_pLoadDisk->DecryptPriKey(nIndex, szPassword, &signKey, &kmKey));
-    return nErr == success ? finish(m_pLoadDisk->VerifyVID(nIndex, szIdn, szPassword)) : nErr;
+    return nErr == SIGIL_SUCCESS ? finish(m_pLoadDisk->VerifyVID(nIndex, szIdn, szPassword)) : nErr;
 }
 
 int CCertListProcInterface::ChangePassword(int nIndex, char* szOldPassword, char* szNewPassword)
 {
     if (isEmpty(szOldPassword) || isEmpty(szNewPassword) || nIndex < 0)
-        return finish(badArgument);
+        return finish(SIGIL_BAD_ARGUMENT);
     if (!onDisk())
-        return finish(notOnThisMedium);
+        return finish(SIGIL_NOT_ON_THIS_MEDIUM);
     return finish(m_pLoadDisk->ChangePassword(nIndex, szOldPassword, szNewPassword));
 }
 

@@ -65,7 +65,10 @@ public:
 
 private:
     int finish(int rc) { return nErr = rc; }
-    bool onDisk() const { return nMediaType == sigil::hardDisk || nMediaType == sigil::removableDisk; }
+    bool onDisk() const
+    {
+        return nMediaType == SIGIL_MEDIUM_HARD_DISK || nMediaType == SIGIL_MEDIUM_REMOVABLE_DISK;
+    }
     bool createLoaders();
     int initLoaders(int nToolkitType);
     void readLogPath();
@@ -73,7 +76,7 @@ private:
 
     int nErr = 0;
     int bInitDone = 0;
-    int nMediaType = sigil::noMedium;
+    int nMediaType = SIGIL_MEDIUM_NONE;
     int nLanguage = 0;
     CBinary m_ErrText;
     CBinary m_HomePath;

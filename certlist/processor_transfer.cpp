@@ -8,10 +8,10 @@ using namespace sigil;
 int CCertListProcInterface::ImportPFX(char* szPfxPath, char* szPassword, CertNKey& out)
 {
     if (!szPfxPath)
-        return finish(badArgument);
+        return finish(SIGIL_BAD_ARGUMENT);
     CertNKey read;
     finish(m_pLoadDisk->GetPKCS12(szPfxPath, szPassword, read));
-    if (nErr != success)
+    if (nErr != SIGIL_SUCCESS)
         return nErr;
     if (read.hasSignPair()) {
         out.signCert = read.signCert;
@@ -30,11 +30,11 @@ int CCertListProcInterface::ExportPFX(int nIndex, char* szPassword, char* szPfxP
     CBinary kmKey;
     CBinary pfx;
     finish(m_pLoadDisk->DecryptPriKey(nIndex, szPassword, &signKey, &kmKey));
-    if (nErr == success)
+    if (nErr == SIGIL_SUCCESS)
         finish(m_pLoadDisk->MakePKCS12(nIndex, szPassword, pfx));
-    if (nErr != success)
+    if (nErr != SIGIL_SUCCESS)
         return nErr;
-    return finish(pfx.isEmpty() ? nothingExported : m_pLoadDisk->writeExport(pfx, szPfxPath));
+    return finish(pfx.isEmpty() ? SIGIL_NOTHING_EXPORTED : m_pLoadDisk->writeExport(pfx, szPfxPath));
 }
 
 int CCertListProcInterface::CopyforSetData(char* pSignCert, int nSignCertLen, char* pSignKey, int nSignKeyLen,
@@ -46,21 +46,21 @@ int CCertListProcInterface::CopyforSetData(char* pSignCert, int nSignCertLen, ch
         m_staged.kmCert.set(pKmCert, nKmCertLen);
         m_staged.kmKey.set(pKmKey, nKmKeyLen);
     }
-    return finish(success);
+    return finish(SIGIL_SUCCESS);
 }
 
 int CCertListProcInterface::CopySetSource(int nSrcMedia, int nIndex, char* szPassword, CertNKey& out)
 {
-    if (nSrcMedia == otherMedium)
-        return finish(success);
-    if (nSrcMedia != hardDisk && nSrcMedia != removableDisk)
-        return finish(badArgument);
+    if (nSrcMedia == SIGIL_MEDIUM_OTHER)
+        return finish(SIGIL_SUCCESS);
+    if (nSrcMedia != SIGIL_MEDIUM_HARD_DISK && nSrcMedia != SIGIL_MEDIUM_REMOVABLE_DISK)
+        return finish(SIGIL_BAD_ARGUMENT);
     CBinary signKey;
     CBinary kmKey;
     finish(m_pLoadDisk->DecryptPriKey(nIndex, szPassword, &signKey, &kmKey));
-    if (nErr == success)
+    if (nErr == SIGIL_SUCCESS)
         finish(m_pLoadDisk->ReadCertNKey(false, nIndex, out));
-    if (nErr == success && !out.hasKmPair()) {
+    if (nErr == SIGIL_SUCCESS && !out.hasKmPair()) {
         out.kmCert.empty();
         out.kmKey.empty();
     }
@@ -70,14 +70,14 @@ int CCertListProcInterface::CopySetSource(int nSrcMedia, int nIndex, char* szPas
 int CCertListProcInterface::CopyCertToDISK(
     bool bStaged, int nSrcMedia, int nIndex, char* szPassword, int nTargetMedia, char* szTargetPath)
 {
-    if (isEmpty(szPassword) || (nTargetMedia == removableDisk && isEmpty(szTargetPath)))
-        return finish(badArgument);
+    if (isEmpty(szPassword) || (nTargetMedia == SIGIL_MEDIUM_REMOVABLE_DISK && isEmpty(szTargetPath)))
+        return finish(SIGIL_BAD_ARGUMENT);
     if (bStaged)
         return finish(copyTo(nTargetMedia, szTargetPath, szPassword, m_staged));
     nMediaType = nSrcMedia;
     CertNKey source;
     const int rc = CopySetSource(nSrcMedia, nIndex, szPassword, source);
-    return finish(rc == success ? copyTo(nTargetMedia, szTargetPath, szPassword, source) : rc);
+    return finish(rc == SIGIL_SUCCESS ? copyTo(nTargetMedia, szTargetPath, szPassword, source) : rc);
 }
 
 int CCertListProcInterface::copyTo(int nTargetMedia, char* szTargetPath, char* szPassword, const CertNKey& source)
@@ -85,13 +85,13 @@ int CCertListProcInterface::copyTo(int nTargetMedia, char* szTargetPath, char* s
     CertPaths paths;
     int algorithm = 0;
     int rc = m_pLoadExtra->CheckKeyPair(source);
-    if (rc != success)
+    if (rc != SIGIL_SUCCESS)
         return rc;
     m_pLoadDisk->setMedium(nMediaType);
     rc = m_pLoadDisk->MakeCertPath(nTargetMedia, szTargetPath, source.signCert, paths);
-    if (rc == success)
+    if (rc == SIGIL_SUCCESS)
         rc = m_pLoadDisk->GetPrikeyAlg(source.signCert, &algorithm);
-    if (rc != success)
+    if (rc != SIGIL_SUCCESS)
         return rc;
     return m_pLoadDisk->writeCopy(szPassword, algorithm, paths, source);
 }
@@ -99,10 +99,10 @@ int CCertListProcInterface::copyTo(int nTargetMedia, char* szTargetPath, char* s
 // Only disks have something to delete; the PIN belongs to token media, which are refused whatever it says.
 int CCertListProcInterface::DeleteCert(int nIndex, char* /*szPin*/, char* szPassword)
 {
-    if (nMediaType == otherMedium)
-        return finish(notOnThisMedium);
+    if (nMediaType == SIGIL_MEDIUM_OTHER)
+        return finish(SIGIL_NOT_ON_THIS_MEDIUM);
     if (!onDisk() || isEmpty(szPassword))
-        return finish(badArgument);
+        return finish(SIGIL_BAD_ARGUMENT);
     m_pLoadDisk->setMedium(nMediaType);
     return finish(m_pLoadDisk->DeleteCertNKey(nIndex, szPassword));
 }

@@ -48,9 +48,9 @@ void setFolderPaths(
 const StoreFolders& foldersOf(const Family& family, int medium)
 {
     static constexpr StoreFolders nowhere{};
-    if (medium == hardDisk)
+    if (medium == SIGIL_MEDIUM_HARD_DISK)
         return family.hardDisk;
-    return medium == removableDisk ? family.removable : nowhere;
+    return medium == SIGIL_MEDIUM_REMOVABLE_DISK ? family.removable : nowhere;
 }
 
 std::string cutPath(std::string path)

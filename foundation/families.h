@@ -3,13 +3,12 @@
  */
 #pragma once
 
+#include <sigildesk/codes.h>
+
 #include <span>
 #include <string_view>
 
 namespace sigil {
-
-/** Codes of the families. Added up they say which ones to list. */
-enum FamilyCode : int { gpki = 1, npki = 2, mpki = 4, ppki = 8 };
 
 /** Where the certificates of a family lie on one kind of medium. */
 struct StoreFolders {
@@ -59,7 +58,7 @@ struct WarningPeriod {
 };
 
 struct Family {
-    FamilyCode code;
+    SigilFamily code;
     std::span<const char* const> organisations; ///< "o=" of the subjects
     StoreFolders hardDisk;
     StoreFolders removable;

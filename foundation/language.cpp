@@ -1,5 +1,6 @@
 // CUtil: the language file and the texts in it.
 
+#include <sigildesk/codes.h>
 #include <sigildesk/profile.h>
 #include <sigildesk/util.h>
 
@@ -12,15 +13,12 @@
 
 namespace {
 
-constexpr int korean = 1;
-constexpr int english = 2;
-
 std::string languageFile(int language, const char* folder)
 {
     switch (language) {
-    case korean:
+    case SIGIL_LANGUAGE_KOREAN:
         return std::string(sigil::textOf(folder)) + "/KOR.ini";
-    case english:
+    case SIGIL_LANGUAGE_ENGLISH:
         return std::string(sigil::textOf(folder)) + "/ENG.ini";
     default:
         return {};
@@ -43,7 +41,7 @@ int lookUp(const char* sectionName, char* langFile, char* key, int size, char* o
 } // namespace
 
 CUtil::CUtil()
-    : CUtil(korean, (sigil::environment().homeFolder() + "/HalvardSafe/Corvenna").data())
+    : CUtil(SIGIL_LANGUAGE_KOREAN, (sigil::environment().homeFolder() + "/HalvardSafe/Corvenna").data())
 {
 }
 

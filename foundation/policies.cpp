@@ -46,7 +46,8 @@ int CUtil::GetCertCAType(char* caName, int* type)
     if (!type)
         return 0;
     const sigil::Family* family = sigil::familyOfOrganisation(sigil::textOf(caName));
-    *type = family ? family->code : sigil::ppki; // certificates of other authorities count as the private CA's
+    *type =
+        family ? family->code : SIGIL_FAMILY_PPKI; // certificates of other authorities count as the private CA's
     return 0;
 }
 

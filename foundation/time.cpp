@@ -1,5 +1,6 @@
 // CUtil: dates and periods of validity.
 
+#include <sigildesk/codes.h>
 #include <sigildesk/util.h>
 
 #include "foundation/ascii.h"
@@ -17,9 +18,6 @@ namespace {
 constexpr std::size_t longestTimeText = 29;
 constexpr int fieldCount = 6;
 constexpr int notATime = 6;
-constexpr int noText = 1001;
-
-enum Validity { valid, expiresSoon, expired };
 
 /** Splits a time text into its numbers. @return 0; the number (from 1) of the first missing field */
 int splitTime(std::string_view text, int (&fields)[fieldCount])
@@ -64,7 +62,7 @@ std::time_t readTime(const char* text)
 {
     const std::string_view whole = sigil::textOf(text);
     if (whole.empty() || whole.size() > longestTimeText)
-        return noText;
+        return SIGIL_BAD_ARGUMENT;
     int fields[fieldCount];
     if (const int missing = splitTime(whole, fields))
         return missing;
@@ -132,13 +130,13 @@ int daysUntil(Calc target, const tm& now)
     return clamped(days + leapDays(now, target));
 }
 
-Validity judge(std::time_t notAfter, tm notAfterDate, std::time_t now, tm warningEnd, int warning)
+SigilValidity judge(std::time_t notAfter, tm notAfterDate, std::time_t now, tm warningEnd, int warning)
 {
     if (notAfter < now)
-        return expired;
+        return SIGIL_VALIDITY_EXPIRED;
     warningEnd.tm_mday += warning;
     // Two readings of the clock on the wall, so that the days count the same across a change of summer time.
-    return timegm(&notAfterDate) > timegm(&warningEnd) ? valid : expiresSoon;
+    return timegm(&notAfterDate) > timegm(&warningEnd) ? SIGIL_VALIDITY_VALID : SIGIL_VALIDITY_EXPIRES_SOON;
 }
 
 void copyDate(const tm& date, int size, char* out)
@@ -186,11 +184,11 @@ int CUtil::GetValidity(bool bOtherKeySize, int certKind, char* policyText, char*
 
     const std::time_t now = sigil::currentTime();
     const tm today = sigil::localTimeInKnownZone(now);
-    const Validity validity =
+    const SigilValidity validity =
         judge(end, endDate, now, today, sigil::warningDays(certKind, sigil::textOf(policyText)));
     if (state)
-        *state = validity + (bOtherKeySize ? 0 : 3);
-    if (validity == expiresSoon && remainDays)
+        *state = bOtherKeySize ? validity - SIGIL_VALIDITY_VALID + SIGIL_VALIDITY_OTHER_VALID : validity;
+    if (validity == SIGIL_VALIDITY_EXPIRES_SOON && remainDays)
         *remainDays = daysUntil({endDate.tm_year + 1900, endDate.tm_mon + 1, endDate.tm_mday}, today);
     return 0;
 }
