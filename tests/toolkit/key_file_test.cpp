@@ -5,12 +5,16 @@
 #include "toolkit/engine/base/der.h"
 #include "toolkit/engine/base/error.h"
 #include "toolkit/engine/base/pem.h"
+#include "toolkit/engine/keys/derivation.h"
 #include "toolkit/engine/keys/key_file.h"
 #include "toolkit/engine/keys/pbe.h"
 #include "toolkit/engine/keys/private_key.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <algorithm>
+#include <ctime>
 
 using namespace toolkit;
 using toolkit_test::ByteString;
@@ -84,9 +88,7 @@ protected:
     Bytes fileWith(const std::string& algorithmHex, View plain, std::string_view secret = password)
     {
         const Bytes algorithm = bytesOf(fromHex(algorithmHex));
-        const auto cipher = startPbe(library, parsePbeAlgorithm(algorithm), secret, Direction::Encrypt);
-        Secret encrypted;
-        EXPECT_TRUE(runCipher(cipher.get(), plain, encrypted));
+        const Secret encrypted = pbeEncrypt(library, parsePbeAlgorithm(algorithm), plain, secret);
         return der::element(der::Sequence, {algorithm, der::element(der::OctetString, {encrypted})});
     }
     int codeOf(View file, std::string_view secret = password)
@@ -170,7 +172,10 @@ TEST_F(KeyFile, AnExplicitKeyLengthMustMatch)
     Bytes with24 = file;
     with24[der::first(file)->content.data() - file.data() + 45] = 24;
     ASSERT_NE(with24, file);
-    EXPECT_EQ(codeOf(with24), SIGIL_TK_KEY_MALFORMED);
+    EXPECT_EQ(codeOf(with24), SIGIL_TK_KEY_MALFORMED) << "an INTEGER of 24 bytes";
+    with24 = file;
+    with24[der::first(file)->content.data() - file.data() + 46] = 24;
+    EXPECT_EQ(codeOf(with24), SIGIL_TK_KEY_MALFORMED) << "the number 24";
 }
 
 TEST_F(KeyFile, ParametersOutOfBoundsAreDamage)
@@ -230,6 +235,152 @@ TEST_F(KeyFile, AKoreanPasswordOfPkcs12IsTheSameInBothCharacterSets)
 {
     const Bytes file = encryptKeyFile(library, SIGIL_TK_KEY_PKCS12_3DES, keyInfo, "비밀번호");
     EXPECT_EQ(decryptKeyFile(library, file, "\xBA\xF1\xB9\xD0\xB9\xF8\xC8\xA3"), keyInfo);
+}
+
+TEST_F(KeyFile, AnEmptyPasswordOfPkcs12IsReadInBothFormsAndWrittenAsAnEmptyText)
+{
+    const std::string algorithm = "301c060a2a864886f70d010c0103300e0408010203040506070802020800";
+    const DigestHandle hash = library.digest("SHA1");
+    const Bytes salt = bytesOf(fromHex("0102030405060708"));
+    const auto encryptedUnder = [&](View form) {
+        WorkBudget budget;
+        const auto derive = [&](Pkcs12Purpose purpose, std::size_t length) {
+            return pkcs12Derive(hash.get(), purpose, form, {salt, 2048}, length, budget);
+        };
+        const CipherContextHandle cipher(EVP_CIPHER_CTX_new());
+        EVP_CipherInit_ex2(cipher.get(), library.cipher("DES-EDE3-CBC").get(),
+            derive(Pkcs12Purpose::Key, 24).data(), derive(Pkcs12Purpose::Vector, 8).data(), 1, nullptr);
+        Secret encrypted;
+        EXPECT_TRUE(runCipher(cipher.get(), keyInfo, encrypted));
+        return der::element(
+            der::Sequence, {bytesOf(fromHex(algorithm)), der::element(der::OctetString, {encrypted})});
+    };
+    EXPECT_EQ(decryptKeyFile(library, encryptedUnder({}), ""), keyInfo) << "no password";
+    const Bytes emptyText(2, 0);
+    EXPECT_EQ(decryptKeyFile(library, encryptedUnder(emptyText), ""), keyInfo);
+    EXPECT_EQ(fileWith(algorithm, keyInfo, ""), encryptedUnder(emptyText)) << "what is written";
+    EXPECT_EQ(codeOf(encryptedUnder({}), "x"), SIGIL_TK_KEY_WRONG_PASSWORD);
+}
+
+TEST_F(KeyFile, BytesThatMayBeCp949AreTriedAsLatin1Too)
+{
+    const std::string algorithm = "301c060a2a864886f70d010c0103300e0408010203040506070802020800";
+    const std::string bytes = "\xC4\xE9"; // a syllable in CP949, two letters in Latin-1, nothing in UTF-8
+    EXPECT_EQ(decryptKeyFile(library, fileWith(algorithm, keyInfo, "Äé"), bytes), keyInfo);
+    EXPECT_EQ(decryptKeyFile(library, fileWith(algorithm, keyInfo, "켜"), "\xC4\xD1"), keyInfo);
+}
+
+TEST_F(KeyFile, ScryptIsReadWithinBounds)
+{
+    const toolkit_test::Workshop workshop;
+    workshop.write("key.der", stringOf(keyInfo));
+    const auto fileOf = [&](const std::string& cost) {
+        workshop.run("openssl pkcs8 -topk8 -inform DER -in key.der -outform DER -out s.key -passout pass:" +
+            std::string(password) + " -v2 aes-256-cbc -scrypt " + cost);
+        return bytesOf(workshop.read("s.key"));
+    };
+    const Bytes file = fileOf("");
+    EXPECT_EQ(encodePrivateKey(loadPrivateKey(library, decryptKeyFile(library, file, password)).get()),
+        encodePrivateKey(loadPrivateKey(library, keyInfo).get()));
+    EXPECT_EQ(codeOf(file, "wrong"), SIGIL_TK_KEY_WRONG_PASSWORD);
+    Bytes costly = file; // N = 0x4000 becomes 0x40000000
+    const Bytes small = bytesOf(fromHex("02024000"));
+    const auto at = std::search(costly.begin(), costly.end(), small.begin(), small.end());
+    ASSERT_NE(at, costly.end());
+    *(at + 2) = 0x7F;
+    *(at + 3) = 0xFF;
+    EXPECT_EQ(codeOf(costly), SIGIL_TK_KEY_MALFORMED) << "no power of two";
+    EXPECT_THROW(scrypt(library, view("p"), view("salt"), {1UL << 20, 8, 1}, 16), Error) << "1 GiB";
+    EXPECT_THROW(scrypt(library, view("p"), view("salt"), {1UL << 14, 8, 1000}, 16), Error) << "a minute";
+}
+
+TEST_F(KeyFile, GcmIsReadAsTheStandardAndAsBotanWritesIt)
+{
+    const Bytes salt = bytesOf(fromHex("0102030405060708"));
+    const Bytes vector(12, 7);
+    WorkBudget budget;
+    const Secret key = pbkdf2(library, "SHA256", view(password), {salt, 2048}, 32, budget);
+    const auto fileOf = [&](const Bytes& parameters, int tagLength) {
+        const CipherContextHandle cipher(EVP_CIPHER_CTX_new());
+        EVP_CipherInit_ex2(
+            cipher.get(), library.cipher("AES-256-GCM").get(), key.data(), vector.data(), 1, nullptr);
+        Secret encrypted;
+        EXPECT_TRUE(runCipher(cipher.get(), keyInfo, encrypted));
+        Bytes tag(static_cast<std::size_t>(tagLength));
+        EVP_CIPHER_CTX_ctrl(cipher.get(), EVP_CTRL_AEAD_GET_TAG, tagLength, tag.data());
+        encrypted.insert(encrypted.end(), tag.begin(), tag.end());
+        const Bytes prf = bytesOf(fromHex("300c06082a864886f70d02090500"));
+        const Bytes count = bytesOf(fromHex("02020800"));
+        const Bytes derivation = der::element(der::Sequence,
+            {der::oid("1.2.840.113549.1.5.12"),
+                der::element(der::Sequence, {der::element(der::OctetString, {salt}), count, prf})});
+        const Bytes scheme = der::element(der::Sequence, {der::oid("2.16.840.1.101.3.4.1.46"), parameters});
+        const Bytes algorithm = der::element(
+            der::Sequence, {der::oid("1.2.840.113549.1.5.13"), der::element(der::Sequence, {derivation, scheme})});
+        return der::element(der::Sequence, {algorithm, der::element(der::OctetString, {encrypted})});
+    };
+    const Bytes bare = der::element(der::OctetString, {vector});
+    const Bytes sixteen = bytesOf(fromHex("020110"));
+    EXPECT_EQ(decryptKeyFile(library, fileOf(bare, 16), password), keyInfo);
+    EXPECT_EQ(decryptKeyFile(library, fileOf(der::element(der::Sequence, {bare, sixteen}), 16), password), keyInfo);
+    EXPECT_EQ(decryptKeyFile(library, fileOf(der::element(der::Sequence, {bare}), 12), password), keyInfo);
+    EXPECT_EQ(codeOf(fileOf(bare, 16), "wrong"), SIGIL_TK_KEY_WRONG_PASSWORD);
+    EXPECT_EQ(codeOf(fileOf({}, 16)), SIGIL_TK_KEY_MALFORMED);
+}
+
+TEST_F(KeyFile, Pbes2WithoutAnInitialVectorIsMalformed)
+{
+    const Bytes algorithm = bytesOf(fromHex("303606092a864886f70d01050d3029301b06092a864886f70d01050c300e0408010203"
+                                            "040506070802020800300a06082a831a8c9a440104"));
+    const Bytes file = der::element(der::Sequence, {algorithm, der::element(der::OctetString, {Bytes(32)})});
+    EXPECT_EQ(codeOf(file), SIGIL_TK_KEY_MALFORMED);
+}
+
+TEST_F(KeyFile, TheWorkOfOneFileIsBoundedByTime)
+{
+    // Ten million rounds of HMAC with SHA-512 take far longer.
+    const std::string slow =
+        "305706092a864886f70d01050d304a302906092a864886f70d01050c301c04080102030405060708020398967f"
+        "300c06082a864886f70d020b0500301d06092a831a8c9a6e01010c041000112233445566778899aabbccddeeff";
+    std::string fixed = slow; // the count has a byte more than in the worked files
+    fixed.replace(2, 2, "58");
+    fixed.replace(28, 2, "4b");
+    fixed.replace(32, 2, "2a");
+    fixed.replace(58, 2, "1d");
+    const Bytes file =
+        der::element(der::Sequence, {bytesOf(fromHex(fixed)), der::element(der::OctetString, {Bytes(32)})});
+    const std::clock_t start = std::clock();
+    EXPECT_EQ(codeOf(file), SIGIL_TK_KEY_MALFORMED);
+    EXPECT_LT(static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC, 2.5);
+}
+
+TEST_F(KeyFile, DerivationsMatchOpenSsl)
+{
+    const Bytes salt = bytesOf(fromHex("0102030405060708"));
+    const std::string longPassword(100, 'p');
+    for (const std::string& secret : {std::string(password), longPassword, std::string()}) {
+        for (const char* hash : {"SHA1", "SHA256", "SHA224", "SHA512"}) {
+            WorkBudget budget;
+            Secret expected(50);
+            PKCS5_PBKDF2_HMAC(secret.c_str(), static_cast<int>(secret.size()), salt.data(),
+                static_cast<int>(salt.size()), 100, EVP_get_digestbyname(hash), 50, expected.data());
+            EXPECT_EQ(pbkdf2(library, hash, view(secret), {salt, 100}, 50, budget), expected) << hash;
+        }
+        for (const char* hash : {"SHA1", "SHA256", "SHA512", "MD5"}) {
+            WorkBudget budget;
+            Secret expected(90);
+            std::string bmp;
+            for (const char c : secret + '\0')
+                bmp += std::string(1, '\0') + c;
+            PKCS12_key_gen_uni(reinterpret_cast<unsigned char*>(bmp.data()), static_cast<int>(bmp.size()),
+                const_cast<unsigned char*>(salt.data()), static_cast<int>(salt.size()), 2, 100, 90, expected.data(),
+                EVP_get_digestbyname(hash));
+            EXPECT_EQ(
+                pkcs12Derive(library.digest(hash).get(), Pkcs12Purpose::Vector, view(bmp), {salt, 100}, 90, budget),
+                expected)
+                << hash;
+        }
+    }
 }
 
 TEST_F(KeyFile, OnlyAPrivateKeyInfoIsEncrypted)

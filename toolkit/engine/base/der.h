@@ -18,6 +18,7 @@ enum Tag : unsigned char {
     Integer = 0x02,
     BitString = 0x03,
     OctetString = 0x04,
+    Null = 0x05,
     Oid = 0x06,
     Utf8String = 0x0C,
     PrintableString = 0x13,

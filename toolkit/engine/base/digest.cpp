@@ -47,11 +47,9 @@ void Hasher::update(View data)
     require(EVP_DigestUpdate(m_context.get(), data.data(), data.size()) == 1, SIGIL_TK_INTERNAL);
 }
 
-Bytes Hasher::finish()
+void Hasher::finish(std::span<unsigned char> value)
 {
-    Bytes value(static_cast<std::size_t>(EVP_MD_get_size(m_digest.get())));
     require(EVP_DigestFinal_ex(m_context.get(), value.data(), nullptr) == 1, SIGIL_TK_INTERNAL);
-    return value;
 }
 
 DigestHandle hashAlgorithm(const Library& library, int algorithm) { return library.digest(hashName(algorithm)); }
@@ -63,6 +61,13 @@ Bytes hash(const Library& library, int algorithm, View data)
     return hasher.finish();
 }
 
+Secret secretHash(const Library& library, int algorithm, View data)
+{
+    Hasher hasher(library, algorithm);
+    hasher.update(data);
+    return hasher.finish<Secret>();
+}
+
 Bytes hashFile(const Library& library, int algorithm, const std::string& path)
 {
     Hasher hasher(library, algorithm);
@@ -72,9 +77,14 @@ Bytes hashFile(const Library& library, int algorithm, const std::string& path)
 
 Bytes hmac(const Library& library, int algorithm, View key, View data)
 {
+    return hmac(library, hashName(algorithm), key, data);
+}
+
+Bytes hmac(const Library& library, const char* hash, View key, View data)
+{
     const MacHandle mac(EVP_MAC_fetch(library.context(), "HMAC", nullptr));
     const MacContextHandle context(mac ? EVP_MAC_CTX_new(mac.get()) : nullptr);
-    std::string name = hashName(algorithm);
+    std::string name = hash;
     const OSSL_PARAM parameters[]{
         OSSL_PARAM_construct_utf8_string(OSSL_MAC_PARAM_DIGEST, name.data(), 0), OSSL_PARAM_construct_end()};
     Bytes value(EVP_MAX_MD_SIZE);

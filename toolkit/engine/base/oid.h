@@ -18,15 +18,25 @@ constexpr const char* seedCbcWithSha1 = "1.2.410.200004.1.15";
 constexpr const char* seedCbc = "1.2.410.200004.1.4";
 constexpr const char* pbes2 = "1.2.840.113549.1.5.13";
 constexpr const char* pbkdf2 = "1.2.840.113549.1.5.12";
+constexpr const char* rc2Cbc = "1.2.840.113549.3.2";
+constexpr const char* scrypt = "1.3.6.1.4.1.11591.4.11";
 constexpr const char* pkcs12Pbe = "1.2.840.113549.1.12.1.";
 constexpr const char* pbes1 = "1.2.840.113549.1.5.";
+constexpr const char* rsa = "1.2.840.113549.1.1.1";
+constexpr const char* ec = "1.2.840.10045.2.1";
 constexpr const char* sha1 = "1.3.14.3.2.26";
+constexpr const char* sha256 = "2.16.840.1.101.3.4.2.1";
 // RFC 5652, RFC 2315
 constexpr const char* data = "1.2.840.113549.1.7.1";
 constexpr const char* signedData = "1.2.840.113549.1.7.2";
 constexpr const char* envelopedData = "1.2.840.113549.1.7.3";
 constexpr const char* signedAndEnvelopedData = "1.2.840.113549.1.7.4";
 constexpr const char* encryptedData = "1.2.840.113549.1.7.6";
+// RFC 7292
+constexpr const char* shroudedKeyBag = "1.2.840.113549.1.12.10.1.2";
+constexpr const char* certificateBag = "1.2.840.113549.1.12.10.1.3";
+constexpr const char* x509Certificate = "1.2.840.113549.1.9.22.1";
+constexpr const char* localKeyId = "1.2.840.113549.1.9.21";
 // RFC 5055
 constexpr const char* scvpRequest = "1.2.840.113549.1.9.16.1.10";
 constexpr const char* scvpResponse = "1.2.840.113549.1.9.16.1.11";

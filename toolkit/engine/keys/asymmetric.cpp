@@ -243,7 +243,7 @@ Secret sharedKey(const Library& library, int hashCode, View keyInfo, View peer)
     Secret secret(length);
     require(EVP_PKEY_derive(context.get(), secret.data(), &length) == 1, SIGIL_TK_ALGORITHM, "key agreement");
     secret.resize(length);
-    return hashCode == SIGIL_TK_SHARED_RAW ? secret : toSecret(hash(library, hashCode, secret));
+    return hashCode == SIGIL_TK_SHARED_RAW ? secret : secretHash(library, hashCode, secret);
 }
 
 Secret randomBytes(const Library& library, int count)

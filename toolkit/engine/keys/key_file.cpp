@@ -25,25 +25,23 @@ EncryptedKey parseEncryptedKey(View file)
     return {parsePbeAlgorithm(algorithm->whole), *data};
 }
 
-void checkBlocks(const EVP_CIPHER_CTX* cipher, View data)
-{
-    const auto block = static_cast<std::size_t>(EVP_CIPHER_CTX_get_block_size(cipher));
-    require(!data.empty() && data.size() % block == 0, SIGIL_TK_KEY_MALFORMED, "length of the encrypted data");
-}
-
 } // namespace
 
 Secret decryptKeyFile(const Library& library, View file, std::string_view password)
 {
+    WorkBudget budget;
+    return decryptKeyFile(library, file, password, budget);
+}
+
+Secret decryptKeyFile(const Library& library, View file, std::string_view password, WorkBudget& budget)
+{
     const EncryptedKey key = parseEncryptedKey(file);
-    const CipherContextHandle cipher = startPbe(library, key.algorithm, password, Direction::Decrypt);
-    checkBlocks(cipher.get(), key.data);
-    Secret plain;
-    require(runCipher(cipher.get(), key.data, plain), SIGIL_TK_KEY_WRONG_PASSWORD);
-    // A wrong password gives valid padding about once in 256 times; the content is noise then.
-    const auto keyInfo = der::first(plain);
-    require(keyInfo && isPrivateKeyInfo(keyInfo->whole), SIGIL_TK_KEY_WRONG_PASSWORD);
-    return toSecret(keyInfo->whole);
+    const auto holdsKey = [](View plain) {
+        const auto first = der::first(plain);
+        return first && isPrivateKeyInfo(first->whole);
+    };
+    const Secret plain = pbeDecrypt(library, key.algorithm, key.data, password, budget, holdsKey);
+    return toSecret(der::first(plain)->whole);
 }
 
 Bytes encryptKeyFile(const Library& library, int algorithm, View keyInfo, std::string_view password)
@@ -51,10 +49,7 @@ Bytes encryptKeyFile(const Library& library, int algorithm, View keyInfo, std::s
     const auto first = der::first(keyInfo);
     require(first && isPrivateKeyInfo(first->whole), SIGIL_TK_KEY_UNUSABLE, "PrivateKeyInfo");
     const Bytes identifier = makePbeAlgorithm(library, algorithm);
-    const CipherContextHandle cipher =
-        startPbe(library, parsePbeAlgorithm(identifier), password, Direction::Encrypt);
-    Secret encrypted;
-    require(runCipher(cipher.get(), first->whole, encrypted), SIGIL_TK_INTERNAL, "encryption");
+    const Secret encrypted = pbeEncrypt(library, parsePbeAlgorithm(identifier), first->whole, password);
     return der::element(der::Sequence, {identifier, der::element(der::OctetString, {encrypted})});
 }
 

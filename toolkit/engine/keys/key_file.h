@@ -11,6 +11,7 @@
 
 #include "toolkit/engine/base/bytes.h"
 #include "toolkit/engine/base/library.h"
+#include "toolkit/engine/keys/work_budget.h"
 
 #include <string_view>
 
@@ -22,6 +23,8 @@ namespace toolkit {
  *  Throws SIGIL_TK_KEY_MALFORMED, SIGIL_TK_KEY_UNSUPPORTED, and SIGIL_TK_KEY_WRONG_PASSWORD when the padding is wrong or
  *  the content is not a PrivateKeyInfo: damage inside the encrypted bytes looks the same. */
 Secret decryptKeyFile(const Library& library, View file, std::string_view password);
+/** The same as a part of a file whose work is bounded as a whole. */
+Secret decryptKeyFile(const Library& library, View file, std::string_view password, WorkBudget& budget);
 
 /** Makes a key file with a random salt of 8 bytes and 2048 rounds.
  *  @param algorithm a SigilToolkitKeyEncryption; throws SIGIL_TK_KEY_OPTION for another

@@ -33,12 +33,27 @@ std::optional<Secret> converted(const char* to, const char* from, std::string_vi
 
 } // namespace
 
-Secret utf8Password(std::string_view password)
+std::vector<Secret> readingsOf(std::string_view password)
 {
-    const bool isUtf8 = converted("UTF-16LE", "UTF-8", password).has_value();
-    if (const auto fromCp949 = isUtf8 ? std::nullopt : converted("UTF-8", "CP949", password))
-        return *fromCp949;
-    return toSecret(view(password));
+    if (converted("UTF-16BE", "UTF-8", password))
+        return {toSecret(view(password))};
+    std::vector<Secret> readings;
+    for (const char* characterSet : {"CP949", "ISO-8859-1"})
+        if (const auto text = converted("UTF-8", characterSet, password))
+            readings.push_back(*text);
+    return readings;
+}
+
+std::vector<Secret> bmpForms(std::string_view password)
+{
+    std::vector<Secret> forms;
+    for (const Secret& reading : readingsOf(password)) {
+        forms.push_back(converted("UTF-16BE", "UTF-8", {chars(reading), reading.size()}).value_or(Secret()));
+        forms.back().insert(forms.back().end(), 2, 0);
+    }
+    if (password.empty())
+        forms.emplace_back();
+    return forms;
 }
 
 } // namespace toolkit

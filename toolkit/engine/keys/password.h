@@ -6,11 +6,16 @@
 #include "toolkit/engine/base/bytes.h"
 
 #include <string_view>
+#include <vector>
 
 namespace toolkit {
 
-/** A password as UTF-8, from which OpenSSL makes the BMPString of RFC 7292. Bytes that are not UTF-8 are taken as CP949,
- *  the character set of Korean hosts, and else as Latin-1 (which OpenSSL does by itself). */
-Secret utf8Password(std::string_view password);
+/** What the bytes of a password may mean, as UTF-8 and likeliest first: UTF-8; bytes that are not are CP949, the character set
+ *  of Korean hosts, and after that Latin-1. Never empty. */
+std::vector<Secret> readingsOf(std::string_view password);
+
+/** The BMPStrings of RFC 7292, two zero bytes at the end, for each reading. An empty password was taken in two ways: as an
+ *  empty text, which is written, and as none. */
+std::vector<Secret> bmpForms(std::string_view password);
 
 } // namespace toolkit

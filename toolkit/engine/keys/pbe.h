@@ -5,7 +5,9 @@
 
 #include "toolkit/engine/base/bytes.h"
 #include "toolkit/engine/base/library.h"
+#include "toolkit/engine/keys/work_budget.h"
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -18,18 +20,20 @@ struct PbeAlgorithm {
     View parameters; ///< content of the parameters' SEQUENCE
 };
 
-enum class Direction { Decrypt = 0, Encrypt = 1 };
-
 /** Throws SIGIL_TK_KEY_MALFORMED. */
 PbeAlgorithm parsePbeAlgorithm(View algorithmIdentifier);
 
-/** Rounds of the key derivation. Throws as startPbe. */
+/** Rounds of the key derivation, bounded to 1 ... 10,000,000; the salt must not be empty. Throws SIGIL_TK_KEY_MALFORMED and
+ *  SIGIL_TK_KEY_UNSUPPORTED. */
 unsigned long iterationsOf(const PbeAlgorithm& algorithm);
 
-/** A cipher with key and initial vector derived from the password. Rounds are bounded to 1 ... 10,000,000, the salt must
- *  not be empty. Throws SIGIL_TK_KEY_MALFORMED and SIGIL_TK_KEY_UNSUPPORTED. */
-CipherContextHandle startPbe(
-    const Library& library, const PbeAlgorithm& algorithm, std::string_view password, Direction direction);
+Secret pbeEncrypt(const Library& library, const PbeAlgorithm& algorithm, View plain, std::string_view password);
+
+/** Tries the forms of the password until @p accept takes what comes out: a wrong password gives valid padding about once in
+ *  256 times, and the content is noise then. Throws SIGIL_TK_KEY_MALFORMED, SIGIL_TK_KEY_UNSUPPORTED and
+ *  SIGIL_TK_KEY_WRONG_PASSWORD. */
+Secret pbeDecrypt(const Library& library, const PbeAlgorithm& algorithm, View encrypted, std::string_view password,
+    WorkBudget& budget, const std::function<bool(View)>& accept);
 
 /** AlgorithmIdentifier for writing, with a fresh random salt.
  *  @param code a SigilToolkitKeyEncryption; throws SIGIL_TK_KEY_OPTION for another */

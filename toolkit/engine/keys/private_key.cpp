@@ -4,6 +4,8 @@
 #include "toolkit/engine/base/error.h"
 #include "toolkit/engine/base/oid.h"
 
+#include <algorithm>
+#include <array>
 #include <optional>
 #include <vector>
 
@@ -58,6 +60,75 @@ std::optional<View> randomValues(View attribute)
     if (!type || der::oidText(*type) != oid::randomNumber)
         return {};
     return parts.take(der::Set);
+}
+
+/** An RSAPublicKey from the first numbers of an RSAPrivateKey; nothing when that has another form. */
+std::optional<Bytes> rsaPublicKey(View privateKey)
+{
+    constexpr int numbers = 9;
+    der::Reader outer(privateKey);
+    der::Reader fields(outer.take(der::Sequence).value_or(View()));
+    std::array<View, numbers> found;
+    for (View& number : found) {
+        const auto field = fields.next();
+        if (!field || field->tag != der::Integer || field->content.empty())
+            return {};
+        number = field->whole;
+    }
+    if (!outer.atEnd() || !fields.atEnd())
+        return {};
+    return der::element(der::Sequence, {found[1], found[2]});
+}
+
+/** The uncompressed point in an ECPrivateKey; nothing when it has none. */
+std::optional<Bytes> ecPublicKey(View privateKey)
+{
+    constexpr unsigned char publicKeyTag = 0xA1;
+    constexpr unsigned char uncompressed = 4;
+    der::Reader fields(der::Reader(privateKey).take(der::Sequence).value_or(View()));
+    while (const auto field = fields.next()) {
+        const auto bits =
+            field->tag == publicKeyTag ? der::Reader(field->content).take(der::BitString) : std::nullopt;
+        const auto point = bits ? der::bitOctets(*bits) : std::nullopt;
+        if (point && !point->empty() && point->front() == uncompressed)
+            return toBytes(*point);
+    }
+    return {};
+}
+
+struct Algorithm {
+    std::string oid;
+    View whole;
+};
+
+std::optional<Algorithm> takeAlgorithm(der::Reader& fields)
+{
+    const auto algorithm = fields.next();
+    const auto id = algorithm ? der::Reader(algorithm->content).take(der::Oid) : std::nullopt;
+    return id ? std::optional(Algorithm{der::oidText(*id), algorithm->whole}) : std::nullopt;
+}
+
+bool sameBytes(View left, View right) { return std::equal(left.begin(), left.end(), right.begin(), right.end()); }
+
+/** Compares the public parts where both are written out, so that no key has to be loaded: OpenSSL's decoders leave copies of
+ *  what they read. Nothing for other kinds and forms. */
+std::optional<bool> belongTogether(View publicKeyInfo, View keyInfo)
+{
+    der::Reader publicFields(der::Reader(publicKeyInfo).take(der::Sequence).value_or(View()));
+    der::Reader privateFields(der::Reader(keyInfo).take(der::Sequence).value_or(View()));
+    privateFields.take(der::Integer);
+    const auto publicAlgorithm = takeAlgorithm(publicFields);
+    const auto privateAlgorithm = takeAlgorithm(privateFields);
+    const auto bits = publicFields.take(der::BitString);
+    const auto known = bits ? der::bitOctets(*bits) : std::nullopt;
+    const auto key = privateFields.take(der::OctetString);
+    if (!isPrivateKeyInfo(keyInfo) || !publicAlgorithm || !privateAlgorithm || !known || known->empty() || !key)
+        return {};
+    const bool rsa = publicAlgorithm->oid == oid::rsa && privateAlgorithm->oid == oid::rsa;
+    const bool ec = publicAlgorithm->oid == oid::ec && known->front() == 4 &&
+        sameBytes(publicAlgorithm->whole, privateAlgorithm->whole);
+    const auto own = rsa ? rsaPublicKey(*key) : ec ? ecPublicKey(*key) : std::nullopt;
+    return own ? std::optional(sameBytes(*own, *known)) : std::nullopt;
 }
 
 } // namespace
@@ -116,6 +187,8 @@ Secret withIdentityRandom(View keyInfo, View random)
 
 void checkKeyPair(const Library& library, const Certificate& certificate, View keyInfo)
 {
+    if (const auto same = belongTogether(certificate.publicKeyDer(), keyInfo))
+        return require(*same, SIGIL_TK_KEY_MISMATCH);
     const KeyHandle privateKey = loadPrivateKey(library, keyInfo);
     const KeyHandle publicKey = certificate.publicKey();
     require(EVP_PKEY_eq(publicKey.get(), privateKey.get()) == 1, SIGIL_TK_KEY_MISMATCH);

@@ -24,7 +24,7 @@ struct Pkcs12Content {
 
 /** @param password UTF-8 or CP949
  *  @param mode SigilToolkitPfxMode
- *  The iteration counts of all bags together are bounded to 10,000,000.
+ *  The iteration counts of all bags together are bounded to 10,000,000, and the work of the whole file to two seconds.
  *  Throws SIGIL_TK_PFX_MALFORMED, _UNSUPPORTED, _NO_MAC, _NO_PAIR and _WRONG_PASSWORD. */
 Pkcs12Content readPkcs12(const Library& library, View file, std::string_view password, int mode);
 

@@ -1,15 +1,15 @@
 #include "toolkit/engine/pkcs12/pkcs12.h"
 
 #include "toolkit/engine/base/der.h"
+#include "toolkit/engine/base/digest.h"
 #include "toolkit/engine/base/error.h"
+#include "toolkit/engine/keys/derivation.h"
 #include "toolkit/engine/keys/key_file.h"
 #include "toolkit/engine/keys/password.h"
 #include "toolkit/engine/keys/pbe.h"
 #include "toolkit/engine/keys/private_key.h"
 #include "toolkit/engine/pkcs12/pkcs12_handles.h"
 #include "toolkit/engine/x509/certificate.h"
-
-#include <openssl/err.h>
 
 #include <algorithm>
 #include <optional>
@@ -48,8 +48,10 @@ int pfxCode(int keyCode)
     case SIGIL_TK_KEY_UNSUPPORTED:
     case SIGIL_TK_ALGORITHM:
         return SIGIL_TK_PFX_UNSUPPORTED;
-    default:
+    case SIGIL_TK_KEY_MALFORMED:
         return SIGIL_TK_PFX_MALFORMED;
+    default:
+        return keyCode;
     }
 }
 
@@ -67,9 +69,10 @@ auto withPfxCodes(Body body)
 /** Collects what the bags of a file hold. */
 class BagReader {
 public:
-    BagReader(const Library& library, std::string_view password)
+    BagReader(const Library& library, std::string_view password, WorkBudget& budget)
         : m_library(library)
-        , m_password(password)
+        , m_passwords(readingsOf(password))
+        , m_budget(budget)
     {
     }
 
@@ -79,12 +82,7 @@ public:
             return readBags(BagsHandle(PKCS12_unpack_p7data(safe)).get(), 0);
         require(PKCS7_type_is_encrypted(safe), SIGIL_TK_PFX_UNSUPPORTED, "public-key protection");
         const Secret plain = withPfxCodes([&] { return decryptSafe(safe->d.encrypted->enc_data); });
-        const unsigned char* at = plain.data();
-        const BagsHandle bags(static_cast<STACK_OF(PKCS12_SAFEBAG)*>(static_cast<void*>(
-            ASN1_item_d2i(nullptr, &at, static_cast<long>(plain.size()), ASN1_ITEM_rptr(PKCS12_SAFEBAGS)))));
-        // Without a MAC a wrong password can leave noise behind valid padding.
-        require(bags != nullptr, SIGIL_TK_PFX_WRONG_PASSWORD);
-        readBags(bags.get(), 0);
+        readBags(parseBags(plain).get(), 0);
     }
 
     std::vector<FoundCertificate> certificates;
@@ -98,17 +96,39 @@ private:
         require(m_iterations <= maximumIterations, SIGIL_TK_KEY_MALFORMED, "sum of iteration counts");
     }
 
+    static BagsHandle parseBags(View safe)
+    {
+        const unsigned char* at = safe.data();
+        return BagsHandle(static_cast<STACK_OF(PKCS12_SAFEBAG)*>(static_cast<void*>(
+            ASN1_item_d2i(nullptr, &at, static_cast<long>(safe.size()), ASN1_ITEM_rptr(PKCS12_SAFEBAGS)))));
+    }
+
+    /** Runs a decryption under each reading of the password until one opens. */
+    template <class Decrypt>
+    Secret underEachReading(Decrypt decryptUnder)
+    {
+        for (const Secret& reading : m_passwords) {
+            try {
+                return decryptUnder(std::string_view(chars(reading), reading.size()));
+            } catch (const Error& error) {
+                if (error.code() != SIGIL_TK_KEY_WRONG_PASSWORD || &reading == &m_passwords.back())
+                    throw;
+            }
+        }
+        fail(SIGIL_TK_KEY_WRONG_PASSWORD);
+    }
+
     Secret decryptSafe(const PKCS7_ENC_CONTENT* content)
     {
         require(content && content->enc_data, SIGIL_TK_KEY_MALFORMED, "encrypted content");
         const Bytes identifier = encode<Bytes>(content->algorithm, i2d_X509_ALGOR);
         const PbeAlgorithm algorithm = parsePbeAlgorithm(identifier);
         countIterations(algorithm);
-        const CipherContextHandle cipher = startPbe(m_library, algorithm, m_password, Direction::Decrypt);
         const View data(content->enc_data->data, static_cast<std::size_t>(content->enc_data->length));
-        Secret plain;
-        require(runCipher(cipher.get(), data, plain), SIGIL_TK_KEY_WRONG_PASSWORD);
-        return plain;
+        return underEachReading([&](std::string_view password) {
+            return pbeDecrypt(m_library, algorithm, data, password, m_budget,
+                [](View plain) { return parseBags(plain) != nullptr; });
+        });
     }
 
     void readBags(const STACK_OF(PKCS12_SAFEBAG) * bags, int depth)
@@ -147,7 +167,8 @@ private:
         const Bytes file = encode<Bytes>(encrypted, i2d_X509_SIG);
         return withPfxCodes([&] {
             countIterations(parsePbeAlgorithm(identifier));
-            return decryptKeyFile(m_library, file, m_password);
+            return underEachReading(
+                [&](std::string_view password) { return decryptKeyFile(m_library, file, password, m_budget); });
         });
     }
 
@@ -161,7 +182,8 @@ private:
     }
 
     const Library& m_library;
-    std::string_view m_password;
+    std::vector<Secret> m_passwords;
+    WorkBudget& m_budget;
     unsigned long m_iterations = 0;
 };
 
@@ -176,61 +198,89 @@ Pkcs12Handle parse(const Library& library, View file)
     return parsed;
 }
 
-void checkMacBounds(const PKCS12* pfx)
+/** What protects a whole file: the code over its content. */
+struct Mac {
+    std::string hash; ///< dotted
+    View value;
+    SaltAndCount parameters;
+    View content;
+};
+
+SaltAndCount macParameters(der::Reader& fields)
 {
-    const ASN1_OCTET_STRING* salt = nullptr;
-    const ASN1_INTEGER* iterations = nullptr;
-    PKCS12_get0_mac(nullptr, nullptr, &salt, &iterations, pfx);
-    const long count = iterations ? ASN1_INTEGER_get(iterations) : 1;
-    require(salt && ASN1_STRING_length(salt) > 0 && count >= 1 && count <= static_cast<long>(maximumIterations),
+    const auto salt = fields.take(der::OctetString);
+    const auto count = fields.take(der::Integer);
+    const auto iterations = count ? der::smallInteger(*count) : std::optional(1UL);
+    require(salt && !salt->empty() && iterations && *iterations >= 1 && *iterations <= maximumIterations,
         SIGIL_TK_PFX_MALFORMED, "salt or iteration count");
+    return {*salt, *iterations};
 }
 
-/** An empty password is written in two ways: as no password, and as an empty text. */
-bool macMatches(PKCS12* pfx, View password)
+/** @param pfx the file as OpenSSL encodes it again: with definite lengths */
+Mac macOf(View pfx)
 {
-    return PKCS12_verify_mac(pfx, chars(password), static_cast<int>(password.size())) == 1 ||
-        (password.empty() && (PKCS12_verify_mac(pfx, nullptr, 0) == 1 || PKCS12_verify_mac(pfx, "", 0) == 1));
+    der::Reader fields(der::Reader(pfx).take(der::Sequence).value_or(View()));
+    fields.take(der::Integer);
+    der::Reader safe(fields.take(der::Sequence).value_or(View()));
+    safe.take(der::Oid);
+    const auto content = der::Reader(safe.take(der::Explicit0).value_or(View())).take(der::OctetString);
+    der::Reader data(fields.take(der::Sequence).value_or(View()));
+    der::Reader digest(data.take(der::Sequence).value_or(View()));
+    const auto hash = der::Reader(digest.take(der::Sequence).value_or(View())).take(der::Oid);
+    const auto value = digest.take(der::OctetString);
+    require(content && hash && value, SIGIL_TK_PFX_MALFORMED, "integrity protection");
+    return {der::oidText(*hash), *value, macParameters(data), *content};
 }
 
-void checkMac(PKCS12* pfx, View password, int mode)
+bool macMatches(const Library& library, const Mac& mac, std::string_view password, WorkBudget& budget)
+{
+    const DigestHandle hash = library.digest(mac.hash.c_str());
+    const auto length = static_cast<std::size_t>(EVP_MD_get_size(hash.get()));
+    const std::vector<Secret> forms = bmpForms(password);
+    return std::any_of(forms.begin(), forms.end(), [&](const Secret& form) {
+        const Secret key = pkcs12Derive(hash.get(), Pkcs12Purpose::Mac, form, mac.parameters, length, budget);
+        const Bytes expected = hmac(library, EVP_MD_get0_name(hash.get()), key, mac.content);
+        return mac.value.size() == length && CRYPTO_memcmp(mac.value.data(), expected.data(), length) == 0;
+    });
+}
+
+void checkMac(const Library& library, const PKCS12* pfx, std::string_view password, int mode, WorkBudget& budget)
 {
     if (PKCS12_mac_present(pfx) != 1) {
         require(mode == SIGIL_TK_PFX_WITHOUT_MAC, SIGIL_TK_PFX_NO_MAC);
         return;
     }
-    checkMacBounds(pfx);
-    if (macMatches(pfx, password))
-        return;
-    const unsigned long reason = ERR_peek_last_error();
-    const bool unsupported = ERR_GET_LIB(reason) == ERR_LIB_PKCS12 &&
-        (ERR_GET_REASON(reason) == PKCS12_R_MAC_GENERATION_ERROR ||
-            ERR_GET_REASON(reason) == PKCS12_R_UNKNOWN_DIGEST_ALGORITHM);
-    fail(unsupported ? SIGIL_TK_PFX_UNSUPPORTED : SIGIL_TK_PFX_WRONG_PASSWORD);
+    const Bytes der = encode<Bytes>(pfx, i2d_PKCS12);
+    const Mac mac = macOf(der);
+    const bool matches = withPfxCodes([&] { return macMatches(library, mac, password, budget); });
+    require(matches, SIGIL_TK_PFX_WRONG_PASSWORD);
 }
 
 /** By their public keys; keys that OpenSSL does not know by the identifier that the file gives to both. */
-bool belongTogether(const Library& library, const FoundCertificate& certificate, const FoundKey& key)
+bool belongTogether(
+    const Library& library, const Certificate& certificate, const Bytes& certificateId, const FoundKey& key)
 {
     try {
-        checkKeyPair(library, {library, certificate.der}, key.keyInfo);
+        checkKeyPair(library, certificate, key.keyInfo);
         return true;
     } catch (const Error& error) {
-        return error.code() != SIGIL_TK_KEY_MISMATCH && !key.localKeyId.empty() &&
-            key.localKeyId == certificate.localKeyId;
+        return error.code() != SIGIL_TK_KEY_MISMATCH && !key.localKeyId.empty() && key.localKeyId == certificateId;
     }
 }
 
-Pkcs12Content pairUp(const Library& library, BagReader& found)
+Pkcs12Content pairUp(const Library& library, BagReader& found, const WorkBudget& budget)
 {
     Pkcs12Content content;
-    for (const FoundCertificate& certificate : found.certificates) {
-        const auto key = std::find_if(found.keys.begin(), found.keys.end(),
-            [&](const FoundKey& candidate) { return belongTogether(library, certificate, candidate); });
+    for (const FoundCertificate& own : found.certificates) {
+        const Certificate certificate(library, own.der);
+        const auto key = std::find_if(found.keys.begin(), found.keys.end(), [&](const FoundKey& candidate) {
+            budget.look();
+            return belongTogether(library, certificate, own.localKeyId, candidate);
+        });
         if (key == found.keys.end())
-            content.others.push_back(certificate.der);
+            content.others.push_back(own.der);
         else
-            content.pairs.push_back({certificate.der, key->keyInfo});
+            content.pairs.push_back({own.der, key->keyInfo});
     }
     require(!content.pairs.empty(), SIGIL_TK_PFX_NO_PAIR);
     return content;
@@ -247,14 +297,14 @@ Pkcs12Content readPkcs12(const Library& library, View file, std::string_view pas
 {
     require(mode == SIGIL_TK_PFX_STRICT || mode == SIGIL_TK_PFX_WITHOUT_MAC, SIGIL_TK_OPTION, "PKCS#12 mode");
     const Pkcs12Handle pfx = parse(library, file);
-    const Secret secret = utf8Password(password);
-    checkMac(pfx.get(), secret, mode);
+    WorkBudget budget;
+    checkMac(library, pfx.get(), password, mode, budget);
     const SafesHandle safes(PKCS12_unpack_authsafes(pfx.get()));
     require(safes != nullptr, SIGIL_TK_PFX_MALFORMED, "content");
-    BagReader reader(library, {chars(secret), secret.size()});
+    BagReader reader(library, password, budget);
     for (int i = 0; i < sk_PKCS7_num(safes.get()); ++i)
         reader.readSafe(sk_PKCS7_value(safes.get(), i));
-    return pairUp(library, reader);
+    return withPfxCodes([&] { return pairUp(library, reader, budget); });
 }
 
 const CertifiedKey& signingPair(const Library& library, const Pkcs12Content& content)

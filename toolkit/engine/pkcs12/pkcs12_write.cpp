@@ -1,9 +1,14 @@
+#include "toolkit/engine/base/der.h"
+#include "toolkit/engine/base/digest.h"
 #include "toolkit/engine/base/error.h"
+#include "toolkit/engine/base/oid.h"
+#include "toolkit/engine/keys/asymmetric.h"
+#include "toolkit/engine/keys/derivation.h"
 #include "toolkit/engine/keys/key_file.h"
 #include "toolkit/engine/keys/password.h"
+#include "toolkit/engine/keys/pbe.h"
 #include "toolkit/engine/keys/private_key.h"
 #include "toolkit/engine/pkcs12/pkcs12.h"
-#include "toolkit/engine/pkcs12/pkcs12_handles.h"
 #include "toolkit/engine/x509/certificate.h"
 
 #include <algorithm>
@@ -12,29 +17,22 @@
 namespace toolkit {
 namespace {
 
-constexpr int iterations = 2048;
+constexpr unsigned long iterations = 2048;
+constexpr int saltLength = 8;
 
 struct Protection {
     int option;
-    int keyAlgorithm;      ///< SigilToolkitKeyEncryption of the key bags
-    int certificateCipher; ///< cipher of PBES2 around the certificates; NID_undef leaves them open
-    const char* mac;
+    int keyAlgorithm;        ///< SigilToolkitKeyEncryption of the key bags
+    bool coversCertificates; ///< else they stay open
+    const char* hash;        ///< of the MAC
+    const char* hashOid;
 };
 
 constexpr std::array protections{
-    Protection{SIGIL_TK_PFX_3DES, SIGIL_TK_KEY_PKCS12_3DES, NID_undef, "SHA1"},
-    Protection{SIGIL_TK_PFX_SEED, SIGIL_TK_KEY_PBES2_SEED, NID_seed_cbc, "SHA1"},
-    Protection{SIGIL_TK_PFX_AES256, SIGIL_TK_KEY_PBES2_AES256, NID_aes_256_cbc, "SHA256"},
+    Protection{SIGIL_TK_PFX_3DES, SIGIL_TK_KEY_PKCS12_3DES, false, "SHA1", oid::sha1},
+    Protection{SIGIL_TK_PFX_SEED, SIGIL_TK_KEY_PBES2_SEED, true, "SHA1", oid::sha1},
+    Protection{SIGIL_TK_PFX_AES256, SIGIL_TK_KEY_PBES2_AES256, true, "SHA256", oid::sha256},
 };
-
-void ensure(bool condition) { require(condition, SIGIL_TK_INTERNAL, "PKCS#12"); }
-
-/** Adds to a stack, which owns the bag from then on. */
-void push(STACK_OF(PKCS12_SAFEBAG) * bags, BagHandle bag)
-{
-    ensure(sk_PKCS12_SAFEBAG_push(bags, bag.get()) > 0);
-    static_cast<void>(bag.release());
-}
 
 Bytes keyIdentifier(const Library& library, const Certificate& certificate)
 {
@@ -42,48 +40,58 @@ Bytes keyIdentifier(const Library& library, const Certificate& certificate)
         return {id->data, id->data + id->length};
     Bytes hash(EVP_MAX_MD_SIZE);
     unsigned length = 0;
-    ensure(X509_pubkey_digest(certificate.get(), library.digest("SHA1").get(), hash.data(), &length) == 1);
+    require(X509_pubkey_digest(certificate.get(), library.digest("SHA1").get(), hash.data(), &length) == 1,
+        SIGIL_TK_INTERNAL, "key identifier");
     hash.resize(length);
     return hash;
 }
 
-BagHandle certificateBag(const Certificate& certificate)
+Bytes sequence(std::initializer_list<View> contents) { return der::element(der::Sequence, contents); }
+Bytes octets(View content) { return der::element(der::OctetString, {content}); }
+Bytes explicit0(View content) { return der::element(der::Explicit0, {content}); }
+
+/** @param id local key identifier; empty for a certificate without a key */
+Bytes bag(const char* type, View value, View id)
 {
-    BagHandle bag(PKCS12_SAFEBAG_create_cert(certificate.get()));
-    ensure(bag != nullptr);
-    return bag;
+    const Bytes attribute = sequence({der::oid(oid::localKeyId), der::element(der::Set, {octets(id)})});
+    const Bytes attributes = der::element(der::Set, {attribute});
+    return sequence({der::oid(type), explicit0(value), id.empty() ? View() : View(attributes)});
 }
 
-BagHandle keyBag(const Library& library, int algorithm, View keyInfo, std::string_view password)
+Bytes certificateBag(View certificate, View id)
 {
-    const Bytes file = encryptKeyFile(library, algorithm, keyInfo, password);
-    const unsigned char* at = file.data();
-    EncryptedKeyHandle encrypted(d2i_X509_SIG(nullptr, &at, static_cast<long>(file.size())));
-    ensure(encrypted != nullptr);
-    BagHandle bag(PKCS12_SAFEBAG_create0_pkcs8(encrypted.get()));
-    ensure(bag != nullptr);
-    static_cast<void>(encrypted.release());
-    return bag;
+    const Bytes value = sequence({der::oid(oid::x509Certificate), explicit0(octets(certificate))});
+    return bag(oid::certificateBag, value, id);
 }
 
-void label(PKCS12_SAFEBAG* bag, Bytes id)
+void append(Bytes& all, const Bytes& more) { all.insert(all.end(), more.begin(), more.end()); }
+
+/** ContentInfo of type data. */
+Bytes openContent(View content) { return sequence({der::oid(oid::data), explicit0(octets(content))}); }
+
+/** ContentInfo of type encryptedData. */
+Bytes encryptedContent(const Library& library, int algorithm, View content, std::string_view password)
 {
-    ensure(PKCS12_add_localkeyid(bag, id.data(), static_cast<int>(id.size())) == 1);
+    constexpr unsigned char version[]{0};
+    const Bytes identifier = makePbeAlgorithm(library, algorithm);
+    const Secret encrypted = pbeEncrypt(library, parsePbeAlgorithm(identifier), content, password);
+    const Bytes inner =
+        sequence({der::oid(oid::data), identifier, der::element(der::Implicit0OctetString, {encrypted})});
+    const Bytes data = sequence({der::element(der::Integer, {version}), inner});
+    return sequence({der::oid(oid::encryptedData), explicit0(data)});
 }
 
-void push(STACK_OF(PKCS7) * safes, SafeHandle safe)
+Bytes macData(const Library& library, const Protection& protection, View content, std::string_view password)
 {
-    ensure(safe && sk_PKCS7_push(safes, safe.get()) > 0);
-    static_cast<void>(safe.release());
-}
-
-SafeHandle certificateSafe(
-    const Library& library, const Protection& protection, STACK_OF(PKCS12_SAFEBAG) * bags, View password)
-{
-    if (protection.certificateCipher == NID_undef)
-        return SafeHandle(PKCS12_pack_p7data(bags));
-    return SafeHandle(PKCS12_pack_p7encdata_ex(protection.certificateCipher, chars(password),
-        static_cast<int>(password.size()), nullptr, 0, iterations, bags, library.context(), nullptr));
+    constexpr unsigned char count[]{iterations >> 8, iterations & 0xFF};
+    const Bytes salt = toBytes(randomBytes(library, saltLength));
+    const DigestHandle hash = library.digest(protection.hash);
+    WorkBudget budget;
+    const Secret key = pkcs12Derive(hash.get(), Pkcs12Purpose::Mac, bmpForms(password).front(), {salt, iterations},
+        static_cast<std::size_t>(EVP_MD_get_size(hash.get())), budget);
+    const Bytes code = hmac(library, protection.hash, key, content);
+    const Bytes algorithm = sequence({der::oid(protection.hashOid), der::element(der::Null, {})});
+    return sequence({sequence({algorithm, octets(code)}), octets(salt), der::element(der::Integer, {count})});
 }
 
 } // namespace
@@ -93,34 +101,30 @@ Bytes writePkcs12(const Library& library, const Pkcs12Content& content, std::str
     const auto* const protection = std::find_if(
         protections.begin(), protections.end(), [&](const Protection& p) { return p.option == option; });
     require(protection != protections.end(), SIGIL_TK_OPTION, "PKCS#12 option");
-    const Secret secret = utf8Password(password);
+    const Secret reading = readingsOf(password).front();
+    const std::string_view secret(chars(reading), reading.size());
 
-    const BagsHandle certificates(sk_PKCS12_SAFEBAG_new_null());
-    const BagsHandle keys(sk_PKCS12_SAFEBAG_new_null());
-    ensure(certificates && keys);
+    Bytes certificates;
+    Bytes keys;
     for (const CertifiedKey& pair : content.pairs) {
         const Certificate certificate(library, pair.certificate);
         checkKeyPair(library, certificate, pair.keyInfo);
-        BagHandle holder = certificateBag(certificate);
-        BagHandle key = keyBag(library, protection->keyAlgorithm, pair.keyInfo, {chars(secret), secret.size()});
-        label(holder.get(), keyIdentifier(library, certificate));
-        label(key.get(), keyIdentifier(library, certificate));
-        push(certificates.get(), std::move(holder));
-        push(keys.get(), std::move(key));
+        const Bytes id = keyIdentifier(library, certificate);
+        append(certificates, certificateBag(certificate.der(), id));
+        append(keys,
+            bag(oid::shroudedKeyBag, encryptKeyFile(library, protection->keyAlgorithm, pair.keyInfo, secret), id));
     }
     for (const Bytes& other : content.others)
-        push(certificates.get(), certificateBag({library, other}));
+        append(certificates, certificateBag(Certificate(library, other).der(), {}));
 
-    const SafesHandle safes(sk_PKCS7_new_null());
-    ensure(safes != nullptr);
-    push(safes.get(), certificateSafe(library, *protection, certificates.get(), secret));
-    push(safes.get(), SafeHandle(PKCS12_pack_p7data(keys.get())));
-    const Pkcs12Handle pfx(PKCS12_add_safes_ex(safes.get(), NID_pkcs7_data, library.context(), nullptr));
-    ensure(pfx != nullptr);
-    const DigestHandle mac = library.digest(protection->mac);
-    ensure(PKCS12_set_mac(
-               pfx.get(), chars(secret), static_cast<int>(secret.size()), nullptr, 0, iterations, mac.get()) == 1);
-    return encode<Bytes>(pfx.get(), i2d_PKCS12);
+    const Bytes certificateContents = sequence({certificates});
+    const Bytes safes = sequence({protection->coversCertificates
+            ? encryptedContent(library, protection->keyAlgorithm, certificateContents, secret)
+            : openContent(certificateContents),
+        openContent(sequence({keys}))});
+    constexpr unsigned char version[]{3};
+    return sequence(
+        {der::element(der::Integer, {version}), openContent(safes), macData(library, *protection, safes, secret)});
 }
 
 } // namespace toolkit
