@@ -16,14 +16,6 @@ constexpr std::size_t numberOffsets[] = {offsetof(tagCERTINFO, nPKIType), offset
     offsetof(tagCERTINFO, nStatusFlag), offsetof(tagCERTINFO, nValidStatus), offsetof(tagCERTINFO, nRemainDays),
     offsetof(tagCERTINFO, nExpired)};
 
-constexpr EntryField fields[] = {field::signCert, field::signKey, field::kmCert, field::kmKey, field::encSignKey,
-    field::encKmKey, field::random, field::version, field::serialNum, field::signAlg, field::subjectDn, field::uid,
-    field::pubKey, field::pubKeyAlg, field::keyLength, field::keyUsage, field::crlDp, field::certPolicy,
-    field::policyId, field::issuerDn, field::issuerName, field::issuerCn, field::policyName, field::signCertPath,
-    field::signKeyPath, field::kmCertPath, field::kmKeyPath, field::notBefore, field::notAfter, field::validFrom,
-    field::validTo, field::subjectAltName, field::authKeyId, field::subKeyId, field::aia, field::mediaText1,
-    field::mediaText3, field::password};
-
 char* at(tagCERTINFO& entry, std::size_t offset) { return reinterpret_cast<char*>(&entry) + offset; }
 const char* at(const tagCERTINFO& entry, std::size_t offset)
 {
@@ -87,10 +79,10 @@ bool setBytes(tagCERTINFO& entry, const EntryField& field, std::string_view byte
 
 void PackedEntry::store(const tagCERTINFO& entry)
 {
-    std::array<std::string_view, std::size(fields)> values;
+    std::array<std::string_view, std::size(entryFields)> values;
     std::size_t size = sizeof(int) * std::size(numberOffsets);
     for (std::size_t i = 0; i < values.size(); ++i) {
-        values[i] = value(entry, fields[i]);
+        values[i] = value(entry, entryFields[i]);
         size += values[i].empty() ? 0 : sizeof(PackedField) + values[i].size();
     }
     if (size > m_bytes.capacity()) {
@@ -131,7 +123,7 @@ void PackedEntry::copyTo(tagCERTINFO& entry) const
         PackedField packed;
         from = take(from, packed);
         const std::string_view bytes(from, packed.length);
-        const EntryField& to = fields[packed.index];
+        const EntryField& to = entryFields[packed.index];
         if (to.isText())
             setText(entry, to, bytes);
         else
@@ -145,7 +137,7 @@ void ScratchEntry::clear()
     tagCERTINFO& entry = **this;
     for (std::size_t offset : numberOffsets)
         setNumber(entry, offset, 0);
-    for (const EntryField& used : fields) {
+    for (const EntryField& used : entryFields) {
         wipe(at(entry, used.offset), value(entry, used).size());
         if (!used.isText())
             setNumber(entry, used.lengthOffset, 0);

@@ -27,54 +27,65 @@ struct EntryField {
     constexpr bool isText() const { return lengthOffset == 0; }
 };
 
+// The table of fields: what a field is called here, and where it lies in the record.
+// clang-format off
+#define SIGIL_ENTRY_FIELDS(BYTES, TEXT) \
+    BYTES(signCert, bySignCert, nSignCertLen) \
+    BYTES(signKey, bySignPriKey, nSignPriKeyLen) \
+    BYTES(kmCert, byKmCert, nKmCertLen) \
+    BYTES(kmKey, byKmPriKey, nKmPriKeyLen) \
+    BYTES(encSignKey, byEncSignPriKey, nEncSignPriKeyLen) \
+    BYTES(encKmKey, byEncKmPriKey, nEncKmPriKeyLen) \
+    BYTES(random, byRandom, nRandomLen) \
+    TEXT(version, szVersion) \
+    TEXT(serialNum, szSerialNum) \
+    TEXT(signAlg, szSignAlg) \
+    TEXT(subjectDn, szSubjectDN) \
+    TEXT(uid, szUID) \
+    TEXT(pubKey, szPubKey) \
+    TEXT(pubKeyAlg, szPubKeyAlg) \
+    TEXT(keyLength, szKeyLength) \
+    TEXT(keyUsage, szKeyUsage) \
+    TEXT(crlDp, szCRLDP) \
+    TEXT(certPolicy, szCertPolicy) \
+    TEXT(policyId, szPolicyID) \
+    TEXT(issuerDn, szIssuerDN) \
+    TEXT(issuerName, szIssuerName) \
+    TEXT(issuerCn, szIssuerCN) \
+    TEXT(policyName, szPolicyName) \
+    TEXT(signCertPath, szSignCertPath) \
+    TEXT(signKeyPath, szSignPriKeyPath) \
+    TEXT(kmCertPath, szKmCertPath) \
+    TEXT(kmKeyPath, szKmPriKeyPath) \
+    TEXT(notBefore, szNotBefore) \
+    TEXT(notAfter, szNotAfter) \
+    TEXT(validFrom, szValidFrom) \
+    TEXT(validTo, szValidTo) \
+    TEXT(subjectAltName, szSubjectAltName) \
+    TEXT(authKeyId, szAuthKeyID) \
+    TEXT(subKeyId, szSubKeyID) \
+    TEXT(aia, szAIA) \
+    TEXT(mediaText1, szMediaText1) \
+    TEXT(mediaText3, szMediaText3) \
+    TEXT(password, szPassword)
+// clang-format on
+
+#define SIGIL_ENTRY_BYTES(name, data, length)                                                                      \
+    inline constexpr EntryField name{                                                                              \
+        offsetof(tagCERTINFO, data), sizeof(tagCERTINFO::data), offsetof(tagCERTINFO, length)};
+#define SIGIL_ENTRY_TEXT(name, data)                                                                               \
+    inline constexpr EntryField name{offsetof(tagCERTINFO, data), sizeof(tagCERTINFO::data), 0};
 namespace field {
-#define SIGIL_ENTRY_TEXT(name)                                                                                     \
-    EntryField { offsetof(tagCERTINFO, name), sizeof(tagCERTINFO::name), 0 }
-#define SIGIL_ENTRY_BYTES(name, length)                                                                            \
-    EntryField { offsetof(tagCERTINFO, name), sizeof(tagCERTINFO::name), offsetof(tagCERTINFO, length) }
-
-inline constexpr EntryField signCert = SIGIL_ENTRY_BYTES(bySignCert, nSignCertLen);
-inline constexpr EntryField signKey = SIGIL_ENTRY_BYTES(bySignPriKey, nSignPriKeyLen);
-inline constexpr EntryField kmCert = SIGIL_ENTRY_BYTES(byKmCert, nKmCertLen);
-inline constexpr EntryField kmKey = SIGIL_ENTRY_BYTES(byKmPriKey, nKmPriKeyLen);
-inline constexpr EntryField encSignKey = SIGIL_ENTRY_BYTES(byEncSignPriKey, nEncSignPriKeyLen);
-inline constexpr EntryField encKmKey = SIGIL_ENTRY_BYTES(byEncKmPriKey, nEncKmPriKeyLen);
-inline constexpr EntryField random = SIGIL_ENTRY_BYTES(byRandom, nRandomLen);
-inline constexpr EntryField version = SIGIL_ENTRY_TEXT(szVersion);
-inline constexpr EntryField serialNum = SIGIL_ENTRY_TEXT(szSerialNum);
-inline constexpr EntryField signAlg = SIGIL_ENTRY_TEXT(szSignAlg);
-inline constexpr EntryField subjectDn = SIGIL_ENTRY_TEXT(szSubjectDN);
-inline constexpr EntryField uid = SIGIL_ENTRY_TEXT(szUID);
-inline constexpr EntryField pubKey = SIGIL_ENTRY_TEXT(szPubKey);
-inline constexpr EntryField pubKeyAlg = SIGIL_ENTRY_TEXT(szPubKeyAlg);
-inline constexpr EntryField keyLength = SIGIL_ENTRY_TEXT(szKeyLength);
-inline constexpr EntryField keyUsage = SIGIL_ENTRY_TEXT(szKeyUsage);
-inline constexpr EntryField crlDp = SIGIL_ENTRY_TEXT(szCRLDP);
-inline constexpr EntryField certPolicy = SIGIL_ENTRY_TEXT(szCertPolicy);
-inline constexpr EntryField policyId = SIGIL_ENTRY_TEXT(szPolicyID);
-inline constexpr EntryField issuerDn = SIGIL_ENTRY_TEXT(szIssuerDN);
-inline constexpr EntryField issuerName = SIGIL_ENTRY_TEXT(szIssuerName);
-inline constexpr EntryField issuerCn = SIGIL_ENTRY_TEXT(szIssuerCN);
-inline constexpr EntryField policyName = SIGIL_ENTRY_TEXT(szPolicyName);
-inline constexpr EntryField signCertPath = SIGIL_ENTRY_TEXT(szSignCertPath);
-inline constexpr EntryField signKeyPath = SIGIL_ENTRY_TEXT(szSignPriKeyPath);
-inline constexpr EntryField kmCertPath = SIGIL_ENTRY_TEXT(szKmCertPath);
-inline constexpr EntryField kmKeyPath = SIGIL_ENTRY_TEXT(szKmPriKeyPath);
-inline constexpr EntryField notBefore = SIGIL_ENTRY_TEXT(szNotBefore);
-inline constexpr EntryField notAfter = SIGIL_ENTRY_TEXT(szNotAfter);
-inline constexpr EntryField validFrom = SIGIL_ENTRY_TEXT(szValidFrom);
-inline constexpr EntryField validTo = SIGIL_ENTRY_TEXT(szValidTo);
-inline constexpr EntryField subjectAltName = SIGIL_ENTRY_TEXT(szSubjectAltName);
-inline constexpr EntryField authKeyId = SIGIL_ENTRY_TEXT(szAuthKeyID);
-inline constexpr EntryField subKeyId = SIGIL_ENTRY_TEXT(szSubKeyID);
-inline constexpr EntryField aia = SIGIL_ENTRY_TEXT(szAIA);
-inline constexpr EntryField mediaText1 = SIGIL_ENTRY_TEXT(szMediaText1);
-inline constexpr EntryField mediaText3 = SIGIL_ENTRY_TEXT(szMediaText3);
-inline constexpr EntryField password = SIGIL_ENTRY_TEXT(szPassword);
-
-#undef SIGIL_ENTRY_TEXT
-#undef SIGIL_ENTRY_BYTES
+SIGIL_ENTRY_FIELDS(SIGIL_ENTRY_BYTES, SIGIL_ENTRY_TEXT)
 } // namespace field
+#undef SIGIL_ENTRY_BYTES
+#undef SIGIL_ENTRY_TEXT
+
+#define SIGIL_ENTRY_NAME(name, ...) field::name,
+/** All of them, in the order of the table. */
+inline constexpr EntryField entryFields[] = {SIGIL_ENTRY_FIELDS(SIGIL_ENTRY_NAME, SIGIL_ENTRY_NAME)};
+#undef SIGIL_ENTRY_NAME
+#undef SIGIL_ENTRY_FIELDS
 
 /** What the field holds: a text without its terminator, or the bytes that its length counts. */
 std::string_view value(const tagCERTINFO& entry, const EntryField& field);
