@@ -5,6 +5,21 @@
  *  toolkit only, unless the function says otherwise. File functions take path texts. A function whose name holds
  *  WithContent works on a message that includes its content, its sibling on a detached one.
  *  The rules that hold for every function (handle, codes, ownership, texts) stand in <sigildesk/crypto.h>.
+ *
+ *  What the arguments mean is the toolkit's to define. The open toolkit takes these; a licensed toolkit may have other
+ *  numbers, and other forms of keys and lists:
+ *  - certificate: DER or PEM. privateKey: a PrivateKeyInfo in DER, as PriKeyDecrypt hands it out; 2005 when it does not
+ *    belong to the certificate. recipients: a list in the form of CertAddCert and UTILAddObject, or one certificate.
+ *  - message: BER or DER; what it writes is DER. Hash, RSA scheme and padding are those of HV_SetHashAlg,
+ *    CRYPTSetRSAVersion and CRYPTSetPaddingType.
+ *  - algorithm: a SigilToolkitCipher of <sigildesk/open_toolkit.h>, 0 is SEED; 3400 for others.
+ *  - signingTime in: "YYYY-MM-DD HH:MM:SS" in local standard time, empty for now (3007 for other texts). Out: the same form
+ *    in a buffer of at least 25 bytes, empty when the message says none; may be null.
+ *  - path: bytes of the file system, below the folder of MediaLoad when it is relative. Files may have any size; what is
+ *    written appears whole or not at all.
+ *  Its codes: 3900 not a message or damaged; 3901 the content is missing or not the one that was signed; 3902 no such signer
+ *  or recipient; 3903 no such attribute; 3904 a message of another type; 3402 cannot be decrypted; 3403 a wrong
+ *  signature; 3006 an option that is unknown or that the function cannot follow.
  */
 #ifndef SIGILDESK_CRYPTO_CMS_H
 #define SIGILDESK_CRYPTO_CMS_H
@@ -13,7 +28,7 @@
 #include <sigildesk/export.h>
 
 /** Signs content into a new message.
- *  @param option         option of the maker toolkit, not passed to the GPKI library
+ *  @param option         SigilToolkitMessageOption bits, for the maker toolkit alone; the GPKI library does as with 0
  *  @param certificate    certificate
  *  @param privateKey     private key
  *  @param content        content
@@ -23,8 +38,9 @@
 SIGIL_EXPORT int CMSMakeSignedData(void* handle, int option, BINSTR* certificate, BINSTR* privateKey,
     BINSTR* content, char* signingTime, BINSTR* signedMessage);
 
-/** Adds one signer to a signed message.
- *  @param option         option of the maker toolkit, not passed to the GPKI library
+/** Adds one signer to a signed message; content, certificates and the other signatures stay as they are. With the open toolkit
+ *  a detached message must have a signer with the same hash and signed attributes (3901).
+ *  @param option         SigilToolkitMessageOption bits, for the maker toolkit alone; the GPKI library does as with 0
  *  @param certificate    certificate
  *  @param privateKey     private key
  *  @param message        signed message that gets the signer
@@ -35,39 +51,43 @@ SIGIL_EXPORT int CMSMakeSignedDataWithAddSigner(void* handle, int option, BINSTR
     BINSTR* message, char* signingTime, BINSTR* signedMessage);
 
 /** Verifies a signed message and takes its content out.
- *  @param option       option of the maker toolkit, not passed to the GPKI library
+ *  @param option       for the maker toolkit alone: 0 verifies every signature with the certificates in the message, 1 the
+ *                      signers' certificates too, under CertSetVerifyEnv and CertAddTrustedCert (3200 to 3208)
  *  @param message      message
- *  @param content      filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
- *  @param signerCount  number that the toolkit may write
+ *  @param content      holds the content of a detached message; is replaced by that of another one. Release it with
+ *                      HV_BINSTR_Delete on the same handle
+ *  @param signerCount  number of signers; may be null
  *  @return the common codes; 1001 when @p message is empty */
 SIGIL_EXPORT int CMSProcessSignedData(void* handle, int option, BINSTR* message, BINSTR* content, int* signerCount);
 
-/** Gives one signer of the message that was processed last. Both toolkits receive @p index.
- *  @param index        position of the signer; the toolkit says where it counts from
+/** Gives one signer of the message that was processed last. Both toolkits receive @p index. Adding a signer to a message may
+ *  move the others. 3902 outside, and before any message was verified.
+ *  @param index        position of the signer in the message, from 0
  *  @param certificate  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
  *  @param signingTime  text that the toolkit may write
  *  @return the common codes */
 SIGIL_EXPORT int CMSGetSignerCert(void* handle, int index, BINSTR* certificate, char* signingTime);
 
 /** Makes the data that a signer elsewhere is to sign. The stray k of the name is part of the interface.
- *  @param option            option of the maker toolkit, not passed to the GPKI library
+ *  @param option            SigilToolkitMessageOption bits; a message without signed attributes is 3006
  *  @param certificate       certificate
  *  @param content           content
  *  @param signingTime       text of the toolkit, required
- *  @param signedAttributes  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
+ *  @param signedAttributes  DER of the signed attributes (SET OF), to be hashed and signed as it is; filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
  *  @return the common codes; 1001 when @p certificate or @p content is empty or @p signingTime is null; 1003 on the
  *          GPKI library */
 SIGIL_EXPORT int CMSMakekTBSData(
     void* handle, int option, BINSTR* certificate, BINSTR* content, char* signingTime, BINSTR* signedAttributes);
 
 /** Makes the signed message from a signature made elsewhere.
- *  @param signature      signature over the data of CMSMakekTBSData
+ *  @param signature      raw signature over the data of CMSMakekTBSData (ECDSA: DER). It is verified; a wrong one is 3403 and
+ *                        the message goes on waiting. 3901 when none waits
  *  @param signedMessage  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
  *  @return the common codes; 1001 when @p signature is empty; 1003 on the GPKI library */
 SIGIL_EXPORT int CMSComposeSignedData(void* handle, BINSTR* signature, BINSTR* signedMessage);
 
 /** Sets an option of the message functions.
- *  @param option  option of the maker toolkit
+ *  @param option  SigilToolkitMessageOption bits that all later signatures of the handle have in addition; 0 takes them back
  *  @return the common codes; 1003 on the GPKI library */
 SIGIL_EXPORT int CMSSetOption(void* handle, int option);
 
@@ -94,8 +114,9 @@ SIGIL_EXPORT int CMSMakeSignedDataFileWithContent(
     void* handle, BINSTR* certificate, BINSTR* privateKey, char* contentFile, char* signingTime, char* messageFile);
 
 /** Verifies a detached signed message of a file.
- *  @param contentFile  first path text, required
- *  @param messageFile  second path text, required
+ *  @param contentFile  path of the content, required. The open toolkit goes by the message: when it has its content in it,
+ *                      that is written here, where nothing may be yet (3302)
+ *  @param messageFile  path of the message, required
  *  @param certificate  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
  *  @param signingTime  text that the toolkit may write
  *  @return the common codes; 1001 when @p contentFile or @p messageFile is null */
@@ -104,8 +125,8 @@ SIGIL_EXPORT int CMSProcessSignedDataFile(
 
 /** Verifies a signed message that includes its content. The maker toolkit has one function for this and for
  *  CMSProcessSignedDataFile.
- *  @param contentFile  first path text, required
- *  @param messageFile  second path text, required
+ *  @param contentFile  path for the content, required, where nothing may be yet (3302)
+ *  @param messageFile  path of the message, required
  *  @param certificate  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
  *  @param signingTime  text that the toolkit may write
  *  @return the common codes; 1001 when @p contentFile or @p messageFile is null */
@@ -118,20 +139,20 @@ SIGIL_EXPORT int CMSProcessSignedDataFileWithContent(
 SIGIL_EXPORT int CMSGetSignerCaPubs(void* handle, BINSTR* certificates);
 
 /** Gives the data of one signer that is to be time-stamped.
- *  @param index  position of the signer; the toolkit says where it counts from
+ *  @param index  position of the signer in the message, from 0
  *  @param data   filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
  *  @return the common codes; 1003 on the maker toolkit */
 SIGIL_EXPORT int CMSGetTBTData(void* handle, int index, BINSTR* data);
 
 /** Gives the time-stamp token of one signer (RFC 3161).
- *  @param index  position of the signer; the toolkit says where it counts from
+ *  @param index  position of the signer in the message, from 0
  *  @param token  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
  *  @return the common codes; 1003 on the maker toolkit */
 SIGIL_EXPORT int CMSGetTimeStampToken1(void* handle, int index, BINSTR* token);
 
 /** Puts a time-stamp token into a signed message. Despite its name it sets the token.
  *  @param message         signed message
- *  @param index           position of the signer; the toolkit says where it counts from
+ *  @param index           position of the signer in the message, from 0
  *  @param token           time-stamp token
  *  @param stampedMessage  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
  *  @return the common codes; 1001 when @p message or @p token is empty; 1003 on the maker toolkit */
@@ -139,7 +160,8 @@ SIGIL_EXPORT int CMSGetTimeStampToken2(
     void* handle, BINSTR* message, int index, BINSTR* token, BINSTR* stampedMessage);
 
 /** Encrypts content for one recipient.
- *  @param option            option of the maker toolkit, not passed to the GPKI library
+ *  @param option            SigilToolkitEnvelopeOption, for the maker toolkit alone: 0 names recipients by issuer and serial number, 1 by subject
+ *                           key identifier
  *  @param recipient         recipient's certificate
  *  @param content           content
  *  @param algorithm         encryption algorithm, a number of the toolkit
@@ -149,7 +171,8 @@ SIGIL_EXPORT int CMSMakeEnvelopedData(
     void* handle, int option, BINSTR* recipient, BINSTR* content, int algorithm, BINSTR* envelopedMessage);
 
 /** Encrypts content for several recipients.
- *  @param option            option of the maker toolkit, not passed to the GPKI library
+ *  @param option            SigilToolkitEnvelopeOption, for the maker toolkit alone: 0 names recipients by issuer and serial number, 1 by subject
+ *                           key identifier
  *  @param recipients        list of recipients' certificates
  *  @param content           content
  *  @param algorithm         encryption algorithm, a number of the toolkit
@@ -158,7 +181,8 @@ SIGIL_EXPORT int CMSMakeEnvelopedData(
 SIGIL_EXPORT int CMSMakeEnvDataWithMultiRec(
     void* handle, int option, BINSTR* recipients, BINSTR* content, int algorithm, BINSTR* envelopedMessage);
 
-/** Decrypts an enveloped message.
+/** Decrypts an enveloped message. The open toolkit answers 3402 alike for a wrong key and a wrong padding; what comes out is
+ *  not authenticated unless it is signed.
  *  @param certificate  certificate
  *  @param privateKey   private key
  *  @param message      message
@@ -200,8 +224,10 @@ SIGIL_EXPORT int CMSProcessEnvelopedDataFile(
 SIGIL_EXPORT int CMSProcessEnvDataFileWithContent(
     void* handle, BINSTR* certificate, BINSTR* privateKey, char* messageFile, char* cipherFile, char* contentFile);
 
-/** Signs content and encrypts it for a recipient in one message.
- *  @param option            option of the maker toolkit, not passed to the GPKI library
+/** Signs content and encrypts it for a recipient in one message: with the open toolkit a signed message inside an enveloped
+ *  one, signed now and as CMSSetOption says.
+ *  @param option            SigilToolkitEnvelopeOption, for the maker toolkit alone: 0 names recipients by issuer and serial number, 1 by subject
+ *                           key identifier
  *  @param certificate       certificate
  *  @param privateKey        private key
  *  @param recipient         recipient's certificate
@@ -212,8 +238,8 @@ SIGIL_EXPORT int CMSProcessEnvDataFileWithContent(
 SIGIL_EXPORT int CMSMakeSignedAndEnvData(void* handle, int option, BINSTR* certificate, BINSTR* privateKey,
     BINSTR* recipient, BINSTR* content, int algorithm, BINSTR* envelopedMessage);
 
-/** Decrypts a signed-and-enveloped message and verifies its signature.
- *  @param option             option of the maker toolkit, not passed to the GPKI library
+/** Decrypts a signed-and-enveloped message and verifies its signature. The open toolkit also reads the PKCS#7 type (RFC 2315).
+ *  @param option             as for CMSProcessSignedData
  *  @param certificate        certificate
  *  @param privateKey         private key
  *  @param message            message
@@ -223,9 +249,11 @@ SIGIL_EXPORT int CMSMakeSignedAndEnvData(void* handle, int option, BINSTR* certi
 SIGIL_EXPORT int CMSProcessSignedAndEnvData(void* handle, int option, BINSTR* certificate, BINSTR* privateKey,
     BINSTR* message, BINSTR* content, BINSTR* signerCertificate);
 
-/** Encrypts content under a symmetric key. The GPKI library receives only @p content and @p encryptedMessage.
- *  @param option            option of the maker toolkit, not passed to the GPKI library
- *  @param key               key, for the maker toolkit only
+/** Encrypts content under a symmetric key. The GPKI library receives only @p content and @p encryptedMessage, and takes the
+ *  key of CRYPTSetKeyAndIV (3401 without one).
+ *  @param option            0
+ *  @param key               for the maker toolkit only: the bytes of a key for @p algorithm; empty: the key of
+ *                           CRYPTSetKeyAndIV
  *  @param content           content
  *  @param algorithm         encryption algorithm, a number of the maker toolkit
  *  @param encryptedMessage  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
@@ -234,7 +262,7 @@ SIGIL_EXPORT int CMSMakeEncryptedData(
     void* handle, int option, BINSTR* key, BINSTR* content, int algorithm, BINSTR* encryptedMessage);
 
 /** Decrypts a message of CMSMakeEncryptedData.
- *  @param key      key
+ *  @param key      the bytes of the key; the GPKI library takes the key of CRYPTSetKeyAndIV instead
  *  @param message  message
  *  @param content  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
  *  @return the common codes; 1001 when @p key or @p message is empty */

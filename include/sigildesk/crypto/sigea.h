@@ -1,7 +1,8 @@
 /** @file
  *  Challenge-response authentication.
  *
- *  GPKI library only.
+ *  GPKI library only. The open toolkit's form is its own: challenge and response of ISO/IEC 9798-3 in two passes, the response
+ *  a signed message (docs/toolkit.md). A licensed library has another one.
  *  The rules that hold for every function (handle, codes, ownership, texts) stand in <sigildesk/crypto.h>.
  */
 #ifndef SIGILDESK_CRYPTO_SIGEA_H
@@ -11,7 +12,7 @@
 #include <sigildesk/export.h>
 
 /** Makes a challenge. The record must hold data when the function is called, else the answer is 1001.
- *  @param challenge  byte string of the toolkit, must hold data on entry
+ *  @param challenge  must hold data on entry, which the challenge replaces
  *  @return the common codes; 1001 when @p challenge is empty; 1003 on the maker toolkit */
 SIGIL_EXPORT int SIGEAMakeChallenge(void* handle, BINSTR* challenge);
 
@@ -28,7 +29,8 @@ SIGIL_EXPORT int SIGEAMakeResponse(
 /** Verifies the answer to a challenge: 0 when it is good.
  *  @param challenge    challenge
  *  @param response     response
- *  @param certificate  third byte string of the toolkit, required
+ *  @param certificate  required. With the open toolkit the certificate that must have answered (3902 for another); data that
+ *                      are no certificate are replaced by the one that did. 3403 for the answer to another challenge
  *  @return the common codes; 1001 when @p challenge, @p response or @p certificate is empty; 1003 on the maker
  *          toolkit */
 SIGIL_EXPORT int SIGEAVerifyResponse(void* handle, BINSTR* challenge, BINSTR* response, BINSTR* certificate);

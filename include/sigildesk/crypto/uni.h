@@ -10,20 +10,21 @@
 #include <sigildesk/binstr.h>
 #include <sigildesk/export.h>
 
-/** Shows a certificate.
+/** Shows a certificate. The open toolkit answers 3010: no size comes with the text.
  *  @param certificate  certificate
  *  @param text         text of the toolkit; no capacity is passed
  *  @return the common codes; 1001 when @p certificate is empty; 1003 on the GPKI library */
 SIGIL_EXPORT int UNIViewCert(void* handle, BINSTR* certificate, char* text);
 
-/** Verifies a signed message of any supported kind.
+/** Verifies a signed message of any supported kind. With the open toolkit as CMSProcessSignedData with option 0.
  *  @param message      message
- *  @param data         filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
- *  @param certificate  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
+ *  @param data         holds the content of a detached message; is replaced by that of another one
+ *  @param certificate  the first signer's; filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
  *  @return the common codes; 1001 when @p message is empty; 1003 on the GPKI library */
 SIGIL_EXPORT int UNIVerifySignData(void* handle, BINSTR* message, BINSTR* data, BINSTR* certificate);
 
-/** Decrypts an enveloped message of any supported kind.
+/** Decrypts an enveloped message of any supported kind. Of a signed-and-enveloped one the open toolkit hands out the signed
+ *  message, for UNIVerifySignData.
  *  @param certificate  certificate
  *  @param privateKey   private key
  *  @param message      message

@@ -1,7 +1,7 @@
 /** @file
  *  Wireless PKI.
  *
- *  Maker toolkit only.
+ *  Maker toolkit only. The formats have no public definition: the open toolkit answers 3010.
  *  The rules that hold for every function (handle, codes, ownership, texts) stand in <sigildesk/crypto.h>.
  */
 #ifndef SIGILDESK_CRYPTO_WPKI_H
