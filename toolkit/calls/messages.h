@@ -8,6 +8,7 @@
 #include "toolkit/engine/base/oid.h"
 #include "toolkit/engine/base/settings.h"
 #include "toolkit/engine/messages/enveloped.h"
+#include "toolkit/engine/messages/sealed.h"
 #include "toolkit/engine/messages/signed.h"
 #include "toolkit/engine/x509/object_list.h"
 #include "toolkit/engine/x509/text.h"
@@ -24,17 +25,6 @@ inline SigningRequest signingRequest(
     requireMessageOptions(options, contradicting);
     return {certificate, signatureScheme(state, SIGIL_TK_HASH_DEFAULT), optionalTime(in(time)), options,
         state.trust.authorities};
-}
-
-/** A message with its content in place. */
-inline Secret withContent(const MessageLayout& layout, View content)
-{
-    const Bytes prefix = layout.prefix(content.size());
-    Secret message;
-    message.reserve(prefix.size() + content.size() + layout.after.size());
-    for (const View part : {View(prefix), content, View(layout.after)})
-        message.insert(message.end(), part.begin(), part.end());
-    return message;
 }
 
 /** Collects pieces. */
@@ -61,13 +51,19 @@ inline void cmsSetOption(Context& state, int options)
     state.messages.options = options;
 }
 
+/** Signs bytes in memory. */
+inline MessageLayout signBytes(const Context& state, const SigningRequest& request, View key, View content)
+{
+    return signContent(state.library(), request, digestSigner(state.library(), request, key),
+        digestOf(state.library(), request.scheme.hash, Input(content)));
+}
+
 inline void cmsMakeSignedData(
     Context& state, int option, BINSTR* certificate, BINSTR* key, BINSTR* content, char* time, BINSTR* out)
 {
     const Certificate signer(state.library(), in(certificate));
     const SigningRequest request = signingRequest(state, signer, option, time);
-    const MessageLayout layout =
-        signContent(state.library(), request, digestSigner(state.library(), request, in(key)), Input(in(content)));
+    const MessageLayout layout = signBytes(state, request, in(key), in(content));
     putSigned(layout, in(content), (request.options & SIGIL_TK_MESSAGE_DETACHED) != 0, out);
 }
 
@@ -166,7 +162,8 @@ inline void cmsMakeTBSData(
     const Certificate signer(state.library(), in(certificate));
     const SigningRequest request = signingRequest(state, signer, option, time, SIGIL_TK_MESSAGE_NO_ATTRIBUTES);
     MessageLayout layout;
-    const Bytes attributes = prepareSignature(state.library(), request, Input(in(content)), layout);
+    const Bytes digest = digestOf(state.library(), request.scheme.hash, Input(in(content)));
+    const Bytes attributes = prepareSignature(state.library(), request, digest, layout);
     put(attributes, out);
     PendingMessage pending{layout.skeleton(), {}, signer.der()};
     if ((request.options & SIGIL_TK_MESSAGE_DETACHED) == 0)

@@ -1,6 +1,8 @@
 // HVTK_CMS_: signed, enveloped and encrypted messages.
 
+#include "toolkit/calls/message_files.h"
 #include "toolkit/calls/messages.h"
+#include "toolkit/calls/sealed_messages.h"
 #include "toolkit/engine/base/face.h"
 #include "toolkit_abi/hvtk.h"
 
@@ -83,4 +85,59 @@ TOOLKIT_FUNCTION HVTK_CMS_EncryptData(
 TOOLKIT_FUNCTION HVTK_CMS_ProcessEncryptedData(void* context, BINSTR* key, BINSTR* message, BINSTR* out)
 {
     return call(context, calls::cmsProcessEncryptedData, key, message, out);
+}
+
+TOOLKIT_FUNCTION HVTK_CMS_MakeSignedData_File(
+    void* context, BINSTR* certificate, BINSTR* key, char* contentFile, char* time, char* messageFile)
+{
+    return call(context, calls::cmsMakeSignedDataFile, certificate, key, contentFile, time, messageFile);
+}
+
+TOOLKIT_FUNCTION HVTK_CMS_MakeSignedData_WithContent_File(
+    void* context, BINSTR* certificate, BINSTR* key, char* contentFile, char* time, char* messageFile)
+{
+    return call(context, calls::cmsMakeSignedDataWithContentFile, certificate, key, contentFile, time, messageFile);
+}
+
+TOOLKIT_FUNCTION HVTK_CMS_ProcessSignedData_File(
+    void* context, char* contentFile, char* messageFile, BINSTR* certificate, char* time)
+{
+    return call(context, calls::cmsProcessSignedDataFile, contentFile, messageFile, certificate, time);
+}
+
+TOOLKIT_FUNCTION HVTK_CMS_MakeEnvelopedData_File(
+    void* context, BINSTR* recipient, char* contentFile, int cipher, char* messageFile, char* cipherFile)
+{
+    return call(context, calls::cmsMakeEnvelopedDataFile, recipient, contentFile, cipher, messageFile, cipherFile);
+}
+
+TOOLKIT_FUNCTION HVTK_CMS_MakeEnvelopedData_WithContent_File(
+    void* context, BINSTR* recipient, char* contentFile, int cipher, char* messageFile)
+{
+    return call(context, calls::cmsMakeEnvelopedDataWithContentFile, recipient, contentFile, cipher, messageFile);
+}
+
+TOOLKIT_FUNCTION HVTK_CMS_ProcessEnvelopedData_File(
+    void* context, BINSTR* certificate, BINSTR* key, char* messageFile, char* cipherFile, char* contentFile)
+{
+    return call(
+        context, calls::cmsProcessEnvelopedDataFile, certificate, key, messageFile, cipherFile, contentFile);
+}
+
+TOOLKIT_FUNCTION HVTK_CMS_ProcessEnvelopedData_WithContent_File(
+    void* context, BINSTR* certificate, BINSTR* key, char* messageFile, char* contentFile)
+{
+    return call(context, calls::cmsProcessEnvelopedDataWithContentFile, certificate, key, messageFile, contentFile);
+}
+
+TOOLKIT_FUNCTION HVTK_CMS_MakeSignedAndEnvData(void* context, int option, BINSTR* certificate, BINSTR* key,
+    BINSTR* recipient, BINSTR* content, int cipher, BINSTR* out)
+{
+    return call(context, calls::cmsMakeSignedAndEnvData, option, certificate, key, recipient, content, cipher, out);
+}
+
+TOOLKIT_FUNCTION HVTK_CMS_ProcessSignedAndEnvData(
+    void* context, int option, BINSTR* certificate, BINSTR* key, BINSTR* message, BINSTR* content, BINSTR* signer)
+{
+    return call(context, calls::cmsProcessSignedAndEnvData, option, certificate, key, message, content, signer);
 }

@@ -148,11 +148,6 @@ Bytes digestOf(const Library& library, int algorithm, const std::function<void(c
     return hasher.finish();
 }
 
-Bytes digestOf(const Library& library, int algorithm, const Input& content)
-{
-    return digestOf(library, algorithm, [&](const Sink& take) { content.pieces(take); });
-}
-
 MessageLayout sign(const Library& library, CmsHandle cms, const SigningRequest& request, const DigestSigner& signer,
     const Bytes& contentDigest)
 {
@@ -282,10 +277,15 @@ void requireMessageOptions(int options, int contradicting)
     require((options & contradicting) == 0, SIGIL_TK_OPTION, "an option that this function cannot follow");
 }
 
-MessageLayout signContent(
-    const Library& library, const SigningRequest& request, const DigestSigner& signer, const Input& content)
+Bytes digestOf(const Library& library, int algorithm, const Input& content)
 {
-    return sign(library, emptySigned(library), request, signer, digestOf(library, request.scheme.hash, content));
+    return digestOf(library, algorithm, [&](const Sink& take) { content.pieces(take); });
+}
+
+MessageLayout signContent(
+    const Library& library, const SigningRequest& request, const DigestSigner& signer, const Bytes& contentDigest)
+{
+    return sign(library, emptySigned(library), request, signer, contentDigest);
 }
 
 MessageLayout addSigner(
@@ -301,11 +301,10 @@ MessageLayout addSigner(
 }
 
 Bytes prepareSignature(
-    const Library& library, const SigningRequest& request, const Input& content, MessageLayout& prepared)
+    const Library& library, const SigningRequest& request, const Bytes& contentDigest, MessageLayout& prepared)
 {
     const CmsHandle cms = emptySigned(library);
-    const Bytes digest = digestOf(library, request.scheme.hash, content);
-    CMS_SignerInfo* const record = addRecord(library, cms.get(), request, digest);
+    CMS_SignerInfo* const record = addRecord(library, cms.get(), request, contentDigest);
     setSignature(record, {});
     prepared = layoutOf(encodeCms(cms.get()));
     return attributesDer(record);

@@ -34,9 +34,13 @@ DigestSigner digestSigner(const Library& library, const SigningRequest& request,
 /** Throws SIGIL_TK_OPTION for unknown bits, and for those of @p contradicting. */
 void requireMessageOptions(int options, int contradicting = 0);
 
-/** A message whose one signer signs the content. @return its layout; the content is not in it, whether detached or not */
+/** The hash of a content. @param algorithm SigilToolkitHash, not the default one */
+Bytes digestOf(const Library& library, int algorithm, const Input& content);
+
+/** A message whose one signer signs the content with this hash. @return its layout; the content is not in it, whether
+ *  detached or not */
 MessageLayout signContent(
-    const Library& library, const SigningRequest& request, const DigestSigner& signer, const Input& content);
+    const Library& library, const SigningRequest& request, const DigestSigner& signer, const Bytes& contentDigest);
 /** @p message with one signer more. A content that is not in the message must have been signed with the same hash and
  *  signed attributes before, else SIGIL_TK_CMS_CONTENT. */
 MessageLayout addSigner(
@@ -44,7 +48,7 @@ MessageLayout addSigner(
 
 /** Prepares a message for a signer elsewhere. @return the DER of the signed attributes, which is to be signed */
 Bytes prepareSignature(
-    const Library& library, const SigningRequest& request, const Input& content, MessageLayout& prepared);
+    const Library& library, const SigningRequest& request, const Bytes& contentDigest, MessageLayout& prepared);
 /** The prepared message with its signature. Throws SIGIL_TK_SIGNATURE when it is wrong. */
 MessageLayout completeSignature(const Library& library, const PendingMessage& pending, View signature);
 

@@ -1,0 +1,20 @@
+// Any bytes as a signed message: verified, read into, and with the first time-stamp token put back.
+
+#include "fuzz/toolkit/input.h"
+#include "toolkit/engine/messages/sealed.h"
+#include "toolkit/engine/messages/signed.h"
+#include "toolkit/engine/messages/time_stamps.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    const toolkit::Bytes bytes = fuzz::input(data, size);
+    const toolkit::Input content(toolkit::view("content"));
+    fuzz::attempt([&] {
+        const toolkit::Message message{toolkit::Input(bytes)};
+        fuzz::attempt([&] { toolkit::verifyMessage(fuzz::library(), message, nullptr, {}); });
+        fuzz::attempt([&] { toolkit::withTimeStamp(fuzz::library(), message, 0, bytes); });
+        const auto verified = toolkit::verifyMessage(fuzz::library(), message, &content, {});
+        toolkit::withTimeStamp(fuzz::library(), message, 0, verified.signers.front().timeStampToken);
+    });
+    return 0;
+}
