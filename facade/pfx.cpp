@@ -19,10 +19,10 @@ int PFXExport(void* handle, int option, char* password, BINSTR* certificate, BIN
 {
     const auto toGpki = [=](CGPKIWrap& library) {
         // Only the GPKI library takes the key-management pair, and it takes no file without one, loaded or not.
-        const Needs pair{need(kmCertificate), need(kmPrivateKey)};
-        return pair.unmet ? pair.unmet
-                          : gpki(SYMBOL(GPKI_PFX_Export), password, certificate, privateKey, kmCertificate,
-                                kmPrivateKey, pfx)(library);
+        if (const int code = unmet({need(kmCertificate), need(kmPrivateKey)}))
+            return code;
+        return gpki(SYMBOL(GPKI_PFX_Export), password, certificate, privateKey, kmCertificate, kmPrivateKey, pfx)(
+            library);
     };
     return row(handle, {need(password), need(certificate), need(privateKey)},
         maker(SYMBOL(HVTK_PFX_Export), option, password, certificate, privateKey, pfx), toGpki);

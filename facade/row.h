@@ -79,8 +79,8 @@ template <class Maker, class Gpki>
 {
     if (!CheckInit())
         return SIGIL_NO_HANDLE;
-    if (needs.unmet)
-        return needs.unmet;
+    if (const int code = sigil::unmet(needs))
+        return code;
     switch (m_nToolkitType) {
     case SIGIL_TOOLKIT_MAKER:
         return toMaker(*m_pHVTKWrap);

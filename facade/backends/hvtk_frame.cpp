@@ -19,7 +19,7 @@ int CHVTKWrap::GetInfo(char* version, char* info)
 int CHVTKWrap::SetConfFile(char* confFile)
 {
     // Intended: only an empty name reaches this toolkit, which then keeps to the settings in its own folder.
-    const Need emptyText{confFile && !*confFile, SIGIL_BAD_ARGUMENT};
+    const Need emptyText = needThat(confFile && !*confFile);
     return m_toolkit.call(SYMBOL(HVTK_API_SetConfFile), {emptyText}, confFile);
 }
 

@@ -66,7 +66,7 @@ public:
     std::string_view errorText() const;
 
     /** Why a call with these requirements cannot be made: the library is not loaded, or one is not met. 0 when it can. */
-    int refusal(Needs needs) const { return m_library ? needs.unmet : Traits.notLoaded; }
+    int refusal(Needs needs) const { return m_library ? unmet(needs) : Traits.notLoaded; }
     /** Whether the library, which must be loaded, has the function. */
     template <class Function>
     bool has(Symbol<Function> symbol) const

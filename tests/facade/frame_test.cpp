@@ -6,6 +6,7 @@
 #include "tests/doubles/recorder.h"
 #include "tests/doubles/variant.h"
 #include "tests/facade/handle.h"
+#include "tests/facade/member.h"
 
 #include <gtest/gtest.h>
 
@@ -331,6 +332,21 @@ TEST_P(FrameTest, ByteStringArgumentsAreChecked)
     EXPECT_EQ(HV_BINSTR_SetData(handle, data, 3, nullptr), 1001);
     EXPECT_EQ(HV_BINSTR_Delete(handle, nullptr), 1001);
     EXPECT_TRUE(doubles::calls().empty());
+}
+
+TEST(Handle, NothingIsTouchedBesideANull)
+{
+    const auto bytes = reinterpret_cast<BINSTR*>(Values::wildAddress);
+    const auto text = reinterpret_cast<char*>(Values::wildAddress);
+    EXPECT_EQ(HV_GetErrInfo(nullptr, 8, text), 1008);
+    EXPECT_EQ(HV_GetErrInfo2(nullptr, 8, text), 1008);
+    EXPECT_EQ(HV_GetVersion(nullptr, 8, text), 1008);
+    EXPECT_EQ(HV_SetConfFile(nullptr, text), 1008);
+    EXPECT_EQ(HV_SetCaPubs(nullptr, bytes), 1008);
+    EXPECT_EQ(HV_Str2Time(nullptr, text, reinterpret_cast<long*>(Values::wildAddress)), 1008);
+    EXPECT_EQ(HV_BINSTR_Create(nullptr, bytes), 1008);
+    EXPECT_EQ(HV_BINSTR_Delete(nullptr, bytes), 1008);
+    EXPECT_EQ(HV_BINSTR_SetData(nullptr, reinterpret_cast<unsigned char*>(Values::wildAddress), 1, bytes), 1008);
 }
 
 TEST_P(FrameTest, DeletingAnEmptyRecordReachesNoToolkit)

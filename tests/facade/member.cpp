@@ -26,7 +26,11 @@ std::vector<std::string> words(const std::string& text)
     return found;
 }
 
-Values::Values() { m_bytes.fill({m_data.data(), static_cast<int>(m_data.size())}); }
+Values::Values(Memory memory)
+    : m_memory(memory)
+{
+    m_bytes.fill({m_data.data(), static_cast<int>(m_data.size())});
+}
 
 std::vector<Values::Way> Values::ways(const std::string& argument)
 {

@@ -15,6 +15,7 @@
 #include <sigildesk/crypto/pkcs11.h>
 
 #include <array>
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <string>
@@ -24,10 +25,15 @@
 /** A valid value for every argument of any member, one of which a test may spoil. */
 class Values {
 public:
-    Values();
-
     /** How an argument can be missing. */
     enum class Way { NoData, NoLength, NegativeLength, NoRecord, NullPointer };
+    /** Whether pointers lead anywhere. */
+    enum class Memory { Valid, Wild };
+    /** Never mapped: whoever reads or writes here ends. */
+    static constexpr std::uintptr_t wildAddress = 8;
+
+    explicit Values(Memory memory = Memory::Valid);
+
     /** The ways that the argument of this name has: two or more for a byte string, one for a pointer, none for a value. */
     static std::vector<Way> ways(const std::string& argument);
     void spoil(const std::string& argument, Way way);
@@ -60,7 +66,9 @@ private:
     template <class T>
     T* unlessNull(const std::string& name, T* value) const
     {
-        return m_null == name ? nullptr : value;
+        if (m_null == name)
+            return nullptr;
+        return m_memory == Memory::Wild ? reinterpret_cast<T*>(wildAddress) : value;
     }
     std::string nameOfPointer(std::intptr_t value) const;
 
@@ -71,6 +79,7 @@ private:
     std::array<unsigned long, 3> m_longNumbers{};
     std::array<bool, 2> m_flags{};
     std::array<long, 8> m_tokenInfo{};
+    Memory m_memory;
     bool m_flag = true;
     std::string m_null; // the name of the pointer that is null
 };

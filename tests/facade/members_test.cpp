@@ -86,6 +86,18 @@ TEST_P(MembersTest, UnboundHandleComesBeforeTheArguments)
     }
 }
 
+TEST_P(MembersTest, NothingIsTouchedBesideAHandleThatIsNotBound)
+{
+    CWrapperAPI unbound;
+    for (const Member& member : allMembers()) {
+        SCOPED_TRACE(member.name);
+        Values values(Values::Memory::Wild);
+        EXPECT_EQ(member.call(nullptr, values), 1008);
+        Values again(Values::Memory::Wild);
+        EXPECT_EQ(member.call(&unbound, again), 1008);
+    }
+}
+
 TEST_P(MembersTest, MissingLibraryIsAnswered)
 {
     TemporaryFolder empty;
