@@ -63,10 +63,9 @@ int CUtil::GetRemDriveCount(bool /*unused*/, int* count)
     const bool readable = forEachRemovable([&](std::string_view) { ++found; });
     if (!count)
         return 0;
+    m_nRemDrives = readable ? found : 0; // what the host's number then is, is not known: no room is promised
     if (readable)
-        *count = m_nRemDrives = found;
-    else // the number of before stands, and without one there is no room
-        m_nRemDrives = std::max(m_nRemDrives, 0);
+        *count = found;
     return 0;
 }
 

@@ -526,6 +526,26 @@ TEST_F(Interface, RemovableDrivesThatCameAfterTheCountHaveNoRoom)
     EXPECT_STREQ(list[1].szMountDir, "");
 }
 
+TEST_F(Interface, RemovableDrivesWithoutACount)
+{
+    const fs::path table = library / "mtab";
+    writeFile(table, "/dev/sdb1 /media/one vfat rw 0 0\n");
+    sigil::environment().mountTable = table.string();
+    start();
+    tagDRIVEINFO list[1]{};
+    ASSERT_EQ(CLP_GetRemDrive(clp, list), 0);
+    EXPECT_STREQ(list[0].szMountDir, "/media/one") << "counted on another processor, perhaps";
+
+    sigil::environment().mountTable = (library / "missing").string();
+    int found = 77;
+    ASSERT_EQ(CLP_GetRemDriveCount(clp, &found), 0);
+    EXPECT_EQ(found, 77);
+    sigil::environment().mountTable = table.string();
+    list[0] = {};
+    ASSERT_EQ(CLP_GetRemDrive(clp, list), 0);
+    EXPECT_STREQ(list[0].szMountDir, "") << "a count that failed made no room";
+}
+
 TEST_F(Interface, UnInitalizeGivesEveryByteStringBack)
 {
     addNpki("a");
