@@ -39,6 +39,19 @@ int CertificateLoader::SetPolicyIDS()
     return SIGIL_SUCCESS;
 }
 
+int CertificateLoader::read(const ReaderStyle& style, ToolkitBytes& certificate, tagCERTINFO& entry)
+{
+    const ReaderMeans means{.toolkit = m_hToolkit,
+        .log = m_log,
+        .options = m_options,
+        .filter = m_filter,
+        .policies = m_policies,
+        .issuers = m_issuers,
+        .util = m_Util,
+        .texts = m_texts};
+    return CertificateReader(means, style, certificate, entry).read();
+}
+
 int CertificateLoader::readRandom(tagCERTINFO& entry, const char* where)
 {
     ToolkitBytes key(m_hToolkit);

@@ -3,26 +3,13 @@
  */
 #pragma once
 
+#include "certlist/certificate_reader.h"
+#include "certlist/load_options.h"
 #include "certlist/loader.h"
-#include "certlist/text_buffer.h"
 
 #include <sigildesk/records.h>
 
 namespace sigil {
-
-/** What CLP_SetType chose. */
-struct LoadOptions {
-    int pkiTypes = 0;
-    int keyPairType = 0;
-    bool excludeExpired = false;
-    bool removableFlag = false;
-    char policyIds[2048] = {};
-    char serialNum[1024] = {};
-    char subjectDn[1024] = {}; ///< UTF-8
-    char option[260] = {};
-};
-
-class CertificateReader;
 
 class CertificateLoader : public Loader {
 public:
@@ -36,6 +23,9 @@ public:
 protected:
     ~CertificateLoader() = default;
 
+    /** Fills @p entry from @p certificate, which is the same in toolkit memory. @return see CertificateReader::read() */
+    int read(const ReaderStyle& style, ToolkitBytes& certificate, tagCERTINFO& entry);
+
     /** Takes the identity random value out of the entry's decrypted signing key into the entry.
      *  @param where  name of the calling function in the log
      *  @return 0; 1118 the key holds none; 1119 it could not be read */
@@ -45,8 +35,6 @@ protected:
     LoadOptions m_options;
     PolicyFilter m_filter;
     TextBuffer m_texts[3]; // of the certificate that is being read
-
-    friend class CertificateReader;
 };
 
 } // namespace sigil

@@ -35,13 +35,13 @@ int CertificateReader::read()
 
 int CertificateReader::load()
 {
-    const int rc = CertLoad(m_loader.m_hToolkit, m_certificate.get());
+    const int rc = CertLoad(m_means.toolkit, m_certificate.get());
     return rc == SIGIL_SUCCESS ? SIGIL_SUCCESS : failed("CertLoad()", rc);
 }
 
 int CertificateReader::version()
 {
-    if (CertGetVersion(m_loader.m_hToolkit, TextBuffer::capacity, m_text.cleared()) == SIGIL_SUCCESS)
+    if (CertGetVersion(m_means.toolkit, TextBuffer::capacity, m_text.cleared()) == SIGIL_SUCCESS)
         setText(m_entry, field::version, "V" + std::string(m_text.text()));
     return SIGIL_SUCCESS;
 }
@@ -60,29 +60,29 @@ int CertificateReader::family()
         return SIGIL_SUCCESS;
     char organisation[1024] = {};
     int type = 0;
-    m_loader.m_Util.GetOString(m_entry.szSubjectDN, sizeof organisation, organisation);
-    m_loader.m_Util.GetCertCAType(organisation, &type);
+    m_means.util.GetOString(m_entry.szSubjectDN, sizeof organisation, organisation);
+    m_means.util.GetCertCAType(organisation, &type);
     m_entry.nPKIType = type;
-    if (type & m_loader.m_options.pkiTypes)
+    if (type & m_means.options.pkiTypes)
         return SIGIL_SUCCESS;
     return rejected(m_style.filterFunction, error::notIncludeType, "Check DN pass", nullptr);
 }
 
 int CertificateReader::subjectFilter()
 {
-    if (!*m_loader.m_options.subjectDn)
+    if (!*m_means.options.subjectDn)
         return SIGIL_SUCCESS;
     char subject[2 * sizeof m_entry.szSubjectDN] = {}; // UTF-8 takes at most half as much again
     int length = 0;
-    m_loader.m_Util.UTF8ToMultibyte(m_entry.szSubjectDN, subject, &length);
-    if (equalsIgnoringCase(subject, m_loader.m_options.subjectDn))
+    m_means.util.UTF8ToMultibyte(m_entry.szSubjectDN, subject, &length);
+    if (equalsIgnoringCase(subject, m_means.options.subjectDn))
         return SIGIL_SUCCESS;
     return rejected(m_style.function, error::pass, "DN Check pass", "DN Check pass");
 }
 
 int CertificateReader::serialFilter()
 {
-    const char* wanted = m_loader.m_options.serialNum;
+    const char* wanted = m_means.options.serialNum;
     if (!*wanted || equalsIgnoringCase(wanted, m_entry.szSerialNum))
         return SIGIL_SUCCESS;
     return rejected(m_style.filterFunction, error::pass, "Check SerialNumber pass", "Check SerialNumber pass");
@@ -92,10 +92,10 @@ int CertificateReader::uid() { return readText({CertGetUID, "CertGetUID()", fiel
 
 int CertificateReader::publicKey()
 {
-    TextBuffer& keyLength = m_loader.m_texts[1];
-    TextBuffer& algorithm = m_loader.m_texts[2];
-    ToolkitBytes der(m_loader.m_hToolkit);
-    const int rc = CertGetPubKeyInfo(m_loader.m_hToolkit, algorithm.cleared(), keyLength.cleared(),
+    TextBuffer& keyLength = m_means.texts[1];
+    TextBuffer& algorithm = m_means.texts[2];
+    ToolkitBytes der(m_means.toolkit);
+    const int rc = CertGetPubKeyInfo(m_means.toolkit, algorithm.cleared(), keyLength.cleared(),
         TextBuffer::capacity, m_text.cleared(), der.get());
     if (rc != SIGIL_SUCCESS)
         return failed("CertGetPubKeyInfo()", rc);
@@ -115,9 +115,9 @@ int CertificateReader::usageAndIssuer()
 
 int CertificateReader::issuerName()
 {
-    m_loader.m_Util.GetCNString(m_entry.szIssuerDN, sizeof m_entry.szIssuerCN, m_entry.szIssuerCN);
+    m_means.util.GetCNString(m_entry.szIssuerDN, sizeof m_entry.szIssuerCN, m_entry.szIssuerCN);
     setText(m_entry, field::issuerName, value(m_entry, field::issuerCn));
-    if (const std::string* name = m_loader.m_issuers.nameOf(value(m_entry, field::issuerCn)))
+    if (const std::string* name = m_means.issuers.nameOf(value(m_entry, field::issuerCn)))
         setText(m_entry, field::issuerName, *name);
     return SIGIL_SUCCESS;
 }
@@ -131,8 +131,8 @@ int CertificateReader::policies()
 
 int CertificateReader::policyFilter()
 {
-    m_loader.m_Util.MakeCommonPolicyID(&m_entry);
-    if (m_loader.m_filter.accepts(m_entry.szPolicyID))
+    m_means.util.MakeCommonPolicyID(&m_entry);
+    if (m_means.filter.accepts(m_entry.szPolicyID))
         return SIGIL_SUCCESS;
     return rejected(m_style.function, error::pass, "CheckPolicyID() check pass", nullptr);
 }
@@ -140,7 +140,7 @@ int CertificateReader::policyFilter()
 int CertificateReader::policyName()
 {
     const std::string_view id = value(m_entry, field::policyId);
-    const std::string* name = m_loader.m_policies.nameOf(id);
+    const std::string* name = m_means.policies.nameOf(id);
     setText(m_entry, field::policyName, name ? *name : id);
     return SIGIL_SUCCESS;
 }
@@ -154,9 +154,9 @@ int CertificateReader::keyIds()
 
 int CertificateReader::optionalTexts()
 {
-    if (CertGetSubjectAltName(m_loader.m_hToolkit, TextBuffer::capacity, m_text.cleared()) == SIGIL_SUCCESS)
+    if (CertGetSubjectAltName(m_means.toolkit, TextBuffer::capacity, m_text.cleared()) == SIGIL_SUCCESS)
         setText(m_entry, field::subjectAltName, m_text.text());
-    if (CertGetAIA(m_loader.m_hToolkit, TextBuffer::capacity, m_text.cleared()) == SIGIL_SUCCESS)
+    if (CertGetAIA(m_means.toolkit, TextBuffer::capacity, m_text.cleared()) == SIGIL_SUCCESS)
         setText(m_entry, field::aia, m_text.text());
     return SIGIL_SUCCESS;
 }
@@ -164,9 +164,9 @@ int CertificateReader::optionalTexts()
 int CertificateReader::validityTexts()
 {
     // The façade does not tell the toolkits how much room there is, so leave more than it was told.
-    TextBuffer& notAfter = m_loader.m_texts[1];
+    TextBuffer& notAfter = m_means.texts[1];
     const int rc =
-        CertGetValidity(m_loader.m_hToolkit, dateCapacity, m_text.cleared(), dateCapacity, notAfter.cleared());
+        CertGetValidity(m_means.toolkit, dateCapacity, m_text.cleared(), dateCapacity, notAfter.cleared());
     if (rc != SIGIL_SUCCESS)
         return failed("CertGetValidity()", rc);
     setText(m_entry, field::notBefore, m_text.text().substr(0, dateCapacity - 1));
@@ -179,9 +179,9 @@ int CertificateReader::validityState()
     const bool otherKeySize = m_style.statesByKeySize && !equalsIgnoringCase(m_entry.szKeyLength, bits2048);
     int remainDays = 0;
     int state = 0;
-    const int rc = m_loader.m_Util.GetValidity(otherKeySize, m_entry.nPKIType, m_entry.szPolicyID,
-        m_entry.szNotBefore, m_entry.szNotAfter, sizeof m_entry.szValidFrom, m_entry.szValidFrom,
-        sizeof m_entry.szValidTo, m_entry.szValidTo, &remainDays, &state);
+    const int rc = m_means.util.GetValidity(otherKeySize, m_entry.nPKIType, m_entry.szPolicyID, m_entry.szNotBefore,
+        m_entry.szNotAfter, sizeof m_entry.szValidFrom, m_entry.szValidFrom, sizeof m_entry.szValidTo,
+        m_entry.szValidTo, &remainDays, &state);
     if (rc != SIGIL_SUCCESS)
         return failed("GetValidity() check err", rc);
     m_entry.nRemainDays = remainDays;
@@ -192,7 +192,7 @@ int CertificateReader::validityState()
 int CertificateReader::expiry()
 {
     m_entry.nExpired = expired(m_entry.nValidStatus) ? 1 : 0;
-    const bool leaveOut = m_style.mayExcludeExpired && m_loader.m_options.excludeExpired;
+    const bool leaveOut = m_style.mayExcludeExpired && m_means.options.excludeExpired;
     return leaveOut && m_entry.nExpired == 1 ? SIGIL_FILTERED_OUT : SIGIL_SUCCESS;
 }
 
@@ -208,7 +208,7 @@ int CertificateReader::readTexts(std::span<const TextStep> steps)
 
 int CertificateReader::readText(const TextStep& step)
 {
-    const int rc = step.get(m_loader.m_hToolkit, TextBuffer::capacity, m_text.cleared());
+    const int rc = step.get(m_means.toolkit, TextBuffer::capacity, m_text.cleared());
     if (rc != SIGIL_SUCCESS)
         return failed(step.call, rc);
     setText(m_entry, step.field, m_text.text());
@@ -217,13 +217,12 @@ int CertificateReader::readText(const TextStep& step)
 
 int CertificateReader::failed(const char* call, int toolkitCode)
 {
-    return m_loader.m_log.failed(
-        m_style.function, m_style.errorName, call, toolkitCode, SIGIL_CERTIFICATE_UNREADABLE);
+    return m_means.log.failed(m_style.function, m_style.errorName, call, toolkitCode, SIGIL_CERTIFICATE_UNREADABLE);
 }
 
 int CertificateReader::rejected(const char* function, const char* errorName, const char* what, const char* message)
 {
-    return m_loader.m_log.refused(function, errorName, what, SIGIL_FILTERED_OUT, message);
+    return m_means.log.refused(function, errorName, what, SIGIL_FILTERED_OUT, message);
 }
 
 } // namespace sigil

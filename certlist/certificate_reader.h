@@ -3,9 +3,15 @@
  */
 #pragma once
 
-#include "certlist/certificate_loader.h"
 #include "certlist/entry.h"
+#include "certlist/error_log.h"
+#include "certlist/issuer_table.h"
+#include "certlist/load_options.h"
+#include "certlist/policy_table.h"
+#include "certlist/text_buffer.h"
 #include "facade/toolkit_bytes.h"
+
+#include <sigildesk/util.h>
 
 #include <span>
 
@@ -21,17 +27,29 @@ struct ReaderStyle {
     bool mayExcludeExpired;     ///< the caller's wish to leave out expired certificates is heeded
 };
 
+/** What a loader lends for reading its certificates; all of it outlives the reading. */
+struct ReaderMeans {
+    void* toolkit; ///< façade handle
+    ErrorLog& log;
+    const LoadOptions& options;
+    PolicyFilter& filter;
+    const PolicyTable& policies;
+    const IssuerTable& issuers;
+    CUtil& util;
+    TextBuffer (&texts)[3]; ///< room for the texts of one certificate
+};
+
 class CertificateReader {
 public:
     /** @param certificate  the same as in the entry, in toolkit memory
      *  @param entry        holds the certificate and its family; receives the rest */
     CertificateReader(
-        CertificateLoader& loader, const ReaderStyle& style, ToolkitBytes& certificate, tagCERTINFO& entry)
-        : m_loader(loader)
+        const ReaderMeans& means, const ReaderStyle& style, ToolkitBytes& certificate, tagCERTINFO& entry)
+        : m_means(means)
         , m_style(style)
         , m_certificate(certificate)
         , m_entry(entry)
-        , m_text(loader.m_texts[0])
+        , m_text(means.texts[0])
     {
     }
 
@@ -73,7 +91,7 @@ private:
     int failed(const char* call, int toolkitCode);
     int rejected(const char* function, const char* errorName, const char* what, const char* message);
 
-    CertificateLoader& m_loader;
+    const ReaderMeans& m_means;
     const ReaderStyle& m_style;
     ToolkitBytes& m_certificate;
     tagCERTINFO& m_entry;

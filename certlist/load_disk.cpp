@@ -1,6 +1,5 @@
 #include "certlist/load_disk.h"
 
-#include "certlist/certificate_reader.h"
 #include "certlist/codes.h"
 #include "certlist/store_layout.h"
 #include "certlist/toolkit_calls.h"
@@ -171,7 +170,7 @@ int CLoadDISK::ParsingCert(bool /*bCountOnly*/, tagCERTINFO* pEntry)
     int rc = readSignPair(certificate, *pEntry);
     if (rc == SIGIL_SUCCESS)
         rc = readKmPair(*pEntry);
-    return rc == SIGIL_SUCCESS ? CertificateReader(*this, readerStyle, certificate, *pEntry).read() : rc;
+    return rc == SIGIL_SUCCESS ? read(readerStyle, certificate, *pEntry) : rc;
 }
 
 int CLoadDISK::readFile(char* path, const EntryField& field, tagCERTINFO& entry)

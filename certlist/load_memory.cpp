@@ -1,6 +1,5 @@
 #include "certlist/load_memory.h"
 
-#include "certlist/certificate_reader.h"
 #include "certlist/codes.h"
 #include "certlist/toolkit_calls.h"
 
@@ -58,7 +57,7 @@ int CLoadMemory::ParsingCert(tagCERTINFO* entry)
     const CertificateUnloader unload(m_hToolkit);
     entry->nMediaType = m_nMediaType;
     fill(certificate, value(*entry, field::signCert));
-    return CertificateReader(*this, readerStyle, certificate, *entry).read();
+    return read(readerStyle, certificate, *entry);
 }
 
 void CLoadMemory::CopyCertInfo(const tagCERTINFO* entry) { m_entry.store(*entry); }

@@ -1,0 +1,20 @@
+/** @file
+ *  Which certificates the caller wants listed.
+ */
+#pragma once
+
+namespace sigil {
+
+/** What CLP_SetType chose. */
+struct LoadOptions {
+    int pkiTypes = 0;
+    int keyPairType = 0;
+    bool excludeExpired = false;
+    bool removableFlag = false;
+    char policyIds[2048] = {};
+    char serialNum[1024] = {};
+    char subjectDn[1024] = {}; ///< UTF-8
+    char option[260] = {};
+};
+
+} // namespace sigil
