@@ -227,3 +227,8 @@ int CLoadDISK::readKmPair(tagCERTINFO& entry)
     setText(entry, field::kmKeyPath, {});
     return SIGIL_FILTERED_OUT;
 }
+
+int CLoadDISK::MakePKCS12(int nIndex, char* szPassword, CBinary& pfx)
+{
+    return hasEntry(nIndex) ? m_pkcs12.write(*ScratchEntry(entry(nIndex)), szPassword, pfx) : SIGIL_BAD_ARGUMENT;
+}

@@ -7,6 +7,7 @@
 #include "certlist/certificate_loader.h"
 #include "certlist/copy_target.h"
 #include "certlist/entry.h"
+#include "certlist/pkcs12_transfer.h"
 #include "certlist/searched_folder.h"
 #include "foundation/families.h"
 
@@ -68,7 +69,10 @@ public:
     /** @name Import, export, copy, delete
      *  @{ */
     /** Reads a PKCS#12 file. @return 0; 1113; 1115; 1129; a toolkit code */
-    int GetPKCS12(char* szPath, char* szPassword, sigil::CertNKey& out);
+    int GetPKCS12(char* szPath, char* szPassword, sigil::CertNKey& out)
+    {
+        return m_pkcs12.read(szPath, szPassword, out);
+    }
     /** Makes a PKCS#12 file of an entry whose keys were decrypted. @return 0; 1001; 1127; 1128 */
     int MakePKCS12(int nIndex, char* szPassword, CBinary& pfx);
     /** @return 0; 1001 nothing to write; a toolkit code */
@@ -118,16 +122,6 @@ private:
     int changeKeyFile(
         tagCERTINFO& entry, const sigil::EntryField& stored, char* path, char* szOldPassword, char* szNewPassword);
 
-    struct PfxLists;
-    int openPfx(char* szPath, char* szPassword, PfxLists& lists);
-    int importPfx(int mode, sigil::ToolkitBytes& file, char* szPassword, PfxLists& lists);
-    int countPairs(PfxLists& lists);
-    int takePair(PfxLists& lists, int index, sigil::CertNKey& out);
-    int tooMany();
-    int takeKeyOf(sigil::ToolkitBytes& certificate, PfxLists& lists, CBinary& certOut, CBinary& keyOut);
-    int exportOnePair(const tagCERTINFO& entry, char* szPassword, sigil::ToolkitBytes& out);
-    int exportTwoPairs(const tagCERTINFO& entry, char* szPassword, sigil::ToolkitBytes& out);
-
     int writeLogged(const CBinary& data, char* path);
     int writeEncrypted(const CBinary& key, char* szPassword, int nAlg, char* path);
     int notOnDisk(const char* where, const char* errorName, int result);
@@ -135,6 +129,7 @@ private:
     int deletePairs(tagCERTINFO& entry, char* szPassword);
     int deletePair(char* szPassword, int kind, char* keyPath, char* certPath);
 
+    sigil::Pkcs12Transfer m_pkcs12{m_hToolkit, m_log};
     char m_szDrivePath[260] = {};
     sigil::SearchedFolder m_searched; // where ParsingCert finds the files; none outside of a search
     std::map<int, std::vector<std::string>> m_folders; // by family code; no list before the first search

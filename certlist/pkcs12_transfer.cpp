@@ -1,15 +1,18 @@
-// PKCS#12 files: import into certificate/key pairs, export of a listed certificate.
+#include "certlist/pkcs12_transfer.h"
 
 #include "certlist/codes.h"
-#include "certlist/load_disk.h"
+#include "certlist/entry.h"
 #include "certlist/public_part.h"
+#include "certlist/searched_folder.h"
 #include "certlist/toolkit_calls.h"
 
 #include <cstring>
 #include <deque>
 #include <map>
+#include <string_view>
+#include <vector>
 
-using namespace sigil;
+namespace sigil {
 
 namespace {
 
@@ -94,7 +97,7 @@ private:
 } // namespace
 
 /** The lists that a PKCS#12 file holds, in the toolkit's form. */
-struct CLoadDISK::PfxLists {
+struct Pkcs12Transfer::PfxLists {
     explicit PfxLists(void* facade)
         : certificates(facade)
         , keys(facade)
@@ -109,10 +112,10 @@ struct CLoadDISK::PfxLists {
     int checks = 0; ///< whether a certificate and a key belong together, asked so far
 };
 
-int CLoadDISK::GetPKCS12(char* szPath, char* szPassword, CertNKey& out)
+int Pkcs12Transfer::read(char* szPath, char* szPassword, CertNKey& out)
 {
-    const CertificateUnloader unload(m_hToolkit);
-    PfxLists lists(m_hToolkit);
+    const CertificateUnloader unload(m_toolkit);
+    PfxLists lists(m_toolkit);
     int rc = openPfx(szPath, szPassword, lists);
     if (rc == SIGIL_SUCCESS)
         rc = countPairs(lists);
@@ -121,13 +124,13 @@ int CLoadDISK::GetPKCS12(char* szPath, char* szPassword, CertNKey& out)
     return rc;
 }
 
-int CLoadDISK::openPfx(char* szPath, char* szPassword, PfxLists& lists)
+int Pkcs12Transfer::openPfx(char* szPath, char* szPassword, PfxLists& lists)
 {
     if (!isFileOrMissing(szPath)) // a toolkit may wait for ever for what a pipe does not bring
         return m_log.refused(
             getPkcs12, error::importCert, "MediaDiskReadFile()", SIGIL_IMPORT_REFUSED, "not a regular file");
-    ToolkitBytes file(m_hToolkit);
-    int rc = MediaDiskReadFile(m_hToolkit, szPath, file.get());
+    ToolkitBytes file(m_toolkit);
+    int rc = MediaDiskReadFile(m_toolkit, szPath, file.get());
     if (rc != SIGIL_SUCCESS)
         return m_log.failed(getPkcs12, error::readCertNKey, "MediaDiskReadFile()", rc, rc);
     rc = importPfx(usualMode, file, szPassword, lists);
@@ -140,7 +143,7 @@ int CLoadDISK::openPfx(char* szPath, char* szPassword, PfxLists& lists)
         : m_log.failed(getPkcs12, error::importCert, "PFXImportMultiPair2()", rc, SIGIL_IMPORT_REFUSED);
 }
 
-int CLoadDISK::importPfx(int mode, ToolkitBytes& file, char* szPassword, PfxLists& lists)
+int Pkcs12Transfer::importPfx(int mode, ToolkitBytes& file, char* szPassword, PfxLists& lists)
 {
     lists.certificates.clear();
     lists.keys.clear();
@@ -149,16 +152,16 @@ int CLoadDISK::importPfx(int mode, ToolkitBytes& file, char* szPassword, PfxList
     const FilledOutput keys(lists.keys);
     const FilledOutput extra(lists.extra);
     return PFXImportMultiPair2(
-        m_hToolkit, mode, file.get(), szPassword, lists.certificates.get(), lists.keys.get(), lists.extra.get());
+        m_toolkit, mode, file.get(), szPassword, lists.certificates.get(), lists.keys.get(), lists.extra.get());
 }
 
-int CLoadDISK::countPairs(PfxLists& lists)
+int Pkcs12Transfer::countPairs(PfxLists& lists)
 {
     int keys = 0;
     const CallResult counted = callAll({
         {"UTILGetObjectCount()",
-            [&] { return UTILGetObjectCount(m_hToolkit, lists.certificates.get(), &lists.count); }},
-        {"UTILGetObjectCount()", [&] { return UTILGetObjectCount(m_hToolkit, lists.keys.get(), &keys); }},
+            [&] { return UTILGetObjectCount(m_toolkit, lists.certificates.get(), &lists.count); }},
+        {"UTILGetObjectCount()", [&] { return UTILGetObjectCount(m_toolkit, lists.keys.get(), &keys); }},
     });
     if (counted.code != SIGIL_SUCCESS)
         return m_log.failed(getPkcs12, error::importCert, counted.name, counted.code, SIGIL_IMPORT_REFUSED);
@@ -169,16 +172,16 @@ int CLoadDISK::countPairs(PfxLists& lists)
     return SIGIL_SUCCESS;
 }
 
-int CLoadDISK::takePair(PfxLists& lists, int index, CertNKey& out)
+int Pkcs12Transfer::takePair(PfxLists& lists, int index, CertNKey& out)
 {
     constexpr int usageCapacity = 1024;
     char usage[usageCapacity + 1] = {};
-    ToolkitBytes certificate(m_hToolkit);
+    ToolkitBytes certificate(m_toolkit);
     const CallResult read = callAll({
         {"UTILGetObject()",
-            [&] { return UTILGetObject(m_hToolkit, lists.certificates.get(), index, certificate.get()); }},
-        {"CertLoad()", [&] { return CertLoad(m_hToolkit, certificate.get()); }},
-        {"CertGetKeyUsage()", [&] { return CertGetKeyUsage(m_hToolkit, usageCapacity, usage); }},
+            [&] { return UTILGetObject(m_toolkit, lists.certificates.get(), index, certificate.get()); }},
+        {"CertLoad()", [&] { return CertLoad(m_toolkit, certificate.get()); }},
+        {"CertGetKeyUsage()", [&] { return CertGetKeyUsage(m_toolkit, usageCapacity, usage); }},
     });
     if (read.code != SIGIL_SUCCESS)
         return m_log.failed(getPkcs12, error::importCert, read.name, read.code, read.code);
@@ -187,15 +190,15 @@ int CLoadDISK::takePair(PfxLists& lists, int index, CertNKey& out)
 }
 
 // A certificate without a key in the file is passed over.
-int CLoadDISK::takeKeyOf(ToolkitBytes& certificate, PfxLists& lists, CBinary& certOut, CBinary& keyOut)
+int Pkcs12Transfer::takeKeyOf(ToolkitBytes& certificate, PfxLists& lists, CBinary& certOut, CBinary& keyOut)
 {
-    const int rc = lists.pairable.take(m_hToolkit, lists.keys, lists.count);
+    const int rc = lists.pairable.take(m_toolkit, lists.keys, lists.count);
     if (rc != SIGIL_SUCCESS)
         return m_log.failed(getPkcs12, error::importCert, "UTILGetObject()", rc, rc);
     for (ToolkitBytes* key : lists.pairable.candidatesFor(certificate)) {
         if (++lists.checks > mostChecks)
             return tooMany();
-        if (PriKeyCheckKeyPair(m_hToolkit, certificate.get(), key->get()) != SIGIL_SUCCESS)
+        if (PriKeyCheckKeyPair(m_toolkit, certificate.get(), key->get()) != SIGIL_SUCCESS)
             continue;
         assign(certOut, bytesOf(certificate));
         assign(keyOut, bytesOf(*key));
@@ -204,50 +207,47 @@ int CLoadDISK::takeKeyOf(ToolkitBytes& certificate, PfxLists& lists, CBinary& ce
     return SIGIL_SUCCESS;
 }
 
-int CLoadDISK::tooMany()
+int Pkcs12Transfer::tooMany()
 {
     return m_log.refused(
         getPkcs12, error::importCert, "PriKeyCheckKeyPair()", SIGIL_IMPORT_REFUSED, "too many pairs");
 }
 
-int CLoadDISK::MakePKCS12(int nIndex, char* szPassword, CBinary& pfx)
+int Pkcs12Transfer::write(const tagCERTINFO& entry, char* szPassword, CBinary& pfx)
 {
-    if (!hasEntry(nIndex))
-        return SIGIL_BAD_ARGUMENT;
-    ScratchEntry entry(this->entry(nIndex));
-    if (entry->nSignPriKeyLen < 1)
+    if (entry.nSignPriKeyLen < 1)
         return SIGIL_NO_DECRYPTED_KEY;
-    ToolkitBytes out(m_hToolkit);
-    const bool hasKmPair = entry->nKmCertLen >= 1 && entry->nKmPriKeyLen >= 1;
-    const int rc = hasKmPair ? exportTwoPairs(*entry, szPassword, out) : exportOnePair(*entry, szPassword, out);
+    ToolkitBytes out(m_toolkit);
+    const bool hasKmPair = entry.nKmCertLen >= 1 && entry.nKmPriKeyLen >= 1;
+    const int rc = hasKmPair ? exportTwoPairs(entry, szPassword, out) : exportOnePair(entry, szPassword, out);
     if (rc == SIGIL_SUCCESS)
         assign(pfx, bytesOf(out));
     return rc;
 }
 
-int CLoadDISK::exportOnePair(const tagCERTINFO& entry, char* szPassword, ToolkitBytes& out)
+int Pkcs12Transfer::exportOnePair(const tagCERTINFO& entry, char* szPassword, ToolkitBytes& out)
 {
-    ToolkitBytes certificate(m_hToolkit);
-    ToolkitBytes key(m_hToolkit);
-    ToolkitBytes none(m_hToolkit);
+    ToolkitBytes certificate(m_toolkit);
+    ToolkitBytes key(m_toolkit);
+    ToolkitBytes none(m_toolkit);
     fill(certificate, value(entry, field::signCert));
     fill(key, value(entry, field::signKey));
     const int rc =
-        PFXExport(m_hToolkit, 0, szPassword, certificate.get(), key.get(), none.get(), none.get(), out.get());
+        PFXExport(m_toolkit, 0, szPassword, certificate.get(), key.get(), none.get(), none.get(), out.get());
     // The record names another export; readers of the log know it so.
     return rc == SIGIL_SUCCESS
         ? SIGIL_SUCCESS
         : m_log.failed(makePkcs12, error::exportCert, "PFXExport2()", rc, SIGIL_EXPORT_REFUSED);
 }
 
-int CLoadDISK::exportTwoPairs(const tagCERTINFO& entry, char* szPassword, ToolkitBytes& out)
+int Pkcs12Transfer::exportTwoPairs(const tagCERTINFO& entry, char* szPassword, ToolkitBytes& out)
 {
-    ToolkitBytes certificates(m_hToolkit);
-    ToolkitBytes keys(m_hToolkit);
+    ToolkitBytes certificates(m_toolkit);
+    ToolkitBytes keys(m_toolkit);
     const auto add = [&](const EntryField& field, ToolkitBytes& list) {
-        ToolkitBytes object(m_hToolkit);
+        ToolkitBytes object(m_toolkit);
         fill(object, value(entry, field));
-        return UTILAddObject(m_hToolkit, object.get(), list.get());
+        return UTILAddObject(m_toolkit, object.get(), list.get());
     };
     const CallResult made = callAll({
         {"UTILAddObject()", [&] { return add(field::signCert, certificates); }},
@@ -256,10 +256,12 @@ int CLoadDISK::exportTwoPairs(const tagCERTINFO& entry, char* szPassword, Toolki
         {"UTILAddObject()", [&] { return add(field::kmKey, keys); }},
         {"PFXExportMultiPair()",
             [&] {
-                return PFXExportMultiPair(m_hToolkit, 0, szPassword, certificates.get(), keys.get(), out.get());
+                return PFXExportMultiPair(m_toolkit, 0, szPassword, certificates.get(), keys.get(), out.get());
             }},
     });
     return made.code == SIGIL_SUCCESS
         ? SIGIL_SUCCESS
         : m_log.failed(makePkcs12, error::exportCert, made.name, made.code, SIGIL_EXPORT_REFUSED);
 }
+
+} // namespace sigil
