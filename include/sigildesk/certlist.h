@@ -73,12 +73,14 @@ SIGIL_EXPORT int CLP_SetType(void* hCLP, tagLOADCERTOPT* pOption);
 SIGIL_EXPORT int CLP_SetMediaType(void* hCLP, int nMedia, char* szPath, int nReserved);
 
 /** Number of mounted removable disks ("vfat", "fuseblk").
+ *  @param pnCount receives the number; left as it is when the mount table cannot be read, so set it to 0 before
  *  @return 0; 1008; 1001 @p pnCount null */
 SIGIL_EXPORT int CLP_GetRemDriveCount(void* hCLP, int* pnCount);
 
 /** Fills one record per mounted removable disk.
  *  @param pArray  array of as many records as CLP_GetRemDriveCount counted last on this processor: of disks that were
- *                 mounted since, no more are filled in
+ *                 mounted since, no more are filled in, and none when the mount table could not be read then.
+ *                 Without a count on this processor, every disk is filled in
  *  @return 0; 1008; 1001 @p pArray null */
 SIGIL_EXPORT int CLP_GetRemDrive(void* hCLP, tagDRIVEINFO* pArray);
 

@@ -50,6 +50,7 @@ static_assert(sizeof(tagSETOID) == 40, "layout of tagSETOID");
 static_assert(sizeof(tagPOLICYID) == 90, "layout of tagPOLICYID");
 static_assert(sizeof(tagEXPFILELIST) == 260, "layout of tagEXPFILELIST");
 
+/** See the top of this file. An object takes 264 bytes: hosts hold it by value, so its size is part of the interface. */
 class SIGIL_EXPORT CUtil {
 public:
     /** Takes the user's Korean language file, "HalvardSafe/Corvenna/KOR.ini" in the home folder. */
@@ -249,14 +250,15 @@ public:
      *  @{ */
     /** Number of mounted removable disks: file systems of type "vfat" and "fuseblk".
      *  @param unused  not used
-     *  @param count   receives the number; left as it is when the mount table cannot be read */
+     *  @param count   receives the number; left as it is when the mount table cannot be read, so set it to 0 before */
     int GetRemDriveCount(bool unused, int* count);
     /** The mounted removable disks, in the order of the mount table.
      *  @param unused  not used
      *  @param list    room for as many records as GetRemDriveCount() told last on this object: of disks that were
-     *                 mounted since, no more are listed. Without a count before, every disk is. nIndex counts from 0;
-     *                 szMountDir is the mount point; szName what follows its last "/", the "/" included deliberately;
-     *                 szDisplay "name (mount point)" */
+     *                 mounted since, no more are listed, and none when the mount table could not be read then. Without
+     *                 a count on this object, every disk is listed. nIndex counts from 0; szMountDir is the mount
+     *                 point; szName what follows its last "/", the "/" included deliberately; szDisplay "name (mount
+     *                 point)" */
     int GetRemDriveInfo(bool unused, tagDRIVEINFO* list);
     /** The hard disk (@p removable false): fills the one record @p info with the name that the object's language
      *  file gives it and does not touch @p count. For @p removable true only sets @p count to 1. */
@@ -289,5 +291,7 @@ public:
 private:
     int m_nRemDrives = -1; // told by the last GetRemDriveCount(); below 0: nothing yet
 };
+
+static_assert(sizeof(CUtil) == 264, "layout of CUtil");
 
 #endif
