@@ -40,7 +40,7 @@ public:
     explicit FilledOutput(ToolkitBytes& record)
         : m_record(record)
     {
-        fill(m_record, {"", 1});
+        fill(m_record, std::string_view("\0", 1));
         m_placeholder = *m_record.get();
     }
     ~FilledOutput()
