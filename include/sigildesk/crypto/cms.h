@@ -13,8 +13,8 @@
  *  - message: BER or DER; what it writes is DER. Hash, RSA scheme and padding are those of HV_SetHashAlg,
  *    CRYPTSetRSAVersion and CRYPTSetPaddingType.
  *  - algorithm: a SigilToolkitCipher of <sigildesk/open_toolkit.h>, 0 is SEED; 3400 for others.
- *  - signingTime in: "YYYY-MM-DD HH:MM:SS" in local standard time, empty for now (3007 for other texts). Out: the same form
- *    in a buffer of at least 25 bytes, empty when the message says none; may be null.
+ *  - signingTime in: "YYYY-MM-DD HH:MM:SS" in local standard time, empty: the time of the call (3007 for other texts). Out:
+ *    the same form in a buffer of at least 25 bytes, empty when the message says none; may be null.
  *  - path: bytes of the file system, below the folder of MediaLoad when it is relative. Files may have any size; what is
  *    written appears whole or not at all.
  *  Its codes: 3900 not a message or damaged; 3901 the content is missing or not the one that was signed; 3902 no such signer
