@@ -1,6 +1,7 @@
 // The certificate list on the open toolkit with a sample store: real certificates, end to end.
 
 #include "tests/support/sample_store.h"
+#include "tests/support/secret_hunt.h"
 
 #include "certlist/public_part.h"
 #include "foundation/environment.h"
@@ -17,8 +18,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstdint>
-#include <cstdio>
 #include <cstring>
 #include <fstream>
 #include <memory>
@@ -291,44 +290,6 @@ TEST_F(Store, WrongPasswordGivesNoRandomValue)
 }
 
 #ifndef __SANITIZE_ADDRESS__ // which maps more memory than can be searched, and forbids reading what was freed
-/** Finds copies of a secret in the memory of the process, without being one: the secret is kept in disguise. */
-class SecretHunt {
-public:
-    explicit SecretHunt(std::string_view secret)
-    {
-        for (char c : secret)
-            m_disguised += static_cast<char>(c ^ mask);
-    }
-    /** How many copies there are in memory that can be written. */
-    int copies() const
-    {
-        int found = 0;
-        std::ifstream maps("/proc/self/maps");
-        for (std::string line; std::getline(maps, line);) {
-            std::uintptr_t start = 0, end = 0;
-            char mode[5] = {};
-            if (std::sscanf(line.c_str(), "%lx-%lx %4s", &start, &end, mode) == 3 &&
-                std::string_view(mode) == "rw-p")
-                found += copiesIn(reinterpret_cast<const char*>(start), reinterpret_cast<const char*>(end));
-        }
-        return found;
-    }
-
-private:
-    static constexpr char mask = 0x5a;
-
-    int copiesIn(const char* start, const char* end) const
-    {
-        const auto same = [](char plain, char disguised) { return static_cast<char>(plain ^ mask) == disguised; };
-        int found = 0;
-        for (; (start = std::search(start, end, m_disguised.begin(), m_disguised.end(), same)) != end; ++start)
-            ++found;
-        return found;
-    }
-
-    std::string m_disguised;
-};
-
 TEST_F(Store, SecretsEndWithTheirList)
 {
     const auto hunt = [](Buffer& secret) { // takes the secret away from the caller
