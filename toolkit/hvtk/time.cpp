@@ -51,13 +51,13 @@ TOOLKIT_FUNCTION HVTK_TSP_GetTokenInfo(void* context, BINSTR* token, int capacit
     return call(context, [&](Context& state) {
         const TimeStampToken read(state.library(), in(token));
         const Bytes authority = read.authority(state.library());
-        BINSTR held{};
+        HeldBytes held;
         if (certificate && !authority.empty())
-            put(authority, &held);
+            put(authority, held.get());
         calls::putTokenTexts(read.texts(), capacity,
             {{&TimeStampTexts::policy, text3}, {&TimeStampTexts::hash, text4}, {&TimeStampTexts::imprint, text5},
                 {&TimeStampTexts::serial, text6}, {&TimeStampTexts::time, text7}, {&TimeStampTexts::nonce, text8}});
         if (certificate)
-            *certificate = held;
+            *certificate = held.take();
     });
 }

@@ -121,10 +121,10 @@ void put(std::initializer_list<Output> outputs)
 void replace(View bytes, BINSTR* inOut)
 {
     require(inOut != nullptr, SIGIL_TK_ARGUMENT, "byte string");
-    BINSTR fresh{};
-    put(bytes, &fresh);
+    HeldBytes fresh;
+    put(bytes, fresh.get());
     release(inOut);
-    *inOut = fresh;
+    *inOut = fresh.take();
 }
 
 void release(BINSTR* bytes)

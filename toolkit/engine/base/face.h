@@ -12,6 +12,7 @@
 #include <initializer_list>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace toolkit {
 
@@ -39,6 +40,21 @@ void put(std::initializer_list<Output> outputs);
 void replace(View bytes, BINSTR* inOut);
 /** Wipes and releases toolkit memory. */
 void release(BINSTR* bytes);
+
+/** A byte string that waits to be handed out, so that a call which fails after all leaves none behind. */
+class HeldBytes {
+public:
+    HeldBytes() = default;
+    ~HeldBytes() { release(&m_record); }
+    HeldBytes(const HeldBytes&) = delete;
+    HeldBytes& operator=(const HeldBytes&) = delete;
+
+    BINSTR* get() { return &m_record; }
+    BINSTR take() { return std::exchange(m_record, {}); }
+
+private:
+    BINSTR m_record{};
+};
 
 /** Writes a text that may be cut at a character. Throws SIGIL_TK_ARGUMENT for a null buffer or a capacity below 1. */
 void putText(std::string_view text, int capacity, char* out);
