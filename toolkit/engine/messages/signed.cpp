@@ -73,8 +73,10 @@ void addAttributes(CMS_SignerInfo* signer, const SigningRequest& request, const 
 /** DER of the SET OF signed attributes: what a signature covers. */
 Bytes attributesDer(const CMS_SignerInfo* signer)
 {
+    const int count = std::max(CMS_signed_get_attr_count(signer), 0); // -1 for none
     std::vector<Bytes> attributes;
-    for (int i = 0; i < CMS_signed_get_attr_count(signer); ++i)
+    attributes.reserve(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i)
         attributes.push_back(encode<Bytes>(CMS_signed_get_attr(signer, i), i2d_X509_ATTRIBUTE));
     std::sort(attributes.begin(), attributes.end());
     Bytes content;

@@ -4,6 +4,8 @@
 #include "toolkit/engine/net/fetch.h"
 #include "toolkit/engine/trust/issuer.h"
 
+#include <algorithm>
+
 namespace toolkit {
 
 Bytes OcspExchange::makeRequest(const Library& library, const TrustStore& store, Certificate certificate,
@@ -31,6 +33,7 @@ OcspVerdict OcspExchange::verify(
     OcspVerdict verdict{response.requireSigner(library, *m_issuer, *m_issuer, time), {}};
     response.requireNonce(m_request.get(), acceptsAnyNonce);
     std::vector<OcspAnswer> answers;
+    answers.reserve(static_cast<std::size_t>(std::max(response.count(), 0)));
     for (int i = 0; i < response.count(); ++i)
         answers.push_back(response.answerAt(i, time));
     verdict.asked = answers.at(static_cast<std::size_t>(response.indexOf(library, *m_certificate, *m_issuer)));

@@ -105,8 +105,10 @@ TimeStampToken::TimeStampToken(const Library& library, View der)
 std::vector<Certificate> TimeStampToken::certificates(const Library& library) const
 {
     const CertificatesHandle held(CMS_get1_certs(m_cms.get()));
+    const int count = std::max(sk_X509_num(held.get()), 0); // -1 for no list
     std::vector<Certificate> all;
-    for (int i = 0; i < sk_X509_num(held.get()); ++i)
+    all.reserve(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i)
         all.emplace_back(library, encode<Bytes>(sk_X509_value(held.get(), i), i2d_X509));
     return all;
 }

@@ -282,8 +282,8 @@ std::string timeText(std::time_t time)
     if (year < 0)
         return "0000-01-01 00:00:00";
     std::array<char, 32> text{};
-    std::snprintf(text.data(), text.size(), "%04d-%02d-%02d %02d:%02d:%02d", year, local.tm_mon + 1, local.tm_mday,
-        local.tm_hour, local.tm_min, local.tm_sec);
+    static_cast<void>(std::snprintf(text.data(), text.size(), "%04d-%02d-%02d %02d:%02d:%02d", year,
+        local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec));
     return text.data();
 }
 
