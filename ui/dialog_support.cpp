@@ -56,7 +56,7 @@ void letReturnPressButtons(QDialog* dialog)
     auto* keys = new ButtonKeys(dialog); // owned by the dialog
     for (QPushButton* button : dialog->findChildren<QPushButton*>())
         button->installEventFilter(keys);
-}
+} // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks): the dialog owns it
 
 QString toolTipOf(const QString& text)
 {

@@ -111,7 +111,7 @@ void fitForm(QWidget* form)
     auto* fit = new LabelFit(form); // owned by the form
     for (QLabel* label : form->findChildren<QLabel*>())
         label->installEventFilter(fit);
-    const double scale = typeScale(form);
+    const double scale = typeScale(form); // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks): the form owns it
     if (scale == 1)
         return;
     grow(form, scale);

@@ -39,7 +39,7 @@ QIcon::Mode modeOf(const QStyleOptionButton& option)
 /** What is under the text: the picture's empty part, or the button where there is no picture. */
 QColor groundOf(const QStyleOptionButton& option)
 {
-    const QColor button = option.palette.color(QPalette::Button);
+    QColor button = option.palette.color(QPalette::Button);
     const QImage picture = option.icon.pixmap(option.iconSize, modeOf(option), QIcon::On).toImage();
     if (picture.isNull())
         return button;

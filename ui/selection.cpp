@@ -193,7 +193,7 @@ Outcome Selection::expired(int row) const
 
 Outcome Selection::confirm(int row, std::string_view typed)
 {
-    const Outcome refused = checkPassword(typed);
+    Outcome refused = checkPassword(typed);
     if (refused.telling)
         return refused;
     if (row < 0)
