@@ -6,6 +6,7 @@
 #include <sys/mman.h>
 #include <sys/prctl.h>
 #include <sys/ptrace.h>
+#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/user.h>
 #include <sys/wait.h>
@@ -14,6 +15,7 @@
 #include <csignal>
 #include <cstddef>
 #include <stdexcept>
+#include <string>
 #include <vector>
 
 #ifndef __x86_64__
@@ -22,20 +24,10 @@
 
 namespace {
 
-/** System calls that change files; of opening only what may write, which registers tell. */
+/** System calls that may change files; changesFiles() tells what some of them change. */
 constexpr unsigned changing[] = {SYS_open, SYS_openat, SYS_creat, SYS_write, SYS_pwrite64, SYS_writev, SYS_fsync,
     SYS_fdatasync, SYS_rename, SYS_renameat, SYS_renameat2, SYS_unlink, SYS_unlinkat, SYS_mkdir, SYS_mkdirat,
     SYS_rmdir, SYS_truncate, SYS_ftruncate, SYS_chmod, SYS_fchmod, SYS_fchmodat, SYS_link, SYS_symlink};
-
-bool changesFiles(const user_regs_struct& registers)
-{
-    constexpr unsigned long long writing = O_WRONLY | O_RDWR | O_CREAT | O_TRUNC;
-    if (registers.orig_rax == SYS_openat)
-        return (registers.rdx & writing) != 0;
-    if (registers.orig_rax == SYS_open)
-        return (registers.rsi & writing) != 0;
-    return true;
-}
 
 /** Has the process stop at these calls alone: to stop at every call takes the system many times as long. */
 bool stopAtChangingCalls()
@@ -50,14 +42,21 @@ bool stopAtChangingCalls()
     return prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 && prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter) == 0;
 }
 
-[[noreturn]] void runTraced(const std::function<int()>& operation, int* code)
+/** What the traced process tells of its end. */
+struct Told {
+    bool returned;
+    int code;
+};
+
+[[noreturn]] void runTraced(const std::function<int()>& operation, Told* told)
 {
     if (ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0)
         _exit(1);
     raise(SIGSTOP);
     if (!stopAtChangingCalls())
         _exit(1);
-    *code = operation();
+    told->code = operation();
+    told->returned = true;
     _exit(0);
 }
 
@@ -96,7 +95,12 @@ public:
         ::kill(m_process, SIGKILL);
         wait();
     }
-    bool exitedWell() const { return WIFEXITED(m_status) && WEXITSTATUS(m_status) == 0; }
+    bool hasOnDisk(unsigned long long file) const
+    {
+        struct stat status { };
+        const std::string path = "/proc/" + std::to_string(m_process) + "/fd/" + std::to_string(file);
+        return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+    }
 
 private:
     void wait() { waitpid(m_process, &m_status, 0); }
@@ -104,6 +108,26 @@ private:
     pid_t m_process;
     int m_status = 0;
 };
+
+/** Opening changes files when it may write, writing when it is not into a pipe or to a terminal: a sanitizer's runtime asks
+ *  by a pipe which memory may be read. */
+bool changesFiles(const Traced& process)
+{
+    constexpr unsigned long long writing = O_WRONLY | O_RDWR | O_CREAT | O_TRUNC;
+    const user_regs_struct registers = process.registers();
+    switch (registers.orig_rax) {
+    case SYS_openat:
+        return (registers.rdx & writing) != 0;
+    case SYS_open:
+        return (registers.rsi & writing) != 0;
+    case SYS_write:
+    case SYS_pwrite64:
+    case SYS_writev:
+        return process.hasOnDisk(registers.rdi);
+    default:
+        return true;
+    }
+}
 
 /** Has the call that the process is about to make fail. */
 void failCall(const Traced& process, int error)
@@ -119,16 +143,16 @@ void failCall(const Traced& process, int error)
 
 Ending runWith(const Misfortune& misfortune, const std::function<int()>& operation)
 {
-    static int* const code =
-        static_cast<int*>(mmap(nullptr, sizeof(int), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
-    *code = 0;
+    static Told* const told =
+        static_cast<Told*>(mmap(nullptr, sizeof(Told), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
+    *told = {};
     const pid_t child = fork();
     if (child == 0)
-        runTraced(operation, code);
+        runTraced(operation, told);
     Traced process(child);
     Ending ending{false, 0, 0};
     while (process.goOn()) {
-        if (!changesFiles(process.registers()))
+        if (!changesFiles(process))
             continue;
         ++ending.calls;
         const bool due = misfortune.call > 0 &&
@@ -140,9 +164,9 @@ Ending runWith(const Misfortune& misfortune, const std::function<int()>& operati
         if (due)
             failCall(process, misfortune.error);
     }
-    if (!process.exitedWell())
+    if (!told->returned)
         throw std::runtime_error("the operation crashed");
     ending.finished = true;
-    ending.code = *code;
+    ending.code = told->code;
     return ending;
 }
