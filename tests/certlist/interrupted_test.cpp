@@ -154,8 +154,8 @@ protected:
         ASSERT_EQ(whole.code, 0);
         ASSERT_GT(whole.calls, 8);
         check(whole);
-        for (const Misfortune& kind :
-            {Misfortune{0, 0}, Misfortune{0, ENOSPC}, Misfortune{0, EIO}, Misfortune{0, EROFS, true}})
+        for (const Misfortune& kind : {Misfortune{0, 0}, Misfortune{0, ENOSPC}, Misfortune{0, EDQUOT},
+                 Misfortune{0, EIO}, Misfortune{0, EROFS, true}})
             for (int call = 1; call <= whole.calls; ++call) {
                 renew();
                 const Ending ending = runWith({call, kind.error, kind.fromThereOn}, operation);
@@ -163,7 +163,7 @@ protected:
                 SCOPED_TRACE("call " + std::to_string(call) + ", error " + std::to_string(kind.error));
                 check(ending);
             }
-        std::printf("killed before each of %d calls, and each of them failed in three ways\n", whole.calls);
+        std::printf("killed before each of %d calls, and each of them failed in four ways\n", whole.calls);
     }
 
     static std::unique_ptr<SampleStore> sample;
