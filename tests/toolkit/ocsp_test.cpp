@@ -30,6 +30,9 @@ public:
         certificate("plain", "/C=KR/O=test/CN=Without purpose", "keyUsage=digitalSignature", "ca");
         certificate("foreign", "/C=KR/O=test/CN=Of another", delegate, "other");
         certificate("expired", "/C=KR/O=test/CN=Expired", delegate, "ca", "-days -1");
+        workshop.certificate("short", "/C=KR/O=test/CN=Short", delegate, "ca", "-days 365", "rsa:512");
+        workshop.certificate("short_ca", "/C=KR/O=test/CN=Short CA", isAuthority, {}, "-days 365", "rsa:512");
+        certificate("of_short_ca", "/C=KR/O=test/CN=good", "keyUsage=digitalSignature", "short_ca");
         const std::array users{"good", "revoked", "unknown"};
         for (std::size_t i = 0; i < users.size(); ++i)
             certificate(users[i], std::string("/C=KR/O=test/CN=") + users[i], "keyUsage=digitalSignature", "ca",
@@ -185,6 +188,18 @@ TEST_F(Ocsp, WhoMayNotSignIsRefused)
         EXPECT_EQ(ask(*server, {"good", "ca"}), SIGIL_TK_OCSP_SIGNER) << signer << " in the response";
         EXPECT_EQ(ask(*server), SIGIL_TK_OCSP_SIGNER) << signer << " in place of the responder";
     }
+}
+
+TEST_F(Ocsp, ASignatureThatAnybodyCanMakeIsRefused)
+{
+    const auto broken = authority().respond("responder", "-nmin 10 -rmd md5");
+    EXPECT_EQ(ask(*broken), SIGIL_TK_OCSP_SIGNER) << "MD5, named by the caller";
+    EXPECT_EQ(ask(*broken, {"good", "ca"}), SIGIL_TK_OCSP_SIGNER) << "MD5, in the response";
+    const auto shortKey = authority().respond("short", "-nmin 10");
+    EXPECT_EQ(ask(*shortKey, {"good", "short"}), SIGIL_TK_OCSP_SIGNER) << "RSA of 512 bits, named by the caller";
+    EXPECT_EQ(ask(*shortKey, {"good", "ca"}), SIGIL_TK_OCSP_SIGNER) << "RSA of 512 bits, in the response";
+    trust("short_ca");
+    EXPECT_EQ(ask(responder(), {"of_short_ca", "short_ca"}), SIGIL_TK_VERIFY_FAILED) << "the authority's own key";
 }
 
 TEST_F(Ocsp, TheIssuerMustBeKnown)

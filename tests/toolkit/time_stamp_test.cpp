@@ -28,6 +28,8 @@ public:
         certificate("other", "Other", "basicConstraints=critical,CA:TRUE");
         certificate("tsa", "Stamper", stamps, "ca");
         certificate("late", "Late", stamps, "ca", "-days -1");
+        workshop.certificate("rsa", "/C=KR/O=test/CN=RSA", stamps, "ca");
+        workshop.certificate("short", "/C=KR/O=test/CN=Short", stamps, "ca", "-days 365", "rsa:512");
         workshop.write("data", document);
         workshop.write("serial", "0A\n");
         workshop.write("tsa.conf",
@@ -256,6 +258,20 @@ TEST_P(TimeStamp, WhoMayNotStampIsRefused)
         "openssl cms -sign -in data -signer tsa.pem -inkey tsa.key.pem -nodetach -binary -outform DER -out "
         "message.der");
     EXPECT_EQ(verifyToken(file("message.der")), SIGIL_TK_TSP_MALFORMED) << "a message is no time stamp";
+}
+
+TEST_P(TimeStamp, ASignatureThatAnybodyCanMakeIsRefused)
+{
+    const Workshop& workshop = authority().workshop;
+    workshop.run("openssl ts -query -data data -sha256 -cert -out weak.tsq");
+    const auto reply = [&](const std::string& signer, const std::string& hash) {
+        workshop.run("openssl ts -reply -config tsa.conf -signer " + signer + ".pem -inkey " + signer +
+            ".key.pem " + hash + " -queryfile weak.tsq -token_out -out weak.tok");
+        return file("weak.tok");
+    };
+    EXPECT_EQ(verifyToken(reply("rsa", "-sha256")), 0) << toolkit.errorText();
+    EXPECT_EQ(verifyToken(reply("rsa", "-md5")), SIGIL_TK_SIGNATURE);
+    EXPECT_EQ(verifyToken(reply("short", "-sha256")), SIGIL_TK_SIGNATURE) << "RSA of 512 bits";
 }
 
 TEST_P(TimeStamp, EveryChangedByteIsNoticed)

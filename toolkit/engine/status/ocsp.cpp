@@ -96,10 +96,10 @@ std::vector<Certificate> OcspResponse::certificates(const Library& library) cons
 bool OcspResponse::isSignedBy(const Library& library, const Certificate& certificate) const
 {
     const X509_ALGOR* const algorithm = OCSP_resp_get0_tbs_sigalg(m_basic.get());
-    return !isForgeable(algorithm) &&
+    const KeyHandle key = certificate.publicKey();
+    return !isForgeable(algorithm, key.get()) &&
         ASN1_item_verify_ex(ASN1_ITEM_rptr(OCSP_RESPDATA), algorithm, OCSP_resp_get0_signature(m_basic.get()),
-            OCSP_resp_get0_respdata(m_basic.get()), nullptr, certificate.publicKey().get(), library.context(),
-            nullptr) == 1;
+            OCSP_resp_get0_respdata(m_basic.get()), nullptr, key.get(), library.context(), nullptr) == 1;
 }
 
 Bytes OcspResponse::requireSigner(

@@ -75,11 +75,12 @@ bool namesSigner(const CMS_SignerInfo* signer, const std::vector<Certificate>& s
     return OSSL_ESS_check_signing_certs(first.get(), second.get(), chain.get(), mustBeThere) == 1;
 }
 
-bool hasForgeableDigest(CMS_SignerInfo* signer)
+/** Whether anybody can have signed. */
+bool isForgeable(CMS_SignerInfo* signer, const Certificate& certificate)
 {
     X509_ALGOR* digest = nullptr;
     CMS_SignerInfo_get0_algs(signer, nullptr, nullptr, &digest, nullptr);
-    return isBrokenDigest(OBJ_obj2nid(digest->algorithm));
+    return isBrokenDigest(OBJ_obj2nid(digest->algorithm)) || isShortKey(certificate.publicKey().get());
 }
 
 } // namespace
@@ -145,7 +146,7 @@ Bytes TimeStampToken::verify(const Library& library, const TrustStore& store) co
     std::vector<Certificate> all = signerFirst(library);
     const Certificate& authority = all.front();
     require(isForTimeStamps(authority), SIGIL_TK_TSP_SIGNER, "its certificate is not for time stamps");
-    require(!hasForgeableDigest(signer()), SIGIL_TK_SIGNATURE, "the signature's hash is broken");
+    require(!isForgeable(signer(), authority), SIGIL_TK_SIGNATURE, "anybody can have made it");
     const CertificatesHandle only(sk_X509_new_null());
     require(only && X509_add_cert(only.get(), authority.get(), X509_ADD_FLAG_UP_REF) == 1, SIGIL_TK_NO_MEMORY);
     constexpr unsigned flags = CMS_BINARY | CMS_NOINTERN | CMS_NO_SIGNER_CERT_VERIFY;

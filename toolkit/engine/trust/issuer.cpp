@@ -15,13 +15,13 @@ bool issued(const Certificate& issuer, const Certificate& subject)
 bool hasSigned(const X509* issuer, X509* subject)
 {
     EVP_PKEY* const key = X509_get0_pubkey(issuer);
-    return key && !isForgeable(X509_get0_tbs_sigalg(subject)) && X509_verify(subject, key) == 1;
+    return key && !isForgeable(X509_get0_tbs_sigalg(subject), key) && X509_verify(subject, key) == 1;
 }
 
 void requireSigned(const Certificate& issuer, const Certificate& subject)
 {
-    require(!isForgeable(X509_get0_tbs_sigalg(subject.get())), SIGIL_TK_VERIFY_FAILED,
-        "the signature's hash is broken");
+    require(!isForgeable(X509_get0_tbs_sigalg(subject.get()), X509_get0_pubkey(issuer.get())),
+        SIGIL_TK_VERIFY_FAILED, "anybody can have made the signature");
     require(hasSigned(issuer.get(), subject.get()), SIGIL_TK_VERIFY_SIGNATURE);
 }
 

@@ -2,6 +2,7 @@
 
 #include "toolkit/engine/base/error.h"
 #include "toolkit/engine/trust/issuer.h"
+#include "toolkit/engine/trust/soundness.h"
 
 #include <openssl/objects.h>
 
@@ -82,7 +83,8 @@ int isIssuer(X509_STORE_CTX* context, X509* subject, X509* issuer)
 {
     if (topOf(context) == context && X509_cmp(subject, issuer) != 0)
         return isNextInPath(runOf(context).path, subject, issuer);
-    return X509_check_issued(issuer, subject) == X509_V_OK && hasSigned(issuer, subject);
+    return X509_check_issued(issuer, subject) == X509_V_OK && hasSigned(issuer, subject) &&
+        !isShortKey(X509_get0_pubkey(subject));
 }
 
 int accept(X509_STORE_CTX* context)

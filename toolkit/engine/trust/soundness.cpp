@@ -58,12 +58,6 @@ void requireSoundExtensions(const X509* certificate)
     }
 }
 
-bool isShortKey(const EVP_PKEY* key)
-{
-    const int type = key ? EVP_PKEY_get_base_id(key) : EVP_PKEY_NONE;
-    return (type == EVP_PKEY_RSA || type == EVP_PKEY_RSA_PSS) && EVP_PKEY_get_bits(key) < leastRsaBits;
-}
-
 int digestOfPss(const X509_ALGOR* signature)
 {
     const PssHandle parameters(static_cast<RSA_PSS_PARAMS*>(
@@ -98,6 +92,17 @@ bool isBrokenDigest(int nid)
     return std::find(std::begin(broken), std::end(broken), nid) != std::end(broken);
 }
 
+bool isShortKey(const EVP_PKEY* key)
+{
+    const int type = key ? EVP_PKEY_get_base_id(key) : EVP_PKEY_NONE;
+    return (type == EVP_PKEY_RSA || type == EVP_PKEY_RSA_PSS) && EVP_PKEY_get_bits(key) < leastRsaBits;
+}
+
 bool isForgeable(const X509_ALGOR* signature) { return isBrokenDigest(digestOf(signature)); }
+
+bool isForgeable(const X509_ALGOR* signature, const EVP_PKEY* key)
+{
+    return isForgeable(signature) || isShortKey(key);
+}
 
 } // namespace toolkit
