@@ -52,17 +52,4 @@ int CertificateLoader::read(const ReaderStyle& style, ToolkitBytes& certificate,
     return CertificateReader(means, style, certificate, entry).read();
 }
 
-int CertificateLoader::readRandom(tagCERTINFO& entry, const char* where)
-{
-    ToolkitBytes key(m_hToolkit);
-    ToolkitBytes random(m_hToolkit);
-    fill(key, value(entry, field::signKey));
-    const int rc = VIDGetRandomFromPriKey(m_hToolkit, key.get(), random.get());
-    if (rc == SIGIL_SUCCESS && setBytes(entry, field::random, bytesOf(random)))
-        return SIGIL_SUCCESS;
-    const bool none = rc == toolkitNoRandom;
-    return m_log.failed(where, none ? error::notExistRandom : error::getRandom, "VIDGetRandomFromPriKey()", rc,
-        none ? SIGIL_NO_RANDOM_IN_KEY : SIGIL_RANDOM_NOT_READ);
-}
-
 } // namespace sigil

@@ -26,11 +26,6 @@ protected:
     /** Fills @p entry from @p certificate, which is the same in toolkit memory. @return see CertificateReader::read() */
     int read(const ReaderStyle& style, ToolkitBytes& certificate, tagCERTINFO& entry);
 
-    /** Takes the identity random value out of the entry's decrypted signing key into the entry.
-     *  @param where  name of the calling function in the log
-     *  @return 0; 1118 the key holds none; 1119 it could not be read */
-    int readRandom(tagCERTINFO& entry, const char* where);
-
     int m_nMediaType = 0;
     LoadOptions m_options;
     PolicyFilter m_filter;

@@ -1,14 +1,16 @@
 #include "certlist/load_disk.h"
 
 #include "certlist/codes.h"
+#include "certlist/pair_reader.h"
 #include "certlist/store_layout.h"
 #include "certlist/toolkit_calls.h"
 #include "foundation/environment.h"
 #include "foundation/text_field.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <new>
-#include <system_error>
 
 using namespace sigil;
 
@@ -19,15 +21,6 @@ constexpr SettingsReporter reporter{
 
 constexpr char parsingCert[] = "CLoadDISK::ParsingCert()";
 constexpr ReaderStyle readerStyle{parsingCert, parsingCert, nullptr, false, false, true};
-
-/** False for what is no file or would not fit into an entry; a path that leads nowhere is left to the toolkit. */
-bool mayBeRead(const SearchedFolder& folder, const char* path)
-{
-    struct stat status;
-    if (!folder.statusOf(path, status))
-        return true;
-    return S_ISREG(status.st_mode) && status.st_size <= static_cast<off_t>(field::signCert.capacity);
-}
 
 } // namespace
 
@@ -62,51 +55,9 @@ int CLoadDISK::GetCertDirectory(int nPKIType)
     return SIGIL_SUCCESS;
 }
 
-void CLoadDISK::search(const Family& family, bool countOnly, int& next)
-{
-    ScratchEntry entry;
-    for (const std::string& path : m_folders[family.code]) {
-        m_searched = SearchedFolder(path);
-        while (const dirent* item = m_searched.next()) {
-            if (!isCandidate(family, m_searched, *item))
-                continue;
-            entry.clear();
-            entry->nPKIType = family.code;
-            setPaths(family, m_searched, item->d_name, *entry);
-            int rc = ParsingCert(countOnly, &*entry);
-            if (rc == SIGIL_CERTIFICATE_UNREADABLE &&
-                UndoableFiles::undoInterrupted(pairsOf(family, m_searched, item->d_name))) {
-                setPaths(family, m_searched, item->d_name, *entry);
-                rc = ParsingCert(countOnly, &*entry);
-            }
-            if (rc != SIGIL_SUCCESS)
-                continue;
-            // Files that came after the counting find no place in the list and are left for the next listing.
-            if (!countOnly && next == count())
-                continue;
-            if (!countOnly)
-                CopyCertInfo(next, &*entry);
-            ++next;
-        }
-        if (m_searched.error() != 0)
-            noteUnreadFolder();
-    }
-    m_searched = SearchedFolder();
-}
-
-void CLoadDISK::noteUnreadFolder()
-{
-    const std::string reason = std::generic_category().message(m_searched.error());
-    m_log.refused("CLoadDISK::LoadCertList()", error::getData, "readdir()", SIGIL_FILE_NOT_READ, reason.c_str());
-    m_folderUnread = true;
-}
-
-// Where a folder was not read to its end there may be certificates that nobody saw.
-int CLoadDISK::nothingFound() const { return m_folderUnread ? SIGIL_FILE_NOT_READ : SIGIL_NO_CERTIFICATE; }
-
 int CLoadDISK::LoadCertList()
 {
-    m_folderUnread = false;
+    m_search.begin();
     std::vector<const Family*> found;
     int total = 0;
     for (const Family& family : families()) {
@@ -118,20 +69,9 @@ int CLoadDISK::LoadCertList()
             found.push_back(&family);
     }
     if (total == 0)
-        return nothingFound();
-    ClearCertList();
-    m_entries.resize(std::max(m_entries.size(), static_cast<std::size_t>(total)));
-    m_nCount = total;
-    try {
-        int next = 0;
-        for (const Family* family : found)
-            search(*family, false, next);
-        m_nCount = next;              // fewer than were counted when files went in between
-    } catch (const std::bad_alloc&) { // half a list would show certificates without a name
-        ClearCertList();
-        throw;
-    }
-    return m_nCount > 0 ? SIGIL_SUCCESS : nothingFound();
+        return m_search.nothingFound();
+    fillList(found, total);
+    return m_nCount > 0 ? SIGIL_SUCCESS : m_search.nothingFound();
 }
 
 int CLoadDISK::countFamily(const Family& family, int& total)
@@ -142,8 +82,35 @@ int CLoadDISK::countFamily(const Family& family, int& total)
     m_folders[family.code].assign(static_cast<std::size_t>(places), {});
     const int rc = GetCertDirectory(family.code);
     if (rc == SIGIL_SUCCESS)
-        search(family, true, total);
+        search(family, true, [&total](const tagCERTINFO&) { ++total; });
     return rc;
+}
+
+void CLoadDISK::fillList(const std::vector<const Family*>& found, int total)
+{
+    ClearCertList();
+    m_entries.resize(std::max(m_entries.size(), static_cast<std::size_t>(total)));
+    m_nCount = total;
+    int next = 0;
+    // Files that came after the counting find no place in the list and are left for the next listing.
+    const auto keep = [&](const tagCERTINFO& entry) {
+        if (next < m_nCount)
+            CopyCertInfo(next++, &entry);
+    };
+    try {
+        for (const Family* family : found)
+            search(*family, false, keep);
+        m_nCount = next;              // fewer than were counted when files went in between
+    } catch (const std::bad_alloc&) { // half a list would show certificates without a name
+        ClearCertList();
+        throw;
+    }
+}
+
+void CLoadDISK::search(const Family& family, bool countOnly, const StoreSearch::Keep& keep)
+{
+    m_search.look(
+        family, m_folders[family.code], [&](tagCERTINFO& entry) { return ParsingCert(countOnly, &entry); }, keep);
 }
 
 void CLoadDISK::ClearCertList()
@@ -167,68 +134,141 @@ int CLoadDISK::ParsingCert(bool /*bCountOnly*/, tagCERTINFO* pEntry)
     ToolkitBytes certificate(m_hToolkit);
     const CertificateUnloader unload(m_hToolkit);
     pEntry->nMediaType = m_nMediaType;
-    int rc = readSignPair(certificate, *pEntry);
-    if (rc == SIGIL_SUCCESS)
-        rc = readKmPair(*pEntry);
+    const int rc =
+        PairReader(m_hToolkit, m_log, m_search.folder()).read(certificate, m_options.keyPairType, *pEntry);
     return rc == SIGIL_SUCCESS ? read(readerStyle, certificate, *pEntry) : rc;
 }
 
-int CLoadDISK::readFile(char* path, const EntryField& field, tagCERTINFO& entry)
+template <class Operation>
+int CLoadDISK::onEntry(int nIndex, Operation operation)
 {
-    ToolkitBytes content(m_hToolkit);
-    return readFile(path, field, content, entry);
+    if (!hasEntry(nIndex))
+        return SIGIL_BAD_ARGUMENT;
+    ScratchEntry entry(this->entry(nIndex));
+    const int rc = operation(*entry);
+    CopyCertInfo(nIndex, &*entry); // also what was done before a failure
+    return rc;
 }
 
-int CLoadDISK::readFile(char* path, const EntryField& field, ToolkitBytes& content, tagCERTINFO& entry)
+int CLoadDISK::DecryptPriKey(int nIndex, char* szPassword, CBinary* pSignKey, CBinary* pKmKey)
 {
-    if (!mayBeRead(m_searched, path))
-        return SIGIL_CERTIFICATE_UNREADABLE;
-    const int rc = MediaDiskReadFile(m_hToolkit, path, content.get());
-    if (rc != SIGIL_SUCCESS)
-        return rc;
-    return setBytes(entry, field, bytesOf(content)) ? SIGIL_SUCCESS : SIGIL_CERTIFICATE_UNREADABLE;
+    return onEntry(
+        nIndex, [&](tagCERTINFO& entry) { return keys().decrypt(entry, szPassword, *pSignKey, *pKmKey); });
 }
 
-int CLoadDISK::readSignPair(ToolkitBytes& certificate, tagCERTINFO& entry)
+int CLoadDISK::GetPrikeyRandom(int nIndex, char* szPassword)
 {
-    int rc = readFile(entry.szSignCertPath, field::signCert, certificate, entry);
-    if (rc != SIGIL_SUCCESS) // the shortened name is the one that readers of the log know
-        return unreadable("MediaDiskReadFil()", rc);
-    rc = readFile(entry.szSignPriKeyPath, field::encSignKey, entry);
-    return rc == SIGIL_SUCCESS ? SIGIL_SUCCESS : unreadable("MediaDiskReadFile()", rc);
+    return onEntry(nIndex, [&](tagCERTINFO& entry) { return keys().takeRandom(entry, szPassword); });
 }
 
-int CLoadDISK::unreadable(const char* callee, int rc)
+int CLoadDISK::VerifyVID(int nIndex, char* szIdn, char* szPassword)
 {
-    if (rc == SIGIL_CERTIFICATE_UNREADABLE) // our own refusal: the toolkit has no words on it
-        return m_log.refused(parsingCert, nullptr, callee, rc, nullptr);
-    return m_log.failed(parsingCert, nullptr, callee, rc, SIGIL_CERTIFICATE_UNREADABLE);
+    return onEntry(nIndex, [&](tagCERTINFO& entry) { return keys().verifyIdentity(entry, szIdn, szPassword); });
 }
 
-// A missing file is no news, but one that is there and has no room costs the certificate its pair.
-int CLoadDISK::readKmFile(char* path, const EntryField& field, tagCERTINFO& entry)
+int CLoadDISK::ChangePassword(int nIndex, char* szOldPassword, char* szNewPassword)
 {
-    const int rc = readFile(path, field, entry);
-    return rc == SIGIL_CERTIFICATE_UNREADABLE ? m_log.refused(parsingCert, nullptr, "MediaDiskReadFile()", rc,
-                                                    "key-management file is no file or too large")
-                                              : rc;
+    return onEntry(
+        nIndex, [&](tagCERTINFO& entry) { return keys().changePassword(entry, szOldPassword, szNewPassword); });
 }
 
-int CLoadDISK::readKmPair(tagCERTINFO& entry)
+int CLoadDISK::GetPrikeyAlg(const CBinary& certificate, int* pnAlg)
 {
-    const bool wanted = m_options.keyPairType == SIGIL_KEY_PAIR_BOTH;
-    if (!*entry.szKmCertPath || !*entry.szKmPriKeyPath)
-        return wanted ? SIGIL_FILTERED_OUT : SIGIL_SUCCESS;
-    const int certificate = readKmFile(entry.szKmCertPath, field::kmCert, entry);
-    const int key = readKmFile(entry.szKmPriKeyPath, field::encKmKey, entry);
-    if (!wanted || (certificate == SIGIL_SUCCESS && key == SIGIL_SUCCESS))
-        return SIGIL_SUCCESS;
-    setText(entry, field::kmCertPath, {});
-    setText(entry, field::kmKeyPath, {});
-    return SIGIL_FILTERED_OUT;
+    return keys().algorithmFor(certificate, *pnAlg);
+}
+
+int CLoadDISK::GetPKCS12(char* szPath, char* szPassword, CertNKey& out)
+{
+    return Pkcs12Transfer(m_hToolkit, m_log).read(szPath, szPassword, out);
 }
 
 int CLoadDISK::MakePKCS12(int nIndex, char* szPassword, CBinary& pfx)
 {
-    return hasEntry(nIndex) ? m_pkcs12.write(*ScratchEntry(entry(nIndex)), szPassword, pfx) : SIGIL_BAD_ARGUMENT;
+    if (!hasEntry(nIndex))
+        return SIGIL_BAD_ARGUMENT;
+    return Pkcs12Transfer(m_hToolkit, m_log).write(*ScratchEntry(entry(nIndex)), szPassword, pfx);
+}
+
+int CLoadDISK::WriteFile(const CBinary& data, char* szPath) { return writeFile(m_hToolkit, data, szPath); }
+
+int CLoadDISK::writeExport(const CBinary& pfx, char* szPath) { return files().writeExport(pfx, szPath); }
+
+int CLoadDISK::writeCopy(char* szPassword, int nAlg, CertPaths& paths, const CertNKey& source)
+{
+    return files().writeCopy(szPassword, nAlg, paths, source);
+}
+
+int CLoadDISK::WriteCertNKey(bool bCertOnly, bool bKeyAsIs, char* szPassword, int nAlg, char* szCertPath,
+    char* szKeyPath, const CBinary& certificate, const CBinary& key)
+{
+    return files().write({.certificateOnly = bCertOnly, .keyAsIs = bKeyAsIs}, szPassword, nAlg, szCertPath,
+        szKeyPath, certificate, key);
+}
+
+int CLoadDISK::ReadCertNKey(bool bStoredKey, int nIndex, CertNKey& out)
+{
+    if (nIndex < 0 || nIndex > count())
+        return SIGIL_BAD_ARGUMENT;
+    ScratchEntry entry;
+    if (hasEntry(nIndex))
+        this->entry(nIndex).copyTo(*entry);
+    assign(out.signCert, value(*entry, field::signCert));
+    assign(out.signKey, value(*entry, bStoredKey ? field::encSignKey : field::signKey));
+    assign(out.kmCert, value(*entry, field::kmCert));
+    assign(out.kmKey, value(*entry, bStoredKey ? field::encKmKey : field::kmKey));
+    return SIGIL_SUCCESS;
+}
+
+int CLoadDISK::ReadCertNKeyFromPath(char* szCertPath, char* szKeyPath, CBinary& certificate, CBinary& key)
+{
+    return files().read(szCertPath, szKeyPath, certificate, key);
+}
+
+// The first entry of a list cannot be deleted; dialogs rely on it.
+int CLoadDISK::DeleteCertNKey(int nIndex, char* szPassword)
+{
+    if (!szPassword || nIndex < 1 || !hasEntry(nIndex))
+        return SIGIL_BAD_ARGUMENT;
+    ScratchEntry entry(this->entry(nIndex));
+    const int rc = files().remove(*entry, szPassword);
+    // Removes nothing but an empty home folder: the certificate's own folder stays, deliberately.
+    if (rc == SIGIL_SUCCESS && (entry->nPKIType == SIGIL_FAMILY_NPKI || entry->nPKIType == SIGIL_FAMILY_PPKI))
+        rmdir(environment().homeFolder().c_str());
+    return rc;
+}
+
+int CLoadDISK::MakeCertPath(
+    int nTargetMedia, const char* szTargetPath, const CBinary& certificate, CertPaths& paths)
+{
+    constexpr int subjectCapacity = 1024;
+    constexpr int keyCapacity = 2048;
+    char subject[subjectCapacity + 1] = {};
+    char algorithm[keyCapacity] = {};
+    char keyLength[keyCapacity] = {};
+    char key[keyCapacity + 1] = {};
+    const CertificateUnloader unload(m_hToolkit);
+    ToolkitBytes record(m_hToolkit, certificate.m_pData, certificate.m_nLength);
+    ToolkitBytes der(m_hToolkit);
+    int rc = CertLoad(m_hToolkit, record.get());
+    if (rc != SIGIL_SUCCESS)
+        return m_log.failed(
+            "CLoadDISK::MakeCertPath()", error::parsingCert, "CertLoad()", rc, SIGIL_CERTIFICATE_UNREADABLE);
+    const CallResult read = callAll({
+        {"CertGetSubjectName()", [&] { return CertGetSubjectName(m_hToolkit, subjectCapacity, subject); }},
+        {"CertGetPubKeyInfo()",
+            [&] { return CertGetPubKeyInfo(m_hToolkit, algorithm, keyLength, keyCapacity, key, der.get()); }},
+    });
+    if (read.code != SIGIL_SUCCESS) // the name in the record is one that readers of the log know
+        return m_log.failed(
+            "CLoadDISK::ParsingCert()", error::parsingCert, read.name, read.code, SIGIL_CERTIFICATE_UNREADABLE);
+    char cn[subjectCapacity] = {};
+    char organisation[subjectCapacity] = {};
+    char organisationUnit[subjectCapacity] = {};
+    m_Util.GetCNString(subject, sizeof cn, cn);
+    m_Util.GetOString(subject, sizeof organisation, organisation);
+    m_Util.GetOUString(subject, sizeof organisationUnit, organisationUnit);
+    const bool toHardDisk = nTargetMedia == SIGIL_MEDIUM_HARD_DISK;
+    const std::string base = toHardDisk ? environment().homeFolder() : szTargetPath ? szTargetPath : "";
+    formCopyPaths(toHardDisk, base.c_str(), {subject, cn, organisation, organisationUnit}, paths);
+    return SIGIL_SUCCESS;
 }

@@ -5,19 +5,16 @@
 
 #include "certlist/cert_n_key.h"
 #include "certlist/certificate_loader.h"
-#include "certlist/copy_target.h"
 #include "certlist/entry.h"
+#include "certlist/key_operations.h"
+#include "certlist/pair_files.h"
 #include "certlist/pkcs12_transfer.h"
-#include "certlist/searched_folder.h"
+#include "certlist/store_search.h"
 #include "foundation/families.h"
 
 #include <map>
 #include <string>
 #include <vector>
-
-namespace sigil {
-class ToolkitBytes;
-}
 
 class CLoadDISK : public sigil::CertificateLoader {
 public:
@@ -69,10 +66,7 @@ public:
     /** @name Import, export, copy, delete
      *  @{ */
     /** Reads a PKCS#12 file. @return 0; 1113; 1115; 1129; a toolkit code */
-    int GetPKCS12(char* szPath, char* szPassword, sigil::CertNKey& out)
-    {
-        return m_pkcs12.read(szPath, szPassword, out);
-    }
+    int GetPKCS12(char* szPath, char* szPassword, sigil::CertNKey& out);
     /** Makes a PKCS#12 file of an entry whose keys were decrypted. @return 0; 1001; 1127; 1128 */
     int MakePKCS12(int nIndex, char* szPassword, CBinary& pfx);
     /** @return 0; 1001 nothing to write; a toolkit code */
@@ -102,38 +96,17 @@ public:
     /** @} */
 
 private:
-    /** Looks through the folders of a family. @param next  counts what was found; when it is stored, its place */
-    void search(const sigil::Family& family, bool countOnly, int& next);
     int countFamily(const sigil::Family& family, int& total);
-    void noteUnreadFolder();
-    int nothingFound() const;
+    void fillList(const std::vector<const sigil::Family*>& found, int total);
+    void search(const sigil::Family& family, bool countOnly, const sigil::StoreSearch::Keep& keep);
+    template <class Operation>
+    int onEntry(int nIndex, Operation operation);
+    sigil::KeyOperations keys() { return {m_hToolkit, m_log}; }
+    sigil::PairFiles files() { return {m_hToolkit, m_log}; }
 
-    int readFile(char* path, const sigil::EntryField& field, tagCERTINFO& entry);
-    int readFile(char* path, const sigil::EntryField& field, sigil::ToolkitBytes& content, tagCERTINFO& entry);
-    int readSignPair(sigil::ToolkitBytes& certificate, tagCERTINFO& entry);
-    int readKmFile(char* path, const sigil::EntryField& field, tagCERTINFO& entry);
-    int readKmPair(tagCERTINFO& entry);
-    int unreadable(const char* callee, int rc);
-
-    int decryptKey(
-        tagCERTINFO& entry, const sigil::EntryField& stored, const sigil::EntryField& key, char* szPassword);
-    void decryptForRandom(tagCERTINFO& entry, char* szPassword);
-    int decryptForIdentity(int nIndex, char* szPassword);
-    int changeKeyFile(
-        tagCERTINFO& entry, const sigil::EntryField& stored, char* path, char* szOldPassword, char* szNewPassword);
-
-    int writeLogged(const CBinary& data, char* path);
-    int writeEncrypted(const CBinary& key, char* szPassword, int nAlg, char* path);
-    int notOnDisk(const char* where, const char* errorName, int result);
-    int checkDeletion(tagCERTINFO& entry, char* szPassword);
-    int deletePairs(tagCERTINFO& entry, char* szPassword);
-    int deletePair(char* szPassword, int kind, char* keyPath, char* certPath);
-
-    sigil::Pkcs12Transfer m_pkcs12{m_hToolkit, m_log};
     char m_szDrivePath[260] = {};
-    sigil::SearchedFolder m_searched; // where ParsingCert finds the files; none outside of a search
+    sigil::StoreSearch m_search{m_log};
     std::map<int, std::vector<std::string>> m_folders; // by family code; no list before the first search
     std::vector<sigil::PackedEntry> m_entries;         // the first m_nCount of them are the list
     int m_nCount = 0;
-    bool m_folderUnread = false; // in the listing under way, or in the last one
 };

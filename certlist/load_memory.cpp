@@ -1,6 +1,7 @@
 #include "certlist/load_memory.h"
 
 #include "certlist/codes.h"
+#include "certlist/key_operations.h"
 #include "certlist/toolkit_calls.h"
 
 using namespace sigil;
@@ -69,7 +70,7 @@ int CLoadMemory::GetPrikeyRandom()
     if (!m_bLoaded)
         return SIGIL_BAD_ARGUMENT;
     ScratchEntry entry(m_entry);
-    const int rc = readRandom(*entry, "CLoadMemory::GetPrikeyRandom()");
+    const int rc = KeyOperations(m_hToolkit, m_log).readRandom(*entry, "CLoadMemory::GetPrikeyRandom()");
     m_entry.store(*entry);
     return rc;
 }

@@ -15,9 +15,8 @@ class ToolkitBytes;
 /** Part of the disk loader, under whose operations' names it reports trouble. */
 class Pkcs12Transfer {
 public:
-    /** @param toolkit  the loader's façade handle, which it may receive later
-     *  @param log      the loader's error log */
-    Pkcs12Transfer(void* const& toolkit, ErrorLog& log)
+    /** @param toolkit  façade handle */
+    Pkcs12Transfer(void* toolkit, ErrorLog& log)
         : m_toolkit(toolkit)
         , m_log(log)
     {
@@ -39,7 +38,7 @@ private:
     int exportOnePair(const tagCERTINFO& entry, char* szPassword, ToolkitBytes& out);
     int exportTwoPairs(const tagCERTINFO& entry, char* szPassword, ToolkitBytes& out);
 
-    void* const& m_toolkit;
+    void* m_toolkit;
     ErrorLog& m_log;
 };
 

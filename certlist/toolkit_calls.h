@@ -6,6 +6,7 @@
 #include "certlist/bytes.h"
 #include "facade/toolkit_bytes.h"
 
+#include <sigildesk/codes.h>
 #include <sigildesk/crypto.h>
 
 #include <functional>
@@ -24,6 +25,15 @@ inline std::string_view bytesOf(const ToolkitBytes& bytes)
 inline int fill(ToolkitBytes& record, std::string_view bytes)
 {
     return record.set(bytes.data(), static_cast<int>(bytes.size()));
+}
+
+/** Writes a file through the toolkit. @return 0; 1001 nothing to write; a toolkit code */
+inline int writeFile(void* facade, const CBinary& data, char* path)
+{
+    if (bytesOf(data).empty())
+        return SIGIL_BAD_ARGUMENT;
+    ToolkitBytes bytes(facade, data.m_pData, data.m_nLength);
+    return MediaDiskWriteFile(facade, path, bytes.get());
 }
 
 /** Unloads the toolkit's current certificate on every path, also when none could be loaded. */

@@ -1,0 +1,51 @@
+/** @file
+ *  The search for certificates in the folders of a disk.
+ */
+#pragma once
+
+#include "certlist/entry.h"
+#include "certlist/error_log.h"
+#include "certlist/searched_folder.h"
+#include "foundation/families.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace sigil {
+
+/** Part of the disk loader, under whose operations' names it reports trouble. */
+class StoreSearch {
+public:
+    /** Reads and judges an entry that has a family and paths. @return 0 keep it; 1122 unreadable; else leave it out */
+    using Judge = std::function<int(tagCERTINFO& entry)>;
+    /** Receives an entry that was judged to be kept. */
+    using Keep = std::function<void(const tagCERTINFO& entry)>;
+
+    explicit StoreSearch(ErrorLog& log)
+        : m_log(log)
+    {
+    }
+
+    /** A new listing begins: no folder of it has been unreadable so far. */
+    void begin() { m_folderUnread = false; }
+    /** Looks through @p folders, in this order, for certificates of @p family. Files that a killed operation left
+     *  half changed are put back. */
+    void look(
+        const Family& family, const std::vector<std::string>& folders, const Judge& judge, const Keep& keep);
+    /** Where there are the files of the entry that is judged; no folder outside of a search. */
+    const SearchedFolder& folder() const { return m_folder; }
+    /** Code of a listing that found nothing. @return 1115; 1123 a folder was not read to its end (logged): there may be
+     *  certificates that nobody saw */
+    int nothingFound() const;
+
+private:
+    int judged(const Family& family, const char* name, const Judge& judge, ScratchEntry& entry);
+    void noteUnreadFolder();
+
+    ErrorLog& m_log;
+    SearchedFolder m_folder;
+    bool m_folderUnread = false;
+};
+
+} // namespace sigil
