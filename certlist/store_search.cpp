@@ -28,8 +28,7 @@ int StoreSearch::judged(const Family& family, const char* name, const Judge& jud
     entry->nPKIType = family.code;
     setPaths(family, m_folder, name, *entry);
     const int rc = judge(*entry);
-    if (rc != SIGIL_CERTIFICATE_UNREADABLE ||
-        !UndoableFiles::undoInterrupted(pairsOf(family, m_folder, name)))
+    if (rc != SIGIL_CERTIFICATE_UNREADABLE || !UndoableFiles::undoInterrupted(pairsOf(family, m_folder, name)))
         return rc;
     setPaths(family, m_folder, name, *entry);
     return judge(*entry);

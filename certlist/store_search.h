@@ -31,8 +31,7 @@ public:
     void begin() { m_folderUnread = false; }
     /** Looks through @p folders, in this order, for certificates of @p family. Files that a killed operation left
      *  half changed are put back. */
-    void look(
-        const Family& family, const std::vector<std::string>& folders, const Judge& judge, const Keep& keep);
+    void look(const Family& family, const std::vector<std::string>& folders, const Judge& judge, const Keep& keep);
     /** Where there are the files of the entry that is judged; no folder outside of a search. */
     const SearchedFolder& folder() const { return m_folder; }
     /** Code of a listing that found nothing. @return 1115; 1123 a folder was not read to its end (logged): there may be

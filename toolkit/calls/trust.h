@@ -4,11 +4,11 @@
 #pragma once
 
 #include "toolkit/engine/base/face.h"
-#include "toolkit/engine/base/paths.h"
 #include "toolkit/engine/net/fetch.h"
 #include "toolkit/engine/pkcs12/pairs.h"
 #include "toolkit/engine/status/ivs.h"
 #include "toolkit/engine/status/ocsp.h"
+#include "toolkit/engine/trust/paths.h"
 #include "toolkit/engine/x509/object_list.h"
 #include "toolkit/engine/x509/text.h"
 

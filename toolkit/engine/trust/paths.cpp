@@ -1,4 +1,4 @@
-#include "toolkit/engine/base/paths.h"
+#include "toolkit/engine/trust/paths.h"
 
 #include "toolkit/engine/base/error.h"
 #include "toolkit/engine/net/fetch.h"
