@@ -38,6 +38,9 @@ public:
     static std::vector<Way> ways(const std::string& argument);
     void spoil(const std::string& argument, Way way);
     void setFlag(bool flag) { m_flag = flag; }
+    /** The byte string of an index, "B1" is at 0. */
+    static constexpr std::size_t byteStrings = 9;
+    BINSTR& bytes(std::size_t index) { return m_bytes.at(index); }
 
     /** The next argument of the type T. */
     template <class T>
@@ -73,7 +76,7 @@ private:
     std::string nameOfPointer(std::intptr_t value) const;
 
     std::array<unsigned char, 4> m_data{1, 2, 3, 4};
-    std::array<BINSTR, 9> m_bytes{};
+    std::array<BINSTR, byteStrings> m_bytes{};
     std::array<std::array<char, 64>, 9> m_texts{};
     std::array<int, 3> m_numbers{};
     std::array<unsigned long, 3> m_longNumbers{};
