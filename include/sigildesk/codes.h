@@ -9,6 +9,8 @@
 #ifndef SIGILDESK_CODES_H
 #define SIGILDESK_CODES_H
 
+#include <sigildesk/export.h>
+
 /** What a function returns. The façade's codes are those up to 1024, the list's those from 1005; where both have a
  *  number it means the same. */
 enum SigilResult {
@@ -95,5 +97,33 @@ enum SigilValidity {
     SIGIL_VALIDITY_OTHER_EXPIRES_SOON = 1,
     SIGIL_VALIDITY_OTHER_EXPIRED = 2
 };
+
+/** A result code in words. The texts are UTF-8, never null, and stay the library's: they hold for as long as it is loaded,
+ *  and nothing is to be released. */
+struct SigilCodeText {
+    int code;          /**< the number that was asked for */
+    const char* name;  /**< its name here or in <sigildesk/open_toolkit.h>; empty for a code that neither has. Where
+                               a number has two names, the first */
+    const char* layer; /**< who answers it: "all", "facade", "list", "dialogs", "toolkit" or two, "facade,list" */
+    const char* sentence; /**< what happened, one sentence for a person */
+    const char* advice;   /**< what that person or the host's programmer can do */
+};
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/** Says in words what a result of any function of the library means: of the façade, the certificate list, the dialogs,
+ *  and of the open toolkit behind them. May be called from every thread, at any time.
+ *  @param code      any number
+ *  @param language  SIGIL_LANGUAGE_KOREAN; any other value is English
+ *  @param text      receives the words
+ *  @return 0; 1001 when @p text is null, or for a number that is none of these codes, such as one of a licensed toolkit:
+ *          @p text then says so in general words */
+SIGIL_EXPORT int sigil_code_text(int code, int language, struct SigilCodeText* text);
+
+#ifdef __cplusplus
+}
+#endif
 
 #endif
