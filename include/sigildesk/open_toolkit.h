@@ -75,7 +75,7 @@ enum SigilToolkitCode {
 
     /* Network. */
     SIGIL_TK_URL = 3600,       /**< not an ldap or http address, or none in the settings file */
-    SIGIL_TK_FETCH = 3601,     /**< the server cannot be reached or refused */
+    SIGIL_TK_FETCH = 3601,     /**< no server reached, or it refused, or no library to ask it */
     SIGIL_TK_NOT_FOUND = 3602, /**< the server has no such entry or attribute */
 
     /* Status of a certificate from a responder (RFC 6960). */

@@ -1,4 +1,4 @@
-"""Holds the group `run` of scripts/packages.txt against what the built files ask of the loader."""
+"""Holds the group `run` of scripts/packages.txt against what the built files ask of the loader, at once or later."""
 
 import pathlib
 import re
@@ -17,6 +17,12 @@ def needed(file):
     return set(re.findall(r"NEEDED\s+(\S+)", output("objdump", "-p", file)))
 
 
+def loaded_late(file):
+    """Libraries that the file does not need for its start but names, to load them when it first needs them."""
+    names = re.findall(rb"\0(lib[\w.+-]+\.so\.[\d.]+)(?=\0)", pathlib.Path(file).read_bytes())
+    return {name.decode() for name in names} - needed(file)
+
+
 def package_of(library, places):
     # The package data base may know the file by its name below the link /lib.
     file = pathlib.Path(places[library]).resolve()
@@ -33,14 +39,19 @@ def group(packages, name):
 def main():
     packages, *files = sys.argv[1:]
     own = {pathlib.Path(file).name for file in files} | {"libSigilDesk.so.1"}
-    places = dict(re.findall(r"^\s+(\S+) => (\S+)", output("ldd", *files), re.MULTILINE))
-    libraries = set().union(*map(needed, files)).intersection(places) - own
+    # The loader takes the first that it finds; others of the name are for other kinds of machines.
+    places = dict(reversed(re.findall(r"^\s+(\S+) .*=> (\S+)", output("ldconfig", "-p"), re.MULTILINE)))
+    late = set().union(*map(loaded_late, files)) - own
+    libraries = set().union(*map(needed, files)).intersection(places) - own | late
     asked = {package_of(library, places) for library in libraries} - ALWAYS_THERE
     listed = group(pathlib.Path(packages), "run")
     for package in sorted(asked - listed):
         print(f"needed but not listed: {package}")
-    print(f"{len(libraries)} libraries of {len(asked)} packages")
-    return 1 if asked - listed or not asked else 0
+    print(f"{len(libraries)} libraries of {len(asked)} packages; loaded when they are first needed: {sorted(late)}")
+    slow_to_load = {name for file in files for name in needed(file) if re.match("lib(curl|ldap)", name)}
+    for library in sorted(slow_to_load):
+        print(f"loaded at every start: {library}")
+    return 1 if asked - listed or slow_to_load or not late else 0
 
 
 sys.exit(main())

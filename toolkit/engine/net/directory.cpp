@@ -1,6 +1,7 @@
 #include "toolkit/engine/net/directory.h"
 
 #include "toolkit/engine/base/error.h"
+#include "toolkit/engine/base/late_library.h"
 #include "toolkit/engine/net/web.h"
 
 #include <lber.h>
@@ -18,14 +19,44 @@ namespace {
 /** Entries and references that are looked at. What is wanted stands in the first entry of an honest directory. */
 constexpr int maximumMessages = 64;
 
+struct Ldap {
+    LateLibrary library{SIGIL_LDAP_LIBRARY};
+    SIGIL_LATE_FUNCTION(ldap_, err2string);
+    SIGIL_LATE_FUNCTION(ldap_, get_dn_ber);
+    SIGIL_LATE_FUNCTION(ldap_, get_option);
+    SIGIL_LATE_FUNCTION(ldap_, init_fd);
+    SIGIL_LATE_FUNCTION(ldap_, msgfree);
+    SIGIL_LATE_FUNCTION(ldap_, msgtype);
+    SIGIL_LATE_FUNCTION(ldap_, parse_result);
+    SIGIL_LATE_FUNCTION(ldap_, result);
+    SIGIL_LATE_FUNCTION(ldap_, sasl_bind);
+    SIGIL_LATE_FUNCTION(ldap_, search_ext);
+    SIGIL_LATE_FUNCTION(ldap_, set_option);
+    SIGIL_LATE_FUNCTION(ldap_, unbind_ext_s);
+    // of a library that it brings along:
+    SIGIL_LATE_FUNCTION(, ber_first_element);
+    SIGIL_LATE_FUNCTION(, ber_free);
+    SIGIL_LATE_FUNCTION(, ber_next_element);
+    SIGIL_LATE_FUNCTION(, ber_peek_tag);
+    SIGIL_LATE_FUNCTION(, ber_scanf);
+    SIGIL_LATE_FUNCTION(, ber_skip_element);
+    SIGIL_LATE_FUNCTION(, ber_sockbuf_ctrl);
+};
+
+const Ldap& ldap()
+{
+    static const Ldap loaded;
+    return loaded;
+}
+
 struct CloseSession {
-    void operator()(LDAP* session) const { ldap_unbind_ext_s(session, nullptr, nullptr); }
+    void operator()(LDAP* session) const { ldap().unbind_ext_s(session, nullptr, nullptr); }
 };
 struct FreeMessage {
-    void operator()(LDAPMessage* message) const { ldap_msgfree(message); }
+    void operator()(LDAPMessage* message) const { ldap().msgfree(message); }
 };
 struct FreeElement {
-    void operator()(BerElement* element) const { ber_free(element, 0); }
+    void operator()(BerElement* element) const { ldap().ber_free(element, 0); }
 };
 using Session = std::unique_ptr<LDAP, CloseSession>;
 using Message = std::unique_ptr<LDAPMessage, FreeMessage>;
@@ -36,7 +67,7 @@ void ensure(int result)
     const bool missing =
         result == LDAP_NO_SUCH_OBJECT || result == LDAP_NO_SUCH_ATTRIBUTE || result == LDAP_INVALID_DN_SYNTAX;
     require(result != LDAP_NO_MEMORY, SIGIL_TK_NO_MEMORY);
-    require(result == LDAP_SUCCESS, missing ? SIGIL_TK_NOT_FOUND : SIGIL_TK_FETCH, ldap_err2string(result));
+    require(result == LDAP_SUCCESS, missing ? SIGIL_TK_NOT_FOUND : SIGIL_TK_FETCH, ldap().err2string(result));
 }
 
 /** One message is held as a whole, so its length field must not decide how much memory that takes. */
@@ -44,8 +75,8 @@ void boundMessages(LDAP* session)
 {
     Sockbuf* buffer = nullptr;
     ber_len_t largest = maximumFetchSize;
-    const bool bounded = ldap_get_option(session, LDAP_OPT_SOCKBUF, &buffer) == LDAP_OPT_SUCCESS &&
-        ber_sockbuf_ctrl(buffer, LBER_SB_OPT_SET_MAX_INCOMING, &largest) == 1;
+    const bool bounded = ldap().get_option(session, LDAP_OPT_SOCKBUF, &buffer) == LDAP_OPT_SUCCESS &&
+        ldap().ber_sockbuf_ctrl(buffer, LBER_SB_OPT_SET_MAX_INCOMING, &largest) == 1;
     require(bounded, SIGIL_TK_INTERNAL, "directory");
 }
 
@@ -54,14 +85,14 @@ Session openSession(const std::string& server, const Visits& visits)
 {
     const int connection = connectTo(server, visits);
     LDAP* opened = nullptr;
-    const int result = ldap_init_fd(connection, LDAP_PROTO_TCP, ("ldap://" + server).c_str(), &opened);
+    const int result = ldap().init_fd(connection, LDAP_PROTO_TCP, ("ldap://" + server).c_str(), &opened);
     if (result != LDAP_SUCCESS)
         close(connection);
     ensure(result);
     Session session(opened);
     const int version = LDAP_VERSION3;
-    ldap_set_option(opened, LDAP_OPT_PROTOCOL_VERSION, &version);
-    ldap_set_option(opened, LDAP_OPT_REFERRALS, LDAP_OPT_OFF);
+    ldap().set_option(opened, LDAP_OPT_PROTOCOL_VERSION, &version);
+    ldap().set_option(opened, LDAP_OPT_REFERRALS, LDAP_OPT_OFF);
     boundMessages(opened);
     return session;
 }
@@ -72,7 +103,7 @@ Message receive(LDAP* session, int operation, const Visits& visits)
     const auto left = std::chrono::duration_cast<std::chrono::microseconds>(visits.remaining()).count();
     timeval patience{left / 1000000, left % 1000000};
     LDAPMessage* received = nullptr;
-    const int type = ldap_result(session, operation, LDAP_MSG_ONE, &patience, &received);
+    const int type = ldap().result(session, operation, LDAP_MSG_ONE, &patience, &received);
     Message message(received);
     require(type != 0, SIGIL_TK_FETCH, "the time is over");
     require(type > 0, SIGIL_TK_FETCH, "the connection broke");
@@ -83,7 +114,7 @@ Message receive(LDAP* session, int operation, const Visits& visits)
 int resultIn(LDAP* session, LDAPMessage* message)
 {
     int result = LDAP_OTHER;
-    const int parsed = ldap_parse_result(session, message, &result, nullptr, nullptr, nullptr, nullptr, 0);
+    const int parsed = ldap().parse_result(session, message, &result, nullptr, nullptr, nullptr, nullptr, 0);
     return parsed == LDAP_SUCCESS ? result : parsed;
 }
 
@@ -91,9 +122,9 @@ int tryBind(LDAP* session, const Visits& visits)
 {
     berval nobody{0, nullptr};
     int operation = 0;
-    ensure(ldap_sasl_bind(session, nullptr, LDAP_SASL_SIMPLE, &nobody, nullptr, nullptr, &operation));
+    ensure(ldap().sasl_bind(session, nullptr, LDAP_SASL_SIMPLE, &nobody, nullptr, nullptr, &operation));
     const Message answer = receive(session, operation, visits);
-    require(ldap_msgtype(answer.get()) == LDAP_RES_BIND, SIGIL_TK_FETCH, "answer of another kind");
+    require(ldap().msgtype(answer.get()) == LDAP_RES_BIND, SIGIL_TK_FETCH, "answer of another kind");
     return resultIn(session, answer.get());
 }
 
@@ -103,7 +134,7 @@ void bind(LDAP* session, const Visits& visits)
     int result = tryBind(session, visits);
     if (result == LDAP_PROTOCOL_ERROR) {
         const int version = LDAP_VERSION2;
-        ldap_set_option(session, LDAP_OPT_PROTOCOL_VERSION, &version);
+        ldap().set_option(session, LDAP_OPT_PROTOCOL_VERSION, &version);
         result = tryBind(session, visits);
     }
     ensure(result);
@@ -119,7 +150,7 @@ int startSearch(LDAP* session, const DirectoryQuery& query)
     const bool base = query.filter.empty();
     timeval limit{Visits::maximumTime.count(), 0};
     int operation = 0;
-    ensure(ldap_search_ext(session, query.base.c_str(), base ? LDAP_SCOPE_BASE : LDAP_SCOPE_SUBTREE,
+    ensure(ldap().search_ext(session, query.base.c_str(), base ? LDAP_SCOPE_BASE : LDAP_SCOPE_SUBTREE,
         base ? "(objectClass=*)" : query.filter.c_str(), attributes.data(), 0, nullptr, nullptr, &limit,
         maximumMessages, &operation));
     return operation;
@@ -137,9 +168,9 @@ View firstValue(BerElement* set)
     char* end = nullptr;
     berval value{};
     View first;
-    for (ber_tag_t tag = ber_first_element(set, &length, &end); tag != LBER_DEFAULT;
-         tag = ber_next_element(set, &length, end)) {
-        require(ber_skip_element(set, &value) == LBER_OCTETSTRING, SIGIL_TK_FETCH, "entry");
+    for (ber_tag_t tag = ldap().ber_first_element(set, &length, &end); tag != LBER_DEFAULT;
+         tag = ldap().ber_next_element(set, &length, end)) {
+        require(ldap().ber_skip_element(set, &value) == LBER_OCTETSTRING, SIGIL_TK_FETCH, "entry");
         if (first.empty())
             first = view(std::string_view(value.bv_val, value.bv_len));
     }
@@ -151,9 +182,9 @@ std::optional<Attribute> nextAttribute(BerElement* entry)
 {
     ber_len_t length = 0;
     berval name{};
-    if (ber_peek_tag(entry, &length) != LBER_SEQUENCE)
+    if (ldap().ber_peek_tag(entry, &length) != LBER_SEQUENCE)
         return {};
-    require(ber_scanf(entry, "{m", &name) != LBER_ERROR, SIGIL_TK_FETCH, "entry");
+    require(ldap().ber_scanf(entry, "{m", &name) != LBER_ERROR, SIGIL_TK_FETCH, "entry");
     return Attribute{{name.bv_val, name.bv_len}, firstValue(entry)};
 }
 
@@ -162,7 +193,7 @@ Element attributesOf(LDAP* session, LDAPMessage* entry)
 {
     BerElement* element = nullptr;
     berval name{};
-    ensure(ldap_get_dn_ber(session, entry, &element, &name));
+    ensure(ldap().get_dn_ber(session, entry, &element, &name));
     return Element(element);
 }
 
@@ -206,7 +237,7 @@ Bytes queryDirectory(const DirectoryQuery& query, const Visits& visits)
     const int operation = startSearch(session.get(), query);
     for (int i = 0; i < maximumMessages; ++i) {
         const Message message = receive(session.get(), operation, visits);
-        const int type = ldap_msgtype(message.get());
+        const int type = ldap().msgtype(message.get());
         if (type == LDAP_RES_SEARCH_RESULT) {
             ensure(resultIn(session.get(), message.get()));
             fail(SIGIL_TK_NOT_FOUND);

@@ -1,6 +1,7 @@
 #include "toolkit/engine/net/web.h"
 
 #include "toolkit/engine/base/error.h"
+#include "toolkit/engine/base/late_library.h"
 #include "toolkit/engine/x509/text.h"
 
 #include <curl/curl.h>
@@ -16,13 +17,32 @@ namespace {
 constexpr long connectSeconds = 5;
 constexpr int maximumRedirections = 3;
 
+struct Curl {
+    LateLibrary library{SIGIL_CURL_LIBRARY};
+    SIGIL_LATE_FUNCTION(curl_, global_init);
+    SIGIL_LATE_FUNCTION(curl_, easy_init);
+    SIGIL_LATE_FUNCTION(curl_, easy_cleanup);
+    SIGIL_LATE_FUNCTION(curl_, easy_setopt);
+    SIGIL_LATE_FUNCTION(curl_, easy_perform);
+    SIGIL_LATE_FUNCTION(curl_, easy_getinfo);
+    SIGIL_LATE_FUNCTION(curl_, easy_strerror);
+    SIGIL_LATE_FUNCTION(curl_, slist_append);
+    SIGIL_LATE_FUNCTION(curl_, slist_free_all);
+};
+
+const Curl& curl()
+{
+    static const Curl loaded;
+    return loaded;
+}
+
 struct CloseTransfer {
-    void operator()(CURL* transfer) const { curl_easy_cleanup(transfer); }
+    void operator()(CURL* transfer) const { curl().easy_cleanup(transfer); }
 };
 using Transfer = std::unique_ptr<CURL, CloseTransfer>;
 
 struct ReleaseHeaders {
-    void operator()(curl_slist* headers) const { curl_slist_free_all(headers); }
+    void operator()(curl_slist* headers) const { curl().slist_free_all(headers); }
 };
 using Headers = std::unique_ptr<curl_slist, ReleaseHeaders>;
 
@@ -59,38 +79,38 @@ std::string encodedUrl(const std::string& url)
 Transfer openTransfer(const std::string& url, const Visits& visits)
 {
     // Without its TLS part, so that the process's OpenSSL stays as it is.
-    static const bool ready = curl_global_init(CURL_GLOBAL_NOTHING) == CURLE_OK;
-    Transfer transfer(ready ? curl_easy_init() : nullptr);
+    static const bool ready = curl().global_init(CURL_GLOBAL_NOTHING) == CURLE_OK;
+    Transfer transfer(ready ? curl().easy_init() : nullptr);
     require(transfer != nullptr, SIGIL_TK_NO_MEMORY);
-    curl_easy_setopt(transfer.get(), CURLOPT_URL, url.c_str());
-    curl_easy_setopt(transfer.get(), CURLOPT_PROTOCOLS_STR, "http");
-    curl_easy_setopt(transfer.get(), CURLOPT_NOSIGNAL, 1L);
-    curl_easy_setopt(transfer.get(), CURLOPT_CONNECTTIMEOUT, connectSeconds);
-    curl_easy_setopt(transfer.get(), CURLOPT_TIMEOUT_MS, static_cast<long>(visits.remaining().count()));
+    curl().easy_setopt(transfer.get(), CURLOPT_URL, url.c_str());
+    curl().easy_setopt(transfer.get(), CURLOPT_PROTOCOLS_STR, "http");
+    curl().easy_setopt(transfer.get(), CURLOPT_NOSIGNAL, 1L);
+    curl().easy_setopt(transfer.get(), CURLOPT_CONNECTTIMEOUT, connectSeconds);
+    curl().easy_setopt(transfer.get(), CURLOPT_TIMEOUT_MS, static_cast<long>(visits.remaining().count()));
     return transfer;
 }
 
 Transfer makeTransfer(const std::string& url, Answer& answer, const Visits& visits)
 {
     Transfer transfer = openTransfer(encodedUrl(url), visits);
-    curl_easy_setopt(transfer.get(), CURLOPT_FAILONERROR, 1L);
-    curl_easy_setopt(transfer.get(), CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(answer.maximumSize));
-    curl_easy_setopt(transfer.get(), CURLOPT_WRITEFUNCTION, append);
-    curl_easy_setopt(transfer.get(), CURLOPT_WRITEDATA, &answer);
+    curl().easy_setopt(transfer.get(), CURLOPT_FAILONERROR, 1L);
+    curl().easy_setopt(transfer.get(), CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(answer.maximumSize));
+    curl().easy_setopt(transfer.get(), CURLOPT_WRITEFUNCTION, append);
+    curl().easy_setopt(transfer.get(), CURLOPT_WRITEDATA, &answer);
     return transfer;
 }
 
 /** Throws unless the exchange went well. @return the status of the answer */
 long perform(CURL* transfer, const std::string& url, Visits& visits)
 {
-    const CURLcode result = curl_easy_perform(transfer);
+    const CURLcode result = curl().easy_perform(transfer);
     long status = 0;
     long redirections = 0;
-    curl_easy_getinfo(transfer, CURLINFO_RESPONSE_CODE, &status);
-    curl_easy_getinfo(transfer, CURLINFO_REDIRECT_COUNT, &redirections);
+    curl().easy_getinfo(transfer, CURLINFO_RESPONSE_CODE, &status);
+    curl().easy_getinfo(transfer, CURLINFO_REDIRECT_COUNT, &redirections);
     visits.countRedirections(static_cast<int>(redirections));
     require(status != 404 && status != 410, SIGIL_TK_NOT_FOUND, url);
-    require(result == CURLE_OK, SIGIL_TK_FETCH, curl_easy_strerror(result));
+    require(result == CURLE_OK, SIGIL_TK_FETCH, curl().easy_strerror(result));
     return status;
 }
 
@@ -101,9 +121,9 @@ Bytes getFromWeb(const std::string& url, Visits& visits)
     Answer answer{maximumFetchSize, {}};
     const Transfer transfer = makeTransfer(url, answer, visits);
     const int redirections = std::min(visits.left(), maximumRedirections);
-    curl_easy_setopt(transfer.get(), CURLOPT_REDIR_PROTOCOLS_STR, "http");
-    curl_easy_setopt(transfer.get(), CURLOPT_FOLLOWLOCATION, 1L);
-    curl_easy_setopt(transfer.get(), CURLOPT_MAXREDIRS, static_cast<long>(redirections));
+    curl().easy_setopt(transfer.get(), CURLOPT_REDIR_PROTOCOLS_STR, "http");
+    curl().easy_setopt(transfer.get(), CURLOPT_FOLLOWLOCATION, 1L);
+    curl().easy_setopt(transfer.get(), CURLOPT_MAXREDIRS, static_cast<long>(redirections));
     perform(transfer.get(), url, visits);
     return std::move(answer.body);
 }
@@ -113,11 +133,11 @@ Bytes postToWeb(
 {
     Answer answer{maximumSize, {}};
     const Transfer transfer = makeTransfer(url, answer, visits);
-    const Headers headers(curl_slist_append(nullptr, ("Content-Type: " + contentType).c_str()));
+    const Headers headers(curl().slist_append(nullptr, ("Content-Type: " + contentType).c_str()));
     require(headers != nullptr, SIGIL_TK_NO_MEMORY);
-    curl_easy_setopt(transfer.get(), CURLOPT_HTTPHEADER, headers.get());
-    curl_easy_setopt(transfer.get(), CURLOPT_POSTFIELDSIZE, static_cast<long>(body.size()));
-    curl_easy_setopt(transfer.get(), CURLOPT_POSTFIELDS, body.data());
+    curl().easy_setopt(transfer.get(), CURLOPT_HTTPHEADER, headers.get());
+    curl().easy_setopt(transfer.get(), CURLOPT_POSTFIELDSIZE, static_cast<long>(body.size()));
+    curl().easy_setopt(transfer.get(), CURLOPT_POSTFIELDS, body.data());
     const long status = perform(transfer.get(), url, visits);
     require(status == 200, SIGIL_TK_FETCH, "status " + std::to_string(status));
     return std::move(answer.body);
@@ -126,12 +146,12 @@ Bytes postToWeb(
 int connectTo(const std::string& hostAndPort, const Visits& visits)
 {
     const Transfer transfer = openTransfer("http://" + hostAndPort, visits);
-    curl_easy_setopt(transfer.get(), CURLOPT_CONNECT_ONLY, 1L);
-    curl_easy_setopt(transfer.get(), CURLOPT_PROXY, "");
-    const CURLcode result = curl_easy_perform(transfer.get());
-    require(result == CURLE_OK, SIGIL_TK_FETCH, curl_easy_strerror(result));
+    curl().easy_setopt(transfer.get(), CURLOPT_CONNECT_ONLY, 1L);
+    curl().easy_setopt(transfer.get(), CURLOPT_PROXY, "");
+    const CURLcode result = curl().easy_perform(transfer.get());
+    require(result == CURLE_OK, SIGIL_TK_FETCH, curl().easy_strerror(result));
     curl_socket_t connection = CURL_SOCKET_BAD;
-    curl_easy_getinfo(transfer.get(), CURLINFO_ACTIVESOCKET, &connection);
+    curl().easy_getinfo(transfer.get(), CURLINFO_ACTIVESOCKET, &connection);
     const int own = fcntl(connection, F_DUPFD_CLOEXEC, 0);
     require(own >= 0, SIGIL_TK_FETCH, "connection");
     return own;
