@@ -36,7 +36,7 @@ int CertificateReader::read()
 int CertificateReader::load()
 {
     const int rc = CertLoad(m_means.toolkit, m_certificate.get());
-    return rc == SIGIL_SUCCESS ? SIGIL_SUCCESS : failed("CertLoad()", rc);
+    return rc == SIGIL_SUCCESS ? SIGIL_SUCCESS : failed(Drop::NotACertificate, "CertLoad()", rc);
 }
 
 int CertificateReader::version()
@@ -65,7 +65,7 @@ int CertificateReader::family()
     m_entry.nPKIType = type;
     if (type & m_means.options.pkiTypes)
         return SIGIL_SUCCESS;
-    return rejected(m_style.filterFunction, error::notIncludeType, "Check DN pass", nullptr);
+    return rejected(Drop::OtherFamily, m_style.filterFunction, error::notIncludeType, "Check DN pass", nullptr);
 }
 
 int CertificateReader::subjectFilter()
@@ -77,7 +77,7 @@ int CertificateReader::subjectFilter()
     m_means.util.UTF8ToMultibyte(m_entry.szSubjectDN, subject, &length);
     if (equalsIgnoringCase(subject, m_means.options.subjectDn))
         return SIGIL_SUCCESS;
-    return rejected(m_style.function, error::pass, "DN Check pass", "DN Check pass");
+    return rejected(Drop::OtherSubject, m_style.function, error::pass, "DN Check pass", "DN Check pass");
 }
 
 int CertificateReader::serialFilter()
@@ -85,7 +85,8 @@ int CertificateReader::serialFilter()
     const char* wanted = m_means.options.serialNum;
     if (!*wanted || equalsIgnoringCase(wanted, m_entry.szSerialNum))
         return SIGIL_SUCCESS;
-    return rejected(m_style.filterFunction, error::pass, "Check SerialNumber pass", "Check SerialNumber pass");
+    return rejected(Drop::OtherSerial, m_style.filterFunction, error::pass, "Check SerialNumber pass",
+        "Check SerialNumber pass");
 }
 
 int CertificateReader::uid() { return readText({CertGetUID, "CertGetUID()", field::uid}); }
@@ -98,7 +99,7 @@ int CertificateReader::publicKey()
     const int rc = CertGetPubKeyInfo(m_means.toolkit, algorithm.cleared(), keyLength.cleared(),
         TextBuffer::capacity, m_text.cleared(), der.get());
     if (rc != SIGIL_SUCCESS)
-        return failed("CertGetPubKeyInfo()", rc);
+        return failed(Drop::FieldNotRead, "CertGetPubKeyInfo()", rc);
     setText(m_entry, field::pubKey, m_text.text());
     setText(m_entry, field::keyLength, keyLength.text());
     setText(m_entry, field::pubKeyAlg, algorithm.text());
@@ -134,7 +135,7 @@ int CertificateReader::policyFilter()
     m_means.util.MakeCommonPolicyID(&m_entry);
     if (m_means.filter.accepts(m_entry.szPolicyID))
         return SIGIL_SUCCESS;
-    return rejected(m_style.function, error::pass, "CheckPolicyID() check pass", nullptr);
+    return rejected(Drop::OtherPolicy, m_style.function, error::pass, "CheckPolicyID() check pass", nullptr);
 }
 
 int CertificateReader::policyName()
@@ -168,7 +169,7 @@ int CertificateReader::validityTexts()
     const int rc =
         CertGetValidity(m_means.toolkit, dateCapacity, m_text.cleared(), dateCapacity, notAfter.cleared());
     if (rc != SIGIL_SUCCESS)
-        return failed("CertGetValidity()", rc);
+        return failed(Drop::FieldNotRead, "CertGetValidity()", rc);
     setText(m_entry, field::notBefore, m_text.text().substr(0, dateCapacity - 1));
     setText(m_entry, field::notAfter, notAfter.text().substr(0, dateCapacity - 1));
     return SIGIL_SUCCESS;
@@ -183,7 +184,7 @@ int CertificateReader::validityState()
         m_entry.szNotAfter, sizeof m_entry.szValidFrom, m_entry.szValidFrom, sizeof m_entry.szValidTo,
         m_entry.szValidTo, &remainDays, &state);
     if (rc != SIGIL_SUCCESS)
-        return failed("GetValidity() check err", rc);
+        return failed(Drop::FieldNotRead, "GetValidity() check err", rc);
     m_entry.nRemainDays = remainDays;
     m_entry.nValidStatus = state;
     return SIGIL_SUCCESS;
@@ -193,7 +194,9 @@ int CertificateReader::expiry()
 {
     m_entry.nExpired = expired(m_entry.nValidStatus) ? 1 : 0;
     const bool leaveOut = m_style.mayExcludeExpired && m_means.options.excludeExpired;
-    return leaveOut && m_entry.nExpired == 1 ? SIGIL_FILTERED_OUT : SIGIL_SUCCESS;
+    if (!leaveOut || m_entry.nExpired == 0)
+        return SIGIL_SUCCESS;
+    return m_means.log.because(Drop::Expired, nullptr, 0, SIGIL_FILTERED_OUT);
 }
 
 int CertificateReader::readTexts(std::span<const TextStep> steps)
@@ -210,18 +213,21 @@ int CertificateReader::readText(const TextStep& step)
 {
     const int rc = step.get(m_means.toolkit, TextBuffer::capacity, m_text.cleared());
     if (rc != SIGIL_SUCCESS)
-        return failed(step.call, rc);
+        return failed(Drop::FieldNotRead, step.call, rc);
     setText(m_entry, step.field, m_text.text());
     return SIGIL_SUCCESS;
 }
 
-int CertificateReader::failed(const char* call, int toolkitCode)
+int CertificateReader::failed(Drop drop, const char* call, int toolkitCode)
 {
+    m_means.log.because(drop, call, toolkitCode, SIGIL_CERTIFICATE_UNREADABLE);
     return m_means.log.failed(m_style.function, m_style.errorName, call, toolkitCode, SIGIL_CERTIFICATE_UNREADABLE);
 }
 
-int CertificateReader::rejected(const char* function, const char* errorName, const char* what, const char* message)
+int CertificateReader::rejected(
+    Drop drop, const char* function, const char* errorName, const char* what, const char* message)
 {
+    m_means.log.because(drop, nullptr, 0, SIGIL_FILTERED_OUT);
     return m_means.log.refused(function, errorName, what, SIGIL_FILTERED_OUT, message);
 }
 

@@ -88,8 +88,8 @@ private:
 
     int readTexts(std::span<const TextStep> steps);
     int readText(const TextStep& step);
-    int failed(const char* call, int toolkitCode);
-    int rejected(const char* function, const char* errorName, const char* what, const char* message);
+    int failed(Drop drop, const char* call, int toolkitCode);
+    int rejected(Drop drop, const char* function, const char* errorName, const char* what, const char* message);
 
     const ReaderMeans& m_means;
     const ReaderStyle& m_style;

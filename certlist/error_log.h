@@ -12,6 +12,29 @@ namespace sigil {
  *  @return result of HV_GetErrInfo */
 int toolkitErrorText(void* facade, CBinary& out);
 
+/** Why a candidate is left out of the list. */
+enum class Drop {
+    None,
+    FileNotRead,  ///< the toolkit could not read a file
+    NotAFile,     ///< what lies in a file's place is none
+    FileTooLarge, ///< for an entry
+    NoKmPair,     ///< a key-management pair is wanted
+    NotACertificate,
+    FieldNotRead, ///< a field of the certificate
+    OtherFamily,
+    OtherSubject,
+    OtherSerial,
+    OtherPolicy,
+    Expired,
+};
+
+/** What a candidate met with last. */
+struct Reason {
+    Drop drop = Drop::None;
+    const char* what = nullptr; ///< the file's path in the entry, or the toolkit call that failed; null for none
+    int code = 0;               ///< what the toolkit answered
+};
+
 /** Error log of one loader. Without a file nothing is written; the error text is kept all the same. */
 class ErrorLog {
 public:
@@ -32,6 +55,16 @@ public:
      *  @return @p result */
     int refused(const char* where, const char* errorName, const char* callee, int result, const char* message);
 
+    /** Notes why the candidate at hand is refused. @return @p result */
+    int because(Drop drop, const char* what, int code, int result)
+    {
+        m_reason = {drop, what, code};
+        return result;
+    }
+    const Reason& reason() const { return m_reason; }
+    /** Another candidate is at hand, of which nothing was said yet. */
+    void begin() { m_reason = {}; }
+
     /** The last error text. */
     CBinary& text() { return m_text; }
 
@@ -41,6 +74,7 @@ private:
     void* m_facade = nullptr;
     char m_file[260] = {};
     CBinary m_text;
+    Reason m_reason;
     CUtil m_util;
 };
 

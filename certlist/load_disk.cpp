@@ -109,8 +109,10 @@ void CLoadDISK::fillList(const std::vector<const Family*>& found, int total)
 
 void CLoadDISK::search(const Family& family, bool countOnly, const StoreSearch::Keep& keep)
 {
+    // The second pass judges as the first one did, and nobody wants to hear it again.
     m_search.look(
-        family, m_folders[family.code], [&](tagCERTINFO& entry) { return ParsingCert(countOnly, &entry); }, keep);
+        family, m_folders[family.code], [&](tagCERTINFO& entry) { return ParsingCert(countOnly, &entry); }, keep,
+        countOnly ? m_observer : nullptr);
 }
 
 void CLoadDISK::ClearCertList()

@@ -45,7 +45,11 @@ int CLoadMemory::LoadCertList(const char* signCert, int signCertLen, const char*
     // Deliberately refused even when all four parts are there.
     if (m_options.keyPairType == SIGIL_KEY_PAIR_BOTH)
         return m_log.refused(loadCertList, error::notExistKmCert, nullptr, SIGIL_KM_PAIR_REQUIRED, nullptr);
-    if (ParsingCert(&*entry) == SIGIL_SUCCESS) {
+    m_log.begin();
+    const int rc = ParsingCert(&*entry);
+    if (m_observer)
+        m_observer->judged(*entry, rc, m_log);
+    if (rc == SIGIL_SUCCESS) {
         CopyCertInfo(&*entry);
         m_bLoaded = true;
     }

@@ -25,21 +25,26 @@ int PairReader::readFile(char* path, const EntryField& field, tagCERTINFO& entry
 
 int PairReader::readFile(char* path, const EntryField& field, ToolkitBytes& content, tagCERTINFO& entry)
 {
-    if (!mayBeRead(path))
-        return SIGIL_CERTIFICATE_UNREADABLE;
+    const Drop drop = dropOf(path);
+    if (drop != Drop::None)
+        return m_log.because(drop, path, 0, SIGIL_CERTIFICATE_UNREADABLE);
     const int rc = MediaDiskReadFile(m_toolkit, path, content.get());
     if (rc != SIGIL_SUCCESS)
-        return rc;
-    return setBytes(entry, field, bytesOf(content)) ? SIGIL_SUCCESS : SIGIL_CERTIFICATE_UNREADABLE;
+        return m_log.because(Drop::FileNotRead, path, rc, rc);
+    if (!setBytes(entry, field, bytesOf(content)))
+        return m_log.because(Drop::FileTooLarge, path, 0, SIGIL_CERTIFICATE_UNREADABLE);
+    return SIGIL_SUCCESS;
 }
 
-// What is no file or would not fit into an entry may not; a path that leads nowhere is left to the toolkit.
-bool PairReader::mayBeRead(const char* path) const
+// What is no file or would not fit into an entry is not read; a path that leads nowhere is left to the toolkit.
+Drop PairReader::dropOf(const char* path) const
 {
     struct stat status;
     if (!m_folder.statusOf(path, status))
-        return true;
-    return S_ISREG(status.st_mode) && status.st_size <= static_cast<off_t>(field::signCert.capacity);
+        return Drop::None;
+    if (!S_ISREG(status.st_mode))
+        return Drop::NotAFile;
+    return status.st_size <= static_cast<off_t>(field::signCert.capacity) ? Drop::None : Drop::FileTooLarge;
 }
 
 int PairReader::readSignPair(ToolkitBytes& certificate, tagCERTINFO& entry)
@@ -61,14 +66,14 @@ int PairReader::unreadable(const char* callee, int rc)
 int PairReader::readKmPair(bool wanted, tagCERTINFO& entry)
 {
     if (!*entry.szKmCertPath || !*entry.szKmPriKeyPath)
-        return wanted ? SIGIL_FILTERED_OUT : SIGIL_SUCCESS;
+        return wanted ? m_log.because(Drop::NoKmPair, nullptr, 0, SIGIL_FILTERED_OUT) : SIGIL_SUCCESS;
     const int certificate = readKmFile(entry.szKmCertPath, field::kmCert, entry);
     const int key = readKmFile(entry.szKmPriKeyPath, field::encKmKey, entry);
     if (!wanted || (certificate == SIGIL_SUCCESS && key == SIGIL_SUCCESS))
         return SIGIL_SUCCESS;
     setText(entry, field::kmCertPath, {});
     setText(entry, field::kmKeyPath, {});
-    return SIGIL_FILTERED_OUT;
+    return m_log.because(Drop::NoKmPair, nullptr, 0, SIGIL_FILTERED_OUT);
 }
 
 // A missing file is no news, but one that is there and has no room costs the certificate its pair.

@@ -35,7 +35,7 @@ private:
     int readSignPair(ToolkitBytes& certificate, tagCERTINFO& entry);
     int readKmFile(char* path, const EntryField& field, tagCERTINFO& entry);
     int readKmPair(bool wanted, tagCERTINFO& entry);
-    bool mayBeRead(const char* path) const;
+    Drop dropOf(const char* path) const;
     int unreadable(const char* callee, int rc);
 
     void* m_toolkit;

@@ -114,6 +114,12 @@ int CCertListProcInterface::SetLoadCertType(tagLOADCERTOPT* pOption)
     return finish(SIGIL_SUCCESS);
 }
 
+void CCertListProcInterface::observe(ListObserver* observer)
+{
+    m_pLoadDisk->observe(observer);
+    m_pLoadMemory->observe(observer);
+}
+
 int CCertListProcInterface::SetMediaType(int nMedia, char* szPath, int /*nReserved*/)
 {
     if (nMedia >= SIGIL_MEDIUM_TOKEN_FIRST && nMedia <= SIGIL_MEDIUM_MEMORY_RESERVED)

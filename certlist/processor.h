@@ -58,6 +58,8 @@ public:
     /** Hands out an entry's certificates and decrypted keys; nothing for medium 7.
      *  @return 0; 1001 a medium without entries; what DecryptPriKey() gives */
     int CopySetSource(int nSrcMedia, int nIndex, char* szPassword, sigil::CertNKey& out);
+    /** Tells @p observer what becomes of each candidate of later listings; null for nobody. */
+    void observe(sigil::ListObserver* observer);
     /** @return 0; 1001 nothing to release */
     int MemFree(void** ppBuf);
     /** The toolkit's last error text. @return 0; a code of the façade */

@@ -6,6 +6,7 @@
 #include <dirent.h>
 #include <sys/stat.h>
 
+#include <cerrno>
 #include <memory>
 #include <string>
 
@@ -21,10 +22,13 @@ public:
     explicit SearchedFolder(const std::string& path)
         : m_path(path)
         , m_folder(opendir(path.c_str()))
+        , m_openError(m_folder ? 0 : errno)
     {
     }
 
     const std::string& path() const { return m_path; }
+    /** Why it could not be opened, as errno has it; 0 for an open folder and for none. */
+    int openError() const { return m_openError; }
     /** The next item, valid until the one after it is asked for; null after the last, or when reading fails. */
     const dirent* next();
     /** Why next() ended before the last item, as errno has it; 0 when it did not. */
@@ -50,6 +54,7 @@ private:
 
     std::string m_path;
     std::unique_ptr<DIR, Close> m_folder;
+    int m_openError = 0;
     int m_error = 0;
 };
 

@@ -7,15 +7,23 @@
 
 namespace sigil {
 
-void StoreSearch::look(
-    const Family& family, const std::vector<std::string>& folders, const Judge& judge, const Keep& keep)
+void StoreSearch::look(const Family& family, const std::vector<std::string>& folders, const Judge& judge,
+    const Keep& keep, ListObserver* observer)
 {
     ScratchEntry entry;
     for (const std::string& path : folders) {
         m_folder = SearchedFolder(path);
-        while (const dirent* item = m_folder.next())
-            if (isCandidate(family, m_folder, *item) && judged(family, item->d_name, judge, entry) == SIGIL_SUCCESS)
+        if (observer && !path.empty()) // some families have places without a folder
+            observer->searches(family, path, m_folder.openError());
+        while (const dirent* item = m_folder.next()) {
+            if (!isCandidate(family, m_folder, *item))
+                continue;
+            const int rc = judged(family, item->d_name, judge, entry);
+            if (observer)
+                observer->judged(*entry, rc, m_log);
+            if (rc == SIGIL_SUCCESS)
                 keep(*entry);
+        }
         if (m_folder.error() != 0)
             noteUnreadFolder();
     }
@@ -27,10 +35,12 @@ int StoreSearch::judged(const Family& family, const char* name, const Judge& jud
     entry.clear();
     entry->nPKIType = family.code;
     setPaths(family, m_folder, name, *entry);
+    m_log.begin();
     const int rc = judge(*entry);
     if (rc != SIGIL_CERTIFICATE_UNREADABLE || !UndoableFiles::undoInterrupted(pairsOf(family, m_folder, name)))
         return rc;
     setPaths(family, m_folder, name, *entry);
+    m_log.begin();
     return judge(*entry);
 }
 

@@ -5,6 +5,7 @@
 
 #include "certlist/entry.h"
 #include "certlist/error_log.h"
+#include "certlist/list_observer.h"
 #include "certlist/searched_folder.h"
 #include "foundation/families.h"
 
@@ -30,8 +31,9 @@ public:
     /** A new listing begins: no folder of it has been unreadable so far. */
     void begin() { m_folderUnread = false; }
     /** Looks through @p folders, in this order, for certificates of @p family. Files that a killed operation left
-     *  half changed are put back. */
-    void look(const Family& family, const std::vector<std::string>& folders, const Judge& judge, const Keep& keep);
+     *  half changed are put back. @param observer  null for none */
+    void look(const Family& family, const std::vector<std::string>& folders, const Judge& judge, const Keep& keep,
+        ListObserver* observer);
     /** Where there are the files of the entry that is judged; no folder outside of a search. */
     const SearchedFolder& folder() const { return m_folder; }
     /** Code of a listing that found nothing. @return 1115; 1123 a folder was not read to its end (logged): there may be
