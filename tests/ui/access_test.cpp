@@ -177,7 +177,7 @@ TEST_F(SelectionTest, BeginsInThePasswordField)
 {
     open();
     dialog->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(dialog.get(), driver::patience));
     EXPECT_EQ(dialog->focusWidget()->objectName(), "lineEdit_password");
 }
 

@@ -17,6 +17,9 @@
 
 namespace driver {
 
+/** Milliseconds in which what must come has come, on a machine under load too. */
+constexpr int patience = 60000;
+
 /** Texts of the language file in the ready-to-use library folder, as the dialogs should show them. */
 QString ui(int language, const char* key);
 QString message(int language, const char* key);

@@ -139,7 +139,7 @@ TEST(RemovableForm, GivesTheFocusToItsText)
     RemoveableDialog dialog;
     dialog.show();
     dialog.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog, driver::patience));
     EXPECT_EQ(dialog.focusWidget()->objectName(), "label_text");
 }
 

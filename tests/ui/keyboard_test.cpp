@@ -158,7 +158,7 @@ TEST_F(KeyboardTest, ReachesTheDrivesWithAnArrowKey)
     drives.GetRemovableDisk();
     drives.show();
     drives.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&drives));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&drives, driver::patience));
     auto& list = driver::find<QTableView>(drives, "tableView_remobable");
     EXPECT_FALSE(list.selectionModel()->hasSelection());
     QTest::keyClick(drives.focusWidget(), Qt::Key_Down);
