@@ -6,6 +6,8 @@
 #include <QGroupBox>
 #include <QProcess>
 
+#include <functional>
+
 namespace {
 
 class X11Test : public SelectionTest {
@@ -15,16 +17,28 @@ protected:
     {
         QProcess process;
         process.start("xdotool", arguments);
-        ASSERT_TRUE(QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, 10000));
+        waitFor([&] { return process.state() == QProcess::NotRunning; });
         ASSERT_EQ(process.exitCode(), 0) << process.readAllStandardError().constData();
-        QTest::qWait(50);
+    }
+    /** What a tool sends is on its way when the tool has ended. */
+    static void waitFor(const std::function<bool()>& event)
+    {
+        ASSERT_TRUE(QTest::qWaitFor(event, driver::patience));
+    }
+    void waitForPassword(const char* typed)
+    {
+        waitFor([&] { return password() == typed; });
+    }
+    void waitForEnd()
+    {
+        waitFor([&] { return !dialog->isVisible(); });
     }
     void openFocused(int language)
     {
         open(language);
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(dialog.get()));
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(dialog.get(), driver::patience));
         tool({"windowfocus", QString::number(dialog->winId())});
-        ASSERT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
+        ASSERT_TRUE(QTest::qWaitForWindowActive(dialog.get(), driver::patience));
         widget<QLineEdit>("lineEdit_password").setFocus();
     }
     void clicks(const char* button)
@@ -40,13 +54,14 @@ TEST_F(X11Test, ConfirmsWithTypedKeysAndReturn)
 {
     openFocused(english);
     tool({"type", "Secret1"});
-    EXPECT_EQ(password(), "Secret1");
-    tool({"key", "KP_Enter"});
+    waitForPassword("Secret1");
+    tool({"key", "KP_Enter", "2"});
+    waitForPassword("Secret12");
     EXPECT_TRUE(dialog->isVisible()) << "the keypad's Enter does nothing";
     tool({"key", "Return"});
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !dialog->isVisible(); }));
+    waitForEnd();
     EXPECT_EQ(dialog->State().acceptedFlag(), 1);
-    EXPECT_EQ(scripted::processor().lastCallOf("CLP_DecryptPriKey"), "CLP_DecryptPriKey 0 Secret1");
+    EXPECT_EQ(scripted::processor().lastCallOf("CLP_DecryptPriKey"), "CLP_DecryptPriKey 0 Secret12");
 }
 
 TEST_F(X11Test, CancelsWithEscapeAndWithTheAltKey)
@@ -54,7 +69,8 @@ TEST_F(X11Test, CancelsWithEscapeAndWithTheAltKey)
     for (const char* key : {"Escape", "alt+c"}) {
         openFocused(english);
         tool({"key", key});
-        EXPECT_TRUE(QTest::qWaitFor([&] { return !dialog->isVisible(); })) << key;
+        SCOPED_TRACE(key);
+        waitForEnd();
         EXPECT_EQ(dialog->State().acceptedFlag(), 0) << key;
     }
 }
@@ -64,9 +80,9 @@ TEST_F(X11Test, ListsAgainWithAClickOnTheHardDisk)
     openFocused(korean);
     const int before = scripted::processor().countOf("CLP_LoadCertList");
     clicks("pushButton_hdd");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return scripted::processor().countOf("CLP_LoadCertList") == before + 1; }));
+    waitFor([&] { return scripted::processor().countOf("CLP_LoadCertList") == before + 1; });
     clicks("pushButton_cancel");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !dialog->isVisible(); }));
+    waitForEnd();
 }
 
 int main(int argc, char** argv)
