@@ -9,6 +9,7 @@
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
+#include <unistd.h>
 
 static tagINITOPT init;
 static tagLOADSELECTCERTOPTION load;
@@ -86,6 +87,7 @@ static void quitAfterADialog(void)
 {
     userCancels();
     print("cancelled", showShared());
+    endWhenLoopIsEnteredAgain();
     quitLoop(7);
 }
 
@@ -136,6 +138,7 @@ int main(int argc, char** argv)
     if (strcmp(argv[1], "early") == 0) {
         printf("started\n");
         fflush(stdout);
+        alarm(1);
         showShared();
         printf("returned\n");
         return 0;

@@ -34,6 +34,9 @@ void userCancelsWhileHolding(const char* bytes);
 /** Ends the event loop with this result. */
 void quitLoop(int result);
 
+/** Ends the process, and says so, once the event loop runs again after it has ended. */
+void endWhenLoopIsEnteredAgain(void);
+
 /** Makes the processor refuse to start with this code. */
 void refuseToStart(int code);
 

@@ -101,4 +101,14 @@ void userCancelsWhileHolding(const char* bytes)
 
 void quitLoop(int result) { QCoreApplication::exit(result); }
 
+void endWhenLoopIsEnteredAgain()
+{
+    QObject::connect(qApp, &QCoreApplication::aboutToQuit, qApp, [] {
+        QTimer::singleShot(0, qApp, [] {
+            std::puts("entered again");
+            std::exit(0);
+        });
+    });
+}
+
 void refuseToStart(int code) { scripted::processor().results["CLP_Initalize"] = code; }
