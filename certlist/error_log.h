@@ -75,7 +75,7 @@ private:
     char m_file[260] = {};
     CBinary m_text;
     Reason m_reason;
-    CUtil m_util;
+    CUtil m_util{0, nullptr}; ///< without a language file
 };
 
 } // namespace sigil

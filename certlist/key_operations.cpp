@@ -215,7 +215,7 @@ int KeyOperations::algorithmFor(const CBinary& certificate, int& algorithm)
         return m_log.failed(
             "CLoadSMCard::GetPrikeyAlg()", error::parsingCert, read.name, read.code, SIGIL_CERTIFICATE_UNREADABLE);
     char organisationUnit[subjectCapacity] = {};
-    CUtil().GetOUString(subject, sizeof organisationUnit, organisationUnit);
+    CUtil(0, nullptr).GetOUString(subject, sizeof organisationUnit, organisationUnit);
     algorithm = keyAlgorithm(policyId, keyLength, organisationUnit);
     return SIGIL_SUCCESS;
 }

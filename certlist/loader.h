@@ -59,7 +59,7 @@ protected:
     char m_szLangIniPath[260];
     PolicyTable m_policies;
     IssuerTable m_issuers;
-    CUtil m_Util;
+    CUtil m_Util{0, nullptr}; ///< its language file is not asked for, so that no home folder is looked up
 
 private:
     const SettingsReporter& m_reporter;

@@ -62,7 +62,7 @@ public:
 private:
     std::vector<tagSETOID> m_rows;
     int m_count = 0;
-    CUtil m_util;
+    CUtil m_util{0, nullptr}; ///< without a language file
 };
 
 } // namespace sigil

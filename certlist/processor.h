@@ -89,6 +89,6 @@ private:
     std::unique_ptr<CLoadExtra> m_pLoadExtra;
     void* m_hToolkit = nullptr;
     char szLogPath[260] = {};
-    CUtil m_Util;
+    CUtil m_Util{0, nullptr};        ///< its language file is not asked for, so that no home folder is looked up
     char szTokenPassword[1024] = {}; // kept for token media, which no loader here serves
 };

@@ -359,6 +359,17 @@ TEST_F(Interface, EverySettingsFileIsReadOnce)
     EXPECT_EQ(opened["Issuer_KOR.conf"], 1);
 }
 
+TEST_F(Interface, StartingAsksForNoHomeFolder)
+{
+    const auto before = sigil::environment().homeFolder;
+    static int lookUps;
+    lookUps = 0;
+    sigil::environment().homeFolder = [] { return std::to_string(++lookUps); };
+    start();
+    sigil::environment().homeFolder = before;
+    EXPECT_EQ(lookUps, 0); // each of them reads the users' file
+}
+
 TEST_F(Interface, EnglishSettings)
 {
     writeFile(library / "Policy_ENG.conf", "1.2.410.200005.1.1.1=Personal, general\n");
