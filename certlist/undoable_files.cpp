@@ -55,9 +55,9 @@ std::string folderOf(const std::string& path)
 
 std::string_view nameOf(std::string_view path) { return path.substr(path.rfind('/') + 1); }
 
-OpenFile openFile(const std::string& path, int how)
+Descriptor openFile(const std::string& path, int how)
 {
-    return OpenFile(open(path.c_str(), how | O_CLOEXEC, ownerOnly));
+    return Descriptor(open(path.c_str(), how | O_CLOEXEC, ownerOnly));
 }
 
 bool isGone(const std::string& path) { return path.empty() || unlink(path.c_str()) == 0 || errno == ENOENT; }
@@ -65,19 +65,19 @@ bool isGone(const std::string& path) { return path.empty() || unlink(path.c_str(
 /** Some file systems do not flush folders, and say so with EINVAL. */
 bool flushFolderOf(const std::string& path)
 {
-    const OpenFile folder = openFile(folderOf(path), O_RDONLY | O_DIRECTORY);
-    return folder.isOpen() && (fsync(folder.number()) == 0 || errno == EINVAL);
+    const Descriptor folder = openFile(folderOf(path), O_RDONLY | O_DIRECTORY);
+    return folder.isOpen() && (fsync(folder.get()) == 0 || errno == EINVAL);
 }
 
-bool readAll(const OpenFile& file, std::string& bytes)
+bool readAll(const Descriptor& file, std::string& bytes)
 {
     struct stat status;
-    if (fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode) || status.st_size > 8 * longestFile)
+    if (fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode) || status.st_size > 8 * longestFile)
         return false;
     bytes.resize(static_cast<std::size_t>(status.st_size));
     std::size_t held = 0;
     while (held < bytes.size()) {
-        const ssize_t n = pread(file.number(), bytes.data() + held, bytes.size() - held, static_cast<off_t>(held));
+        const ssize_t n = pread(file.get(), bytes.data() + held, bytes.size() - held, static_cast<off_t>(held));
         if (n == 0 || (n < 0 && errno != EINTR))
             return false;
         held += n < 0 ? 0 : static_cast<std::size_t>(n);
@@ -93,44 +93,34 @@ bool readContent(const std::string& path, Content& content)
     struct stat status;
     if (stat(path.c_str(), &status) != 0)
         return errno == ENOENT;
-    const OpenFile file = openFile(path, O_RDONLY | O_NONBLOCK);
+    const Descriptor file = openFile(path, O_RDONLY | O_NONBLOCK);
     return file.isOpen() && status.st_size <= longestFile && readAll(file, content.emplace());
 }
 
-bool writeAll(const OpenFile& file, std::string_view bytes)
-{
-    while (!bytes.empty()) {
-        const ssize_t n = write(file.number(), bytes.data(), bytes.size());
-        if (n == 0 || (n < 0 && errno != EINTR))
-            return false;
-        bytes.remove_prefix(n < 0 ? 0 : static_cast<std::size_t>(n));
-    }
-    return fsync(file.number()) == 0;
-}
-
 /** True when @p path, and no other, still leads to the open file: another process may have finished with it in between. */
-bool leadsTo(const std::string& path, const OpenFile& file)
+bool leadsTo(const std::string& path, const Descriptor& file)
 {
     struct stat named;
     struct stat opened;
-    return lstat(path.c_str(), &named) == 0 && fstat(file.number(), &opened) == 0 && S_ISREG(opened.st_mode) &&
+    return lstat(path.c_str(), &named) == 0 && fstat(file.get(), &opened) == 0 && S_ISREG(opened.st_mode) &&
         opened.st_nlink == 1 && named.st_ino == opened.st_ino && named.st_dev == opened.st_dev;
 }
 
 /** Locks the open file @p path. @return false when another process holds it, or has done something else with it */
-bool isOurs(const std::string& path, const OpenFile& file)
+bool isOurs(const std::string& path, const Descriptor& file)
 {
-    return file.isOpen() && flock(file.number(), LOCK_EX | LOCK_NB) == 0 && leadsTo(path, file);
+    return file.isOpen() && flock(file.get(), LOCK_EX | LOCK_NB) == 0 && leadsTo(path, file);
 }
 
 /** Makes a file as a whole: a reader finds what was there before or all of @p bytes.
  *  @return the file, locked; none when it cannot be written or another process holds it */
-OpenFile makeWhole(const std::string& path, const std::string& draft, std::string_view bytes)
+Descriptor makeWhole(const std::string& path, const std::string& draft, std::string_view bytes)
 {
-    OpenFile file = openFile(draft, O_RDWR | O_CREAT | O_NOFOLLOW);
+    Descriptor file = openFile(draft, O_RDWR | O_CREAT | O_NOFOLLOW);
     if (!isOurs(draft, file))
         return {};
-    if (ftruncate(file.number(), 0) == 0 && writeAll(file, bytes) && rename(draft.c_str(), path.c_str()) == 0)
+    if (ftruncate(file.get(), 0) == 0 && writeAll(file, bytes) == bytes.size() && fsync(file.get()) == 0 &&
+        rename(draft.c_str(), path.c_str()) == 0)
         return file;
     unlink(draft.c_str());
     return {};
@@ -224,12 +214,6 @@ void deleteTemporaries(const std::string& path, const timespec& since)
 
 } // namespace
 
-OpenFile::~OpenFile()
-{
-    if (m_number >= 0)
-        close(m_number);
-}
-
 UndoableFiles::UndoableFiles(std::vector<PairPaths> pairs)
     : m_pairs(std::move(pairs))
 {
@@ -239,7 +223,7 @@ UndoableFiles::~UndoableFiles()
 {
     if (!m_lock.isOpen())
         return;
-    m_lock = OpenFile();
+    m_lock = Descriptor();
     try {
         undoInterrupted(m_pairs);
     } catch (const std::bad_alloc&) { // the notes stay for the next operation
@@ -278,11 +262,12 @@ bool UndoableFiles::keep()
 {
     for (const PairPaths& pair : m_pairs)
         for (const std::string& path : {pair.certificate, pair.key}) {
-            const OpenFile file = path.empty() ? OpenFile() : openFile(path, O_RDONLY | O_NONBLOCK | O_NOFOLLOW);
+            const Descriptor file =
+                path.empty() ? Descriptor() : openFile(path, O_RDONLY | O_NONBLOCK | O_NOFOLLOW);
             if (!file.isOpen())
                 continue;
-            fchmod(file.number(), ownerOnly); // not every file system knows owners
-            if (fsync(file.number()) != 0)
+            fchmod(file.get(), ownerOnly); // not every file system knows owners
+            if (fsync(file.get()) != 0)
                 return false;
         }
     return std::all_of(m_pairs.begin(), m_pairs.end(),
@@ -296,19 +281,19 @@ bool UndoableFiles::letGo()
         return true;
     if (!isGone(m_notes))
         return false;
-    m_lock = OpenFile();
+    m_lock = Descriptor();
     return flushFolderOf(m_notes);
 }
 
 bool UndoableFiles::undoInterrupted(const std::vector<PairPaths>& pairs)
 {
     const std::string path = notesOf(pairs);
-    const OpenFile file = path.empty() ? OpenFile() : openFile(path, O_RDWR | O_NOFOLLOW | O_NONBLOCK);
+    const Descriptor file = path.empty() ? Descriptor() : openFile(path, O_RDWR | O_NOFOLLOW | O_NONBLOCK);
     if (!isOurs(path, file))
         return false;
     std::string notes;
     struct stat status;
-    if (!readAll(file, notes) || fstat(file.number(), &status) != 0)
+    if (!readAll(file, notes) || fstat(file.get(), &status) != 0)
         return false;
     const auto contents = readNotes(notes, pairs.size());
     if (!contents || !putBack(pairs, *contents))

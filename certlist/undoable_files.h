@@ -3,10 +3,9 @@
  */
 #pragma once
 
-#include <sys/types.h>
+#include "foundation/file.h"
 
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace sigil {
@@ -15,32 +14,6 @@ namespace sigil {
 struct PairPaths {
     std::string certificate;
     std::string key;
-};
-
-/** An open file; closed at the end of its life. */
-class OpenFile {
-public:
-    OpenFile() = default;
-    explicit OpenFile(int number)
-        : m_number(number)
-    {
-    }
-    ~OpenFile();
-    OpenFile(OpenFile&& other) noexcept
-        : m_number(std::exchange(other.m_number, -1))
-    {
-    }
-    OpenFile& operator=(OpenFile&& other) noexcept
-    {
-        std::swap(m_number, other.m_number);
-        return *this;
-    }
-
-    bool isOpen() const { return m_number >= 0; }
-    int number() const { return m_number; }
-
-private:
-    int m_number = -1;
 };
 
 /** Pairs of files, while an operation changes them. What they held is noted in a file beside the first of them, which is
@@ -72,7 +45,7 @@ public:
 private:
     std::vector<PairPaths> m_pairs;
     std::string m_notes; // path of the file with the notes; empty when there is none
-    OpenFile m_lock;     // of that file, which tells others that somebody is at work
+    Descriptor m_lock;   // of that file, which tells others that somebody is at work
 };
 
 } // namespace sigil

@@ -16,12 +16,20 @@ namespace {
 std::optional<struct stat> regularFile(const Descriptor& file)
 {
     struct stat status { };
-    if (file.get() < 0 || fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode))
+    if (!file.isOpen() || fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode))
         return std::nullopt;
     return status;
 }
 
-long writeAll(const Descriptor& file, std::string_view bytes)
+} // namespace
+
+Descriptor::~Descriptor()
+{
+    if (isOpen())
+        close(m_number);
+}
+
+std::size_t writeAll(const Descriptor& file, std::string_view bytes)
 {
     std::size_t written = 0;
     while (written < bytes.size()) {
@@ -32,15 +40,7 @@ long writeAll(const Descriptor& file, std::string_view bytes)
             break;
         written += static_cast<std::size_t>(n);
     }
-    return static_cast<long>(written);
-}
-
-} // namespace
-
-Descriptor::~Descriptor()
-{
-    if (m_number >= 0)
-        close(m_number);
+    return written;
 }
 
 // Without O_NONBLOCK, opening a pipe that nobody writes to would wait for ever.
@@ -50,7 +50,7 @@ RegularFile::RegularFile(const char* path)
     const auto status = regularFile(m_file);
     m_left = status && status->st_size > 0 ? static_cast<std::size_t>(status->st_size) : SIZE_MAX;
     if (!status)
-        Descriptor(m_file.release());
+        m_file = Descriptor();
 }
 
 std::size_t RegularFile::read(char* buffer, std::size_t size)
@@ -89,7 +89,7 @@ long appendToLog(const std::string& path, LogOwner owner, std::string_view recor
     // A file that another user has put there, or a second name of some other file, is not ours to write.
     if (owner == LogOwner::userAlone && (status->st_uid != geteuid() || status->st_nlink != 1))
         return -1;
-    return writeAll(file, record);
+    return static_cast<long>(writeAll(file, record));
 }
 
 } // namespace sigil

@@ -17,20 +17,32 @@ namespace sigil {
 /** An open file; closed at the end of its life. */
 class Descriptor {
 public:
+    Descriptor() = default;
     explicit Descriptor(int number)
         : m_number(number)
     {
     }
     ~Descriptor();
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
+    Descriptor(Descriptor&& other) noexcept
+        : m_number(other.release())
+    {
+    }
+    Descriptor& operator=(Descriptor&& other) noexcept
+    {
+        std::swap(m_number, other.m_number);
+        return *this;
+    }
 
+    bool isOpen() const { return m_number >= 0; }
     int get() const { return m_number; }
     int release() { return std::exchange(m_number, -1); }
 
 private:
-    int m_number;
+    int m_number = -1;
 };
+
+/** Writes @p bytes at the file's position. @return how many were written; fewer when the system refuses the rest */
+std::size_t writeAll(const Descriptor& file, std::string_view bytes);
 
 /** A regular file open for reading. */
 class RegularFile {
@@ -38,7 +50,7 @@ public:
     /** Opens the file at @p path; null and any other kind of file open nothing. */
     explicit RegularFile(const char* path);
 
-    bool isOpen() const { return descriptor() >= 0; }
+    bool isOpen() const { return m_file.isOpen(); }
     /** Reads on. @return number of bytes in @p buffer; less than @p size only at the end of the file */
     std::size_t read(char* buffer, std::size_t size);
     int descriptor() const { return m_file.get(); }
