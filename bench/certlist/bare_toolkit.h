@@ -5,7 +5,6 @@
 
 #include <memory>
 #include <string>
-#include <vector>
 
 /** Files of one certificate; the last two are empty without a key-management pair. */
 struct CertificateFiles {
@@ -26,13 +25,8 @@ public:
     bool read(const CertificateFiles& files);
 
 private:
-    template <class... Arguments>
-    using Function = int (*)(Arguments...);
-    using Getter = Function<void*, int, char*>;
-    template <class F>
-    F find(const std::string& symbol);
-
     struct Functions;
+
     void* m_library;
     void* m_context = nullptr;
     std::unique_ptr<Functions> m_functions;
