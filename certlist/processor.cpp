@@ -52,7 +52,7 @@ int CCertListProcInterface::Inialize(void* /*pReserved*/, int nToolkitType)
     m_HomePath = folder;
     if (!createLoaders())
         return finish(SIGIL_NO_HANDLE);
-    const int rc = HV_Initalize(&m_hToolkit, nToolkitType, folder);
+    const int rc = sigildesk::initialise(m_hToolkit, nToolkitType, folder);
     if (rc == SIGIL_MAKER_LIBRARY_MISSING || rc == SIGIL_GPKI_LIBRARY_MISSING)
         return finish(SIGIL_TOOLKIT_NOT_LOADED);
     if (rc != SIGIL_SUCCESS)
@@ -82,13 +82,13 @@ void CCertListProcInterface::readLogPath()
 
 int CCertListProcInterface::initLoaders(int nToolkitType)
 {
-    m_pLoadDisk->bind(nToolkitType, m_hToolkit, szLogPath);
+    m_pLoadDisk->bind(nToolkitType, m_hToolkit.get(), szLogPath);
     const int rc = m_pLoadDisk->SetInitalize();
     if (rc != SIGIL_SUCCESS)
         return rc;
     // Their settings are the same files, which are not read three times.
     for (Loader* loader : {static_cast<Loader*>(m_pLoadMemory.get()), static_cast<Loader*>(m_pLoadExtra.get())}) {
-        loader->bind(nToolkitType, m_hToolkit, szLogPath);
+        loader->bind(nToolkitType, m_hToolkit.get(), szLogPath);
         loader->shareNames(*m_pLoadDisk);
     }
     bInitDone = 1;
@@ -100,8 +100,7 @@ void CCertListProcInterface::UnInitalize()
     m_pLoadDisk.reset();
     m_pLoadMemory.reset();
     m_pLoadExtra.reset();
-    HV_Finish(m_hToolkit);
-    m_hToolkit = nullptr;
+    m_hToolkit.reset();
 }
 
 int CCertListProcInterface::SetLoadCertType(tagLOADCERTOPT* pOption)
@@ -241,4 +240,4 @@ int CCertListProcInterface::ChangePassword(int nIndex, char* szOldPassword, char
 
 int CCertListProcInterface::MemFree(void** ppBuf) { return finish(Loader::MemFree(ppBuf)); }
 
-int CCertListProcInterface::GetErrInfo(CBinary* pOut) { return finish(toolkitErrorText(m_hToolkit, *pOut)); }
+int CCertListProcInterface::GetErrInfo(CBinary* pOut) { return finish(toolkitErrorText(m_hToolkit.get(), *pOut)); }

@@ -9,6 +9,7 @@
 #include "certlist/load_extra.h"
 #include "certlist/load_memory.h"
 
+#include <sigildesk/handles.h>
 #include <sigildesk/util.h>
 
 #include <memory>
@@ -87,7 +88,7 @@ private:
     std::unique_ptr<CLoadDISK> m_pLoadDisk;
     std::unique_ptr<CLoadMemory> m_pLoadMemory;
     std::unique_ptr<CLoadExtra> m_pLoadExtra;
-    void* m_hToolkit = nullptr;
+    sigildesk::CryptoHandle m_hToolkit;
     char szLogPath[260] = {};
     CUtil m_Util{0, nullptr};        ///< its language file is not asked for, so that no home folder is looked up
     char szTokenPassword[1024] = {}; // kept for token media, which no loader here serves

@@ -31,7 +31,7 @@ Selection::Selection()
 
 Selection::~Selection()
 {
-    CLP_UnInitalize(m_processor);
+    m_processor.reset();
     InitVariable();
 }
 
@@ -56,12 +56,12 @@ void Selection::startCall()
 
 int Selection::connect()
 {
-    m_lastResult = CLP_Initalize(&m_processor, nullptr, 0, language(), m_options.init.szLibraryFolder);
+    m_lastResult = sigildesk::initialise(m_processor, 0, language(), m_options.init.szLibraryFolder);
     if (m_lastResult != 0) {
         std::printf("Initalize() CLP_Initalize = %d\n", m_lastResult);
         return m_lastResult;
     }
-    m_lastResult = CLP_SetType(m_processor, &m_options.listing);
+    m_lastResult = CLP_SetType(processor(), &m_options.listing);
     if (m_lastResult != 0)
         std::printf("Initalize() CLP_SetType = %d\n", m_lastResult);
     return m_lastResult;
@@ -90,12 +90,12 @@ Outcome Selection::listDisk(int which, char* drive)
 
 int Selection::list(int which, char* drive)
 {
-    int rv = CLP_SetMediaType(m_processor, which, drive, 0);
+    int rv = CLP_SetMediaType(processor(), which, drive, 0);
     if (rv == 0)
-        rv = CLP_LoadCertList(m_processor);
+        rv = CLP_LoadCertList(processor());
     if (rv != 0)
         return rv;
-    const int found = CLP_GetCertCount(m_processor);
+    const int found = CLP_GetCertCount(processor());
     if (found <= 0)
         return SIGIL_NO_CERTIFICATE;
     readEntries(found); // an entry that cannot be read stays empty and is listed all the same
@@ -111,7 +111,7 @@ int Selection::readEntries(int found)
         // Cleared for each certificate, not once: the processor leaves a field alone that a certificate lacks, and
         // the host must not be handed the key-management pair or the paths of the one before.
         scratch[0] = tagCERTINFO{};
-        rv = CLP_GetCertInfo(m_processor, index, &scratch[0]);
+        rv = CLP_GetCertInfo(processor(), index, &scratch[0]);
         if (rv == 0)
             CopyCertInfoList(index, scratch[0]);
     }
@@ -141,21 +141,21 @@ int Selection::LoadMemoryCert(
     char* item1, int length1, char* item2, int length2, char* item3, int length3, char* item4, int length4)
 {
     m_medium = SIGIL_MEDIUM_MEMORY;
-    m_lastResult = CLP_SetMediaType(m_processor, SIGIL_MEDIUM_MEMORY, nullptr, 0);
+    m_lastResult = CLP_SetMediaType(processor(), SIGIL_MEDIUM_MEMORY, nullptr, 0);
     if (m_lastResult == 0)
         m_lastResult =
-            CLP_LoadMemoryCert(m_processor, item1, length1, item2, length2, item3, length3, item4, length4);
+            CLP_LoadMemoryCert(processor(), item1, length1, item2, length2, item3, length3, item4, length4);
     if (m_lastResult != 0)
         return m_lastResult;
-    const int found = CLP_GetCertCount(m_processor);
+    const int found = CLP_GetCertCount(processor());
     m_lastResult = found > 0 ? readEntries(found) : SIGIL_NO_CERTIFICATE;
     return m_lastResult;
 }
 
 Outcome Selection::importFile(char* path, char* password)
 {
-    ProcessorBytes signCert(m_processor), signKey(m_processor), kmCert(m_processor), kmKey(m_processor);
-    m_lastResult = CLP_ImportPFX(m_processor, path, password, &signCert.data, &signCert.length, &signKey.data,
+    ProcessorBytes signCert(processor()), signKey(processor()), kmCert(processor()), kmKey(processor());
+    m_lastResult = CLP_ImportPFX(processor(), path, password, &signCert.data, &signCert.length, &signKey.data,
         &signKey.length, &kmCert.data, &kmCert.length, &kmKey.data, &kmKey.length);
     if (m_lastResult != 0)
         return {m_lastResult};
@@ -243,9 +243,9 @@ Outcome Selection::unlock(int row, char* password)
 
 int Selection::decryptKeys(int row, char* password, int& signKeyLength, int& kmKeyLength)
 {
-    ProcessorBytes signKey(m_processor), kmKey(m_processor);
+    ProcessorBytes signKey(processor()), kmKey(processor());
     const int rv =
-        CLP_DecryptPriKey(m_processor, row, password, &signKey.data, &signKey.length, &kmKey.data, &kmKey.length);
+        CLP_DecryptPriKey(processor(), row, password, &signKey.data, &signKey.length, &kmKey.data, &kmKey.length);
     if (rv != 0)
         return rv;
     tagCERTINFO& into = *entry(row);
@@ -259,8 +259,8 @@ int Selection::decryptKeys(int row, char* password, int& signKeyLength, int& kmK
 
 Outcome Selection::stageWithRandom(int row, char* password)
 {
-    ProcessorBytes random(m_processor);
-    const int rv = CLP_GetPriKeyRandom(m_processor, row, password, &random.data, &random.length);
+    ProcessorBytes random(processor());
+    const int rv = CLP_GetPriKeyRandom(processor(), row, password, &random.data, &random.length);
     if (rv == 0) {
         CopySelectCertInfo(row);
         if (!random.isEmpty())

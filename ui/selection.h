@@ -10,6 +10,7 @@
 #include "ui/tellings.h"
 
 #include <sigildesk/dialogs.h>
+#include <sigildesk/handles.h>
 #include <sigildesk/records.h>
 
 #include <string_view>
@@ -72,7 +73,7 @@ public:
     SelectionOptions& options() { return m_options; }
     const SelectionOptions& options() const { return m_options; }
     int language() const { return m_options.init.nLanguage; }
-    void* processor() const { return m_processor; }
+    void* processor() const { return m_processor.get(); }
     const Entries& entries() const { return m_entries; }
     /** Null: there is no such row. Verifying an entry may change its status. */
     tagCERTINFO* entry(int row);
@@ -110,7 +111,7 @@ private:
     int m_finish;
     int m_medium;
     int m_accepted;
-    void* m_processor = nullptr; ///< from CLP_Initalize
+    sigildesk::ProcessorHandle m_processor;
     SelectionOptions m_options;
     tagSELCERTINFO m_staging;
     Entries m_entries; ///< of the current medium, in list order

@@ -7,7 +7,7 @@
 #include "ui/selection_options.h"
 
 #include <sigildesk/crypto/base64.h>
-#include <sigildesk/crypto/frame.h>
+#include <sigildesk/handles.h>
 
 #include <QLabel>
 #include <QPixmap>
@@ -18,16 +18,6 @@
 namespace sigil {
 
 namespace {
-
-/** A façade handle; closed on every path, also when its toolkit did not load. */
-struct Facade {
-    void* handle = nullptr;
-
-    Facade() = default;
-    ~Facade() { HV_Finish(handle); }
-    Facade(const Facade&) = delete;
-    Facade& operator=(const Facade&) = delete;
-};
 
 /** The bytes that @p text64 encodes in base64. @return 0, else the façade's code */
 int decode(void* handle, std::string& text64, QByteArray& image)
@@ -69,16 +59,16 @@ bool SelectionLogo::showWanted(const SelectionOptions& options)
 
 bool SelectionLogo::LoadDataforSetPixmap(const SelectionOptions& options)
 {
-    Facade facade;
+    sigildesk::CryptoHandle facade;
     QByteArray image;
     std::string folder(fieldText(options.init.szLibraryFolder));
     std::string text(fieldText(options.extra.szData));
-    int rv = HV_Initalize(&facade.handle, 0, folder.data());
+    int rv = sigildesk::initialise(facade, 0, folder.data());
     if (rv == 0)
-        rv = decode(facade.handle, text, image);
+        rv = decode(facade.get(), text, image);
     if (rv != 0) {
         char error[1024 + 1] = {}; // one more, should the text fill its capacity
-        HV_GetErrInfo2(facade.handle, sizeof error - 1, error);
+        HV_GetErrInfo2(facade.get(), sizeof error - 1, error);
         qWarning("The logo could not be decoded (%d): %s", rv, error);
         return false;
     }

@@ -6,7 +6,7 @@
 
 #include "foundation/environment.h"
 
-#include <sigildesk/certlist.h>
+#include <sigildesk/handles.h>
 
 #include <dirent.h>
 #include <unistd.h>
@@ -96,16 +96,16 @@ void makeStore(int count)
         throw std::runtime_error(command);
 }
 
-void* makeProcessor()
+sigildesk::ProcessorHandle makeProcessor()
 {
-    void* clp = nullptr;
+    sigildesk::ProcessorHandle clp;
     std::string folder = SIGILDESK_LIBRARY_FOLDER;
     tagLOADCERTOPT options{};
     options.nPKITypes = 2;
-    if (CLP_Initalize(&clp, nullptr, 0, 1, folder.data()) != 0)
+    if (sigildesk::initialise(clp, 0, 1, folder.data()) != 0)
         throw std::runtime_error("CLP_Initalize");
-    CLP_SetType(clp, &options);
-    CLP_SetMediaType(clp, 1, nullptr, 0);
+    CLP_SetType(clp.get(), &options);
+    CLP_SetMediaType(clp.get(), 1, nullptr, 0);
     return clp;
 }
 
@@ -113,7 +113,7 @@ void measure(int count)
 {
     makeStore(count);
     BareToolkit bare(SIGILDESK_LIBRARY_FOLDER "/libHVCToolkitV30.so");
-    void* clp = makeProcessor();
+    const sigildesk::ProcessorHandle clp = makeProcessor();
     std::vector<double> bareTimes;
     std::vector<double> listTimes;
     std::vector<double> ratios; // of runs side by side, so that what slows the machine for a while slows both
@@ -122,17 +122,16 @@ void measure(int count)
         int read = 0;
         bareTimes.push_back(timed([&] { read = barePass(bare) + barePass(bare); }));
         const double before = residentMegabytes();
-        listTimes.push_back(timed([&] { CLP_LoadCertList(clp); }));
+        listTimes.push_back(timed([&] { CLP_LoadCertList(clp.get()); }));
         ratios.push_back(listTimes.back() / bareTimes.back());
         if (run == 0)
             grown = residentMegabytes() - before;
-        if (read != 2 * count || CLP_GetCertCount(clp) != count)
+        if (read != 2 * count || CLP_GetCertCount(clp.get()) != count)
             throw std::runtime_error("a certificate was left out");
     }
     std::printf("%12d %6d %12.1f %12.1f %7.3f %14.1f %14.1f %14.1f\n", count, runsOf(count),
         median(bareTimes) * 1e3, median(listTimes) * 1e3, median(ratios), median(listTimes) * 1e6 / count, grown,
         count * (sizeof(tagCERTINFO) / 1e6));
-    CLP_UnInitalize(clp);
     fs::remove_all(home);
 }
 

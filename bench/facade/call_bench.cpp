@@ -2,7 +2,11 @@
 // The symbols do next to nothing, so that the facade's own cost shows. Prints both times and their ratio; fails when a
 // ratio is above the limit.
 
+#include "toolkit_abi/gpki.h"
+#include "toolkit_abi/hvtk.h"
+
 #include <sigildesk/crypto.h>
+#include <sigildesk/handles.h>
 
 #include <benchmark/benchmark.h>
 
@@ -12,6 +16,7 @@
 #include <cstdio>
 #include <map>
 #include <string>
+#include <type_traits>
 
 namespace {
 
@@ -30,6 +35,10 @@ constexpr Toolkit toolkits[] = {
     {1, DOUBLES_PLAIN_FOLDER "/libgpkiapi_v15.so", "GPKI_API_Init", "GPKI_CERT_Unload", "GPKI_CERT_Load"},
 };
 
+static_assert(std::is_same_v<decltype(HVTK_API_Init), decltype(GPKI_API_Init)>);
+static_assert(std::is_same_v<decltype(HVTK_CERT_Unload), decltype(GPKI_CERT_Unload)>);
+static_assert(std::is_same_v<decltype(HVTK_CERT_Load), decltype(GPKI_CERT_Load)>);
+
 unsigned char bytes[] = {1, 2, 3};
 BINSTR certificate{bytes, 3};
 
@@ -38,51 +47,50 @@ struct Bare {
     explicit Bare(const Toolkit& toolkit)
         : library(dlopen(toolkit.library, RTLD_LAZY))
     {
-        reinterpret_cast<int (*)(void**, const char*)>(dlsym(library, toolkit.init))(&context, "");
+        char noFolder[] = "";
+        reinterpret_cast<decltype(&HVTK_API_Init)>(dlsym(library, toolkit.init))(&context, noFolder);
     }
     ~Bare() { dlclose(library); }
     void* library;
     void* context = nullptr;
 };
 
-struct Handle {
-    explicit Handle(int type)
-    {
-        char folder[] = DOUBLES_PLAIN_FOLDER;
-        HV_Initalize(&facade, type, folder);
-    }
-    ~Handle() { HV_Finish(facade); }
-    void* facade = nullptr;
-};
+sigildesk::CryptoHandle facadeOn(const Toolkit& toolkit)
+{
+    char folder[] = DOUBLES_PLAIN_FOLDER;
+    sigildesk::CryptoHandle facade;
+    sigildesk::initialise(facade, toolkit.type, folder);
+    return facade;
+}
 
 void bareNoArgument(benchmark::State& state, const Toolkit& toolkit)
 {
     const Bare bare(toolkit);
     for (auto _ : state)
         benchmark::DoNotOptimize(
-            reinterpret_cast<int (*)(void*)>(dlsym(bare.library, toolkit.unload))(bare.context));
+            reinterpret_cast<decltype(&HVTK_CERT_Unload)>(dlsym(bare.library, toolkit.unload))(bare.context));
 }
 
 void facadeNoArgument(benchmark::State& state, const Toolkit& toolkit)
 {
-    const Handle handle(toolkit.type);
+    const sigildesk::CryptoHandle facade = facadeOn(toolkit);
     for (auto _ : state)
-        benchmark::DoNotOptimize(CertUnLoad(handle.facade));
+        benchmark::DoNotOptimize(CertUnLoad(facade.get()));
 }
 
 void bareByteString(benchmark::State& state, const Toolkit& toolkit)
 {
     const Bare bare(toolkit);
     for (auto _ : state)
-        benchmark::DoNotOptimize(reinterpret_cast<int (*)(void*, BINSTR*)>(dlsym(bare.library, toolkit.load))(
+        benchmark::DoNotOptimize(reinterpret_cast<decltype(&HVTK_CERT_Load)>(dlsym(bare.library, toolkit.load))(
             bare.context, &certificate));
 }
 
 void facadeByteString(benchmark::State& state, const Toolkit& toolkit)
 {
-    const Handle handle(toolkit.type);
+    const sigildesk::CryptoHandle facade = facadeOn(toolkit);
     for (auto _ : state)
-        benchmark::DoNotOptimize(CertLoad(handle.facade, &certificate));
+        benchmark::DoNotOptimize(CertLoad(facade.get(), &certificate));
 }
 
 /** Keeps the best time of every benchmark; the runs are interleaved, so that both sides meet the same machine. */

@@ -5,6 +5,8 @@
  *  - <sigildesk/certlist.h>  the certificate-list processor, the CLP_ functions (C++ linkage)
  *  - <sigildesk/dialogs.h>   the dialogs: ShowUserCert, ShowUserCert_T (C linkage; a C host includes this one)
  *
+ *  owners of the first two faces' handles, <sigildesk/handles.h>,
+ *
  *  and the foundations that hosts may use too: <sigildesk/binary.h>, <sigildesk/profile.h>, <sigildesk/log.h>,
  *  <sigildesk/convert_utf8.h>, <sigildesk/util.h>.
  *
@@ -21,6 +23,7 @@
 #include <sigildesk/convert_utf8.h>
 #include <sigildesk/crypto.h>
 #include <sigildesk/dialogs.h>
+#include <sigildesk/handles.h>
 #include <sigildesk/log.h>
 #include <sigildesk/profile.h>
 #include <sigildesk/records.h>

@@ -4,7 +4,7 @@
 
 #include "certlist/load_extra.h"
 
-#include <sigildesk/crypto.h>
+#include <sigildesk/handles.h>
 
 namespace fs = std::filesystem;
 
@@ -154,12 +154,11 @@ class LoaderExtra : public Extra {
 protected:
     void SetUp() override
     {
-        ASSERT_EQ(HV_Initalize(&toolkit, 0, Text(library.string())), 0);
-        loader.bind(0, toolkit, logFile.c_str());
+        ASSERT_EQ(sigildesk::initialise(toolkit, 0, Text(library.string())), 0);
+        loader.bind(0, toolkit.get(), logFile.c_str());
     }
-    void TearDown() override { HV_Finish(toolkit); }
 
-    void* toolkit = nullptr;
+    sigildesk::CryptoHandle toolkit;
     CLoadExtra loader{1, library.c_str()};
 };
 

@@ -9,6 +9,7 @@
 
 #include <sigildesk/certlist.h>
 #include <sigildesk/crypto.h>
+#include <sigildesk/handles.h>
 
 #include <gtest/gtest.h>
 
@@ -80,20 +81,20 @@ protected:
         std::string folder = SIGILDESK_LIBRARY_FOLDER;
         tagLOADCERTOPT options{};
         options.nPKITypes = 2;
-        ASSERT_EQ(CLP_Initalize(&clp, nullptr, 0, 1, folder.data()), 0);
-        ASSERT_EQ(HV_Initalize(&facade, 0, folder.data()), 0);
-        ASSERT_EQ(CLP_SetType(clp, &options), 0);
-        ASSERT_EQ(CLP_SetMediaType(clp, 1, nullptr, 0), 0);
-        ASSERT_EQ(CLP_LoadCertList(clp), 0);
-        for (int i = 1; i < CLP_GetCertCount(clp); ++i)
+        ASSERT_EQ(sigildesk::initialise(clp, 0, 1, folder.data()), 0);
+        ASSERT_EQ(sigildesk::initialise(facade, 0, folder.data()), 0);
+        ASSERT_EQ(CLP_SetType(clp.get(), &options), 0);
+        ASSERT_EQ(CLP_SetMediaType(clp.get(), 1, nullptr, 0), 0);
+        ASSERT_EQ(CLP_LoadCertList(clp.get()), 0);
+        for (int i = 1; i < CLP_GetCertCount(clp.get()); ++i)
             if (entry(i)->nKmCertLen > 0)
                 withBothPairs.push_back(i);
         ASSERT_GE(withBothPairs.size(), 2u);
     }
     void TearDown() override
     {
-        CLP_UnInitalize(clp);
-        HV_Finish(facade);
+        clp.reset();
+        facade.reset();
         sigil::environment() = machine;
     }
     void restoreStore()
@@ -104,7 +105,7 @@ protected:
     std::unique_ptr<tagCERTINFO> entry(int index)
     {
         auto record = std::make_unique<tagCERTINFO>();
-        EXPECT_EQ(CLP_GetCertInfo(clp, index, record.get()), 0);
+        EXPECT_EQ(CLP_GetCertInfo(clp.get(), index, record.get()), 0);
         return record;
     }
     Pairs pairsOf(int index)
@@ -120,14 +121,14 @@ protected:
         BINSTR certificate{}, stored{}, key{};
         const auto set = [&](const std::string& bytes, BINSTR& to) {
             auto* data = reinterpret_cast<unsigned char*>(const_cast<char*>(bytes.data()));
-            HV_BINSTR_SetData(facade, data, static_cast<int>(bytes.size()), &to);
+            HV_BINSTR_SetData(facade.get(), data, static_cast<int>(bytes.size()), &to);
         };
         set(pair.certificate, certificate);
         set(pair.key, stored);
-        const bool fit = PriKeyDecrypt(facade, password, &stored, &key) == 0 &&
-            PriKeyCheckKeyPair(facade, &certificate, &key) == 0;
+        const bool fit = PriKeyDecrypt(facade.get(), password, &stored, &key) == 0 &&
+            PriKeyCheckKeyPair(facade.get(), &certificate, &key) == 0;
         for (BINSTR* bytes : {&certificate, &stored, &key})
-            HV_BINSTR_Delete(facade, bytes);
+            HV_BINSTR_Delete(facade.get(), bytes);
         return fit;
     }
     State stateOf(const Pair& found, const Pair& old, const std::string& newCertificate)
@@ -170,8 +171,8 @@ protected:
     TemporaryFolder home, place;
     sigil::Environment machine = sigil::environment();
     std::vector<int> withBothPairs;
-    void* clp = nullptr;
-    void* facade = nullptr;
+    sigildesk::ProcessorHandle clp;
+    sigildesk::CryptoHandle facade;
 };
 
 std::unique_ptr<SampleStore> Interrupted::sample;
@@ -182,7 +183,7 @@ TEST_F(Interrupted, CopyOverAnOlderPair)
     const Pairs old = pairsOf(withBothPairs[1]);
     const Pairs fresh = pairsOf(index);
     std::string disk = place.path("d"); // names with backslashes begin with its name
-    const auto copy = [&] { return CLP_CopySelCertToDISK(clp, 1, index, 2, disk.data(), password); };
+    const auto copy = [&] { return CLP_CopySelCertToDISK(clp.get(), 1, index, 2, disk.data(), password); };
     ASSERT_EQ(copy(), 0);
     std::array<Pair, 2> names;
     for (const auto& [name, bytes] : filesIn(place.path())) {
@@ -225,7 +226,7 @@ TEST_F(Interrupted, FailedCopyBringsTheOlderPairBack)
 {
     const int index = withBothPairs[0];
     std::string disk = place.path("d");
-    const auto copy = [&] { return CLP_CopySelCertToDISK(clp, 1, index, 2, disk.data(), password); };
+    const auto copy = [&] { return CLP_CopySelCertToDISK(clp.get(), 1, index, 2, disk.data(), password); };
     ASSERT_EQ(copy(), 0);
     const auto before = filesIn(place.path());
     const int calls = runWith({}, copy).calls;
@@ -249,13 +250,13 @@ TEST_F(Interrupted, Export)
     const auto imports = [&] {
         char* parts[4] = {};
         int lengths[4] = {};
-        const int rc = CLP_ImportPFX(clp, path.data(), password, &parts[0], &lengths[0], &parts[1], &lengths[1],
-            &parts[2], &lengths[2], &parts[3], &lengths[3]);
+        const int rc = CLP_ImportPFX(clp.get(), path.data(), password, &parts[0], &lengths[0], &parts[1],
+            &lengths[1], &parts[2], &lengths[2], &parts[3], &lengths[3]);
         for (char*& part : parts)
-            CLP_MemFree(clp, reinterpret_cast<void**>(&part));
+            CLP_MemFree(clp.get(), reinterpret_cast<void**>(&part));
         return rc == 0;
     };
-    const auto exports = [&] { return CLP_ExportPFX(clp, index, password, path.data()); };
+    const auto exports = [&] { return CLP_ExportPFX(clp.get(), index, password, path.data()); };
     const auto renew = [&] {
         for (const auto& item : fs::directory_iterator(place.path()))
             fs::remove(item);
@@ -288,12 +289,12 @@ TEST_F(Interrupted, Delete)
     constexpr std::array<State, 2> allThere{State::Old, State::Old};
     const std::size_t others = filesIn(folder).size() - 4; // that the sample puts beside them
     const auto indexNow = [&] {
-        for (int i = 0; i < CLP_GetCertCount(clp); ++i)
+        for (int i = 0; i < CLP_GetCertCount(clp.get()); ++i)
             if (fs::path(entry(i)->szSignCertPath).parent_path() == folder)
                 return i;
         return -1;
     };
-    runEveryMisfortune([&] { restoreStore(); }, [&] { return CLP_DeleteCert(clp, index, nullptr, password); },
+    runEveryMisfortune([&] { restoreStore(); }, [&] { return CLP_DeleteCert(clp.get(), index, nullptr, password); },
         [&](const Ending& ending) {
             auto found = states();
             EXPECT_NE(found[signPair], State::Mixed);
@@ -303,11 +304,11 @@ TEST_F(Interrupted, Delete)
             }
             if (ending.finished)
                 return;
-            ASSERT_EQ(CLP_LoadCertList(clp), 0);
+            ASSERT_EQ(CLP_LoadCertList(clp.get()), 0);
             found = states();
             EXPECT_TRUE(found == allGone || found == allThere);
             if (found == allThere) {
-                EXPECT_EQ(CLP_DeleteCert(clp, indexNow(), nullptr, password), 0);
+                EXPECT_EQ(CLP_DeleteCert(clp.get(), indexNow(), nullptr, password), 0);
             }
             EXPECT_EQ(filesIn(folder).size(), others);
         });

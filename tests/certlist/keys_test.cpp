@@ -4,7 +4,7 @@
 
 #include "certlist/processor.h"
 
-#include <sigildesk/crypto.h>
+#include <sigildesk/handles.h>
 
 #include <tuple>
 
@@ -214,12 +214,11 @@ class LoaderKeys : public Keys {
 protected:
     void SetUp() override
     {
-        ASSERT_EQ(HV_Initalize(&toolkit, 0, Text(library.string())), 0);
-        loader.bind(0, toolkit, logFile.c_str());
+        ASSERT_EQ(sigildesk::initialise(toolkit, 0, Text(library.string())), 0);
+        loader.bind(0, toolkit.get(), logFile.c_str());
         loader.setOptions(options);
         ASSERT_EQ(loader.LoadCertList(), 0);
     }
-    void TearDown() override { HV_Finish(toolkit); }
     std::unique_ptr<tagCERTINFO> kept(int index)
     {
         auto record = std::make_unique<tagCERTINFO>();
@@ -239,7 +238,7 @@ protected:
         return rc == 0 ? code : rc;
     }
 
-    void* toolkit = nullptr;
+    sigildesk::CryptoHandle toolkit;
     CLoadDISK loader{1, library.c_str()};
 };
 

@@ -4,7 +4,7 @@
 
 #include "certlist/load_disk.h"
 
-#include <sigildesk/crypto.h>
+#include <sigildesk/handles.h>
 
 namespace fs = std::filesystem;
 
@@ -15,17 +15,16 @@ class LoaderFiles : public Transfer {
 protected:
     void SetUp() override
     {
-        ASSERT_EQ(HV_Initalize(&toolkit, 0, Text(library.string())), 0);
-        loader.bind(0, toolkit, logFile.c_str());
+        ASSERT_EQ(sigildesk::initialise(toolkit, 0, Text(library.string())), 0);
+        loader.bind(0, toolkit.get(), logFile.c_str());
         loader.setOptions(options);
         addKm(addNpki("b"));
         ASSERT_EQ(loader.LoadCertList(), 0);
         certificate = Text(signCert);
         plainKey = Text(signKey);
     }
-    void TearDown() override { HV_Finish(toolkit); }
 
-    void* toolkit = nullptr;
+    sigildesk::CryptoHandle toolkit;
     CLoadDISK loader{1, library.c_str()};
     CBinary certificate, plainKey, none;
 };
@@ -84,10 +83,9 @@ TEST_F(LoaderFiles, ReadCertNKeyFromPath)
 /** The GPKI library is told the kind of key and certificate, which the maker's toolkit is not. */
 TEST_F(LoaderFiles, DeleteTakesTheKeyThenTheCertificateOfEachPair)
 {
-    HV_Finish(toolkit);
-    toolkit = nullptr;
-    ASSERT_EQ(HV_Initalize(&toolkit, 1, Text(library.string())), 0);
-    loader.bind(1, toolkit, logFile.c_str());
+    toolkit.reset();
+    ASSERT_EQ(sigildesk::initialise(toolkit, 1, Text(library.string())), 0);
+    loader.bind(1, toolkit.get(), logFile.c_str());
     doubles::answer("GPKI_STORAGE_ReadFile", doubles::fills(1, "bytes"));
     doubles::answer("GPKI_CERT_GetValidity", doubles::writesText("2024-01-01 00:00:00 ~ 2030-01-01 00:00:00"));
     addKm(addNpki("c", {}, "KICA"));

@@ -4,7 +4,7 @@
 
 #include "certlist/load_memory.h"
 
-#include <sigildesk/crypto.h>
+#include <sigildesk/handles.h>
 
 #include <cstring>
 #include <tuple>
@@ -154,18 +154,17 @@ class LoaderMemory : public Scripted {
 protected:
     void SetUp() override
     {
-        ASSERT_EQ(HV_Initalize(&toolkit, 0, Text(library.string())), 0);
-        loader.bind(0, toolkit, logFile.c_str());
+        ASSERT_EQ(sigildesk::initialise(toolkit, 0, Text(library.string())), 0);
+        loader.bind(0, toolkit.get(), logFile.c_str());
         loader.setOptions(options);
     }
-    void TearDown() override { HV_Finish(toolkit); }
     int take(const std::string& cert, const std::string& key)
     {
         return loader.LoadCertList(
             cert.data(), int(cert.size()), key.data(), int(key.size()), nullptr, 5, nullptr, 5);
     }
 
-    void* toolkit = nullptr;
+    sigildesk::CryptoHandle toolkit;
     CLoadMemory loader{1, library.c_str()};
 };
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <sigildesk/crypto.h>
+#include <sigildesk/handles.h>
 
 #include <string>
 
@@ -13,19 +14,16 @@ namespace {
 class Handle {
 public:
     Handle(int type, std::string folder)
-        : m_result(HV_Initalize(&m_handle, type, folder.data()))
+        : m_result(sigildesk::initialise(m_handle, type, folder.data()))
     {
     }
-    ~Handle() { HV_Finish(m_handle); }
-    Handle(const Handle&) = delete;
-    Handle& operator=(const Handle&) = delete;
 
-    operator void*() const { return m_handle; } // NOLINT: stands where the handle itself does
+    operator void*() const { return m_handle.get(); } // NOLINT: stands where the handle itself does
     /** What HV_Initalize answered. */
     int result() const { return m_result; }
 
 private:
-    void* m_handle = nullptr;
+    sigildesk::CryptoHandle m_handle;
     int m_result;
 };
 

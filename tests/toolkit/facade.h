@@ -4,6 +4,7 @@
 #pragma once
 
 #include <sigildesk/crypto.h>
+#include <sigildesk/handles.h>
 
 #include <gtest/gtest.h>
 
@@ -16,14 +17,14 @@ inline char* text(const std::string& value) { return const_cast<char*>(value.c_s
 /** A façade handle on the open toolkit. */
 class Facade {
 public:
-    explicit Facade(int type) { EXPECT_EQ(HV_Initalize(&m_handle, type, text(SIGILDESK_LIBRARY_FOLDER)), 0); }
-    ~Facade() { HV_Finish(m_handle); }
-    Facade(const Facade&) = delete;
-    Facade& operator=(const Facade&) = delete;
-    void* get() const { return m_handle; }
+    explicit Facade(int type)
+    {
+        EXPECT_EQ(sigildesk::initialise(m_handle, type, text(SIGILDESK_LIBRARY_FOLDER)), 0);
+    }
+    void* get() const { return m_handle.get(); }
 
 private:
-    void* m_handle = nullptr;
+    sigildesk::CryptoHandle m_handle;
 };
 
 /** A byte string of a handle. */

@@ -1,6 +1,5 @@
 #include "handles.h"
 
-#include <sigildesk/certlist.h>
 #include <sigildesk/crypto.h>
 
 #include <array>
@@ -10,15 +9,13 @@ namespace host {
 Crypto::Crypto(const Setting& setting, int toolkitType)
 {
     std::string folder = setting.folder;
-    m_status = HV_Initalize(&m_handle, toolkitType, folder.data());
+    m_status = sigildesk::initialise(m_handle, toolkitType, folder.data());
 }
-
-Crypto::~Crypto() { HV_Finish(m_handle); }
 
 std::string Crypto::errorText() const
 {
     std::array<char, 2049> text{};
-    HV_GetErrInfo2(m_handle, 2048, text.data());
+    HV_GetErrInfo2(handle(), 2048, text.data());
     return text.data();
 }
 
@@ -42,9 +39,7 @@ std::string_view Bytes::view() const
 Processor::Processor(const Setting& setting)
 {
     std::string folder = setting.folder;
-    m_status = CLP_Initalize(&m_handle, nullptr, 0, setting.language, folder.data());
+    m_status = sigildesk::initialise(m_handle, 0, setting.language, folder.data());
 }
-
-Processor::~Processor() { CLP_UnInitalize(m_handle); }
 
 } // namespace host

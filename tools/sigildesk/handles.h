@@ -5,7 +5,7 @@
 
 #include "commands.h"
 
-#include <sigildesk/binstr.h>
+#include <sigildesk/handles.h>
 
 #include <string>
 #include <string_view>
@@ -16,18 +16,15 @@ namespace host {
 class Crypto {
 public:
     Crypto(const Setting& setting, int toolkitType);
-    ~Crypto();
-    Crypto(const Crypto&) = delete;
-    Crypto& operator=(const Crypto&) = delete;
 
-    void* handle() const { return m_handle; }
+    void* handle() const { return m_handle.get(); }
     /** Code of the initialisation; nothing else may be called unless it is 0. */
     int status() const { return m_status; }
     /** Text of the toolkit for its last failure. */
     std::string errorText() const;
 
 private:
-    void* m_handle = nullptr;
+    sigildesk::CryptoHandle m_handle;
     int m_status;
 };
 
@@ -51,15 +48,12 @@ private:
 class Processor {
 public:
     explicit Processor(const Setting& setting);
-    ~Processor();
-    Processor(const Processor&) = delete;
-    Processor& operator=(const Processor&) = delete;
 
-    void* handle() const { return m_handle; }
+    void* handle() const { return m_handle.get(); }
     int status() const { return m_status; }
 
 private:
-    void* m_handle = nullptr;
+    sigildesk::ProcessorHandle m_handle;
     int m_status;
 };
 

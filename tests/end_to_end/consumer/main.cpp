@@ -14,9 +14,10 @@ const char* const kSha256OfAbc = "ba7816bf8f01cfea414140de5dae2223b00361a396177a
 
 bool hashesThroughTheFacade(char* folder)
 {
-    void* handle = nullptr;
-    if (HV_Initalize(&handle, 0, folder) != 0)
+    sigildesk::CryptoHandle crypto;
+    if (sigildesk::initialise(crypto, 0, folder) != 0)
         return false;
+    void* handle = crypto.get();
     BINSTR data, digest;
     HV_BINSTR_Create(handle, &data);
     HV_BINSTR_Create(handle, &digest);
@@ -29,16 +30,13 @@ bool hashesThroughTheFacade(char* folder)
     }
     HV_BINSTR_Delete(handle, &digest);
     HV_BINSTR_Delete(handle, &data);
-    HV_Finish(handle);
     return good;
 }
 
 bool opensAProcessor(char* folder)
 {
-    void* processor = nullptr;
-    const bool good = CLP_Initalize(&processor, nullptr, 0, 1, folder) == 0 && CLP_LoadCertList(processor) == 1001;
-    CLP_UnInitalize(processor);
-    return good;
+    sigildesk::ProcessorHandle processor;
+    return sigildesk::initialise(processor, 0, 1, folder) == 0 && CLP_LoadCertList(processor.get()) == 1001;
 }
 
 bool readsACaption(const std::string& folder)

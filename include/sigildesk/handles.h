@@ -1,0 +1,53 @@
+/** @file
+ *  Owners of the library's handles, for C++ programs that want them released on every path.
+ *
+ *  All functions take plain handles, so an owner hands out what it holds with `get()`:
+ *
+ *      sigildesk::CryptoHandle crypto;
+ *      if (sigildesk::initialise(crypto, 0, folder) == 0)
+ *          CertLoad(crypto.get(), &certificate);
+ */
+#ifndef SIGILDESK_HANDLES_H
+#define SIGILDESK_HANDLES_H
+
+#include <sigildesk/certlist.h>
+#include <sigildesk/crypto/frame.h>
+
+#include <memory>
+
+namespace sigildesk {
+
+struct FinishCrypto {
+    void operator()(void* handle) const { HV_Finish(handle); }
+};
+/** A handle of the crypto façade. Byte strings that were made with it go before it. */
+typedef std::unique_ptr<void, FinishCrypto> CryptoHandle;
+
+struct EndProcessor {
+    void operator()(void* handle) const { CLP_UnInitalize(handle); }
+};
+/** A handle of the certificate list. */
+typedef std::unique_ptr<void, EndProcessor> ProcessorHandle;
+
+/** HV_Initalize; the arguments and codes are the same. @param handle  empty, or a handle that is bound again. It may hold
+ *  a handle after a failure too: the toolkit's words on it can be asked for. */
+inline int initialise(CryptoHandle& handle, int toolkitType, char* libraryFolder)
+{
+    void* plain = handle.release();
+    const int code = HV_Initalize(&plain, toolkitType, libraryFolder);
+    handle.reset(plain);
+    return code;
+}
+
+/** CLP_Initalize; the arguments and codes are the same. @param handle  empty, or a handle that is initialised again */
+inline int initialise(ProcessorHandle& handle, int toolkitType, int language, char* libraryFolder)
+{
+    void* plain = handle.release();
+    const int code = CLP_Initalize(&plain, nullptr, toolkitType, language, libraryFolder);
+    handle.reset(plain);
+    return code;
+}
+
+} // namespace sigildesk
+
+#endif
