@@ -11,7 +11,7 @@ namespace {
 constexpr int dateCapacity = 40;
 constexpr char bits2048[] = "2048 Bits";
 
-bool expired(int state) { return state == 2 || state == 5; }
+bool expired(int state) { return state == SIGIL_VALIDITY_EXPIRED || state == SIGIL_VALIDITY_OTHER_EXPIRED; }
 
 } // namespace
 

@@ -17,8 +17,6 @@ using namespace sigil;
 
 namespace {
 
-constexpr std::size_t longestPath = 259;
-
 /** Runs @p operation on the processor. @return 1008 for a null handle; 1000 when memory runs out; its result */
 template <class Operation>
 int onProcessor(void* handle, Operation operation)
@@ -219,7 +217,7 @@ int CLP_ImportPFX(void* hCLP, char* szPfxPath, char* szPassword, char** ppSignCe
 int CLP_ExportPFX(void* hCLP, int nIndex, char* szPassword, char* szPfxPath)
 {
     const bool valid = !isEmpty(szPassword) && nIndex >= 0 && !isEmpty(szPfxPath) &&
-        strnlen(szPfxPath, longestPath + 1) <= longestPath;
+        strnlen(szPfxPath, pathCapacity) < pathCapacity;
     return call(hCLP, valid, [&](CCertListProcInterface& p) { return p.ExportPFX(nIndex, szPassword, szPfxPath); });
 }
 
@@ -240,10 +238,10 @@ int CLP_VerifyCert(void* hCLP, char* pCert, int nCertLen, int nErrSize, char* sz
 int CLP_CopySelCertToDISK(
     void* hCLP, int nSrcMedia, int nIndex, int nTargetMedia, char* szTargetPath, char* szPassword)
 {
-    const bool fromToken = nSrcMedia >= SIGIL_MEDIUM_TOKEN_FIRST && nSrcMedia <= SIGIL_MEDIUM_MEMORY_RESERVED;
-    return call(hCLP, fromToken || nIndex >= 0, [&](CCertListProcInterface& p) {
-        return fromToken ? static_cast<int>(SIGIL_NOT_ON_THIS_MEDIUM)
-                         : p.CopyCertToDISK(false, nSrcMedia, nIndex, szPassword, nTargetMedia, szTargetPath);
+    const bool refused = isRefused(nSrcMedia);
+    return call(hCLP, refused || nIndex >= 0, [&](CCertListProcInterface& p) {
+        return refused ? static_cast<int>(SIGIL_NOT_ON_THIS_MEDIUM)
+                       : p.CopyCertToDISK(false, nSrcMedia, nIndex, szPassword, nTargetMedia, szTargetPath);
     });
 }
 

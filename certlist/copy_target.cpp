@@ -61,9 +61,9 @@ std::string expand(const char* path, const char* base, const SubjectNames& subje
 }
 
 /** A path that is too long stays empty and cannot be written: cut short, the four would name the same file. */
-void setPath(char (&path)[260], const std::string& text)
+void setPath(char (&path)[pathCapacity], const std::string& text)
 {
-    if (text.size() < sizeof path)
+    if (text.size() < pathCapacity)
         copyText(path, text);
 }
 

@@ -3,14 +3,16 @@
  */
 #pragma once
 
+#include "foundation/text_field.h"
+
 namespace sigil {
 
-/** Paths of at most 259 bytes each; a longer one stays empty. */
+/** A path that does not fit into pathCapacity stays empty. */
 struct CertPaths {
-    char signCert[260] = {};
-    char signKey[260] = {};
-    char kmCert[260] = {};
-    char kmKey[260] = {};
+    char signCert[pathCapacity] = {};
+    char signKey[pathCapacity] = {};
+    char kmCert[pathCapacity] = {};
+    char kmKey[pathCapacity] = {};
 };
 
 /** Parts of a certificate's subject that name its files. */

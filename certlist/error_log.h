@@ -3,6 +3,8 @@
  */
 #pragma once
 
+#include "foundation/text_field.h"
+
 #include <sigildesk/binary.h>
 #include <sigildesk/util.h>
 
@@ -39,7 +41,7 @@ struct Reason {
 class ErrorLog {
 public:
     /** @param facade  handle whose error text goes into the records
-     *  @param file    path of the log (at most 259 bytes); null or empty leaves the path as it is */
+     *  @param file    path of the log, cut to pathCapacity; null or empty leaves the path as it is */
     void bind(void* facade, const char* file);
 
     /** Records a failed toolkit call with the toolkit's text, which becomes the error text; none when it has none.
@@ -72,7 +74,7 @@ private:
     void write(const char* where, const char* errorName, const char* callee, int code, const char* message);
 
     void* m_facade = nullptr;
-    char m_file[260] = {};
+    char m_file[pathCapacity] = {};
     CBinary m_text;
     Reason m_reason;
     CUtil m_util{0, nullptr}; ///< without a language file

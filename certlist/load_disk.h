@@ -11,6 +11,7 @@
 #include "certlist/pkcs12_transfer.h"
 #include "certlist/store_search.h"
 #include "foundation/families.h"
+#include "foundation/text_field.h"
 
 #include <map>
 #include <string>
@@ -22,7 +23,7 @@ public:
     CLoadDISK(int nLanguage, const char* szHomePath);
 
     void setMedium(int nMedium) { m_nMediaType = nMedium; }
-    /** Mount folder of the removable disk, at most 259 bytes. */
+    /** Mount folder of the removable disk, cut to pathCapacity. */
     void setDrive(const char* szPath);
 
     /** @name The list
@@ -104,7 +105,7 @@ private:
     sigil::KeyOperations keys() { return {m_hToolkit, m_log}; }
     sigil::PairFiles files() { return {m_hToolkit, m_log}; }
 
-    char m_szDrivePath[260] = {};
+    char m_szDrivePath[sigil::pathCapacity] = {};
     sigil::StoreSearch m_search{m_log};
     std::map<int, std::vector<std::string>> m_folders; // by family code; no list before the first search
     std::vector<sigil::PackedEntry> m_entries;         // the first m_nCount of them are the list

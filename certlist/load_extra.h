@@ -5,6 +5,7 @@
 
 #include "certlist/cert_n_key.h"
 #include "certlist/loader.h"
+#include "foundation/text_field.h"
 
 #include <span>
 
@@ -40,5 +41,5 @@ private:
     int verify(const char* cert, int len, CBinary* errText);
     int checkPair(const CBinary& certificate, const CBinary& key, const char* callee);
 
-    char m_szConfFile[260];
+    char m_szConfFile[sigil::pathCapacity];
 };

@@ -10,7 +10,7 @@
 
 namespace sigil {
 
-void formPath(char (&path)[260], const char* folder, const char* name)
+void formPath(char (&path)[pathCapacity], const char* folder, const char* name)
 {
     copyText(path, std::string(folder ? folder : "") + "/" + name);
 }

@@ -6,6 +6,7 @@
 #include "certlist/error_log.h"
 #include "certlist/issuer_table.h"
 #include "certlist/policy_table.h"
+#include "foundation/text_field.h"
 
 #include <sigildesk/binary.h>
 #include <sigildesk/util.h>
@@ -54,9 +55,9 @@ protected:
     int m_nToolkitType = 0;
     void* m_hToolkit = nullptr; // the processor's
     ErrorLog m_log;
-    char m_szPolicyConfPath[260];
-    char m_szIssuerConfPath[260];
-    char m_szLangIniPath[260];
+    char m_szPolicyConfPath[pathCapacity];
+    char m_szIssuerConfPath[pathCapacity];
+    char m_szLangIniPath[pathCapacity];
     PolicyTable m_policies;
     IssuerTable m_issuers;
     CUtil m_Util{0, nullptr}; ///< its language file is not asked for, so that no home folder is looked up
@@ -68,7 +69,7 @@ private:
 /** True for null and for an empty text. */
 inline bool isEmpty(const char* text) { return !text || !*text; }
 
-/** Writes "folder/name" (at most 259 bytes) into @p path. */
-void formPath(char (&path)[260], const char* folder, const char* name);
+/** Writes "folder/name" (cut to its size) into @p path. */
+void formPath(char (&path)[pathCapacity], const char* folder, const char* name);
 
 } // namespace sigil

@@ -15,10 +15,6 @@ using namespace sigil;
 
 namespace {
 
-bool isMemory(int medium) { return medium == SIGIL_MEDIUM_MEMORY_RESERVED || medium == SIGIL_MEDIUM_MEMORY; }
-
-bool isToken(int medium) { return medium == SIGIL_MEDIUM_TOKEN_FIRST || medium == SIGIL_MEDIUM_TOKEN_LAST; }
-
 template <class T>
 void createMissing(std::unique_ptr<T>& loader, int language, const char* folder)
 {
@@ -47,7 +43,7 @@ void CCertListProcInterface::setUp(int language, char* szHomePath)
 int CCertListProcInterface::Inialize(void* /*pReserved*/, int nToolkitType)
 {
     finish(SIGIL_SUCCESS);
-    char folder[260] = {};
+    char folder[pathCapacity] = {};
     copyText(folder, m_HomePath.isEmpty() ? "" : m_HomePath.toString());
     m_HomePath = folder;
     if (!createLoaders())
@@ -72,7 +68,7 @@ bool CCertListProcInterface::createLoaders()
 
 void CCertListProcInterface::readLogPath()
 {
-    char file[260];
+    char file[pathCapacity];
     char section[] = "TW_Info";
     char key[] = "PATH";
     char none[] = "";
@@ -121,7 +117,7 @@ void CCertListProcInterface::observe(ListObserver* observer)
 
 int CCertListProcInterface::SetMediaType(int nMedia, char* szPath, int /*nReserved*/)
 {
-    if (nMedia >= SIGIL_MEDIUM_TOKEN_FIRST && nMedia <= SIGIL_MEDIUM_MEMORY_RESERVED)
+    if (isRefused(nMedia))
         return finish(SIGIL_BAD_ARGUMENT);
     nMediaType = nMedia;
     if (onDisk())

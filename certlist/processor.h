@@ -8,6 +8,8 @@
 #include "certlist/load_disk.h"
 #include "certlist/load_extra.h"
 #include "certlist/load_memory.h"
+#include "foundation/media.h"
+#include "foundation/text_field.h"
 
 #include <sigildesk/handles.h>
 #include <sigildesk/util.h>
@@ -68,10 +70,7 @@ public:
 
 private:
     int finish(int rc) { return nErr = rc; }
-    bool onDisk() const
-    {
-        return nMediaType == SIGIL_MEDIUM_HARD_DISK || nMediaType == SIGIL_MEDIUM_REMOVABLE_DISK;
-    }
+    bool onDisk() const { return sigil::isDisk(nMediaType); }
     bool createLoaders();
     int initLoaders(int nToolkitType);
     void readLogPath();
@@ -89,7 +88,7 @@ private:
     std::unique_ptr<CLoadMemory> m_pLoadMemory;
     std::unique_ptr<CLoadExtra> m_pLoadExtra;
     sigildesk::CryptoHandle m_hToolkit;
-    char szLogPath[260] = {};
+    char szLogPath[sigil::pathCapacity] = {};
     CUtil m_Util{0, nullptr};        ///< its language file is not asked for, so that no home folder is looked up
     char szTokenPassword[1024] = {}; // kept for token media, which no loader here serves
 };

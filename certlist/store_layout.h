@@ -17,7 +17,7 @@ namespace sigil {
 /** Where a family lies on a medium; nowhere on one that is no disk. */
 const StoreFolders& foldersOf(const Family& family, int medium);
 
-/** Cuts a path at 259 bytes: what a path field holds. */
+/** Cuts a path to what a path field of an entry holds. */
 std::string cutPath(std::string path);
 
 /** True when the entry @p item of @p folder is a certificate of this family. Links are not followed. */

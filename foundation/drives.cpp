@@ -92,7 +92,7 @@ int CUtil::GetDriveInfo(bool removable, bool /*unused*/, int* count, tagDRIVEINF
         return 0;
     }
     char key[] = "DLG_BUTTONMEDIA_HDD";
-    char name[260];
+    char name[sizeof tagDRIVEINFO::szName];
     GetLanguageUIText(m_szLangFile, key, sizeof name, name);
     if (info)
         fillDrive(*info, 0, "/", name);
@@ -104,6 +104,6 @@ int CUtil::GetFreeDisk(int kind, char* out, long long* freeBytes)
     if (freeBytes)
         *freeBytes = 0;
     if (kind == 1 && out)
-        std::fill_n(out, 260, '\0');
+        std::fill_n(out, sigil::pathCapacity, '\0');
     return 0;
 }

@@ -31,10 +31,13 @@ constexpr KeyUsage keyUsages[] = {
 /** Room that GetPolicyName's callers have for a name. */
 constexpr std::size_t policyNameRoom = 1024;
 
+/** Room for what is shown of one key usage. */
+constexpr std::size_t displayTextRoom = 260;
+
 std::string displayText(CUtil& util, char* langFile, const KeyUsage& usage)
 {
     std::string key = usage.key;
-    char text[260] = {};
+    char text[displayTextRoom] = {};
     util.GetLanguageUIText(langFile, key.data(), sizeof text - 1, text);
     return text;
 }

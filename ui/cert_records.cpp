@@ -1,5 +1,6 @@
 #include "ui/cert_records.h"
 
+#include "foundation/media.h"
 #include "foundation/secret.h"
 #include "foundation/text_field.h"
 #include "ui/language_texts.h"
@@ -151,9 +152,6 @@ void copyItem(const void* from, const Item& source, void* to, const Item& target
     std::memcpy(bytesOf(to) + target.lengthOffset, &length, sizeof length);
 }
 
-bool isDisk(int medium) { return medium == 1 || medium == 2; }
-bool isCard(int medium) { return medium == 3 || medium == 4; }
-
 template <std::size_t N>
 void turnIntoUtf8(char (&field)[N])
 {
@@ -194,9 +192,9 @@ void stageResult(const tagCERTINFO& from, int medium, tagSELCERTINFO& to)
         if (from.szSignCertPath[0] != '\0')
             copyTexts(from, to, diskKeyText);
     }
-    if (isCard(medium))
+    if (isToken(medium))
         copyTexts(from, to, tokenText1);
-    if (isCard(medium) || medium == 7)
+    if (isToken(medium) || medium == SIGIL_MEDIUM_OTHER)
         copyTexts(from, to, tokenText2);
 }
 

@@ -3,6 +3,8 @@
  */
 #pragma once
 
+#include "foundation/text_field.h"
+
 #include <sigildesk/records.h>
 #include <sigildesk/util.h>
 
@@ -40,7 +42,7 @@ private:
     void SetRow(int row, const QString& caption, const QString& value);
     QString Location(const sigil::LanguageTexts& texts) const;
 
-    char m_szLangFile[260] = {};
+    char m_szLangFile[sigil::pathCapacity] = {};
     tagCERTINFO* m_Entry = nullptr;
     QStandardItemModel m_Model;
     std::unique_ptr<Ui_CertViewDetailForm> m_Form;

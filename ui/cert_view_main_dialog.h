@@ -3,6 +3,8 @@
  */
 #pragma once
 
+#include "foundation/text_field.h"
+
 #include <sigildesk/records.h>
 #include <sigildesk/util.h>
 
@@ -21,7 +23,7 @@ public:
     ~CertViewMainDialog() override;
 
     /** What is shown; before InitSetControl.
-     *  @param langFile  path of the language file, at most 259 characters
+     *  @param langFile  path of the language file, cut to pathCapacity
      *  @param processor verifies the certificate; stays the caller's
      *  @param entry     stays the caller's and must outlive the dialog; verifying sets its status */
     void SetCertificate(const char* langFile, void* processor, tagCERTINFO* entry);
@@ -45,7 +47,7 @@ private:
     int m_nRv = 0;
     void* m_hProcessor = nullptr;
     tagCERTINFO* m_Entry = nullptr;
-    char m_szLangFile[260] = {};
+    char m_szLangFile[sigil::pathCapacity] = {};
     std::unique_ptr<Ui_CertViewMainDialog> m_Form;
     CUtil m_Util;
 };

@@ -16,6 +16,9 @@ namespace {
 
 constexpr int errorCapacity = 1024;
 
+/** What the form shows at most of a validity period, in bytes. */
+constexpr std::size_t longestValidity = 259;
+
 /** In an error text, what follows this is meant for the user. */
 constexpr char forUserMark[] = "<talolib>";
 
@@ -107,7 +110,7 @@ void CertViewNormalForm::SetValues()
         std::string(sigil::fieldText(m_Entry->szValidTo));
     m_Form->label_subject->setText(sigil::fromEucKr(sigil::subjectName(*m_Entry)));
     m_Form->label_issuer->setText(sigil::fromEucKr(sigil::fieldText(m_Entry->szIssuerName)));
-    m_Form->label_validity->setText(sigil::fromEucKr(validity.substr(0, 259)));
+    m_Form->label_validity->setText(sigil::fromEucKr(validity.substr(0, longestValidity)));
     m_Form->label_usage->setText(sigil::fromEucKr(sigil::fieldText(m_Entry->szPolicyName)));
 }
 
@@ -148,7 +151,7 @@ int CertViewNormalForm::VerifyCert()
     m_nRv = CLP_VerifyCert(
         m_hProcessor, reinterpret_cast<char*>(m_Entry->bySignCert), m_Entry->nSignCertLen, errorCapacity, error);
     if (m_nRv == 0) {
-        m_Entry->nValidStatus = m_Entry->nStatusFlag != 0 ? 0 : 3;
+        m_Entry->nValidStatus = m_Entry->nStatusFlag != 0 ? SIGIL_VALIDITY_OTHER_VALID : SIGIL_VALIDITY_VALID;
         SetCertStatus(m_Entry->nValidStatus);
     } else {
         ShowFailure(error);

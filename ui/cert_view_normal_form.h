@@ -3,6 +3,8 @@
  */
 #pragma once
 
+#include "foundation/text_field.h"
+
 #include <sigildesk/records.h>
 #include <sigildesk/util.h>
 
@@ -40,7 +42,7 @@ private:
     void ShowFailure(const char* error);
 
     int m_nRv = 0;
-    char m_szLangFile[260] = {};
+    char m_szLangFile[sigil::pathCapacity] = {};
     tagCERTINFO* m_Entry = nullptr;
     void* m_hProcessor = nullptr;
     std::unique_ptr<Ui_CertViewNormalForm> m_Form;

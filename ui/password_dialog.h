@@ -5,6 +5,8 @@
  */
 #pragma once
 
+#include "foundation/text_field.h"
+
 #include <sigildesk/util.h>
 
 #include <QDialog>
@@ -43,7 +45,7 @@ private:
     int m_nLanguage = 0;
     char m_szLibraryFolder[1024] = {};
     char m_szPassword[1024] = {};
-    char m_szLangFile[260] = {};
+    char m_szLangFile[sigil::pathCapacity] = {};
     std::unique_ptr<Ui_PasswordDialog> m_Form;
     CUtil m_Util;
 };

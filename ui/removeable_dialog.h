@@ -6,6 +6,8 @@
  */
 #pragma once
 
+#include "foundation/text_field.h"
+
 #include <sigildesk/records.h>
 #include <sigildesk/util.h>
 
@@ -54,12 +56,12 @@ private:
     int m_nRv = 0;
     int m_nLanguage = 0;
     char m_szLibraryFolder[1024] = {};
-    char m_szChosenDrive[260] = {};
+    char m_szChosenDrive[sigil::pathCapacity] = {};
     void* m_hProcessor = nullptr;
     std::unique_ptr<Ui_RemoveableDialog> m_Form;
     int m_nBoxResult = 0;
     QStandardItemModel m_Model;
     CUtil m_Util;
     std::vector<tagDRIVEINFO> m_Drives;
-    char m_szLangFile[260] = {};
+    char m_szLangFile[sigil::pathCapacity] = {};
 };

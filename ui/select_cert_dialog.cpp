@@ -22,6 +22,9 @@ namespace code = sigil::code;
 
 namespace {
 
+/** What is told at most, in bytes: language files are input. */
+constexpr std::size_t longestMessage = 1023;
+
 std::unique_ptr<Ui_SelectCertDialog> formOf(QDialog* dialog)
 {
     auto form = std::make_unique<Ui_SelectCertDialog>();
@@ -166,7 +169,7 @@ void SelectCertDialog::on_pushButton_find_clicked()
         QFileDialog::getOpenFileName(this, tr("Open File..."), "/", tr("PFX(*.PFX *.pfx);;p12(*.P12 *.p12)"));
     if (file.isEmpty())
         return;
-    char path[260];
+    char path[sigil::pathCapacity];
     sigil::copyText(path, file.toLocal8Bit().constData());
 
     PasswordDialog dialog;
@@ -281,7 +284,7 @@ void SelectCertDialog::Tell(const Outcome& outcome)
     if (!outcome.telling)
         return;
     const std::string text = sigil::formatOneText(Texts().messageBytes(outcome.telling->textKey), outcome.value);
-    const QString shown = sigil::fromEucKr(text.substr(0, 1023));
+    const QString shown = sigil::fromEucKr(text.substr(0, longestMessage));
     if (outcome.telling->captionKey)
         sigil::showInformation(this, Texts().ui(outcome.telling->captionKey), shown);
     else

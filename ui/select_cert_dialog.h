@@ -8,6 +8,7 @@
  */
 #pragma once
 
+#include "foundation/text_field.h"
 #include "ui/certificate_table.h"
 #include "ui/media_buttons.h"
 #include "ui/selection.h"
@@ -33,7 +34,7 @@ public:
     explicit SelectCertDialog(QWidget* parent = nullptr);
     ~SelectCertDialog() override;
 
-    /** The folder that the password and the removable-disk dialogs are given; at most 259 characters. */
+    /** The folder that the password and the removable-disk dialogs are given, cut to pathCapacity. */
     void SetLibraryFolder(std::string_view folder);
     /** Takes copies of the caller's options. Texts that are empty leave the value of an earlier call.
      *  @return 0; 1001 @p init null */
@@ -87,8 +88,8 @@ private:
     /** Shows what there is to tell, in a box or in the status line. */
     void Tell(const sigil::Outcome& outcome);
 
-    char m_szLibraryFolder[260] = {};
-    char m_szLangFile[260] = {};
+    char m_szLibraryFolder[sigil::pathCapacity] = {};
+    char m_szLangFile[sigil::pathCapacity] = {};
     QString m_Status; ///< what the status line shows unless a hint does
     CUtil m_Util;
     sigil::Selection m_Selection;

@@ -1,6 +1,7 @@
 #include "ui/selection.h"
 
 #include "foundation/ascii.h"
+#include "foundation/media.h"
 #include "foundation/text_field.h"
 #include "ui/cert_records.h"
 #include "ui/password_buffer.h"
@@ -17,8 +18,6 @@ namespace {
 constexpr int keyCapacity = sizeof tagSELCERTINFO::bySignPriKey;
 static_assert(sizeof tagSELCERTINFO::byKmPriKey == sizeof tagSELCERTINFO::bySignPriKey);
 
-bool isDisk(int which) { return which == SIGIL_MEDIUM_HARD_DISK || which == SIGIL_MEDIUM_REMOVABLE_DISK; }
-bool isMemory(int which) { return which == 5 || which == SIGIL_MEDIUM_MEMORY; }
 bool hasExpired(const tagCERTINFO& entry) { return validityOf(entry) == Validity::expired; }
 
 } // namespace
@@ -56,7 +55,8 @@ void Selection::startCall()
 
 int Selection::connect()
 {
-    m_lastResult = sigildesk::initialise(m_processor, 0, language(), m_options.init.szLibraryFolder);
+    m_lastResult =
+        sigildesk::initialise(m_processor, SIGIL_TOOLKIT_MAKER, language(), m_options.init.szLibraryFolder);
     if (m_lastResult != 0) {
         std::printf("Initalize() CLP_Initalize = %d\n", m_lastResult);
         return m_lastResult;

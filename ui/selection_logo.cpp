@@ -63,7 +63,7 @@ bool SelectionLogo::LoadDataforSetPixmap(const SelectionOptions& options)
     QByteArray image;
     std::string folder(fieldText(options.init.szLibraryFolder));
     std::string text(fieldText(options.extra.szData));
-    int rv = sigildesk::initialise(facade, 0, folder.data());
+    int rv = sigildesk::initialise(facade, SIGIL_TOOLKIT_MAKER, folder.data());
     if (rv == 0)
         rv = decode(facade.get(), text, image);
     if (rv != 0) {

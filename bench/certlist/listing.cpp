@@ -6,6 +6,7 @@
 
 #include "foundation/environment.h"
 
+#include <sigildesk/codes.h>
 #include <sigildesk/handles.h>
 
 #include <dirent.h>
@@ -101,11 +102,11 @@ sigildesk::ProcessorHandle makeProcessor()
     sigildesk::ProcessorHandle clp;
     std::string folder = SIGILDESK_LIBRARY_FOLDER;
     tagLOADCERTOPT options{};
-    options.nPKITypes = 2;
-    if (sigildesk::initialise(clp, 0, 1, folder.data()) != 0)
+    options.nPKITypes = SIGIL_FAMILY_NPKI;
+    if (sigildesk::initialise(clp, SIGIL_TOOLKIT_MAKER, SIGIL_LANGUAGE_KOREAN, folder.data()) != 0)
         throw std::runtime_error("CLP_Initalize");
     CLP_SetType(clp.get(), &options);
-    CLP_SetMediaType(clp.get(), 1, nullptr, 0);
+    CLP_SetMediaType(clp.get(), SIGIL_MEDIUM_HARD_DISK, nullptr, 0);
     return clp;
 }
 

@@ -39,7 +39,7 @@ std::string_view Bytes::view() const
 Processor::Processor(const Setting& setting)
 {
     std::string folder = setting.folder;
-    m_status = sigildesk::initialise(m_handle, 0, setting.language, folder.data());
+    m_status = sigildesk::initialise(m_handle, SIGIL_TOOLKIT_MAKER, setting.language, folder.data());
 }
 
 } // namespace host

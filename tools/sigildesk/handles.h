@@ -5,6 +5,7 @@
 
 #include "commands.h"
 
+#include <sigildesk/codes.h>
 #include <sigildesk/handles.h>
 
 #include <string>
