@@ -1,6 +1,7 @@
 #include "certlist/loader.h"
 
 #include "certlist/codes.h"
+#include "foundation/language_file.h"
 #include "foundation/secret.h"
 #include "foundation/text_field.h"
 
@@ -10,7 +11,7 @@
 
 namespace sigil {
 
-void formPath(char (&path)[pathCapacity], const char* folder, const char* name)
+void formPath(char (&path)[pathCapacity], const char* folder, const std::string& name)
 {
     copyText(path, std::string(folder ? folder : "") + "/" + name);
 }
@@ -18,10 +19,9 @@ void formPath(char (&path)[pathCapacity], const char* folder, const char* name)
 Loader::Loader(int language, const char* folder, const SettingsReporter& reporter)
     : m_reporter(reporter)
 {
-    const bool inEnglish = language == SIGIL_LANGUAGE_ENGLISH;
-    formPath(m_szPolicyConfPath, folder, inEnglish ? "Policy_ENG.conf" : "Policy_KOR.conf");
-    formPath(m_szIssuerConfPath, folder, inEnglish ? "Issuer_ENG.conf" : "Issuer_KOR.conf");
-    formPath(m_szLangIniPath, folder, inEnglish ? "ENG.ini" : "KOR.ini");
+    const std::string ending = "_" + std::string(languageMark(language, SIGIL_LANGUAGE_KOREAN)) + ".conf";
+    formPath(m_szPolicyConfPath, folder, "Policy" + ending);
+    formPath(m_szIssuerConfPath, folder, "Issuer" + ending);
 }
 
 void Loader::bind(int toolkitType, void* toolkit, const char* logPath)

@@ -11,6 +11,8 @@
 #include <sigildesk/binary.h>
 #include <sigildesk/util.h>
 
+#include <string>
+
 namespace sigil {
 
 /** Names under which a loader reports trouble with its settings files. */
@@ -23,7 +25,7 @@ struct SettingsReporter {
 /** Base of the loaders; not used through a pointer to it. */
 class Loader {
 public:
-    /** @param language  2 takes the English settings files, any other value the Korean ones
+    /** @param language  English takes the English settings files, any other the Korean ones
      *  @param folder    library folder with the settings files; null counts as empty */
     Loader(int language, const char* folder, const SettingsReporter& reporter);
     Loader(const Loader&) = delete;
@@ -57,7 +59,6 @@ protected:
     ErrorLog m_log;
     char m_szPolicyConfPath[pathCapacity];
     char m_szIssuerConfPath[pathCapacity];
-    char m_szLangIniPath[pathCapacity];
     PolicyTable m_policies;
     IssuerTable m_issuers;
     CUtil m_Util{0, nullptr}; ///< its language file is not asked for, so that no home folder is looked up
@@ -70,6 +71,6 @@ private:
 inline bool isEmpty(const char* text) { return !text || !*text; }
 
 /** Writes "folder/name" (cut to its size) into @p path. */
-void formPath(char (&path)[pathCapacity], const char* folder, const char* name);
+void formPath(char (&path)[pathCapacity], const char* folder, const std::string& name);
 
 } // namespace sigil

@@ -6,24 +6,13 @@
 
 #include "foundation/ascii.h"
 #include "foundation/environment.h"
+#include "foundation/language_file.h"
 #include "foundation/text_field.h"
 
 #include <algorithm>
 #include <string>
 
 namespace {
-
-std::string languageFile(int language, const char* folder)
-{
-    switch (language) {
-    case SIGIL_LANGUAGE_KOREAN:
-        return std::string(sigil::textOf(folder)) + "/KOR.ini";
-    case SIGIL_LANGUAGE_ENGLISH:
-        return std::string(sigil::textOf(folder)) + "/ENG.ini";
-    default:
-        return {};
-    }
-}
 
 int lookUp(const char* sectionName, char* langFile, char* key, int size, char* out)
 {
@@ -48,7 +37,7 @@ CUtil::CUtil()
 CUtil::CUtil(int language, char* folder)
     : m_szLangFile{}
 {
-    sigil::copyText(m_szLangFile, languageFile(language, folder));
+    sigil::copyText(m_szLangFile, sigil::languageFile(sigil::textOf(folder), language, sigil::noLanguage));
 }
 
 CUtil::~CUtil() = default;

@@ -1,5 +1,6 @@
 #include "ui/language_texts.h"
 
+#include "foundation/language_file.h"
 #include "foundation/text_field.h"
 
 #include <QTextCodec>
@@ -67,8 +68,7 @@ std::string formatOneText(std::string_view format, std::string_view value)
 
 std::string languageFile(std::string_view folder, int language)
 {
-    const std::string path = std::string(folder) + (language == 1 ? "/KOR.ini" : "/ENG.ini");
-    return path.substr(0, pathCapacity - 1);
+    return languageFile(folder, language, SIGIL_LANGUAGE_ENGLISH).substr(0, pathCapacity - 1);
 }
 
 QString LanguageTexts::ui(const char* key) const

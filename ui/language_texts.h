@@ -21,7 +21,7 @@ std::string toUtf8(const QString& text, std::size_t capacity);
  *  hold exactly one "%s" and otherwise only "%%" is returned as it is. */
 std::string formatOneText(std::string_view format, std::string_view value);
 
-/** Path of the language file in @p folder: KOR.ini for language 1, else ENG.ini; at most 259 characters. */
+/** Path of the dialogs' language file in @p folder, cut to what a path field holds. */
 std::string languageFile(std::string_view folder, int language);
 
 /** One language file. Every lookup reads the file anew; a missing file or key gives an empty text. */

@@ -382,6 +382,18 @@ TEST_F(Interface, EnglishSettings)
     EXPECT_STREQ(entry()->szIssuerName, "KFTC");
 }
 
+TEST_F(Interface, AnyOtherLanguageTakesTheKoreanSettings)
+{
+    writeFile(library / "Policy_ENG.conf", "1.2.410.200005.1.1.1=Personal, general\n");
+    addNpki("a");
+    for (int language : {0, 3, -1}) {
+        start(language);
+        ASSERT_EQ(load(), 0);
+        EXPECT_STREQ(entry()->szPolicyName, "personal");
+        finish();
+    }
+}
+
 TEST_F(Interface, EmptyLogPathSwitchesTheErrorLogOff)
 {
     writeFile(library / "TWAPI_LOG.ini", "[TW_Info]\nPATH=\n");

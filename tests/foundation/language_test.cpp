@@ -1,5 +1,7 @@
 #include "tests/foundation/support.h"
 
+#include "foundation/language_file.h"
+
 #include <sigildesk/util.h>
 
 #include <algorithm>
@@ -125,6 +127,20 @@ TEST_F(Language, TheFileOfALanguage)
     for (const Case& c : cases)
         EXPECT_EQ(CUtil(c.language, Arg(c.folder)).m_szLangFile, c.file);
     EXPECT_STREQ(CUtil(1, nullptr).m_szLangFile, "/KOR.ini");
+}
+
+TEST_F(Language, AnotherLanguageStandsInForOneWithoutFiles)
+{
+    struct Case {
+        int language, standIn;
+        const char* mark;
+    };
+    constexpr Case cases[] = {{1, 2, "KOR"}, {2, 1, "ENG"}, {3, 1, "KOR"}, {3, 2, "ENG"}, {-1, 1, "KOR"},
+        {1, sigil::noLanguage, "KOR"}, {2, sigil::noLanguage, "ENG"}, {3, sigil::noLanguage, ""}};
+    for (const Case& c : cases)
+        EXPECT_EQ(sigil::languageMark(c.language, c.standIn), c.mark);
+    EXPECT_EQ(sigil::languageFile("/lib", 3, 2), "/lib/ENG.ini");
+    EXPECT_EQ(sigil::languageFile("/lib", 3, sigil::noLanguage), "");
 }
 
 TEST_F(Language, TheCodeIsAlways100) { EXPECT_EQ(CUtil().GetLanguageCode(), 100); }
