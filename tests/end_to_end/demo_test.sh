@@ -16,7 +16,7 @@ fail() { echo "$*" >&2; exit 1; }
 for language in ko en; do
     output=$("$source_folder/scripts/demo" --headless --keep --build "$build" --language "$language")
     echo "$output"
-    grep -q '^openssl     Verified OK$' <<<"$output"
+    grep -q '^openssl     CMS Verification successful$' <<<"$output"
     kept=$(sed -n 's/^kept        //p' <<<"$output")
     [ "$(identify -format '%wx%h' "$kept/screenshot.png")" = 391x460 ]
     [ -d "$kept/home/NPKI" ] || fail "the store was not kept"

@@ -21,7 +21,9 @@ if [ $# -gt 3 ]; then
     cmake -S "$source" -B "$tree" -G Ninja -DBUILD_TESTING=OFF -DCMAKE_INSTALL_PREFIX="$prefix" \
         -DCMAKE_INSTALL_LIBDIR="$libdir" -DSIGILDESK_SANITIZE="$sanitize" >/dev/null
     cp -rl "$build/lib" "$build/bin" "$tree"
-    cp -rl "$build/tools/sigildesk/CMakeFiles/sigildesk.dir" "$tree/tools/sigildesk/CMakeFiles"
+    for objects in {foundation,facade,certlist}/CMakeFiles tools/sigildesk/CMakeFiles; do
+        cp -rlf "$build/$objects/." "$tree/$objects"
+    done
     rm "$tree/bin/sigildesk"
     (cd "$tree" && bash -c "$(ninja -t commands sigildesk | tail -n 1)")
 fi
@@ -33,7 +35,7 @@ for file in "$lib"/libSigilDesk.so{,.1} "$prefix"/include/sigildesk/{sigildesk,c
             "$lib/cmake/SigilDesk/SigilDeskConfig.cmake" "$lib/pkgconfig/sigildesk.pc" \
             "$lib"/sigildesk/{libHVCToolkitV30.so,libgpkiapi_v15.so} \
             "$lib"/sigildesk/{KOR.ini,ENG.ini,TWAPI_LOG.ini,HVCToolkitV30.conf} \
-            "$lib"/sigildesk/{Policy,Issuer}_{KOR,ENG}.conf "$prefix/bin/sigildesk"; do
+            "$lib"/sigildesk/{Policy,Issuer}_{KOR,ENG}.conf "$lib/sigildesk/sigildesk-pick.so" "$prefix/bin/sigildesk"; do
     expect "$file"
 done
 dynamic=$(objdump -p "$lib/libSigilDesk.so.1")

@@ -1,68 +1,63 @@
-#include "handles.h"
-#include "text.h"
+// list: one line a certificate.
+#include "commands.h"
+#include "selection.h"
 
-#include <sigildesk/certlist.h>
-
-#include <cstdio>
-#include <iostream>
-#include <memory>
+#include <nlohmann/json.hpp>
 
 namespace host {
 
 namespace {
 
-const char* stateName(const tagCERTINFO& entry)
+constexpr Words expiredMark{"expired", "만료"};
+constexpr Words soonMark{"expires soon", "만료 임박"};
+constexpr Words notYetMark{"not valid yet", "유효 기간 전"};
+constexpr Words daysWords{"{} days", "{}일"};
+constexpr Words nothing{"No certificate found.", "인증서가 없습니다."};
+constexpr Words looked{"Looked in {}", "찾아본 곳: {}"};
+
+Cell mark(const Session& session, const Certificate& certificate)
 {
-    switch (entry.nValidStatus) {
-    case 3:
-        return "valid";
-    case 4:
-        return "expires soon";
-    case 5:
-        return "expired";
-    default:
-        return "unknown";
-    }
+    if (certificate.expired)
+        return {session.say(expiredMark), Color::Red};
+    if (certificate.from > std::time(nullptr))
+        return {session.say(notYetMark), Color::Yellow};
+    return certificate.expiresSoon ? Cell(session.say(soonMark), Color::Yellow) : Cell("");
 }
 
-void printEntry(int index, const tagCERTINFO& entry)
+std::vector<Cell> row(const Session& session, const Certificate& certificate)
 {
-    std::printf("%d\n", index);
-    printField("  subject", entry.szSubjectDN);
-    printField("  issuer", entry.szIssuerName);
-    printField("  usage", entry.szPolicyName);
-    printField("  valid to", entry.szValidTo);
-    printField("  state", stateName(entry));
+    return {std::to_string(certificate.index), certificate.name, certificate.issuerName, certificate.use,
+        day(certificate.to), session.say(daysWords, {std::to_string(certificate.daysLeft)}), certificate.medium,
+        mark(session, certificate)};
+}
+
+int tellNothing(Session& session)
+{
+    const std::vector<std::string> folders = searchedFolders(session);
+    Json error = Failure::ofCode(SIGIL_NO_CERTIFICATE).json(session.language());
+    error["searched"] = folders;
+    session.output.document({{"certificates", Json::array()}, {"error", error}});
+    session.output.line(session.say(nothing));
+    for (const std::string& folder : folders)
+        session.output.line(session.say(looked, {folder}));
+    return no;
 }
 
 } // namespace
 
-int listCertificates(const Setting& setting, int pkiTypes)
+int runList(Session& session)
 {
-    const Processor processor(setting);
-    int status = processor.status();
-    tagLOADCERTOPT options{};
-    options.nPKITypes = pkiTypes;
-    if (status == 0)
-        status = CLP_SetType(processor.handle(), &options);
-    if (status == 0)
-        status = CLP_SetMediaType(processor.handle(), SIGIL_MEDIUM_HARD_DISK, nullptr, 0);
-    if (status == 0)
-        status = CLP_LoadCertList(processor.handle());
-    if (status == SIGIL_NO_CERTIFICATE) {
-        std::puts("No certificate found.");
-        return done;
+    const std::vector<Certificate> certificates = listed(session);
+    if (certificates.empty())
+        return tellNothing(session);
+    Json list = Json::array();
+    std::vector<std::vector<Cell>> rows;
+    for (const Certificate& certificate : certificates) {
+        list.push_back(jsonOf(certificate));
+        rows.push_back(row(session, certificate));
     }
-    if (status != 0) {
-        std::cerr << "The list could not be loaded (code " << status << ").\n";
-        return failed;
-    }
-    const int count = CLP_GetCertCount(processor.handle());
-    for (int i = 0; i < count; ++i) {
-        auto entry = std::make_unique<tagCERTINFO>();
-        if (CLP_GetCertInfo(processor.handle(), i, entry.get()) == 0)
-            printEntry(i, *entry);
-    }
+    session.output.document({{"certificates", list}});
+    session.output.table(rows);
     return done;
 }
 

@@ -1,91 +1,116 @@
-#include "commands.h"
+// The command: takes the command line apart, runs what it asks for, tells the shell how it went.
+#include "library_folder.h"
+#include "options.h"
+#include "secrets.h"
+#include "session.h"
 
-#include <sigildesk/crypto.h>
-
-#include <CLI/CLI.hpp>
-
-#include <cstdio>
-#include <dlfcn.h>
+#include <clocale>
+#include <csignal>
+#include <cstdlib>
+#include <cstring>
 #include <exception>
-#include <filesystem>
+#include <fcntl.h>
 #include <iostream>
-#include <map>
-#include <stdexcept>
+#include <string_view>
+#include <unistd.h>
 
 namespace {
 
-/** The folder that is installed beside the library, wherever that is; in the build tree too. */
-std::string folderBesideTheLibrary()
+using namespace host;
+
+/** A closed standard descriptor would be the number of the first file that is opened. */
+void occupyStandardDescriptors()
 {
-    Dl_info library{};
-    dladdr(reinterpret_cast<void*>(&HV_Initalize), &library);
-    return (std::filesystem::canonical(library.dli_fname).parent_path() / "sigildesk").string();
+    for (int descriptor = STDIN_FILENO; descriptor <= STDERR_FILENO; ++descriptor)
+        if (fcntl(descriptor, F_GETFD) < 0)
+            static_cast<void>(open("/dev/null", O_RDONLY)); // what is printed into it fails, as it should
 }
 
-int run(int argc, char** argv)
+Language languageOfLocale()
 {
-    CLI::App app{"Pick a Korean PKI certificate, unlock its key, sign with it."};
-    app.set_version_flag("--version", "sigildesk " SIGILDESK_VERSION);
-    app.require_subcommand(1);
+    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"})
+        if (const char* value = std::getenv(name); value && *value) // also a locale that the machine lacks
+            return std::strncmp(value, "ko", 2) == 0 ? Language::Korean : Language::English;
+    return Language::English;
+}
 
-    host::Setting setting;
-    setting.folder = folderBesideTheLibrary();
-    app.add_option("--folder", setting.folder, "Library folder with toolkits, settings and language files")
-        ->check(CLI::ExistingDirectory)
-        ->capture_default_str();
-    app.add_option("--language", setting.language, "Language of dialogs and names: ko or en")
-        ->transform(CLI::CheckedTransformer(std::map<std::string, int>{{"ko", 1}, {"en", 2}}));
+bool colorWanted(std::string_view choice)
+{
+    return choice == "always" || (choice != "never" && isatty(STDOUT_FILENO) != 0 && !std::getenv("NO_COLOR"));
+}
 
-    int result = host::done;
-
-    std::string text, signature, certificate;
-    auto* select = app.add_subcommand("select", "Open the selection dialog and print what was chosen");
-    select->add_option("--certificate", certificate, "Write the chosen certificate (DER) to this file");
-    auto* sign = select->add_option("--sign", text, "Sign this file with the chosen key (SHA-256)")
-                     ->check(CLI::ExistingFile);
-    select->add_option("--signature", signature, "Write the signature to this file")->needs(sign);
-    sign->needs("--signature");
-    select->callback([&] { result = host::selectCertificate(setting, text, signature, certificate); });
-
-    int types = 15;
-    auto* list = app.add_subcommand("list", "Print the certificates in your home folder");
-    list->add_option("--types", types, "Sum of the families: 1 GPKI, 2 NPKI, 4 MPKI, 8 PPKI")
-        ->check(CLI::Range(1, 15))
-        ->capture_default_str();
-    list->callback([&] { result = host::listCertificates(setting, types); });
-
-    int toolkit = 0;
-    std::string file;
-    auto* show = app.add_subcommand("show", "Print the fields of a certificate file (DER)");
-    show->add_option("file", file, "Certificate")->required()->check(CLI::ExistingFile);
-    show->add_option("--toolkit", toolkit, "0 maker toolkit, 1 government API")->check(CLI::Range(0, 1));
-    show->callback([&] { result = host::showCertificate(setting, toolkit, file); });
-
-    try {
-        app.parse(argc, argv);
-    } catch (const CLI::ParseError& answer) {
-        return app.exit(answer) == 0 ? host::done : host::wrongUse;
+/** What is wanted of the output, told from the words alone: a line that cannot be parsed is told in that style too. */
+OutputStyle styleOf(int count, char** words)
+{
+    OutputStyle style;
+    style.language = languageOfLocale();
+    std::string_view color = "auto";
+    for (int i = 1; i < count && std::strcmp(words[i], "--") != 0; ++i) {
+        const std::string_view word = words[i];
+        const auto valueOf = [&](std::string_view option) -> std::string_view {
+            if (word == option && i + 1 < count)
+                return words[i + 1];
+            const bool joined =
+                word.starts_with(option) && word.size() > option.size() && word[option.size()] == '=';
+            return joined ? word.substr(option.size() + 1) : std::string_view();
+        };
+        style.json = style.json || word == "--json";
+        style.quiet = style.quiet || word == "--quiet";
+        if (const std::string_view language = valueOf("--language"); !language.empty())
+            style.language = language == "ko" ? Language::Korean : Language::English;
+        if (const std::string_view choice = valueOf("--color"); !choice.empty())
+            color = choice;
     }
-    return result;
+    style.color = colorWanted(color);
+    return style;
 }
 
-/** Everything that was printed has reached standard output. A full disk shows itself here. */
-void finishOutput()
+int run(int count, char** words, Output& output)
 {
-    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0 || !std::cout.flush())
-        throw std::runtime_error("cannot write to standard output");
+    const Arguments arguments = parse(count, words);
+    Session session{arguments, output, arguments.has("--folder") ? arguments.text("--folder") : installedFolder(),
+        arguments.text("--toolkit") == "gpki" ? SIGIL_TOOLKIT_GPKI : SIGIL_TOOLKIT_MAKER};
+    if (arguments.helpWanted || arguments.versionWanted) {
+        output.raw(arguments.versionWanted ? "sigildesk " SIGILDESK_VERSION "\n"
+                                           : helpText(arguments.command, session.language(), session.folder));
+        return done;
+    }
+    return arguments.command->run(session);
+}
+
+int runAndTell(int count, char** words, Output& output)
+{
+    constexpr Words unexpected{"{}", "{}"};
+    try {
+        const int result = run(count, words, output);
+        output.finish();
+        return result;
+    } catch (const Failure& failure) {
+        output.tell(failure);
+        return failure.exit();
+    } catch (const std::exception& exception) {
+        output.tell(Failure(failed, "failed", unexpected, {exception.what()}));
+        return failed;
+    }
 }
 
 } // namespace
 
-int main(int argc, char** argv)
+int main(int count, char** words)
 {
+    const NotDumpable notDumpable;
+    occupyStandardDescriptors();
+    std::setlocale(LC_CTYPE, ""); // alone: a machine may have the letters of a language without the language
+    static_cast<void>(std::signal(SIGPIPE, SIG_IGN)); // a reader that went away is a write that fails
+    Output output(styleOf(count, words));
+    int result = runAndTell(count, words, output);
     try {
-        const int result = run(argc, argv);
-        finishOutput();
-        return result;
-    } catch (const std::exception& failure) {
-        std::cerr << failure.what() << '\n';
-        return host::failed;
+        output.finish();
+    } catch (const Failure& failure) {
+        if (!output.json() && result == failed)
+            return failed; // told already
+        std::cerr << "sigildesk: " << failure.message(output.language()) << '\n';
+        result = failure.exit();
     }
+    return result;
 }

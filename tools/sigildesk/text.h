@@ -1,5 +1,6 @@
 /** @file
- *  Texts and files for the terminal. The library's own texts are CP949; a terminal wants UTF-8.
+ *  Texts on their way to a terminal: from the library's CP949 to UTF-8, without what could steer a terminal, within the
+ *  letters that it has, and how many columns they take.
  */
 #pragma once
 
@@ -8,16 +9,34 @@
 
 namespace host {
 
-/** @p text of the library as UTF-8. A code that stands for no character is shown as "?", the others stay. */
+/** @p text of the library as UTF-8. A code that stands for no character becomes "?", the others stay. */
 std::string utf8(std::string_view text);
 
-/** Prints "name: text", the text converted. */
-void printField(const char* name, std::string_view text);
+/** @p text with a "?" for each control character, each character that changes the direction of others or has no width
+ *  of its own, and each byte that is not UTF-8. */
+std::string harmless(std::string_view text);
 
-/** The file's content; throws std::runtime_error when it cannot be read. */
-std::string readFile(const std::string& path);
+/** A JSON document whose strings name such characters by their number instead of holding them. */
+std::string harmlessJson(std::string_view document);
 
-/** Replaces the file's content; throws std::runtime_error when it cannot be written. */
-void writeFile(const std::string& path, std::string_view content);
+/** Columns that a text takes: letters of East Asia take two. */
+std::size_t columns(std::string_view text);
+
+/** The terminal's letters, by the locale. */
+class Charset {
+public:
+    /** That of LC_CTYPE as it is set now. */
+    Charset();
+    /** Whether it has every letter. */
+    bool isUtf8() const { return m_utf8; }
+    /** @p text in this charset; a "?" for each character that it lacks. */
+    std::string encode(std::string_view text) const;
+    /** The same, still in UTF-8: what will be seen of @p text. */
+    std::string visible(std::string_view text) const;
+
+private:
+    std::string m_name;
+    bool m_utf8;
+};
 
 } // namespace host

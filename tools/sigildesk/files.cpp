@@ -1,0 +1,193 @@
+#include "files.h"
+
+#include "failure.h"
+#include "foundation/file.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
+#include <filesystem>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace host {
+
+namespace {
+
+constexpr Words cannotRead{"cannot read {}: {}", "{} 파일을 읽을 수 없습니다: {}"};
+constexpr Words cannotWrite{"cannot write {}: {}", "{} 파일을 쓸 수 없습니다: {}"};
+constexpr Words alreadyThere{
+    "{} is there already; --force replaces it", "{} 파일이 이미 있습니다. --force로 바꿀 수 있습니다"};
+constexpr Words notThere{"{} does not exist", "{}이(가) 없습니다"};
+constexpr Words inputTooLarge{"standard input holds more than a certificate", "표준 입력이 인증서보다 큽니다"};
+
+std::string reason(int error) { return std::generic_category().message(error); }
+
+/** Appends all of an open file to @p to. @return errno; 0 */
+template <class Buffer>
+int readAll(int descriptor, Buffer& to, std::size_t most)
+{
+    constexpr std::size_t step = 65536;
+    for (;;) {
+        const std::size_t size = to.size();
+        to.resize(size + step);
+        const ssize_t count = ::read(descriptor, to.data() + size, step);
+        to.resize(size + static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+        if (count == 0)
+            return 0;
+        if (count < 0 && errno != EINTR)
+            return errno;
+        if (to.size() > most)
+            return EFBIG;
+    }
+}
+
+template <class Buffer>
+Buffer contentOf(const std::string& path)
+{
+    constexpr std::size_t most = 0x7FFFFFFF; // what the façade's lengths can tell
+    mustExist(path);
+    const sigil::Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    struct stat status { };
+    if (file.get() < 0 || fstat(file.get(), &status) != 0)
+        throw Failure(failed, "file_not_read", cannotRead, {path, reason(errno)});
+    if (!S_ISREG(status.st_mode))
+        throw Failure(
+            failed, "file_not_read", cannotRead, {path, reason(S_ISDIR(status.st_mode) ? EISDIR : EINVAL)});
+    Buffer content;
+    content.reserve(static_cast<std::size_t>(status.st_size) + 65536 + 1); // no reallocation leaves a copy behind
+    if (const int error = readAll(file.get(), content, most); error != 0)
+        throw Failure(failed, "file_not_read", cannotRead, {path, reason(error)});
+    return content;
+}
+
+mode_t usualMode()
+{
+    const mode_t mask = umask(0);
+    umask(mask);
+    return 0666 & ~mask;
+}
+
+/** Renames without replacing anything. @return errno; 0 */
+int renameToFreeName(const std::string& from, const std::string& to)
+{
+    if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0)
+        return 0;
+    if (errno != EINVAL && errno != ENOSYS)
+        return errno;
+    if (link(from.c_str(), to.c_str()) != 0) // a file system without that: a link is as careful
+        return errno;
+    return unlink(from.c_str()) == 0 ? 0 : errno;
+}
+
+/** Brings a file's content, or a folder's names, to the disk. @return errno; 0 */
+int flush(const std::string& path, int flags)
+{
+    const sigil::Descriptor file(::open(path.c_str(), flags | O_CLOEXEC));
+    return file.get() >= 0 && fsync(file.get()) == 0 ? 0 : errno;
+}
+
+std::string folderOf(const std::string& path)
+{
+    const std::string folder = std::filesystem::path(path).parent_path().string();
+    return folder.empty() ? "." : folder;
+}
+
+} // namespace
+
+void mustExist(const std::string& path)
+{
+    struct stat status { };
+    if (stat(path.c_str(), &status) != 0 && (errno == ENOENT || errno == ENOTDIR))
+        throw Failure(failed, "not_found", notThere, {path});
+}
+
+std::string readFile(const std::string& path) { return contentOf<std::string>(path); }
+
+sigil::SecretBytes readSecretFile(const std::string& path) { return contentOf<sigil::SecretBytes>(path); }
+
+std::string readStandardInput()
+{
+    constexpr std::size_t most = 1 << 20;
+    std::string content;
+    const int error = readAll(STDIN_FILENO, content, most);
+    if (error == EFBIG)
+        throw Failure(failed, "file_not_read", inputTooLarge);
+    if (error != 0)
+        throw Failure(failed, "file_not_read", cannotRead, {"-", reason(error)});
+    return content;
+}
+
+WrittenFile::WrittenFile(const Session& session, std::string path, Content content)
+    : m_path(std::move(path))
+    , m_temporary(m_path + ".XXXXXX")
+    , m_force(session.arguments.has("--force"))
+    , m_mode(content == Content::PrivateKey ? 0600 : usualMode())
+{
+    struct stat status { };
+    const bool exists = lstat(m_path.c_str(), &status) == 0;
+    if (exists && S_ISDIR(status.st_mode))
+        throw Failure(failed, "file_not_written", cannotWrite, {m_path, reason(EISDIR)});
+    if (exists && !m_force)
+        throw Failure(failed, "file_exists", alreadyThere, {m_path});
+    const sigil::Descriptor file(mkostemp(m_temporary.data(), O_CLOEXEC));
+    if (file.get() >= 0)
+        return;
+    const int error = errno;
+    m_temporary.clear();
+    fail(error);
+}
+
+WrittenFile::~WrittenFile()
+{
+    if (!m_temporary.empty())
+        static_cast<void>(unlink(m_temporary.c_str()));
+}
+
+void WrittenFile::fail(int error) const
+{
+    throw Failure(failed, "file_not_written", cannotWrite, {m_path, reason(error)});
+}
+
+void WrittenFile::write(std::string_view bytes)
+{
+    const sigil::Descriptor file(::open(m_temporary.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC));
+    if (file.get() < 0)
+        fail(errno);
+    while (!bytes.empty()) {
+        const ssize_t count = ::write(file.get(), bytes.data(), bytes.size());
+        if (count < 0 && errno != EINTR)
+            fail(errno);
+        bytes.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+    }
+}
+
+void WrittenFile::commit()
+{
+    int error = chmod(m_temporary.c_str(), m_mode) == 0 ? flush(m_temporary, O_RDONLY) : errno;
+    if (error == 0 && m_force)
+        error = rename(m_temporary.c_str(), m_path.c_str()) == 0 ? 0 : errno;
+    else if (error == 0)
+        error = renameToFreeName(m_temporary, m_path);
+    if (error == EEXIST)
+        throw Failure(failed, "file_exists", alreadyThere, {m_path});
+    if (error != 0)
+        fail(error);
+    m_temporary.clear();
+    flush(folderOf(m_path), O_RDONLY | O_DIRECTORY);
+}
+
+void writeFile(const Session& session, const std::string& path, std::string_view bytes, Content content)
+{
+    WrittenFile file(session, path, content);
+    file.write(bytes);
+    file.commit();
+}
+
+std::string outputPath(const Session& session, const std::string& otherwise)
+{
+    return session.arguments.has("--out") ? session.arguments.text("--out") : otherwise;
+}
+
+} // namespace host

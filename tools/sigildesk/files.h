@@ -1,0 +1,61 @@
+/** @file
+ *  Files that commands read and write.
+ */
+#pragma once
+
+#include "session.h"
+
+#include "foundation/secret.h"
+
+#include <string>
+#include <string_view>
+
+#include <sys/types.h>
+
+namespace host {
+
+/** The file's content. Throws Failure when it cannot be read, or is no regular file. */
+std::string readFile(const std::string& path);
+/** The same for what may be a key; the bytes wipe themselves. */
+sigil::SecretBytes readSecretFile(const std::string& path);
+/** Everything on standard input, at most a megabyte. */
+std::string readStandardInput();
+
+/** Throws Failure (not_found) when nothing is there. */
+void mustExist(const std::string& path);
+
+enum class Content { Plain, PrivateKey };
+
+/** A file on its way: it stands under another name in the same folder until it is whole, and goes away when it never is. */
+class WrittenFile {
+public:
+    /** @param path  of --out, or the command's own choice. Throws Failure when something is there and --force is not given */
+    WrittenFile(const Session& session, std::string path, Content content = Content::Plain);
+    ~WrittenFile();
+    WrittenFile(const WrittenFile&) = delete;
+    WrittenFile& operator=(const WrittenFile&) = delete;
+
+    const std::string& path() const { return m_path; }
+    /** Where to write, for those who write by themselves; may be replaced as a whole. */
+    const std::string& temporaryPath() const { return m_temporary; }
+    void write(std::string_view bytes);
+    /** Flushes the file and puts it in its place in one step. */
+    void commit();
+
+private:
+    [[noreturn]] void fail(int error) const;
+
+    std::string m_path;
+    std::string m_temporary;
+    bool m_force;
+    mode_t m_mode;
+};
+
+/** Writes a whole file. */
+void writeFile(
+    const Session& session, const std::string& path, std::string_view bytes, Content content = Content::Plain);
+
+/** The value of --out, or @p otherwise. */
+std::string outputPath(const Session& session, const std::string& otherwise);
+
+} // namespace host
