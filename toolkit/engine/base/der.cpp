@@ -39,6 +39,8 @@ std::optional<Element> first(View bytes) { return Reader(bytes).next(); }
 
 std::string oidText(View content)
 {
+    if (const auto common = commonOid(content))
+        return *common;
     const Bytes der = element(Oid, {content});
     const unsigned char* at = der.data();
     const ObjectHandle object(d2i_ASN1_OBJECT(nullptr, &at, static_cast<long>(der.size())));

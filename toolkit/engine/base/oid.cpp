@@ -4,12 +4,43 @@
 
 #include <openssl/objects.h>
 
+#include <algorithm>
+#include <cstdint>
 #include <vector>
 
 namespace toolkit {
 
+std::optional<std::string> commonOid(View content)
+{
+    constexpr std::size_t longest = 64;
+    constexpr int octetsOfANumber = 8;
+    if (content.empty() || content.size() > longest || content.back() >= 0x80)
+        return {};
+    std::string text;
+    std::uint64_t number = 0;
+    int octets = 0;
+    for (const unsigned char octet : content) {
+        if (++octets > octetsOfANumber || (octets == 1 && octet == 0x80))
+            return {};
+        number = number << 7 | (octet & 0x7FU);
+        if (octet >= 0x80)
+            continue;
+        if (text.empty()) { // the first two numbers share one
+            const std::uint64_t root = std::min<std::uint64_t>(number / 40, 2);
+            text = std::to_string(root);
+            number -= 40 * root;
+        }
+        text += '.' + std::to_string(number);
+        number = 0;
+        octets = 0;
+    }
+    return text;
+}
+
 std::string dottedOid(const ASN1_OBJECT* object)
 {
+    if (const auto common = commonOid({OBJ_get0_data(object), OBJ_length(object)}))
+        return *common;
     const int length = OBJ_obj2txt(nullptr, 0, object, 1);
     if (length <= 0) {
         requireMemory();

@@ -4,8 +4,11 @@
  */
 #pragma once
 
+#include "toolkit/engine/base/bytes.h"
+
 #include <openssl/asn1.h>
 
+#include <optional>
 #include <string>
 
 namespace toolkit {
@@ -46,5 +49,9 @@ constexpr const char* scvpDefaultPolicy = "1.3.6.1.5.5.7.19.1";
 
 /** Dotted text of an object identifier. */
 std::string dottedOid(const ASN1_OBJECT* object);
+
+/** Dotted text of an object identifier's content, X.690 8.19, without asking OpenSSL, which takes long numbers apart with
+ *  its arithmetic for any size; nothing for what is malformed, and for identifiers and numbers longer than any in use. */
+std::optional<std::string> commonOid(View content);
 
 } // namespace toolkit
