@@ -14,6 +14,7 @@ LAYERS_BELOW = {
     "toolkit_abi": set(),
     "facade": {"foundation", "toolkit_abi"},
     "certlist": {"foundation", "facade"},
+    "doctor": {"foundation", "facade", "certlist"},
     "ui": {"foundation", "facade", "certlist"},
     "toolkit": {"toolkit_abi"},
 }

@@ -1,0 +1,52 @@
+#include "doctor/file_facts.h"
+
+#include <pwd.h>
+#include <unistd.h>
+
+#include <cstdio>
+
+namespace sigil {
+
+namespace {
+
+std::string userName(uid_t user)
+{
+    constexpr std::size_t room = 16384;
+    std::string texts(room, '\0');
+    passwd entry{};
+    passwd* found = nullptr;
+    if (getpwuid_r(user, &entry, texts.data(), texts.size(), &found) == 0 && found)
+        return found->pw_name;
+    return std::to_string(user);
+}
+
+} // namespace
+
+const Rule& ruleOfKind(mode_t mode)
+{
+    if (S_ISDIR(mode))
+        return ruleNamed("is_folder");
+    if (S_ISFIFO(mode))
+        return ruleNamed("is_pipe");
+    return ruleNamed(S_ISSOCK(mode) ? "is_socket" : "is_device");
+}
+
+std::string ownerAndRights(const struct stat& status)
+{
+    char rights[16];
+    std::snprintf(rights, sizeof rights, "%04o", static_cast<unsigned>(status.st_mode & 07777));
+    return userName(status.st_uid) + ", " + rights;
+}
+
+std::string currentUser() { return userName(geteuid()); }
+
+std::string plainPath(const std::string& path)
+{
+    std::string plain;
+    for (const char c : path)
+        if (c != '/' || plain.empty() || plain.back() != '/')
+            plain += c;
+    return plain;
+}
+
+} // namespace sigil

@@ -1,0 +1,76 @@
+// What is told from bytes that should be a certificate.
+
+#include "doctor/certificate_damage.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using sigil::Content;
+using sigil::contentOf;
+using sigil::damagedPlace;
+
+const std::string whole("\x30\x06\x02\x01\x05\x04\x01\x41", 8);
+
+TEST(Damage, WholeElementsHaveNone) { EXPECT_FALSE(damagedPlace(whole)); }
+
+TEST(Damage, IsFoundAtTheElementThatDoesNotFit)
+{
+    std::string bytes = whole;
+    bytes[6] = '\x09';
+    const auto place = damagedPlace(bytes);
+    ASSERT_TRUE(place);
+    EXPECT_EQ(place->offset, 5U);
+    EXPECT_EQ(place->claimed, 9U);
+    EXPECT_EQ(place->left, 1U);
+}
+
+TEST(Damage, IsFoundWhereTheFileEnds)
+{
+    const auto place = damagedPlace(whole.substr(0, 6));
+    ASSERT_TRUE(place);
+    EXPECT_EQ(place->offset, 0U);
+    EXPECT_EQ(place->claimed, 6U);
+    EXPECT_EQ(place->left, 4U);
+}
+
+TEST(Damage, IsFoundBehindTheEnd)
+{
+    const auto place = damagedPlace(whole + "xyz");
+    ASSERT_TRUE(place);
+    EXPECT_EQ(place->offset, whole.size());
+    EXPECT_EQ(place->left, 3U);
+}
+
+TEST(Damage, OfAHeadThatIsNotWhole)
+{
+    for (const std::string bytes : {"", "\x30", "\x30\x82\x01", "\x30\x80", "\x30\x89"}) {
+        const auto place = damagedPlace(bytes);
+        ASSERT_TRUE(place) << bytes.size();
+        EXPECT_EQ(place->offset, 0U);
+        EXPECT_EQ(place->claimed, 0U);
+    }
+}
+
+TEST(Damage, IsNotFollowedWithoutEnd)
+{
+    std::string bytes;
+    for (int i = 0; i < 60; ++i)
+        bytes = std::string("\x30", 1) + static_cast<char>(bytes.size()) + bytes;
+    EXPECT_FALSE(damagedPlace(bytes));
+    EXPECT_TRUE(damagedPlace(std::string(4096, '\x30')));
+}
+
+TEST(Content, OfNoCertificate)
+{
+    EXPECT_EQ(contentOf(""), Content::Empty);
+    EXPECT_EQ(contentOf(std::string(10, '\0')), Content::Zeros);
+    EXPECT_EQ(contentOf("<html>"), Content::Text);
+    EXPECT_EQ(contentOf("0 and more text"), Content::Text);
+    EXPECT_EQ(contentOf("-----BEGIN CERTIFICATE-----\n"), Content::Certificate);
+    EXPECT_EQ(contentOf("-----BEGIN CMS-----\n"), Content::Pem);
+    EXPECT_EQ(contentOf("\x31\x02\x05"), Content::Other);
+    EXPECT_EQ(contentOf(whole), Content::Other);
+}
+
+} // namespace
