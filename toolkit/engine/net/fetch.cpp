@@ -14,6 +14,7 @@ namespace {
 constexpr std::array attributesOfModes{"", "cACertificate;binary", "userCertificate;binary",
     "certificateRevocationList;binary", "authorityRevocationList;binary"};
 constexpr int ldapPort = 389;
+constexpr int webPort = 80;
 
 void addAttribute(std::vector<std::string>& attributes, const std::string& name)
 {
@@ -126,9 +127,22 @@ Bytes fetch(std::string_view url, int mode, Visits& visits)
 
 Bytes post(std::string_view url, const std::string& contentType, View body, std::size_t maximumSize)
 {
-    require(parseAddress(url).scheme == "http", SIGIL_TK_URL);
     Visits visits;
+    return post(url, contentType, body, maximumSize, visits);
+}
+
+Bytes post(std::string_view url, const std::string& contentType, View body, std::size_t maximumSize, Visits& visits)
+{
+    require(parseAddress(url).scheme == "http", SIGIL_TK_URL);
     return postToWeb(std::string(url), contentType, body, maximumSize, visits);
+}
+
+std::string webAddress(std::string_view address, int port)
+{
+    require(!address.empty() && port >= 0 && port <= 0xFFFF, SIGIL_TK_ARGUMENT, "address");
+    if (address.find("://") != address.npos)
+        return std::string(address);
+    return "http://" + std::string(address) + ":" + std::to_string(port == 0 ? webPort : port) + "/";
 }
 
 Bytes fetchAttribute(std::string_view url, std::string_view attribute)

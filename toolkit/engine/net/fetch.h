@@ -34,6 +34,13 @@ Bytes fetch(std::string_view url, int mode, Visits& visits);
 /** Sends bytes to an http address (POST) and answers the body, at most @p maximumSize bytes. Redirections are refused.
  *  Throws SIGIL_TK_URL, SIGIL_TK_FETCH, SIGIL_TK_NOT_FOUND. */
 Bytes post(std::string_view url, const std::string& contentType, View body, std::size_t maximumSize);
+/** The same as one of several addresses of a call. */
+Bytes post(
+    std::string_view url, const std::string& contentType, View body, std::size_t maximumSize, Visits& visits);
+
+/** The address of a server that is named by "http://host[:port]/path", or by a host alone and @p port (0: 80). Throws
+ *  SIGIL_TK_ARGUMENT. */
+std::string webAddress(std::string_view address, int port);
 
 /** As fetch() for a directory address, with an attribute of the caller's. */
 Bytes fetchAttribute(std::string_view url, std::string_view attribute);

@@ -13,6 +13,12 @@ namespace toolkit {
 
 class Visits {
 public:
+    /** @param time at most maximumTime, for all addresses together */
+    explicit Visits(std::chrono::milliseconds time = maximumTime)
+        : m_end(std::chrono::steady_clock::now() + time)
+    {
+    }
+
     /** Addresses of one call, redirections among them. */
     static constexpr int maximumAddresses = 4;
     /** For all of them together. */
@@ -29,7 +35,7 @@ public:
     std::chrono::milliseconds remaining() const;
 
 private:
-    std::chrono::steady_clock::time_point m_end = std::chrono::steady_clock::now() + maximumTime;
+    std::chrono::steady_clock::time_point m_end;
     std::vector<std::string> m_urls;
     int m_count = 0;
 };

@@ -14,7 +14,6 @@ namespace toolkit {
 namespace {
 
 constexpr std::size_t nonceLength = 16;
-constexpr int webPort = 80;
 
 using StatusHandle = Handle<TS_STATUS_INFO, TS_STATUS_INFO_free>;
 using NumberFieldHandle = Handle<ASN1_INTEGER, ASN1_INTEGER_free>;
@@ -137,12 +136,7 @@ TimeStamp TimeStampExchange::verify(const Library& library, const TrustStore& st
 
 Bytes sendToTimeStamper(std::string_view address, int port, View request)
 {
-    require(!address.empty() && port >= 0 && port <= 0xFFFF, SIGIL_TK_ARGUMENT, "address");
-    const bool isWhole = address.find("://") != address.npos;
-    const std::string url = isWhole
-        ? std::string(address)
-        : "http://" + std::string(address) + ":" + std::to_string(port == 0 ? webPort : port) + "/";
-    return post(url, "application/timestamp-query", request, maximumAnswerSize);
+    return post(webAddress(address, port), "application/timestamp-query", request, maximumAnswerSize);
 }
 
 } // namespace toolkit
