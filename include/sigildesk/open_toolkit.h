@@ -112,6 +112,14 @@ enum SigilToolkitCode {
     SIGIL_TK_TSP_POLICY = 4005,  /**< the token was made under another policy than was asked for */
     SIGIL_TK_TSP_TIME = 4006,    /**< the authority's certificate was not valid at the time stamped */
 
+    /* Enrolment (RFC 4210). */
+    SIGIL_TK_CMP_MALFORMED = 4100, /**< the answer is not a certificate management message, or not one that fits */
+    SIGIL_TK_CMP_REFUSED = 4101,   /**< the authority refuses; its PKIStatusInfo is in the text */
+    /* Missing or wrong (another secret, another signer), or the answer belongs to another request. */
+    SIGIL_TK_CMP_PROTECTION = 4102, /**< the answer is not protected as it must be */
+    SIGIL_TK_CMP_OTHER_CERT = 4103, /**< the authority hands out a certificate for another subject or another key */
+    SIGIL_TK_CMP_WAITING = 4104,    /**< the authority wants to be asked later than a call may wait, 30 s in all */
+
     /* PKCS#12. */
     SIGIL_TK_PFX_MALFORMED = 4500,      /**< not a PKCS#12 file, or parameters out of bounds (also in their sum) */
     SIGIL_TK_PFX_UNSUPPORTED = 4501,    /**< protected with an algorithm that the toolkit does not have */
@@ -276,6 +284,17 @@ enum SigilToolkitFetch {
     SIGIL_TK_FETCH_USER_CERT = 2, /**< userCertificate;binary */
     SIGIL_TK_FETCH_CRL = 3,       /**< certificateRevocationList;binary */
     SIGIL_TK_FETCH_ARL = 4        /**< authorityRevocationList;binary */
+};
+
+/** `protocol` of CMP_SetProtocol. */
+enum SigilToolkitCmpProtocol {
+    SIGIL_TK_CMP_HTTP_DEFAULT = 0, /**< the same as SIGIL_TK_CMP_HTTP */
+    SIGIL_TK_CMP_HTTP = 2          /**< version 2 of RFC 4210, over HTTP (RFC 6712) */
+};
+
+/** `ca` of CMP_SetCA. */
+enum SigilToolkitCmpAuthority {
+    SIGIL_TK_CMP_ANY_AUTHORITY = 0 /**< whatever answers as RFC 4210 says */
 };
 
 /** `medium` of the GPKI storage functions. */

@@ -145,6 +145,16 @@ http.server.HTTPServer(('127.0.0.1', port), Handler).serve_forever()
     return {workshop, {"python3", "stamper.py", std::to_string(port), signer}, port};
 }
 
+Server Server::authority(const Workshop& workshop, const std::string& name, const std::vector<std::string>& options)
+{
+    const std::filesystem::path tests = std::filesystem::path(SIGILDESK_TEST_DATA).parent_path().parent_path();
+    const int port = freePort();
+    std::vector<std::string> command{
+        "python3", tests / "support" / "mock_authority.py", std::to_string(port), name, "--secret", "the secret"};
+    command.insert(command.end(), options.begin(), options.end());
+    return {workshop, command, port};
+}
+
 Server Server::rude(const Workshop& workshop, const std::string& manner)
 {
     const std::string script = std::filesystem::path(SIGILDESK_TEST_DATA).parent_path() / "rude_server.py";

@@ -30,6 +30,10 @@ public:
 
     /** A time-stamping authority (`openssl ts`) with the settings "tsa.conf" that signs as @p signer. */
     static Server timeStamper(const Workshop& workshop, const std::string& signer);
+    /** A certification authority with the certificate @p name (mock_authority.py).
+     *  @param options more of its options */
+    static Server authority(
+        const Workshop& workshop, const std::string& name, const std::vector<std::string>& options = {});
     /** Misbehaves in one of the manners of rude_server.py. */
     static Server rude(const Workshop& workshop, const std::string& manner);
 

@@ -91,6 +91,12 @@ constexpr std::array codeTexts{
     CodeText{SIGIL_TK_TSP_IMPRINT, "The time stamp is about other data"},
     CodeText{SIGIL_TK_TSP_POLICY, "The time stamp was made under another policy"},
     CodeText{SIGIL_TK_TSP_TIME, "The time-stamping authority's certificate was not valid then"},
+    CodeText{SIGIL_TK_CMP_MALFORMED, "The certification authority's answer is damaged"},
+    CodeText{SIGIL_TK_CMP_REFUSED, "The certification authority refuses"},
+    CodeText{SIGIL_TK_CMP_PROTECTION, "The certification authority's answer is not protected as it must be"},
+    CodeText{
+        SIGIL_TK_CMP_OTHER_CERT, "The certification authority hands out another certificate than was asked for"},
+    CodeText{SIGIL_TK_CMP_WAITING, "The certification authority wants to be asked later"},
     CodeText{SIGIL_TK_PFX_MALFORMED, "The PKCS#12 file is damaged"},
     CodeText{SIGIL_TK_PFX_UNSUPPORTED, "The PKCS#12 file is protected with an unsupported algorithm"},
     CodeText{SIGIL_TK_PFX_NO_PAIR, "The PKCS#12 file holds no certificate with its private key"},

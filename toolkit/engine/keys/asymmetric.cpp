@@ -223,10 +223,16 @@ Secret asymmetricDecrypt(const Library& library, const EncryptionScheme& scheme,
     return run<Secret>(EVP_PKEY_decrypt, context.get(), data, SIGIL_TK_DECRYPT);
 }
 
+KeyHandle generateKey(const Library& library, int kind)
+{
+    KeyHandle key(generate(library, kind));
+    require(key != nullptr, SIGIL_TK_ALGORITHM, "key pair");
+    return key;
+}
+
 KeyPair generateKeyPair(const Library& library, int kind)
 {
-    const KeyHandle key(generate(library, kind));
-    require(key != nullptr, SIGIL_TK_ALGORITHM, "key pair");
+    const KeyHandle key = generateKey(library, kind);
     return {encode<Bytes>(key.get(), i2d_PUBKEY), encodePrivateKey(key.get())};
 }
 

@@ -45,6 +45,9 @@ Bytes asymmetricEncrypt(const Library& library, const EncryptionScheme& scheme, 
 /** Throws SIGIL_TK_DECRYPT. */
 Secret asymmetricDecrypt(const Library& library, const EncryptionScheme& scheme, int keyKind, View key, View data);
 
+/** A fresh key. @param kind SigilToolkitKeyPair */
+KeyHandle generateKey(const Library& library, int kind);
+
 struct KeyPair {
     Bytes publicKey;   ///< SubjectPublicKeyInfo
     Secret privateKey; ///< PrivateKeyInfo
