@@ -120,6 +120,17 @@ enum SigilToolkitCode {
     SIGIL_TK_CMP_OTHER_CERT = 4103, /**< the authority hands out a certificate for another subject or another key */
     SIGIL_TK_CMP_WAITING = 4104,    /**< the authority wants to be asked later than a call may wait, 30 s in all */
 
+    /* Tokens (PKCS#11). */
+    SIGIL_TK_TOKEN_ABSENT = 4200,    /**< no token in the slot or with the name, or it was taken out */
+    SIGIL_TK_TOKEN_PIN = 4201,       /**< the PIN is wrong, too short or too long, or was never set */
+    SIGIL_TK_TOKEN_LOCKED = 4202,    /**< too many wrong PINs: only the security officer's PIN helps now */
+    SIGIL_TK_TOKEN_LOGIN = 4203,     /**< the token wants PKCS11_Login or HSM_Login before */
+    SIGIL_TK_TOKEN_OBJECT = 4204,    /**< the token has no such certificate or key */
+    SIGIL_TK_TOKEN_FULL = 4205,      /**< the token, or the session, is for reading only, or the token is full */
+    SIGIL_TK_TOKEN_MECHANISM = 4206, /**< the token lacks the algorithm or the padding */
+    SIGIL_TK_TOKEN_SESSION = 4207,   /**< no session is open, or the token ended it */
+    SIGIL_TK_TOKEN_MODULE = 4208, /**< the token's module fails, crashes or hangs; which and how is in the text */
+
     /* PKCS#12. */
     SIGIL_TK_PFX_MALFORMED = 4500,      /**< not a PKCS#12 file, or parameters out of bounds (also in their sum) */
     SIGIL_TK_PFX_UNSUPPORTED = 4501,    /**< protected with an algorithm that the toolkit does not have */
@@ -185,6 +196,12 @@ enum SigilToolkitMessageCheck {
 enum SigilToolkitEnvelopeOption {
     SIGIL_TK_ENVELOPE_ISSUER = 0, /**< recipients are named by issuer and serial number */
     SIGIL_TK_ENVELOPE_KEY_ID = 1  /**< by subject key identifier, which their certificates must have */
+};
+
+/** `kind` of PKCS11_GetCertInfo and HSM_GetCertInfo, by the certificate's key usage. */
+enum SigilToolkitTokenCertificate {
+    SIGIL_TK_TOKEN_SIGNING = 1,       /**< may sign, whatever else it may do, or its usage is not limited */
+    SIGIL_TK_TOKEN_KEY_MANAGEMENT = 2 /**< is for encryption alone */
 };
 
 /** Key pair of CRYPT_GenKeyPair. */

@@ -220,8 +220,6 @@ TEST_P(FacadePath, AServerValidatesCertificateAndIdentity)
     EXPECT_EQ(verifyIdentity("0000001111111"), SIGIL_TK_IVS_INVALID);
 }
 
-TEST_P(FacadePath, FamiliesThatTheOpenToolkitLacksAnswer1003) { EXPECT_EQ(PKCS11CloseSession(facade.get()), 1003); }
-
 TEST_P(FacadePath, TimeStampsAndSingleStepsReachTheToolkit)
 {
     Bytes certificate(facade, file(".crt"));

@@ -9,6 +9,7 @@
 #include "toolkit/engine/messages/processed.h"
 #include "toolkit/engine/status/ocsp_exchange.h"
 #include "toolkit/engine/time/time_stamp.h"
+#include "toolkit/engine/tokens/token_state.h"
 #include "toolkit/engine/trust/trust.h"
 #include "toolkit/engine/x509/certificate.h"
 
@@ -48,6 +49,8 @@ public:
     OcspExchange ocsp;
     /** What the TSP functions do. */
     TimeStampExchange timeStamps;
+    /** The session of the token functions. */
+    TokenState tokens;
     /** Folder that relative paths begin at; empty for the process's own. */
     std::string mediaFolder;
 

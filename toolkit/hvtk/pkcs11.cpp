@@ -1,0 +1,69 @@
+// HVTK_PKCS11_: tokens.
+
+#include "toolkit/calls/tokens.h"
+#include "toolkit/engine/base/face.h"
+#include "toolkit_abi/hvtk.h"
+
+using namespace toolkit;
+
+TOOLKIT_FUNCTION HVTK_PKCS11_GetSlotList(void* context, unsigned long* slots, unsigned long* count)
+{
+    return call(context, calls::tokenGetSlotList, slots, count);
+}
+
+TOOLKIT_FUNCTION HVTK_PKCS11_GetTokenInfo(void* context, unsigned long slot, PKCS11_TOKEN_INFO* info)
+{
+    return call(context, calls::tokenGetInfo, slot, info);
+}
+
+TOOLKIT_FUNCTION HVTK_PKCS11_InitToken(void* context, char* soPin, char* label)
+{
+    return call(context, calls::tokenInit, soPin, label);
+}
+
+TOOLKIT_FUNCTION HVTK_PKCS11_InitTokenWithSlotID(
+    void* context, unsigned long slot, char* soPin, char* pin, char* label)
+{
+    return call(context, calls::tokenInitWithSlotID, slot, soPin, pin, label);
+}
+
+TOOLKIT_FUNCTION HVTK_PKCS11_OpenSession(void* context, char* pin)
+{
+    return call(context, calls::tokenOpenFirstSession, pin);
+}
+
+TOOLKIT_FUNCTION HVTK_PKCS11_OpenSessionWithSlotID(void* context, unsigned long slot, char* pin, int flags)
+{
+    return call(context, calls::tokenOpenSessionWithSlotID, slot, pin, flags);
+}
+
+TOOLKIT_FUNCTION HVTK_PKCS11_OpenSessionWithTokenName(void* context, char* token, int flags)
+{
+    return call(context, calls::tokenOpenSessionWithTokenName, token, flags);
+}
+
+TOOLKIT_FUNCTION HVTK_PKCS11_Login(void* context, char* pin) { return call(context, calls::tokenLogin, pin); }
+
+TOOLKIT_FUNCTION HVTK_PKCS11_Logout(void* context) { return call(context, calls::tokenLogout); }
+
+TOOLKIT_FUNCTION HVTK_PKCS11_CloseSession(void* context) { return call(context, calls::tokenCloseSession); }
+
+TOOLKIT_FUNCTION HVTK_PKCS11_ChangePIN(void* context, char* oldPin, char* newPin)
+{
+    return call(context, calls::tokenChangePIN, oldPin, newPin);
+}
+
+TOOLKIT_FUNCTION HVTK_PKCS11_GetCertCnt(void* context, int* count)
+{
+    return call(context, calls::tokenGetCertCnt, count);
+}
+
+TOOLKIT_FUNCTION HVTK_PKCS11_GetCertInfo(void* context, int index, int* kind, BINSTR* id, BINSTR* certificate)
+{
+    return call(context, calls::tokenGetCertInfo, index, kind, id, certificate);
+}
+
+TOOLKIT_FUNCTION HVTK_PKCS11_ReadCert(void* context, BINSTR* id, BINSTR* certificate)
+{
+    return call(context, calls::tokenReadCert, id, certificate);
+}
