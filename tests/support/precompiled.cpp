@@ -1,0 +1,1 @@
+// Compiles precompiled.h as the tests will be compiled that use it.
