@@ -1,6 +1,6 @@
-"""Writes a recording toolkit: every function that a header of toolkit_abi/ declares, noting its call.
+"""Writes a recording toolkit: every function that toolkit_abi/ declares for it, noting its call.
 
-    recording_toolkit.py HEADER    to standard output, relative to the top of the tree
+    recording_toolkit.py PREFIX    to standard output, at the top of the tree; HVTK or GPKI
 """
 
 import pathlib
@@ -23,10 +23,12 @@ def definition(function, parameters):
 
 
 def main():
-    header = sys.argv[1]
-    print(f'#include "tests/doubles/note.h"\n#include "{header}"\n')
-    for function, parameters in DECLARATION.findall(pathlib.Path(header).read_text(encoding="utf-8")):
-        print(definition(function, parameters))
+    prefix = sys.argv[1]
+    print(f'#include "tests/doubles/note.h"\n#include "toolkit_abi/{prefix.lower()}.h"\n')
+    for header in sorted(pathlib.Path("toolkit_abi").glob("*.h")):
+        for function, parameters in DECLARATION.findall(header.read_text(encoding="utf-8")):
+            if function.startswith(prefix + "_"):
+                print(definition(function, parameters))
 
 
 main()
