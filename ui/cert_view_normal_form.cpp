@@ -5,6 +5,7 @@
 #include "ui/dialog_support.h"
 #include "ui/language_texts.h"
 #include "ui/large_type.h"
+#include "ui/verify_causes.h"
 #include "ui_cert_view_normal_form.h"
 
 #include <sigildesk/certlist.h>
@@ -167,9 +168,9 @@ void CertViewNormalForm::ShowFailure(const char* error)
     const QString cause = QString::fromStdString(sigil::toUtf8(sigil::fromEucKr(error), most));
     const QString forUser = partForUser(cause);
     const QString message = failed + "\n(" + texts.message("MSG_CERTVERIFY_DETAILMSG") + " : " +
-        (cause.contains(forUserMark) ? forUser : cause) + ")";
+        (cause.contains(forUserMark) ? forUser : sigil::causeIn(texts, cause)) + ")";
     m_Form->label_certimage->setPixmap(
         sigil::scaled(this, QPixmap(refusedImage))); // a green tick would say the opposite of the text
     ShowStatus(cause.contains(forUserMark) ? forUser : failed);
-    sigil::showInformation(this, QString(), QString::fromStdString(sigil::toUtf8(message, most)));
+    sigil::showInformation(this, texts, QString(), QString::fromStdString(sigil::toUtf8(message, most)));
 }

@@ -1,5 +1,7 @@
 #include "ui/dialog_support.h"
 
+#include "ui/language_texts.h"
+
 #include <QAbstractItemView>
 #include <QAccessible>
 #include <QKeyEvent>
@@ -31,7 +33,7 @@ public:
 
 } // namespace
 
-int showInformation(QWidget* parent, const QString& caption, const QString& text)
+int showInformation(QWidget* parent, const LanguageTexts& texts, const QString& caption, const QString& text)
 {
     // Before its dialog is shown a box would stand where that one is not yet: in the corner. Without it, it is put into
     // the middle of the screen.
@@ -39,6 +41,8 @@ int showInformation(QWidget* parent, const QString& caption, const QString& text
     QMessageBox box(QMessageBox::Information, caption, text, QMessageBox::Ok, beside);
     box.setObjectName("messageBox");
     box.setTextFormat(Qt::PlainText);
+    if (const QString ok = texts.ui("DLG_BUTTON_OK"); !ok.isEmpty())
+        box.button(QMessageBox::Ok)->setText(ok);
     return box.exec();
 }
 

@@ -20,9 +20,11 @@ class QWidget;
 
 namespace sigil {
 
-/** Shows @p text as it is, without markup, in an information box with one OK button, and waits for it.
- *  @return the button that closed the box, a QMessageBox::StandardButton */
-int showInformation(QWidget* parent, const QString& caption, const QString& text);
+class LanguageTexts;
+
+/** Shows @p text as it is, without markup, in an information box with one OK button of the dialogs' language, and waits
+ *  for it.  @return the button that closed the box, a QMessageBox::StandardButton */
+int showInformation(QWidget* parent, const LanguageTexts& texts, const QString& caption, const QString& text);
 
 /** Escape runs @p cancel and Return runs @p confirm; the keypad's Enter deliberately does neither. Every key ends here:
  *  the dialog's base class must not see it, or Enter would press a default button. A focused button has taken Return

@@ -61,7 +61,7 @@ void PasswordDialog::ShowTitle(bool capsLock)
 void PasswordDialog::ShowMessage(const char* messageKey)
 {
     const sigil::LanguageTexts texts(m_Util, m_szLangFile);
-    sigil::showInformation(this, texts.ui("DLG_SELCERT_CAPITON"), texts.message(messageKey));
+    sigil::showInformation(this, texts, texts.ui("DLG_SELCERT_CAPITON"), texts.message(messageKey));
     sigil::askForPassword(m_Form->lineEdit_password);
 }
 

@@ -126,7 +126,8 @@ void RemoveableDialog::on_pushButton_ok_clicked()
         return;
     }
     const sigil::LanguageTexts texts(m_Util, m_szLangFile);
-    m_nBoxResult = sigil::showInformation(this, texts.ui("DLG_REMOVABLE_CAPTION"), texts.ui("DLG_REMOVABLE_TITLE"));
+    m_nBoxResult =
+        sigil::showInformation(this, texts, texts.ui("DLG_REMOVABLE_CAPTION"), texts.ui("DLG_REMOVABLE_TITLE"));
 }
 
 bool RemoveableDialog::eventFilter(QObject* watched, QEvent* event)

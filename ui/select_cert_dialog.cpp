@@ -5,6 +5,7 @@
 #include "ui/cert_view_main_dialog.h"
 #include "ui/contrast.h"
 #include "ui/dialog_support.h"
+#include "ui/file_chooser.h"
 #include "ui/language_texts.h"
 #include "ui/large_type.h"
 #include "ui/password_buffer.h"
@@ -12,7 +13,6 @@
 #include "ui/removeable_dialog.h"
 #include "ui_select_cert_dialog.h"
 
-#include <QFileDialog>
 #include <QItemSelectionModel>
 
 using sigil::Outcome;
@@ -165,8 +165,8 @@ int SelectCertDialog::LoadCertDisk(int which, char* drive)
 
 void SelectCertDialog::on_pushButton_find_clicked()
 {
-    const QString file =
-        QFileDialog::getOpenFileName(this, tr("Open File..."), "/", tr("PFX(*.PFX *.pfx);;p12(*.P12 *.p12)"));
+    const sigil::LanguageTexts texts = Texts();
+    const QString file = sigil::FileChooser(this, m_Selection.language(), texts).choose();
     if (file.isEmpty())
         return;
     char path[sigil::pathCapacity];
@@ -286,7 +286,7 @@ void SelectCertDialog::Tell(const Outcome& outcome)
     const std::string text = sigil::formatOneText(Texts().messageBytes(outcome.telling->textKey), outcome.value);
     const QString shown = sigil::fromEucKr(text.substr(0, longestMessage));
     if (outcome.telling->captionKey)
-        sigil::showInformation(this, Texts().ui(outcome.telling->captionKey), shown);
+        sigil::showInformation(this, Texts(), Texts().ui(outcome.telling->captionKey), shown);
     else
         ShowStatus(m_Status = shown);
 }

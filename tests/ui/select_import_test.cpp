@@ -3,8 +3,11 @@
 #include "tests/ui/fixture.h"
 
 #include <QFileDialog>
+#include <QListView>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <QTranslator>
+#include <QTreeView>
 
 using driver::answerBox;
 using driver::Box;
@@ -70,6 +73,7 @@ int ImportTest::awaitedBoxes = 1;
 
 TEST_F(ImportTest, AsksForAPfxOrP12FileFromTheRoot)
 {
+    setUpAgain(english);
     QStringList filters;
     QString caption, start;
     whenShown([&](QDialog& chooser) {
@@ -84,6 +88,93 @@ TEST_F(ImportTest, AsksForAPfxOrP12FileFromTheRoot)
     EXPECT_EQ(caption, "Open File...");
     EXPECT_EQ(start, "/");
     EXPECT_EQ(scripted::processor().lastCallOf("CLP_ImportPFX"), "") << "without a file nothing happens";
+}
+
+namespace {
+
+/** Translates everything to "host". */
+class HostTranslator : public QTranslator {
+public:
+    HostTranslator()
+    {
+        QCoreApplication::installTranslator(this);
+        QCoreApplication::processEvents(); // what the dialogs are told of it
+    }
+    ~HostTranslator() override { QCoreApplication::removeTranslator(this); }
+    bool isEmpty() const override { return false; }
+    QString translate(const char*, const char*, const char*, int) const override { return "host"; }
+};
+
+/** Counts what tells widgets that the application speaks another language now. */
+class LanguageChanges : public QObject {
+public:
+    LanguageChanges() { qApp->installEventFilter(this); }
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        count += event->type() == QEvent::LanguageChange;
+        return false;
+    }
+    int count = 0;
+};
+
+QString buttonTip(QDialog& chooser, const char* name)
+{
+    return driver::find<QAbstractButton>(chooser, name).toolTip();
+}
+
+} // namespace
+
+TEST_F(ImportTest, AsksForTheFileInItsOwnLanguageAndLeavesTheHostsAlone)
+{
+    const HostTranslator host;
+    const LanguageChanges changes;
+    QStringList said;
+    const auto listen = [&](QDialog& chooser) {
+        auto& files = dynamic_cast<QFileDialog&>(chooser);
+        const QAbstractItemModel& columns = *driver::find<QTreeView>(chooser, "treeView").model();
+        const QAbstractItemModel& places = *driver::find<QListView>(chooser, "sidebar").model();
+        said = QStringList({files.windowTitle()}) + files.nameFilters();
+        for (const auto label : {QFileDialog::LookIn, QFileDialog::FileName, QFileDialog::FileType,
+                 QFileDialog::Accept, QFileDialog::Reject})
+            said << files.labelText(label);
+        for (const char* name : {"backButton", "newFolderButton"})
+            said << buttonTip(chooser, name);
+        for (int column = 0; column < columns.columnCount(); ++column)
+            said << columns.headerData(column, Qt::Horizontal).toString();
+        said << columns.index(0, 2, columns.index(0, 0)).data().toString() << places.index(0, 0).data().toString();
+        chooser.reject();
+    };
+    whenShown(listen);
+    presses(*dialog, "pushButton_find");
+    EXPECT_EQ(said,
+        QStringList({"파일 열기", "PFX 파일(*.PFX *.pfx)", "p12 파일(*.P12 *.p12)",
+            "다음에서 찾기:", "파일 이름(&N):", "파일 형식:", "열기(&O)", "취소", "뒤로", "새 폴더 만들기", "이름",
+            "크기", "형식", "수정한 날짜", "폴더", "컴퓨터"}));
+    setUpAgain(english);
+    whenShown(listen);
+    presses(*dialog, "pushButton_find");
+    EXPECT_EQ(said,
+        QStringList({"Open File...", "PFX(*.PFX *.pfx)", "p12(*.P12 *.p12)",
+            "Look in:", "File &name:", "Files of type:", "&Open", "Cancel", "Back", "Create New Folder", "Name",
+            "Size", "Type", "Date Modified", "Folder", "Computer"}));
+    EXPECT_EQ(QCoreApplication::translate("QFileDialog", "&Open"), "host");
+    EXPECT_EQ(changes.count, 0);
+}
+
+TEST_F(ImportTest, TellsThatThereIsNoFileOfThatName)
+{
+    QString told;
+    whenShown([&](QDialog& chooser) {
+        driver::find<QLineEdit>(chooser, "fileNameEdit").setText("/no such.p12");
+        Box box;
+        answerBox(box);
+        QMetaObject::invokeMethod(&chooser, "accept");
+        told = box.text;
+        EXPECT_TRUE(chooser.isVisible()) << "to be asked again";
+        chooser.reject();
+    });
+    presses(*dialog, "pushButton_find");
+    EXPECT_TRUE(told.startsWith("/no such.p12\n파일을 찾을 수 없습니다.")) << qPrintable(told);
 }
 
 TEST_F(ImportTest, ListsTheImportedCertificate)

@@ -78,11 +78,33 @@ TEST(LanguageTexts, OfAHostileFileDoNotPassTheirBuffer)
     EXPECT_LE(LanguageTexts(util, file.fileName().toStdString()).ui("DLG_BUTTON_OK").size(), 1024);
 }
 
+namespace {
+
+CUtil noUtil;
+const LanguageTexts noTexts(noUtil, "/nowhere");
+
+} // namespace
+
+TEST(Information, HasItsButtonInTheLanguageOfTheDialogs)
+{
+    CUtil util;
+    for (const int language : {1, 2}) {
+        QString button;
+        driver::whenShown([&](QDialog& box) {
+            button = dynamic_cast<QMessageBox&>(box).button(QMessageBox::Ok)->text();
+            box.accept();
+        });
+        showInformation(
+            nullptr, LanguageTexts(util, languageFile(SIGILDESK_LIBRARY_FOLDER, language)), "caption", "text");
+        EXPECT_EQ(button, driver::ui(language, "DLG_BUTTON_OK"));
+    }
+}
+
 TEST(Information, ShowsTheTextAsItIsWithOneOkButton)
 {
     driver::Box box;
     driver::answerBox(box);
-    EXPECT_EQ(showInformation(nullptr, "caption", "<b>text</b>"), QMessageBox::Ok);
+    EXPECT_EQ(showInformation(nullptr, noTexts, "caption", "<b>text</b>"), QMessageBox::Ok);
     EXPECT_EQ(box.text, "<b>text</b>");
     EXPECT_EQ(box.buttons, 1);
     EXPECT_EQ(box.icon, QMessageBox::Information);
@@ -96,7 +118,7 @@ TEST(Information, StandsInTheMiddleOfTheScreenBeforeItsDialogIsShown)
         middle = box.geometry().center();
         box.accept();
     });
-    showInformation(&dialog, "caption", "text");
+    showInformation(&dialog, noTexts, "caption", "text");
     const QPoint expected = QGuiApplication::primaryScreen()->availableGeometry().center();
     EXPECT_LT((middle - expected).manhattanLength(), 60) << middle.x() << "," << middle.y();
 }
@@ -108,7 +130,7 @@ TEST(Information, DoesNotReadMarkup)
         EXPECT_EQ(dialog.objectName(), "messageBox");
         dialog.accept();
     });
-    showInformation(nullptr, "caption", "<img src='http://example.com/'>");
+    showInformation(nullptr, noTexts, "caption", "<img src='http://example.com/'>");
 }
 
 TEST(Keys, EscapeCancelsReturnConfirmsAndNothingElseDoesAnything)

@@ -212,6 +212,19 @@ TEST_P(ViewerTest, TellsWhyVerifyingFailed)
     EXPECT_EQ(entry.nValidStatus, 3) << "unchanged";
 }
 
+TEST_P(ViewerTest, SaysInItsLanguageWhyVerifyingFailed)
+{
+    scripted::processor().results["CLP_VerifyCert"] = 1120;
+    scripted::processor().verifyError = "The certificate or one of its issuers is revoked: certificate revoked";
+    open();
+    Box box;
+    answerBox(box);
+    presses(*viewer, "pushButton_verify");
+    const QString expected = GetParam() == 1 ? "인증서 또는 발급기관 인증서가 폐지되었습니다."
+                                             : scripted::processor().verifyError.c_str();
+    EXPECT_TRUE(box.text.endsWith(" : " + expected + ")")) << qPrintable(box.text);
+}
+
 TEST_P(ViewerTest, TakesTheGreenTickAwayWhenVerifyingFailed)
 {
     scripted::processor().results["CLP_VerifyCert"] = 1140;
