@@ -3,7 +3,12 @@
 #include "foundation/language_file.h"
 #include "foundation/text_field.h"
 
+#include <QtGlobal>
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
 #include <QTextCodec>
+#else
+#include <QStringConverter>
+#endif
 #include <algorithm>
 #include <array>
 
@@ -31,9 +36,16 @@ bool holdsOneText(std::string_view format)
 
 QString fromEucKr(std::string_view text)
 {
-    static QTextCodec* const codec = QTextCodec::codecForName("EUC-KR");
     const int size = static_cast<int>(text.size());
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+    static QTextCodec* const codec = QTextCodec::codecForName("EUC-KR");
     return codec ? codec->toUnicode(text.data(), size) : QString::fromLatin1(text.data(), size);
+#else
+    // The name that means with Qt 6 what "EUC-KR" means with Qt 5: with the syllables that the standard left out.
+    QStringDecoder decoder("windows-949");
+    return decoder.isValid() ? QString(decoder(QByteArrayView(text.data(), size)))
+                             : QString::fromLatin1(text.data(), size);
+#endif
 }
 
 std::string toUtf8(const QString& text, std::size_t capacity)

@@ -1,11 +1,11 @@
 // The policy files as delivered, held against the rules of their loader: one policy a line, the OID in dotted form,
 // "=", the name; every line ends with a line feed; fields of 30 and 60 bytes.
+#include "tests/support/cp949.h"
 #include "tests/support/files.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <iconv.h>
 #include <set>
 #include <sstream>
 #include <string>
@@ -38,20 +38,6 @@ std::vector<std::string> oidsOf(const std::string& file)
     for (const Policy& policy : policiesOf(file))
         oids.push_back(policy.oid);
     return oids;
-}
-
-std::string utf8FromCp949(std::string text)
-{
-    std::string out(text.size() * 3, '\0');
-    char* from = text.data();
-    char* to = out.data();
-    std::size_t fromLeft = text.size();
-    std::size_t toLeft = out.size();
-    const iconv_t converter = iconv_open("UTF-8", "CP949");
-    EXPECT_NE(iconv(converter, &from, &fromLeft, &to, &toLeft), static_cast<std::size_t>(-1)) << text;
-    iconv_close(converter);
-    out.resize(out.size() - toLeft);
-    return out;
 }
 
 class PolicyFile : public testing::TestWithParam<const char*> { };

@@ -1,10 +1,10 @@
 #include "tests/ui/driver.h"
 
 #include "foundation/text_field.h"
+#include "tests/support/cp949.h"
 
 #include <sigildesk/util.h>
 
-#include <QTextCodec>
 #include <QTimer>
 #include <memory>
 
@@ -17,7 +17,7 @@ std::string languageFile(int language)
     return std::string(SIGILDESK_LIBRARY_FOLDER) + (language == 1 ? "/KOR.ini" : "/ENG.ini");
 }
 
-QString korean(const char* text) { return QTextCodec::codecForName("EUC-KR")->toUnicode(text); }
+QString korean(const char* text) { return QString::fromStdString(utf8FromCp949(text)); }
 
 void poll(QWidget* before, const std::function<void(QDialog&)>& action)
 {
@@ -58,7 +58,7 @@ void answerBox(Box& box)
 {
     whenShown([&box](QDialog& dialog) {
         auto& shown = dynamic_cast<QMessageBox&>(dialog);
-        box = {shown.windowTitle(), shown.text(), true, shown.buttons().size(), shown.icon()};
+        box = {shown.windowTitle(), shown.text(), true, static_cast<int>(shown.buttons().size()), shown.icon()};
         QTest::mouseClick(shown.button(QMessageBox::Ok), Qt::LeftButton);
     });
 }

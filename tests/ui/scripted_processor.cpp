@@ -1,10 +1,10 @@
 #include "tests/ui/scripted_processor.h"
 
 #include "foundation/text_field.h"
+#include "tests/support/cp949.h"
 
 #include <sigildesk/certlist.h>
 
-#include <QTextCodec>
 #include <algorithm>
 #include <cstring>
 
@@ -34,10 +34,7 @@ std::string Processor::lastCallOf(const std::string& function) const
     return found == calls.rend() ? "" : *found;
 }
 
-std::string eucKr(const std::string& utf8)
-{
-    return QTextCodec::codecForName("EUC-KR")->fromUnicode(QString::fromStdString(utf8)).toStdString();
-}
+std::string eucKr(const std::string& utf8) { return cp949FromUtf8(utf8); }
 
 namespace {
 

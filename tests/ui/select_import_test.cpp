@@ -56,7 +56,8 @@ protected:
     {
         if (auto* shown = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
             if (!box.shown)
-                box = {shown->windowTitle(), shown->text(), true, shown->buttons().size(), shown->icon()};
+                box = {shown->windowTitle(), shown->text(), true, static_cast<int>(shown->buttons().size()),
+                    shown->icon()};
             ++boxes;
             shown->accept();
             if (boxes == awaitedBoxes)
