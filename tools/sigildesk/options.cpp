@@ -63,7 +63,7 @@ void addOption(CLI::App& app, const Option& option)
     CLI::Option* added = app.add_option(option.name)->type_name(option.valueName);
     added->check([option](const std::string& text) { return fault(option, text); });
     if (option.many)
-        added->expected(-1);
+        added->expected(1, -1)->allow_extra_args();
     else
         added->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
 }
@@ -72,7 +72,7 @@ void addArgument(CLI::App& app, const Argument& argument)
 {
     CLI::Option* added = app.add_option(argument.name)->required(argument.required);
     if (argument.many)
-        added->expected(-1);
+        added->expected(1, -1)->allow_extra_args();
 }
 
 /** The rows as the parser knows them. */
