@@ -7,7 +7,10 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <fstream>
+#include <iterator>
 #include <set>
+#include <sstream>
 
 namespace {
 
@@ -46,6 +49,19 @@ TEST(Rules, SayTheirValues)
     const sigil::Rule& rule = sigil::ruleNamed("file_letter_case");
     EXPECT_EQ(rule.mend.in(SIGIL_LANGUAGE_ENGLISH, {"A", "b"}), "Rename it to b, letter for letter.");
     EXPECT_EQ(rule.detail.in(SIGIL_LANGUAGE_KOREAN, {"A", "b"}), "파일 이름이 A인데 목록은 b을(를) 찾습니다.");
+}
+
+TEST(Rules, StandInTheDocument)
+{
+    std::ifstream in(SIGILDESK_SOURCE_FOLDER "/docs/command-line.md");
+    const std::string document{std::istreambuf_iterator<char>(in), {}};
+    std::ostringstream table;
+    table << "| rule | says | mend |\n|---|---|---|\n";
+    const std::vector<std::string> values(3, "…");
+    for (const sigil::Rule& rule : sigil::rules())
+        table << "| `" << rule.name << "` | " << rule.detail.in(SIGIL_LANGUAGE_ENGLISH, values) << " | "
+              << rule.mend.in(SIGIL_LANGUAGE_ENGLISH, values) << " |\n";
+    EXPECT_NE(document.find(table.str()), std::string::npos) << "docs/command-line.md is to hold\n" << table.str();
 }
 
 } // namespace

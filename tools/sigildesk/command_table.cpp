@@ -78,6 +78,14 @@ const std::vector<Command>& commands()
             {"Show all fields of a certificate, its fingerprints and the paths of its files.",
                 "인증서의 모든 항목, 지문, 파일 경로를 보여 줍니다."},
             {cert}, joined({selecting}), "sigildesk show 0", runShow},
+        {"doctor",
+            {"Say why certificates are listed or not, and how to mend it.",
+                "인증서가 목록에 나오거나 나오지 않는 이유와 해결 방법을 알려 줍니다."},
+            {{"PATH", Value::File,
+                {"A file, a certificate's folder, a store or a disk (default: the medium)",
+                    "파일, 인증서 폴더, 저장소 또는 디스크 (기본: 매체 전체)"},
+                false, true}},
+            joined({selecting}), "sigildesk doctor", runDoctor},
         {"pick",
             {"Open the selection dialog and print what was chosen. Needs a display.",
                 "인증서 선택 대화 상자를 열고 고른 것을 보여 줍니다. 화면이 필요합니다."},
@@ -90,6 +98,11 @@ const std::vector<Command>& commands()
                         "고른 인증서와 메시지를 이 폴더에 씁니다"}},
                 force},
             "sigildesk pick --sign contract.txt --out chosen", runPick},
+        {"codes",
+            {"Say what a result code means, and what to do. Without one, all of them.",
+                "결과 코드의 뜻과 할 일을 알려 줍니다. 코드를 주지 않으면 모두 보여 줍니다."},
+            {{"N", Value::Text, {"The code's number or name", "코드의 번호나 이름"}, false}}, {},
+            "sigildesk codes 1113", runCodes},
     };
     return table;
 }

@@ -8,6 +8,8 @@
 
 namespace host {
 
+int runCodes(Session& session);
+int runDoctor(Session& session);
 int runList(Session& session);
 int runShow(Session& session);
 int runPick(Session& session);

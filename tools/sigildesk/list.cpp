@@ -1,5 +1,6 @@
 // list: one line a certificate.
 #include "commands.h"
+#include "diagnosis.h"
 #include "selection.h"
 
 #include <nlohmann/json.hpp>
@@ -14,6 +15,9 @@ constexpr Words notYetMark{"not valid yet", "유효 기간 전"};
 constexpr Words daysWords{"{} days", "{}일"};
 constexpr Words nothing{"No certificate found.", "인증서가 없습니다."};
 constexpr Words looked{"Looked in {}", "찾아본 곳: {}"};
+constexpr Words notListed{"Not listed: {}: {}", "목록에 없음: {}: {}"};
+constexpr Words moreNotListed{"... and {} more. \"sigildesk doctor\" tells of each.",
+    "... 외 {}건. \"sigildesk doctor\"가 모두 알려 줍니다."};
 
 Cell mark(const Session& session, const Certificate& certificate)
 {
@@ -31,15 +35,32 @@ std::vector<Cell> row(const Session& session, const Certificate& certificate)
         mark(session, certificate)};
 }
 
+/** What stood where the list looked. */
+std::vector<sigil::Finding> strayFindings(const Session& session)
+{
+    std::vector<sigil::Finding> findings = examineMedium(session).findings;
+    std::erase_if(findings, [](const sigil::Finding& finding) { return finding.listed; });
+    return findings;
+}
+
 int tellNothing(Session& session)
 {
+    const std::vector<sigil::Finding> strays = strayFindings(session);
+    Json stray = Json::array();
+    for (const sigil::Finding& finding : strays)
+        stray.push_back({{"path", finding.path}, {"rule", finding.rule}});
     const std::vector<std::string> folders = searchedFolders(session);
     Json error = Failure::ofCode(SIGIL_NO_CERTIFICATE).json(session.language());
     error["searched"] = folders;
+    error["not_listed"] = stray;
     session.output.document({{"certificates", Json::array()}, {"error", error}});
     session.output.line(session.say(nothing));
     for (const std::string& folder : folders)
         session.output.line(session.say(looked, {folder}));
+    if (!strays.empty())
+        session.output.line(session.say(notListed, {strays.front().path, strays.front().detail}));
+    if (strays.size() > 1)
+        session.output.line(session.say(moreNotListed, {std::to_string(strays.size() - 1)}));
     return no;
 }
 

@@ -135,34 +135,29 @@ bool endsWithin(const Certificate& certificate, int days)
 /** One option that leaves certificates out. */
 struct Filter {
     const char* option;
+    const char* rule; ///< the doctor's name for it
     bool (*takes)(const Certificate&, const std::string& value);
 };
 
 constexpr Filter filters[] = {
-    {"--family", isOfFamily},
-    {"--issuer",
+    {"--family", "family_not_wanted", isOfFamily},
+    {"--issuer", "issuer_not_wanted",
         [](const Certificate& c, const std::string& text) {
             return holds(c.issuer, text) || holds(c.issuerName, text);
         }},
-    {"--policy", hasPolicy},
-    {"--subject",
+    {"--policy", "policy_not_wanted", hasPolicy},
+    {"--subject", "subject_not_wanted",
         [](const Certificate& c, const std::string& text) { return plainName(c.subject) == plainName(text); }},
-    {"--serial",
+    {"--serial", "serial_not_wanted",
         [](const Certificate& c, const std::string& text) { return plainSerial(c.serial) == plainSerial(text); }},
-    {"--expired", [](const Certificate& c, const std::string&) { return c.expired; }},
-    {"--valid",
+    {"--expired", "not_expired", [](const Certificate& c, const std::string&) { return c.expired; }},
+    {"--valid", "expired_left_out",
         [](const Certificate& c, const std::string&) { return !c.expired && c.from <= std::time(nullptr); }},
-    {"--expires-within",
+    {"--expires-within", "not_expiring",
         [](const Certificate& c, const std::string& days) { return endsWithin(c, std::stoi(days)); }},
 };
 
-bool isTaken(const Session& session, const Certificate& certificate)
-{
-    return std::all_of(std::begin(filters), std::end(filters), [&](const Filter& filter) {
-        return !session.arguments.has(filter.option) ||
-            filter.takes(certificate, session.arguments.text(filter.option));
-    });
-}
+bool isTaken(const Session& session, const Certificate& certificate) { return !ruleAgainst(session, certificate); }
 
 bool onHardDisk(const Session& session)
 {
@@ -173,14 +168,9 @@ bool onHardDisk(const Session& session)
 std::vector<Certificate> wholeList(const Session& session)
 {
     const Processor processor(session);
-    tagLOADCERTOPT all{};
-    all.nPKITypes = SIGIL_FAMILY_GPKI | SIGIL_FAMILY_NPKI | SIGIL_FAMILY_MPKI | SIGIL_FAMILY_PPKI;
+    tagLOADCERTOPT all = everything();
     Processor::check(CLP_SetType(processor.handle(), &all));
-    std::string folder = onHardDisk(session) ? "" : session.arguments.text("--media");
-    if (!folder.empty())
-        mustExist(folder);
-    if (folder.size() >= sizeof(tagDRIVEINFO::szMountDir))
-        throw Failure(failed, "path_too_long", pathTooLong, {folder});
+    std::string folder = mediumFolder(session);
     Processor::check(CLP_SetMediaType(processor.handle(),
         folder.empty() ? SIGIL_MEDIUM_HARD_DISK : SIGIL_MEDIUM_REMOVABLE_DISK, folder.data(), 0));
     const int code = CLP_LoadCertList(processor.handle());
@@ -361,6 +351,33 @@ Certificate named(const Session& session, const std::string& cert)
 }
 
 } // namespace
+
+tagLOADCERTOPT everything()
+{
+    tagLOADCERTOPT all{};
+    all.nPKITypes = SIGIL_FAMILY_GPKI | SIGIL_FAMILY_NPKI | SIGIL_FAMILY_MPKI | SIGIL_FAMILY_PPKI;
+    return all;
+}
+
+std::string mediumFolder(const Session& session)
+{
+    if (onHardDisk(session))
+        return {};
+    const std::string folder = session.arguments.text("--media");
+    mustExist(folder);
+    if (folder.size() >= sizeof(tagDRIVEINFO::szMountDir))
+        throw Failure(failed, "path_too_long", pathTooLong, {folder});
+    return folder;
+}
+
+const char* ruleAgainst(const Session& session, const Certificate& certificate)
+{
+    const auto against = std::find_if(std::begin(filters), std::end(filters), [&](const Filter& filter) {
+        return session.arguments.has(filter.option) &&
+            !filter.takes(certificate, session.arguments.text(filter.option));
+    });
+    return against == std::end(filters) ? nullptr : against->rule;
+}
 
 std::vector<Certificate> listed(const Session& session)
 {
