@@ -4,6 +4,7 @@
 #include "ui/caps_lock_hint.h"
 #include "ui/contrast.h"
 #include "ui/dialog_support.h"
+#include "ui/korean_font.h"
 #include "ui/language_texts.h"
 #include "ui/large_type.h"
 #include "ui_password_dialog.h"
@@ -29,7 +30,7 @@ void PasswordDialog::SetCaller(int language, const char* folder)
 
 void PasswordDialog::InitSetControl()
 {
-    sigil::copyText(m_szLangFile, sigil::languageFile(m_szLibraryFolder, m_nLanguage));
+    sigil::copyText(m_szLangFile, sigil::languageFile(m_szLibraryFolder, sigil::readableLanguage(m_nLanguage)));
     m_Form->lineEdit_password->setEchoMode(QLineEdit::Password);
     const sigil::LanguageTexts texts(m_Util, m_szLangFile);
     setWindowTitle(texts.ui("DLG_CERTPASSWORD_CAPITON"));

@@ -3,6 +3,7 @@
 #include "foundation/text_field.h"
 #include "ui/contrast.h"
 #include "ui/dialog_support.h"
+#include "ui/korean_font.h"
 #include "ui/language_texts.h"
 #include "ui/large_type.h"
 #include "ui_removeable_dialog.h"
@@ -60,7 +61,7 @@ void RemoveableDialog::SetCaller(int language, const char* folder, void* process
 
 void RemoveableDialog::InitSetControl()
 {
-    sigil::copyText(m_szLangFile, sigil::languageFile(m_szLibraryFolder, m_nLanguage));
+    sigil::copyText(m_szLangFile, sigil::languageFile(m_szLibraryFolder, sigil::readableLanguage(m_nLanguage)));
     const sigil::LanguageTexts texts(m_Util, m_szLangFile);
     setWindowTitle(texts.ui("DLG_REMOVABLE_CAPTION"));
     m_Form->label_text->setText(texts.ui("DLG_REMOVABLE_TITLE"));

@@ -6,6 +6,7 @@
 #include "ui/contrast.h"
 #include "ui/dialog_support.h"
 #include "ui/file_chooser.h"
+#include "ui/korean_font.h"
 #include "ui/language_texts.h"
 #include "ui/large_type.h"
 #include "ui/password_buffer.h"
@@ -69,7 +70,7 @@ int SelectCertDialog::SetInitOption(tagINITOPT* init, tagLOADSELECTCERTOPTION* l
 
 void SelectCertDialog::InitSetControl()
 {
-    const int language = m_Selection.language();
+    const int language = sigil::readableLanguage(m_Selection.language());
     sigil::copyText(m_szLangFile, sigil::languageFile(m_Selection.options().init.szLibraryFolder, language));
     m_Form->lineEdit_password->setEchoMode(QLineEdit::Password);
     // Intended: never shown, and one more on every call. The dialog owns them.
@@ -91,7 +92,7 @@ void SelectCertDialog::InitSetControl()
 void SelectCertDialog::SetControlTexts()
 {
     const sigil::LanguageTexts texts = Texts();
-    setWindowTitle(texts.ui("DLG_SELCERT_CAPITON"));
+    setWindowTitle(sigil::withReason(texts.ui("DLG_SELCERT_CAPITON"), m_Selection.language(), texts));
     m_Form->groupBox->setTitle(texts.ui("DLG_GROUPBOX_MEDIA"));
     m_Form->label_find->setText(texts.ui("DLG_FINDCERT_TEXT"));
     m_Form->pushButton_find->setText(texts.ui("DLG_BUTTON_FIND"));
@@ -166,7 +167,7 @@ int SelectCertDialog::LoadCertDisk(int which, char* drive)
 void SelectCertDialog::on_pushButton_find_clicked()
 {
     const sigil::LanguageTexts texts = Texts();
-    const QString file = sigil::FileChooser(this, m_Selection.language(), texts).choose();
+    const QString file = sigil::FileChooser(this, sigil::readableLanguage(m_Selection.language()), texts).choose();
     if (file.isEmpty())
         return;
     char path[sigil::pathCapacity];
