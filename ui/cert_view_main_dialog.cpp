@@ -15,6 +15,7 @@ CertViewMainDialog::CertViewMainDialog(QWidget* parent)
 {
     m_Form->setupUi(this);
     sigil::fitForm(this);
+    sigil::giveIcon(this);
     sigil::letReturnPressButtons(this);
     sigil::makeSelectionsReadable(this);
     m_NormalForm = new CertViewNormalForm(m_Form->tab_normal); // a widget belongs to its parent

@@ -133,9 +133,9 @@ void CertViewNormalForm::SetCertStatus(int)
         return;
     }
     const Status& status = statuses[static_cast<int>(validity)];
-    const QPixmap image(status.image);
+    const QPixmap image = sigil::pictureFor(this, status.image);
     if (!image.isNull())
-        m_Form->label_certimage->setPixmap(sigil::scaled(this, image));
+        m_Form->label_certimage->setPixmap(image);
     ShowStatus(sigil::LanguageTexts(m_Util, m_szLangFile).ui(status.textKey));
 }
 
@@ -170,7 +170,7 @@ void CertViewNormalForm::ShowFailure(const char* error)
     const QString message = failed + "\n(" + texts.message("MSG_CERTVERIFY_DETAILMSG") + " : " +
         (cause.contains(forUserMark) ? forUser : sigil::causeIn(texts, cause)) + ")";
     m_Form->label_certimage->setPixmap(
-        sigil::scaled(this, QPixmap(refusedImage))); // a green tick would say the opposite of the text
+        sigil::pictureFor(this, refusedImage)); // a green tick would say the opposite of the text
     ShowStatus(cause.contains(forUserMark) ? forUser : failed);
     sigil::showInformation(this, texts, QString(), QString::fromStdString(sigil::toUtf8(message, most)));
 }

@@ -4,6 +4,8 @@
 
 #include <QAbstractItemView>
 #include <QAccessible>
+#include <QApplication>
+#include <QIcon>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -44,6 +46,12 @@ int showInformation(QWidget* parent, const LanguageTexts& texts, const QString& 
     if (const QString ok = texts.ui("DLG_BUTTON_OK"); !ok.isEmpty())
         box.button(QMessageBox::Ok)->setText(ok);
     return box.exec();
+}
+
+void giveIcon(QDialog* dialog)
+{
+    if (QApplication::windowIcon().isNull())
+        dialog->setWindowIcon(QIcon(":/icon/image/Icon.png"));
 }
 
 void takeKey(QKeyEvent* event, const std::function<void()>& cancel, const std::function<void()>& confirm)

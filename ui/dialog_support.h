@@ -26,6 +26,9 @@ class LanguageTexts;
  *  for it.  @return the button that closed the box, a QMessageBox::StandardButton */
 int showInformation(QWidget* parent, const LanguageTexts& texts, const QString& caption, const QString& text);
 
+/** Gives a dialog the icon of the library where the host's windows have none of their own. */
+void giveIcon(QDialog* dialog);
+
 /** Escape runs @p cancel and Return runs @p confirm; the keypad's Enter deliberately does neither. Every key ends here:
  *  the dialog's base class must not see it, or Enter would press a default button. A focused button has taken Return
  *  before, see letReturnPressButtons(). */

@@ -100,10 +100,22 @@ QSize scaled(const QWidget* widget, const QSize& size)
     return {scaled(widget, size.width()), scaled(widget, size.height())};
 }
 
-QPixmap scaled(const QWidget* widget, const QPixmap& picture)
+QPixmap scaled(const QWidget* widget, const QPixmap& picture, const QPixmap& fine)
 {
-    const QSize size = scaled(widget, picture.size());
-    return size == picture.size() ? picture : picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    const double ratio = widget->devicePixelRatioF();
+    const QSize pixels = scaled(widget, picture.size()) * ratio;
+    if (picture.isNull() || pixels == picture.size())
+        return picture;
+    QPixmap fitting =
+        (fine.isNull() ? picture : fine).scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    fitting.setDevicePixelRatio(ratio);
+    return fitting;
+}
+
+QPixmap pictureFor(const QWidget* widget, const QString& path)
+{
+    const auto dot = path.lastIndexOf('.');
+    return scaled(widget, QPixmap(path), QPixmap(path.left(dot) + "@2x" + path.mid(dot)));
 }
 
 void fitForm(QWidget* form)

@@ -4,10 +4,10 @@
  */
 #pragma once
 
+#include <QPixmap>
 #include <QSize>
 
 class QLabel;
-class QPixmap;
 class QWidget;
 
 namespace sigil {
@@ -19,8 +19,12 @@ double typeScale(const QWidget* widget);
 int scaled(const QWidget* widget, int length);
 QSize scaled(const QWidget* widget, const QSize& size);
 
-/** A picture in the size that belongs to the type of @p widget. */
-QPixmap scaled(const QWidget* widget, const QPixmap& picture);
+/** A picture in the size that belongs to the type of @p widget, with the pixels of its screen.
+ *  @param fine the same with twice the pixels, if there is one: taken where @p picture has too few */
+QPixmap scaled(const QWidget* widget, const QPixmap& picture, const QPixmap& fine = {});
+
+/** A picture of the library, from "NAME.EXT" or "NAME@2x.EXT"; null when there is none of that name. */
+QPixmap pictureFor(const QWidget* widget, const QString& path);
 
 /** Grows a form that was just set up, and lets its labels show by an ellipsis and a tooltip that a text is longer than its
  *  room. */

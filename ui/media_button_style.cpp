@@ -5,6 +5,7 @@
 
 #include <QIcon>
 #include <QPainter>
+#include <QPushButton>
 #include <QStyleOptionButton>
 #include <QWidget>
 
@@ -17,18 +18,6 @@ QRect textPart(const QWidget& button)
 {
     const auto longer = [&](int length) { return scaled(&button, length); };
     return button.rect().adjusted(longer(4), longer(36), -longer(4), -longer(5));
-}
-
-/** The largest font, down to hardly readable, in which @p text stays inside @p part. */
-QFont fittingFont(QFont font, const QWidget& button, const QRect& part, const QString& text)
-{
-    for (int pixels = scaled(&button, 11); pixels >= scaled(&button, 7); --pixels) {
-        font.setPixelSize(pixels);
-        const QRect needed = QFontMetrics(font).boundingRect(part, Qt::AlignCenter | Qt::TextWordWrap, text);
-        if (part.contains(needed))
-            break;
-    }
-    return font;
 }
 
 QIcon::Mode modeOf(const QStyleOptionButton& option)
@@ -51,13 +40,17 @@ void drawPicture(const QStyleOptionButton& option, QPainter* painter, const QRec
 {
     QRect place(QPoint(), option.iconSize);
     place.moveCenter(button.center());
-    option.icon.paint(painter, place, Qt::AlignCenter, modeOf(option), QIcon::On);
+    painter->setRenderHint(QPainter::SmoothPixmapTransform);
+    const QSize pixels = place.size() * painter->device()->devicePixelRatioF();
+    const QPixmap picture = option.icon.pixmap(pixels, modeOf(option), QIcon::On);
+    if (!picture.isNull())
+        painter->drawPixmap(place, picture);
 }
 
 void drawText(const QStyle& style, const QStyleOptionButton& option, QPainter* painter, const QWidget& button)
 {
     const QRect part = textPart(button);
-    painter->setFont(fittingFont(painter->font(), button, part, option.text));
+    painter->setFont(button.font());
     // Not the desktop's colour of texts: the pictures are light on a dark desktop too.
     painter->setPen(inkOn(groundOf(option), option.state & QStyle::State_Enabled));
     style.drawItemText(
@@ -65,6 +58,19 @@ void drawText(const QStyle& style, const QStyleOptionButton& option, QPainter* p
 }
 
 } // namespace
+
+int fittingPixels(const QPushButton& button)
+{
+    const QRect part = textPart(button);
+    QFont font = button.font();
+    for (int pixels = scaled(&button, 11);; --pixels) {
+        font.setPixelSize(pixels);
+        const QRect needed =
+            QFontMetrics(font).boundingRect(part, Qt::AlignCenter | Qt::TextWordWrap, button.text());
+        if (part.contains(needed) || pixels <= scaled(&button, 7))
+            return pixels;
+    }
+}
 
 void MediaButtonStyle::drawControl(
     ControlElement element, const QStyleOption* option, QPainter* painter, const QWidget* widget) const

@@ -5,7 +5,12 @@
 
 #include <QProxyStyle>
 
+class QPushButton;
+
 namespace sigil {
+
+/** Pixels of the largest font, down to hardly readable, in which the text of a media button has room. */
+int fittingPixels(const QPushButton& button);
 
 /** For the media buttons only. The pictures keep their lower third empty; the usual style would put the text beside
  *  the picture, where a button of 58 pixels has no room. */

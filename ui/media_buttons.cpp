@@ -8,6 +8,7 @@
 #include <sigildesk/codes.h>
 
 #include <algorithm>
+#include <climits>
 #include <iterator>
 
 namespace sigil {
@@ -58,12 +59,25 @@ void MediaButtons::SetButtonImage(int state, int bit, int language, const Langua
         return;
     QPushButton* button = m_form.*media->button;
     QIcon icon;
-    icon.addPixmap(scaled(button, QPixmap(imagePath(media->image, state, language))), QIcon::Normal, QIcon::On);
+    icon.addPixmap(pictureFor(button, imagePath(media->image, state, language)), QIcon::Normal, QIcon::On);
     button->setText(texts.ui(media->textKey));
     button->setToolTip(button->text());
     button->setIcon(icon);
     button->setIconSize(scaled(button, state == 2 ? QSize(52, 62) : QSize(50, 60)));
     button->setEnabled(state == 1 || state == 2);
+    giveCaptionsOneSize();
+}
+
+void MediaButtons::giveCaptionsOneSize()
+{
+    int pixels = INT_MAX;
+    for (const MediaButton& media : mediaButtons)
+        pixels = std::min(pixels, fittingPixels(*(m_form.*media.button)));
+    for (const MediaButton& media : mediaButtons) {
+        QFont font = (m_form.*media.button)->font();
+        font.setPixelSize(pixels);
+        (m_form.*media.button)->setFont(font);
+    }
 }
 
 } // namespace sigil

@@ -19,6 +19,8 @@ public:
     void SetButtonImage(int state, int bit, int language, const LanguageTexts& texts);
 
 private:
+    void giveCaptionsOneSize();
+
     Ui_SelectCertDialog& m_form;
 };
 

@@ -15,6 +15,7 @@ PasswordDialog::PasswordDialog(QWidget* parent)
 {
     m_Form->setupUi(this);
     sigil::fitForm(this);
+    sigil::giveIcon(this);
     sigil::letReturnPressButtons(this);
     sigil::makeSelectionsReadable(this);
     new sigil::CapsLockHint(m_Form->lineEdit_password, [this](bool on) { ShowTitle(on); }); // owned by the field

@@ -43,6 +43,7 @@ RemoveableDialog::RemoveableDialog(QWidget* parent)
 {
     m_Form->setupUi(this);
     sigil::fitForm(this);
+    sigil::giveIcon(this);
     sigil::letReturnPressButtons(this);
     sigil::makeSelectionsReadable(this);
     m_Form->label_text->setFocus();

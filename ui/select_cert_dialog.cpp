@@ -43,6 +43,7 @@ SelectCertDialog::SelectCertDialog(QWidget* parent)
     , m_MediaButtons(*m_Form)
     , m_Logo(m_Form->label_logo)
 {
+    sigil::giveIcon(this);
     sigil::letReturnPressButtons(this);
     sigil::makeSelectionsReadable(this);
     // OK is not the default button, and Qt would mark Cancel as what Return does. The hidden one takes that mark.

@@ -43,7 +43,7 @@ QString lastComponent(const QString& path)
 void SelectionLogo::SetLogoImage(const SelectionOptions& options, bool usim)
 {
     if (!showWanted(options))
-        show(QPixmap(usim ? ":/bmp/image/QuorraLogo.bmp" : ":/bmp/image/Logo.bmp"));
+        show(pictureFor(m_label, usim ? ":/bmp/image/QuorraLogo.bmp" : ":/bmp/image/Logo.bmp"));
     m_label->show();
 }
 
@@ -51,10 +51,10 @@ bool SelectionLogo::showWanted(const SelectionOptions& options)
 {
     const QString source = fromEucKr(fieldText(options.load.szLogo));
     if (options.load.byCivicLogo != 0)
-        return show(QPixmap(":/bmp/image/CivicLogo.bmp"));
+        return show(pictureFor(m_label, ":/bmp/image/CivicLogo.bmp"));
     if (source == SIGIL_LOGO_FROM_DATA)
         return LoadDataforSetPixmap(options);
-    return !source.isEmpty() && show(QPixmap(":/bmp/image/" + lastComponent(source)));
+    return !source.isEmpty() && show(pictureFor(m_label, ":/bmp/image/" + lastComponent(source)));
 }
 
 bool SelectionLogo::LoadDataforSetPixmap(const SelectionOptions& options)
@@ -73,14 +73,14 @@ bool SelectionLogo::LoadDataforSetPixmap(const SelectionOptions& options)
         return false;
     }
     QPixmap logo;
-    return logo.loadFromData(image, "BMP") && show(logo);
+    return logo.loadFromData(image, "BMP") && show(scaled(m_label, logo));
 }
 
 bool SelectionLogo::show(const QPixmap& logo)
 {
     if (logo.isNull())
         return false;
-    m_label->setPixmap(scaled(m_label, logo));
+    m_label->setPixmap(logo);
     return true;
 }
 

@@ -38,6 +38,8 @@ public:
         for (QTableView* table : window.findChildren<QTableView*>())
             if (table->isVisibleTo(&window))
                 measureTable(*table);
+        for (QLabel* label : window.findChildren<QLabel*>())
+            measurePicture(*label);
         for (QTabBar* tabs : window.findChildren<QTabBar*>())
             for (int i = 0; i < tabs->count(); ++i)
                 check(*tabs, tabs->fontMetrics().horizontalAdvance(tabs->tabText(i)), tabs->tabRect(i).width(), "");
@@ -83,6 +85,13 @@ private:
             QRect(0, 0, label.width(), 10000), label.wordWrap() ? Qt::TextWordWrap : 0, label.text());
         check(label, needed.width(), label.width(), label.toolTip());
         check(label, needed.height(), label.height(), label.toolTip());
+    }
+    /** A picture has the pixels of its screen. */
+    void measurePicture(const QLabel& label)
+    {
+        const QPixmap picture = label.pixmap(Qt::ReturnByValue);
+        if (!picture.isNull())
+            check(label, qRound(label.devicePixelRatioF() * 100), qRound(picture.devicePixelRatio() * 100), "");
     }
     void measureTable(const QTableView& table)
     {
@@ -190,7 +199,7 @@ TEST_P(RoomTest, IsEnoughForEveryText)
     environment.insert("QT_SCALE_FACTOR", scale);
     run.setProcessEnvironment(environment);
     run.start(QCoreApplication::applicationFilePath(), {"--measure", font});
-    ASSERT_TRUE(run.waitForFinished(60000));
+    ASSERT_TRUE(run.waitForFinished(driver::patience));
     EXPECT_EQ(run.exitCode(), 0) << run.readAllStandardOutput().constData();
 }
 

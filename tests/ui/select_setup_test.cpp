@@ -223,19 +223,39 @@ TEST_F(SelectionTest, IgnoresAnUnknownButtonBit)
         EXPECT_EQ(widget(button.name).iconSize(), QSize(50, 60));
 }
 
-TEST_F(SelectionTest, TellsTheFourLooksOfAButtonApart)
+TEST_F(SelectionTest, TellsThePressedLookOfAButtonFromTheOtherInBothLanguages)
 {
     for (const MediaButton& button : media) {
-        QVector<QImage> looks;
+        const auto picture = [&](const char* look) {
+            return resource(QString(":/png/image/%1_%2.png").arg(button.image, look));
+        };
         for (const char* look : {"N", "NE", "P", "PE"}) {
-            const QImage image = resource(QString(":/png/image/%1_%2.png").arg(button.image, look));
-            ASSERT_FALSE(image.isNull()) << button.image << look;
-            EXPECT_FALSE(looks.contains(image));
-            looks << image;
-            EXPECT_EQ(image.size(), *look == 'P' ? QSize(52, 62) : QSize(50, 60));
+            EXPECT_EQ(picture(look).size(), *look == 'P' ? QSize(52, 62) : QSize(50, 60)) << button.image << look;
             EXPECT_FALSE(resource(QString(":/ico/image/%1_%2.ico").arg(button.image, look)).isNull());
         }
+        EXPECT_NE(picture("N"), picture("P").scaled(50, 60));
+        EXPECT_EQ(picture("N"), picture("NE")) << "a picture speaks no language";
+        EXPECT_EQ(picture("P"), picture("PE"));
     }
+}
+
+TEST_P(SelectionInBothLanguages, WritesTheCaptionsOfTheMediaInOneSize)
+{
+    setUp(GetParam());
+    const int size = widget("pushButton_hdd").font().pixelSize();
+    EXPECT_GE(size, 8);
+    for (const MediaButton& button : media)
+        EXPECT_EQ(widget(button.name).font().pixelSize(), size) << button.name;
+}
+
+TEST_F(SelectionTest, HasAnIconUnlessTheHostHasOne)
+{
+    EXPECT_FALSE(setUp().windowIcon().isNull());
+    QPixmap host(16, 16);
+    host.fill(Qt::red);
+    QApplication::setWindowIcon(host);
+    EXPECT_EQ(setUp().windowIcon().cacheKey(), QApplication::windowIcon().cacheKey());
+    QApplication::setWindowIcon({});
 }
 
 TEST(Images, AreBundledUnderTheirNames)
@@ -244,9 +264,20 @@ TEST(Images, AreBundledUnderTheirNames)
         EXPECT_FALSE(resource(QString(":/bmp/image/%1.bmp").arg(name)).isNull()) << name;
     EXPECT_TRUE(QFile::exists(":/gif/image/ani_quorra.gif"));
     EXPECT_FALSE(QFile::exists(":/bmp/image/Cert_Renewal.bmp")) << "stored with a small first letter, on purpose";
-    EXPECT_EQ(QDir(":/bmp/image").entryList().size(), 3 + 3 + 2);
-    EXPECT_EQ(QDir(":/png/image").entryList().size(), 24);
+    EXPECT_EQ(QDir(":/bmp/image").entryList().size(), 2 * (3 + 3 + 2));
+    EXPECT_EQ(QDir(":/png/image").entryList().size(), 2 * 24);
     EXPECT_EQ(QDir(":/ico/image").entryList().size(), 24);
+}
+
+TEST(Images, HaveTwiceThePixelsForScreensOfScaleTwo)
+{
+    for (const char* folder : {":/bmp/image/", ":/png/image/", ":/icon/image/"})
+        for (const QString& name : QDir(folder).entryList()) {
+            if (name.contains("@2x"))
+                continue;
+            const QString fine = folder + QString(name).replace(".", "@2x.");
+            EXPECT_EQ(QImage(fine).size(), QImage(folder + name).size() * 2) << qPrintable(fine);
+        }
 }
 
 TEST_F(SelectionTest, CreatesTheHiddenTitleLabelOnEveryCall)
