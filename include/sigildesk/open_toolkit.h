@@ -74,7 +74,7 @@ enum SigilToolkitCode {
     SIGIL_TK_VID_MISMATCH = 3502,  /**< the identity number does not belong to the certificate */
 
     /* Network. */
-    SIGIL_TK_URL = 3600,       /**< not an ldap or http address, or none in the settings file */
+    SIGIL_TK_URL = 3600,       /**< not an ldap, http or https address, or none in the settings file */
     SIGIL_TK_FETCH = 3601,     /**< no server reached, or it refused, or no library to ask it */
     SIGIL_TK_NOT_FOUND = 3602, /**< the server has no such entry or attribute */
 
@@ -293,7 +293,7 @@ enum SigilToolkitCertStatus {
     SIGIL_TK_STATUS_UNKNOWN = 2 /**< OCSP_GetCertStatus only: the responder does not know the certificate */
 };
 
-/** `mode` of HVAP_GetDataByURL: what is asked for when an ldap address names no attribute. For an http address every mode
+/** `mode` of HVAP_GetDataByURL: what is asked for when an ldap address names no attribute. For a web address every mode
  *  answers the body. */
 enum SigilToolkitFetch {
     SIGIL_TK_FETCH_ANY = 0,       /**< certificates first, then revocation lists */

@@ -305,7 +305,7 @@ TEST_P(Ivs, SettingsAndServersThatAreNotThereHaveTheirCodes)
         EXPECT_EQ(verify(), SIGIL_TK_URL) << content;
         EXPECT_THAT(toolkit.errorText(), testing::EndsWith(": no URL in section [IVS]"));
     }
-    for (const std::string url : {"https://127.0.0.1/", "ldap://127.0.0.1/", "file:///etc/passwd", "127.0.0.1"}) {
+    for (const std::string url : {"httpss://127.0.0.1/", "ldap://127.0.0.1/", "file:///etc/passwd", "127.0.0.1"}) {
         settings("[IVS]\nURL=" + url);
         EXPECT_EQ(verify(), SIGIL_TK_URL) << url;
     }

@@ -138,7 +138,7 @@ TEST_P(Fetch, FailuresHaveTheirCodes)
     EXPECT_EQ(fetch("ldap:///cn=x", 1, bytes), SIGIL_TK_URL);
     EXPECT_EQ(fetch("", 1, bytes), SIGIL_TK_URL);
     for (const std::string other :
-        {"https://127.0.0.1/", "file:///etc/passwd", "ftp://127.0.0.1/", "ldaps://x/cn=y"})
+        {"httpss://127.0.0.1/", "file:///etc/passwd", "ftp://127.0.0.1/", "ldaps://x/cn=y"})
         EXPECT_EQ(fetch(other, 1, bytes), SIGIL_TK_URL) << other;
     EXPECT_EQ(fetch(webServer() + "/none", 1, bytes), SIGIL_TK_NOT_FOUND);
     EXPECT_EQ(fetch("http://127.0.0.1:1/", 1, bytes), SIGIL_TK_FETCH);

@@ -236,7 +236,7 @@ TEST_F(Ocsp, AnAnswerHoldsForItsTimeOnly)
 TEST_F(Ocsp, AddressesAndServersThatDoNotAnswerHaveTheirCodes)
 {
     EXPECT_EQ(ask("http://127.0.0.1:1/"), SIGIL_TK_FETCH);
-    for (const std::string other : {"https://127.0.0.1/", "ldap://127.0.0.1/", "file:///etc/passwd", ""})
+    for (const std::string other : {"httpss://127.0.0.1/", "ldap://127.0.0.1/", "file:///etc/passwd", ""})
         EXPECT_EQ(ask(other), SIGIL_TK_URL) << other;
 }
 

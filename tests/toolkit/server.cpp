@@ -155,6 +155,38 @@ Server Server::authority(const Workshop& workshop, const std::string& name, cons
     return {workshop, command, port};
 }
 
+Server Server::secure(const Workshop& workshop, const std::string& name, const Server& plain)
+{
+    workshop.write("secure.py", R"(
+import http.client, http.server, ssl, sys
+port, name, plain = int(sys.argv[1]), sys.argv[2], int(sys.argv[3])
+class Handler(http.server.BaseHTTPRequestHandler):
+    def do_GET(self):
+        self.pass_on(None)
+    def do_POST(self):
+        self.pass_on(self.rfile.read(int(self.headers['Content-Length'])))
+    def pass_on(self, body):
+        with open('asked', 'a') as asked:
+            asked.write('.')
+        connection = http.client.HTTPConnection('127.0.0.1', plain)
+        connection.request(self.command, self.path, body, {'Content-Type': self.headers['Content-Type'] or 'none'})
+        answer = connection.getresponse()
+        self.send_response(answer.status)
+        for field in ('Content-Type', 'Location'):
+            if answer.getheader(field):
+                self.send_header(field, answer.getheader(field))
+        self.end_headers()
+        self.wfile.write(answer.read())
+context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
+context.load_cert_chain(name + '.pem', name + '.key.pem')
+server = http.server.HTTPServer(('127.0.0.1', port), Handler)
+server.socket = context.wrap_socket(server.socket, server_side=True)
+server.serve_forever()
+)");
+    const int port = freePort();
+    return {workshop, {"python3", "secure.py", std::to_string(port), name, std::to_string(plain.port())}, port};
+}
+
 Server Server::rude(const Workshop& workshop, const std::string& manner)
 {
     const std::string script = std::filesystem::path(SIGILDESK_TEST_DATA).parent_path() / "rude_server.py";
@@ -165,6 +197,7 @@ Server Server::rude(const Workshop& workshop, const std::string& manner)
 Server Server::answering(const Workshop& workshop, const std::string& answer, int status)
 {
     workshop.write("answer", answer);
+    workshop.write("location", "");
     workshop.write("answering.py", R"(
 import http.server, sys
 class Handler(http.server.BaseHTTPRequestHandler):
@@ -172,10 +205,10 @@ class Handler(http.server.BaseHTTPRequestHandler):
         self.rfile.read(int(self.headers['Content-Length']))
         self.answer(int(sys.argv[2]))
     def do_GET(self):
-        self.answer(200)
+        self.answer(int(sys.argv[2]) if open('location').read() and self.path == '/' else 200)
     def answer(self, status):
         self.send_response(status)
-        self.send_header('Location', '/')
+        self.send_header('Location', open('location').read() or '/')
         self.end_headers()
         self.wfile.write(open('answer', 'rb').read())
 http.server.HTTPServer(('127.0.0.1', int(sys.argv[1])), Handler).serve_forever()

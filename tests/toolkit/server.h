@@ -25,8 +25,13 @@ public:
     /** A validation server (validator.py) that trusts the certificate @p authority, signs as @p signer, tells the lies in
      *  the file "lies" and leaves what it was asked in the file "request". */
     static Server validator(const Workshop& workshop, const std::string& authority, const std::string& signer);
-    /** Answers whatever is posted with @p status and @p answer, which may be replaced in the file "answer". */
+    /** Answers whatever is posted with @p status and @p answer, which may be replaced in the file "answer". What is fetched
+     *  is answered so too when the file "location" says where a redirection leads. */
     static Server answering(const Workshop& workshop, const std::string& answer, int status = 200);
+
+    /** Passes what is asked over TLS with the certificate @p name on to a plain server on the loopback address, and the answer
+     *  back; counts in the file "asked". */
+    static Server secure(const Workshop& workshop, const std::string& name, const Server& plain);
 
     /** A time-stamping authority (`openssl ts`) with the settings "tsa.conf" that signs as @p signer. */
     static Server timeStamper(const Workshop& workshop, const std::string& signer);

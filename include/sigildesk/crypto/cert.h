@@ -264,7 +264,7 @@ SIGIL_EXPORT int CertVerifyByIVS(void* handle, char* confFile, BINSTR* certifica
  *  @param signRequest           whether the request is signed
  *  @param signerCertificate     DER certificate of whoever signs the request; may be empty when nobody does
  *  @param signerKey             its private key (PrivateKeyInfo of PKCS#8, DER); never empty, even when nobody signs
- *  @param url                   http address of the responder
+ *  @param url                   http or https address of the responder
  *  @param responderCertificate  DER certificate that must have signed the response
  *  @param revocationTime        caller's buffer of at least 25 bytes; "YYYY-MM-DD HH:MM:SS", empty when not revoked
  *  @param reason                receives the state: 0 good, 1 revoked

@@ -23,12 +23,13 @@ SIGIL_EXPORT int OCSPMakeOCSPReq(void* handle, BINSTR* certificate, bool signReq
     BINSTR* signerKey, BINSTR* request);
 
 /** Sends a request to a responder and receives its response (HTTP POST).
- *  @param url          where the responder is; open toolkit: an http address, empty for the one in @p certificate
+ *  @param url          where the responder is; open toolkit: a web address (http, https), empty for the one in
+ *                      @p certificate
  *  @param certificate  DER certificate that is asked about
  *  @param request      OCSP request
  *  @param response     receives the response; release it with HV_BINSTR_Delete on the same handle
  *  @return the common codes; 1001 when @p certificate or @p request is empty or @p url is null; open toolkit: 3600 without an
- *          http address, 3601 and 3602 when the server does not answer */
+ *          web address, 3601 and 3602 when the server does not answer */
 SIGIL_EXPORT int OCSPSendAndRecv(void* handle, char* url, BINSTR* certificate, BINSTR* request, BINSTR* response);
 
 /** Verifies a response: its signer, its nonce, the time for which it holds. The maker toolkit does not receive @p status, so the

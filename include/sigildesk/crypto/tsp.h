@@ -11,7 +11,7 @@
 #include <sigildesk/export.h>
 
 /** Gets a time stamp for data in one step.
- *  @param address      address of the authority; open toolkit: "http://host[:port]/path", or a host alone
+ *  @param address      address of the authority; open toolkit: "http://host[:port]/path", https too, or a host alone
  *  @param port         port or other number of the toolkit; open toolkit: of a host alone, 0 for 80
  *  @param hash         hash algorithm, a number of the toolkit; open toolkit: SigilToolkitHash
  *  @param policy       text of the toolkit, required; open toolkit: the policy wanted, dotted or with blanks, empty for any
@@ -26,7 +26,7 @@ SIGIL_EXPORT int TSPTimeStampData(void* handle, char* address, int port, int has
     bool useNonce, BINSTR* certificate, BINSTR* privateKey, BINSTR* token);
 
 /** Gets a time stamp for a file in one step.
- *  @param address      address of the authority; open toolkit: "http://host[:port]/path", or a host alone
+ *  @param address      address of the authority; open toolkit: "http://host[:port]/path", https too, or a host alone
  *  @param port         port or other number of the toolkit; open toolkit: of a host alone, 0 for 80
  *  @param hash         hash algorithm, a number of the toolkit; open toolkit: SigilToolkitHash
  *  @param policy       text of the toolkit, required; open toolkit: the policy wanted, dotted or with blanks, empty for any

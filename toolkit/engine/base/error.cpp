@@ -62,7 +62,7 @@ constexpr std::array codeTexts{
     CodeText{SIGIL_TK_VID_NO_RANDOM, "The private key holds no random value"},
     CodeText{SIGIL_TK_VID_NO_DATA, "The certificate holds no identity data"},
     CodeText{SIGIL_TK_VID_MISMATCH, "The identity number does not belong to the certificate"},
-    CodeText{SIGIL_TK_URL, "The address is not an ldap or http address"},
+    CodeText{SIGIL_TK_URL, "The address is not an ldap, http or https address"},
     CodeText{SIGIL_TK_FETCH, "The server cannot be reached"},
     CodeText{SIGIL_TK_NOT_FOUND, "The server has no such entry"},
     CodeText{SIGIL_TK_OCSP_MALFORMED, "The responder's answer is damaged"},

@@ -85,6 +85,8 @@ Address parseAddress(std::string_view url)
     return {scheme, url.substr(at + 3)};
 }
 
+bool isWeb(const Address& address) { return address.scheme == "http" || address.scheme == "https"; }
+
 std::string withPort(std::string_view host)
 {
     const std::size_t bracket = host.rfind(']'); // before it stand the colons of an IPv6 address
@@ -119,7 +121,7 @@ Bytes fetch(std::string_view url, int mode, Visits& visits)
     const std::vector<std::string> attributes = attributesFor(mode);
     const Address address = parseAddress(url);
     visits.begin(url);
-    if (address.scheme == "http")
+    if (isWeb(address))
         return getFromWeb(std::string(url), visits);
     require(address.scheme == "ldap", SIGIL_TK_URL);
     return queryDirectory(directoryQuery(address.rest, attributes), visits);
@@ -133,7 +135,7 @@ Bytes post(std::string_view url, const std::string& contentType, View body, std:
 
 Bytes post(std::string_view url, const std::string& contentType, View body, std::size_t maximumSize, Visits& visits)
 {
-    require(parseAddress(url).scheme == "http", SIGIL_TK_URL);
+    require(isWeb(parseAddress(url)), SIGIL_TK_URL);
     return postToWeb(std::string(url), contentType, body, maximumSize, visits);
 }
 

@@ -1,6 +1,6 @@
 /** @file
  *  Certificates and revocation lists from servers: directories (LDAP, RFC 4511, addresses of RFC 4516) and web servers
- *  (HTTP). Every exchange is bounded in time and size (visits.h, web.h), and never waits for a person.
+ *  (HTTP, HTTPS). Every exchange is bounded in time and size (visits.h, web.h), and never waits for a person.
  */
 #pragma once
 
@@ -24,14 +24,14 @@ constexpr std::time_t clockTolerance = 300;
  *  ldap://host[:port]/DN[?attribute]: one entry, base scope, anonymous. Blanks in the DN may stand as they are or as %20,
  *  a DN that is not UTF-8 is taken as CP949, and a missing scheme means ldap. Without an attribute @p mode tells what is
  *  wanted. The first value of the first attribute that the entry has is the answer.
- *  http://...: the body.
+ *  http://..., https://...: the body.
  *  @param mode SigilToolkitFetch; throws SIGIL_TK_OPTION for another
  *  Throws SIGIL_TK_URL, SIGIL_TK_FETCH, SIGIL_TK_NOT_FOUND. */
 Bytes fetch(std::string_view url, int mode);
 /** The same as one of several addresses of a call. */
 Bytes fetch(std::string_view url, int mode, Visits& visits);
 
-/** Sends bytes to an http address (POST) and answers the body, at most @p maximumSize bytes. Redirections are refused.
+/** Sends bytes to an http or https address (POST) and answers the body, at most @p maximumSize bytes. Redirections are refused.
  *  Throws SIGIL_TK_URL, SIGIL_TK_FETCH, SIGIL_TK_NOT_FOUND. */
 Bytes post(std::string_view url, const std::string& contentType, View body, std::size_t maximumSize);
 /** The same as one of several addresses of a call. */

@@ -7,8 +7,16 @@
 #include <curl/curl.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <fcntl.h>
 #include <memory>
+#include <new>
+#include <optional>
+#include <pthread.h>
+#include <signal.h>
+#include <strings.h>
+#include <system_error>
+#include <thread>
 #include <utility>
 
 namespace toolkit {
@@ -50,16 +58,23 @@ using Headers = std::unique_ptr<curl_slist, ReleaseHeaders>;
 struct Answer {
     std::size_t maximumSize;
     Bytes body;
+    bool outOfMemory = false;
 };
 
+/** What is thrown must not pass through libcurl. */
 std::size_t append(char* data, std::size_t, std::size_t size, void* target)
 {
     auto& answer = *static_cast<Answer*>(target);
     if (answer.body.size() + size > answer.maximumSize)
         return 0;
-    const View piece = view({data, size});
-    answer.body.insert(answer.body.end(), piece.begin(), piece.end());
-    return size;
+    try {
+        const View piece = view({data, size});
+        answer.body.insert(answer.body.end(), piece.begin(), piece.end());
+        return size;
+    } catch (const std::bad_alloc&) {
+        answer.outOfMemory = true;
+        return 0;
+    }
 }
 
 /** Addresses are formed from names, so blanks and Korean letters are met in them. */
@@ -76,14 +91,31 @@ std::string encodedUrl(const std::string& url)
     return encoded;
 }
 
+/** Whether an address is one of TLS. */
+bool isSecure(const std::string& url)
+{
+    constexpr std::string_view scheme = "https:";
+    return strncasecmp(url.c_str(), scheme.data(), scheme.size()) == 0;
+}
+
+/** The system's authorities, or those of the file that the environment names in their place, as with OpenSSL's programs. */
+void setAuthorities(CURL* transfer)
+{
+    const char* const file = secure_getenv("SSL_CERT_FILE");
+    if (!file)
+        return;
+    curl().easy_setopt(transfer, CURLOPT_CAINFO, file);
+    curl().easy_setopt(transfer, CURLOPT_CAPATH, nullptr);
+}
+
 Transfer openTransfer(const std::string& url, const Visits& visits)
 {
-    // Without its TLS part, so that the process's OpenSSL stays as it is.
     static const bool ready = curl().global_init(CURL_GLOBAL_NOTHING) == CURLE_OK;
     Transfer transfer(ready ? curl().easy_init() : nullptr);
     require(transfer != nullptr, SIGIL_TK_NO_MEMORY);
     curl().easy_setopt(transfer.get(), CURLOPT_URL, url.c_str());
-    curl().easy_setopt(transfer.get(), CURLOPT_PROTOCOLS_STR, "http");
+    curl().easy_setopt(transfer.get(), CURLOPT_PROTOCOLS_STR, "http,https");
+    curl().easy_setopt(transfer.get(), CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2));
     curl().easy_setopt(transfer.get(), CURLOPT_NOSIGNAL, 1L);
     curl().easy_setopt(transfer.get(), CURLOPT_CONNECTTIMEOUT, connectSeconds);
     curl().easy_setopt(transfer.get(), CURLOPT_TIMEOUT_MS, static_cast<long>(visits.remaining().count()));
@@ -93,6 +125,7 @@ Transfer openTransfer(const std::string& url, const Visits& visits)
 Transfer makeTransfer(const std::string& url, Answer& answer, const Visits& visits)
 {
     Transfer transfer = openTransfer(encodedUrl(url), visits);
+    setAuthorities(transfer.get());
     curl().easy_setopt(transfer.get(), CURLOPT_FAILONERROR, 1L);
     curl().easy_setopt(transfer.get(), CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(answer.maximumSize));
     curl().easy_setopt(transfer.get(), CURLOPT_WRITEFUNCTION, append);
@@ -100,10 +133,30 @@ Transfer makeTransfer(const std::string& url, Answer& answer, const Visits& visi
     return transfer;
 }
 
-/** Throws unless the exchange went well. @return the status of the answer */
-long perform(CURL* transfer, const std::string& url, Visits& visits)
+/** libcurl's TLS uses the process's OpenSSL. In a thread of its own it leaves the host's error queue alone, and the signal of
+ *  a connection that a server closes reaches nobody. */
+CURLcode performApart(CURL* transfer)
 {
-    const CURLcode result = curl().easy_perform(transfer);
+    sigset_t all;
+    sigset_t before;
+    sigfillset(&all);
+    pthread_sigmask(SIG_SETMASK, &all, &before);
+    std::optional<CURLcode> result;
+    try {
+        std::thread([&] { result = curl().easy_perform(transfer); }).join();
+    } catch (const std::system_error&) { // no thread: no result
+    }
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    require(result.has_value(), SIGIL_TK_NO_MEMORY, "thread");
+    return *result;
+}
+
+/** Throws unless the exchange went well. @return the status of the answer */
+long perform(CURL* transfer, const std::string& url, const Answer& answer, Visits& visits)
+{
+    const CURLcode result = isSecure(url) ? performApart(transfer) : curl().easy_perform(transfer);
+    require(!answer.outOfMemory,
+        SIGIL_TK_NO_MEMORY); // libcurl's own code for that is one of lines that are too long too
     long status = 0;
     long redirections = 0;
     curl().easy_getinfo(transfer, CURLINFO_RESPONSE_CODE, &status);
@@ -121,10 +174,10 @@ Bytes getFromWeb(const std::string& url, Visits& visits)
     Answer answer{maximumFetchSize, {}};
     const Transfer transfer = makeTransfer(url, answer, visits);
     const int redirections = std::min(visits.left(), maximumRedirections);
-    curl().easy_setopt(transfer.get(), CURLOPT_REDIR_PROTOCOLS_STR, "http");
+    curl().easy_setopt(transfer.get(), CURLOPT_REDIR_PROTOCOLS_STR, isSecure(url) ? "https" : "http");
     curl().easy_setopt(transfer.get(), CURLOPT_FOLLOWLOCATION, 1L);
     curl().easy_setopt(transfer.get(), CURLOPT_MAXREDIRS, static_cast<long>(redirections));
-    perform(transfer.get(), url, visits);
+    perform(transfer.get(), url, answer, visits);
     return std::move(answer.body);
 }
 
@@ -138,7 +191,7 @@ Bytes postToWeb(
     curl().easy_setopt(transfer.get(), CURLOPT_HTTPHEADER, headers.get());
     curl().easy_setopt(transfer.get(), CURLOPT_POSTFIELDSIZE, static_cast<long>(body.size()));
     curl().easy_setopt(transfer.get(), CURLOPT_POSTFIELDS, body.data());
-    const long status = perform(transfer.get(), url, visits);
+    const long status = perform(transfer.get(), url, answer, visits);
     require(status == 200, SIGIL_TK_FETCH, "status " + std::to_string(status));
     return std::move(answer.body);
 }

@@ -1,5 +1,7 @@
 /** @file
- *  One exchange with a web server: GET or POST. And connections for others, since this client looks names up and waits for
+ *  One exchange with a web server: GET or POST, over TLS (1.2 at least) when the address says https. The server must then
+ *  prove its name with a certificate that leads to one of the system's authorities; the environment variable SSL_CERT_FILE
+ *  names a file of others in their place. And connections for others, since this client looks names up and waits for
  *  servers within a bound.
  */
 #pragma once
@@ -15,11 +17,11 @@ namespace toolkit {
  *  the host grow by more than 64 MiB. */
 constexpr std::size_t maximumFetchSize = 16UL * 1024 * 1024;
 
-/** Body of an http address, at most maximumFetchSize bytes. Follows three redirections, http only, as far as @p visits allows
- *  them. Throws SIGIL_TK_FETCH and, when the server answers 404 or 410, SIGIL_TK_NOT_FOUND. */
+/** Body of an http or https address, at most maximumFetchSize bytes. Follows three redirections to addresses of the same
+ *  scheme, as far as @p visits allows them. Throws SIGIL_TK_FETCH and, when the server answers 404 or 410, SIGIL_TK_NOT_FOUND. */
 Bytes getFromWeb(const std::string& url, Visits& visits);
 
-/** Answer to bytes that are posted to an http address, at most @p maximumSize bytes. Anything but 200 is a failure, a
+/** Answer to bytes that are posted to an http or https address, at most @p maximumSize bytes. Anything but 200 is a failure, a
  *  redirection too. Throws as above. */
 Bytes postToWeb(
     const std::string& url, const std::string& contentType, View body, std::size_t maximumSize, Visits& visits);

@@ -74,7 +74,7 @@ using OcspRequestHandle = Handle<OCSP_REQUEST, OCSP_REQUEST_free>;
 OcspRequestHandle makeOcspRequest(
     const Library& library, const Certificate& certificate, const Certificate& issuer, const RequestSigner* signer);
 
-/** Asks the responder at an http address. The issuer is looked for in the store; when it is not there, @p responder must be
+/** Asks the responder at a web address. The issuer is looked for in the store; when it is not there, @p responder must be
  *  the issuer. Throws what the steps above throw, SIGIL_TK_VERIFY_NO_ISSUER, SIGIL_TK_URL, _FETCH and _NOT_FOUND. */
 OcspAnswer ocspStatus(const Library& library, const TrustStore& store, const Certificate& certificate,
     const Certificate& responder, std::string_view url, const RequestSigner* signer);

@@ -43,7 +43,7 @@ private:
     std::vector<OcspAnswer> m_answers;
 };
 
-/** Asks the responder at an http address; an empty one stands for the addresses in the certificate.
+/** Asks the responder at a web address; an empty one stands for the addresses in the certificate.
  *  Throws SIGIL_TK_URL when it names none, and what findIssuer() and post() throw. */
 Bytes sendToResponder(const TrustStore& store, std::string_view url, const Certificate& certificate, View request);
 

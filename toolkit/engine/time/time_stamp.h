@@ -39,7 +39,8 @@ private:
     Handle<TS_REQ, TS_REQ_free> m_request;
 };
 
-/** @param address "http://host[:port]/path", or a host alone, which is asked on @p port (0: 80). Throws what post() throws. */
+/** @param address "http://host[:port]/path", the same with https, or a host alone, which is asked over http on @p port (0: 80).
+ *  Throws what post() throws. */
 Bytes sendToTimeStamper(std::string_view address, int port, View request);
 
 } // namespace toolkit
