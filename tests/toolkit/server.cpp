@@ -77,7 +77,7 @@ Server::Server(
     : m_process(start(workshop, command))
     , m_port(port)
 {
-    for (int i = 0; i < 200; ++i) {
+    for (int i = 0; i < 1200; ++i) { // a minute: the machine may be busy
         if (ready.empty() ? answers(port) : workshop.read("server.log").find(ready) != std::string::npos)
             return;
         std::this_thread::sleep_for(std::chrono::milliseconds(50));
@@ -185,6 +185,15 @@ server.serve_forever()
 )");
     const int port = freePort();
     return {workshop, {"python3", "secure.py", std::to_string(port), name, std::to_string(plain.port())}, port};
+}
+
+Server Server::bouncyStamper(
+    const Workshop& workshop, const std::string& program, const std::string& signer, const std::string& scheme)
+{
+    const int port = freePort();
+    const std::string order = "serve " + std::to_string(port) + " " + signer + ".crt " + signer + ".key " + scheme;
+    return {workshop, {"sh", "-c", "echo '" + order + "' >stamper.order && exec " + program + " <stamper.order"},
+        port, "waiting for requests"};
 }
 
 Server Server::rude(const Workshop& workshop, const std::string& manner)

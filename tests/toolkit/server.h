@@ -39,6 +39,10 @@ public:
      *  @param options more of its options */
     static Server authority(
         const Workshop& workshop, const std::string& name, const std::vector<std::string>& options = {});
+    /** One by Bouncy Castle. @param program the command line of BouncyCastle.java
+     *  @param scheme how the certificate's key signs, "SHA256withECDSA" */
+    static Server bouncyStamper(
+        const Workshop& workshop, const std::string& program, const std::string& signer, const std::string& scheme);
     /** Misbehaves in one of the manners of rude_server.py. */
     static Server rude(const Workshop& workshop, const std::string& manner);
 
