@@ -10,6 +10,8 @@
 
 #include <array>
 #include <ctime>
+#include <filesystem>
+#include <map>
 #include <memory>
 
 using namespace toolkit_test;
@@ -294,6 +296,10 @@ TEST_F(Lies, ARedirectionIsNotFollowed)
 
 namespace {
 
+/** The users of the authority and what verifying a response about each of them says. */
+const std::map<std::string, int> states{
+    {"good", SIGIL_TK_OK}, {"revoked", SIGIL_TK_VERIFY_REVOKED}, {"unknown", SIGIL_TK_OCSP_UNKNOWN}};
+
 /** The same question in single steps, on both faces. */
 class OcspSteps : public testing::TestWithParam<const char*> {
 protected:
@@ -430,6 +436,44 @@ TEST_P(OcspSteps, RequestsAreReadByOthers)
     ByteString request(toolkit);
     EXPECT_EQ(makeRequest("foreign", request), SIGIL_TK_VERIFY_NO_ISSUER);
     EXPECT_TRUE(request.empty());
+}
+
+TEST_P(OcspSteps, OcsptoolSaysTheSameOfAResponse)
+{
+    const Workshop& workshop = authority().workshop;
+    const auto accepted = [&](const std::string& response) {
+        workshop.write("response.der", response);
+        return workshop.tryRun("ocsptool --verify-response --load-response=response.der --load-trust=ca.pem") == 0;
+    };
+    for (const auto& [name, state] : states) {
+        const std::string response = ask(name);
+        EXPECT_TRUE(accepted(response)) << workshop.read("output.txt");
+        EXPECT_THAT(workshop.run("ocsptool --response-info --load-response=response.der"),
+            testing::HasSubstr("Certificate Status: " + name));
+        EXPECT_EQ(verify(name, response), state) << toolkit.errorText();
+    }
+    const auto broken = authority().respond("foreign", "-nmin 10");
+    const std::string foreign = ask("good", *broken);
+    EXPECT_FALSE(accepted(foreign));
+    EXPECT_EQ(verify("good", foreign), SIGIL_TK_OCSP_SIGNER);
+}
+
+TEST_P(OcspSteps, AResponseThatOcsptoolAskedForIsVerified)
+{
+    const Workshop& workshop = authority().workshop;
+    workshop.write("nonce.conf", "[OCSP]\nNonce = 0\n");
+    ASSERT_EQ(hvtk() ? toolkit("API_SetConfFile", text(workshop.path("nonce.conf")))
+                     : toolkit("API_SetOption", int(SIGIL_TK_OPTION_OCSP_ANY_NONCE)),
+        0);
+    const std::string url = "http://127.0.0.1:" + std::to_string(authority().signedByDelegate->port());
+    for (const auto& [name, state] : states) {
+        ByteString request(toolkit);
+        ASSERT_EQ(makeRequest(name, request), 0);
+        std::filesystem::remove(workshop.path("asked.der"));
+        workshop.tryRun("ocsptool --ask=" + url + " --no-nonce --load-cert=" + name +
+            ".pem --load-issuer=ca.pem --outfile=asked.der");
+        EXPECT_EQ(verify(name, workshop.read("asked.der")), state) << name << toolkit.errorText();
+    }
 }
 
 TEST_P(OcspSteps, TheCertificateMayNameItsResponder)
