@@ -7,7 +7,7 @@
  *  The rules that hold for every function (handle, codes, ownership, texts) stand in <sigildesk/crypto.h>.
  *
  *  What the arguments mean is the toolkit's to define. The open toolkit takes these; a licensed toolkit may have other
- *  numbers, and other forms of keys and lists:
+ *  numbers for options and algorithms, other forms of keys, lists and times, and limits for the size of files:
  *  - certificate: DER or PEM. privateKey: a PrivateKeyInfo in DER, as PriKeyDecrypt hands it out; 2005 when it does not
  *    belong to the certificate. recipients: a list in the form of CertAddCert and UTILAddObject, or one certificate.
  *  - message: BER or DER; what it writes is DER. Hash, RSA scheme and padding are those of HV_SetHashAlg,
@@ -16,7 +16,11 @@
  *  - signingTime in: "YYYY-MM-DD HH:MM:SS" in local standard time, empty: the time of the call (3007 for other texts). Out:
  *    the same form in a buffer of at least 25 bytes, empty when the message says none; may be null.
  *  - path: bytes of the file system, below the folder of MediaLoad when it is relative. Files may have any size; what is
- *    written appears whole or not at all.
+ *    written appears whole or not at all, and replaces a file of that name unless the function says otherwise. 3300 a file
+ *    that is not there, 3301 one that cannot be read or changes meanwhile, 3302 one that cannot be written.
+ *  - byte strings in are not empty (3000); a file may be. A record that is written holds nothing on entry, or its bytes
+ *    leak, unless the function says that it replaces them.
+ *  - everything in a message but its content: at most 8 MiB, which bounds signers and recipients.
  *  Its codes: 3900 not a message or damaged; 3901 the content is missing or not the one that was signed; 3902 no such signer
  *  or recipient; 3903 no such attribute; 3904 a message of another type; 3402 cannot be decrypted; 3403 a wrong
  *  signature; 3006 an option that is unknown or that the function cannot follow.
@@ -32,7 +36,7 @@
  *  @param certificate    certificate
  *  @param privateKey     private key
  *  @param content        content
- *  @param signingTime    text of the toolkit, required
+ *  @param signingTime    time to be told in the message, required; empty: now
  *  @param signedMessage  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
  *  @return the common codes; 1001 when @p certificate or @p privateKey is empty or @p signingTime is null */
 SIGIL_EXPORT int CMSMakeSignedData(void* handle, int option, BINSTR* certificate, BINSTR* privateKey,
@@ -44,7 +48,7 @@ SIGIL_EXPORT int CMSMakeSignedData(void* handle, int option, BINSTR* certificate
  *  @param certificate    certificate
  *  @param privateKey     private key
  *  @param message        signed message that gets the signer
- *  @param signingTime    text of the toolkit, required
+ *  @param signingTime    time to be told in the message, required; empty: now
  *  @param signedMessage  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
  *  @return the common codes; 1001 when @p certificate or @p privateKey is empty or @p signingTime is null */
 SIGIL_EXPORT int CMSMakeSignedDataWithAddSigner(void* handle, int option, BINSTR* certificate, BINSTR* privateKey,
@@ -63,8 +67,8 @@ SIGIL_EXPORT int CMSProcessSignedData(void* handle, int option, BINSTR* message,
 /** Gives one signer of the message that was processed last. Both toolkits receive @p index. Adding a signer to a message may
  *  move the others. 3902 outside, and before any message was verified.
  *  @param index        position of the signer in the message, from 0
- *  @param certificate  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
- *  @param signingTime  text that the toolkit may write
+ *  @param certificate  receives the signer's certificate, may be null; release it with HV_BINSTR_Delete on the same handle
+ *  @param signingTime  buffer of at least 25 bytes, may be null
  *  @return the common codes */
 SIGIL_EXPORT int CMSGetSignerCert(void* handle, int index, BINSTR* certificate, char* signingTime);
 
@@ -72,8 +76,10 @@ SIGIL_EXPORT int CMSGetSignerCert(void* handle, int index, BINSTR* certificate, 
  *  @param option            SigilToolkitMessageOption bits; a message without signed attributes is 3006
  *  @param certificate       certificate
  *  @param content           content
- *  @param signingTime       text of the toolkit, required
- *  @param signedAttributes  DER of the signed attributes (SET OF), to be hashed and signed as it is; filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
+ *  @param signingTime       time to be told in the message, required; empty: now
+ *  @param signedAttributes  receives the DER of the signed attributes (SET OF), to be hashed and signed as it is; release it
+ *                           with HV_BINSTR_Delete on the same handle. One message waits per handle: a second call drops
+ *                           the first
  *  @return the common codes; 1001 when @p certificate or @p content is empty or @p signingTime is null; 1003 on the
  *          GPKI library */
 SIGIL_EXPORT int CMSMakekTBSData(
@@ -94,9 +100,9 @@ SIGIL_EXPORT int CMSSetOption(void* handle, int option);
 /** Signs a file into a detached message.
  *  @param certificate  certificate
  *  @param privateKey   private key
- *  @param contentFile  path of the content
- *  @param signingTime  text of the toolkit, required
- *  @param messageFile  path of the message
+ *  @param contentFile  path of the content, read
+ *  @param signingTime  time to be told in the message, required; empty: now
+ *  @param messageFile  path of the message, written
  *  @return the common codes; 1001 when @p certificate or @p privateKey is empty or @p contentFile, @p signingTime
  *          or @p messageFile is null */
 SIGIL_EXPORT int CMSMakeSignedDataFile(
@@ -105,9 +111,9 @@ SIGIL_EXPORT int CMSMakeSignedDataFile(
 /** Signs a file into a message that includes it.
  *  @param certificate  certificate
  *  @param privateKey   private key
- *  @param contentFile  path of the content
- *  @param signingTime  text of the toolkit, required
- *  @param messageFile  path of the message
+ *  @param contentFile  path of the content, read
+ *  @param signingTime  time to be told in the message, required; empty: now
+ *  @param messageFile  path of the message, written
  *  @return the common codes; 1001 when @p certificate or @p privateKey is empty or @p contentFile, @p signingTime
  *          or @p messageFile is null */
 SIGIL_EXPORT int CMSMakeSignedDataFileWithContent(
@@ -117,8 +123,9 @@ SIGIL_EXPORT int CMSMakeSignedDataFileWithContent(
  *  @param contentFile  path of the content, required. The open toolkit goes by the message: when it has its content in it,
  *                      that is written here, where nothing may be yet (3302)
  *  @param messageFile  path of the message, required
- *  @param certificate  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
- *  @param signingTime  text that the toolkit may write
+ *  @param certificate  receives the first signer's certificate, may be null; release it with HV_BINSTR_Delete on the same
+ *                      handle. CMSGetSignerCert tells the others
+ *  @param signingTime  buffer of at least 25 bytes, may be null; receives the first signer's time
  *  @return the common codes; 1001 when @p contentFile or @p messageFile is null */
 SIGIL_EXPORT int CMSProcessSignedDataFile(
     void* handle, char* contentFile, char* messageFile, BINSTR* certificate, char* signingTime);
@@ -127,55 +134,59 @@ SIGIL_EXPORT int CMSProcessSignedDataFile(
  *  CMSProcessSignedDataFile.
  *  @param contentFile  path for the content, required, where nothing may be yet (3302)
  *  @param messageFile  path of the message, required
- *  @param certificate  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
- *  @param signingTime  text that the toolkit may write
+ *  @param certificate  receives the first signer's certificate, may be null; release it with HV_BINSTR_Delete on the same
+ *                      handle. CMSGetSignerCert tells the others
+ *  @param signingTime  buffer of at least 25 bytes, may be null; receives the first signer's time
  *  @return the common codes; 1001 when @p contentFile or @p messageFile is null */
 SIGIL_EXPORT int CMSProcessSignedDataFileWithContent(
     void* handle, char* contentFile, char* messageFile, BINSTR* certificate, char* signingTime);
 
-/** Gives the CA certificates in the message that was processed last.
- *  @param certificates  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
+/** Gives the certificates of the message that was processed last that are no signer's. 3902 before any message was verified.
+ *  @param certificates  receives a list in the form of CertAddCert, which may be an empty one; release it with HV_BINSTR_Delete on the same handle
  *  @return the common codes; 1003 on the maker toolkit */
 SIGIL_EXPORT int CMSGetSignerCaPubs(void* handle, BINSTR* certificates);
 
-/** Gives the data of one signer that is to be time-stamped.
+/** Gives the data of one signer that is to be time-stamped: the bytes of its signature. 3902 outside, and before any message was
+ *  verified.
  *  @param index  position of the signer in the message, from 0
- *  @param data   filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
+ *  @param data   receives the signature, as TSPMakeReqMsg takes it; release it with HV_BINSTR_Delete on the same handle
  *  @return the common codes; 1003 on the maker toolkit */
 SIGIL_EXPORT int CMSGetTBTData(void* handle, int index, BINSTR* data);
 
-/** Gives the time-stamp token of one signer (RFC 3161).
+/** Gives the time-stamp token of one signer (RFC 3161) of the message that was processed last, unverified: TSPVerifyToken2
+ *  verifies it over the data of CMSGetTBTData. 3902 outside, 3903 when the signer has none.
  *  @param index  position of the signer in the message, from 0
  *  @param token  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
  *  @return the common codes; 1003 on the maker toolkit */
 SIGIL_EXPORT int CMSGetTimeStampToken1(void* handle, int index, BINSTR* token);
 
-/** Puts a time-stamp token into a signed message. Despite its name it sets the token.
- *  @param message         signed message
- *  @param index           position of the signer in the message, from 0
- *  @param token           time-stamp token
+/** Puts a time-stamp token into a signed message. Despite its name it sets the token; one that the signer had is replaced.
+ *  @param message         signed message, need not have been processed
+ *  @param index           position of the signer in the message, from 0; 3902 outside
+ *  @param token           time-stamp token (4000 when it is none) of this signer's signature, by a hash that is not broken
+ *                         (4004); the token's own signature is not verified
  *  @param stampedMessage  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
  *  @return the common codes; 1001 when @p message or @p token is empty; 1003 on the maker toolkit */
 SIGIL_EXPORT int CMSGetTimeStampToken2(
     void* handle, BINSTR* message, int index, BINSTR* token, BINSTR* stampedMessage);
 
 /** Encrypts content for one recipient.
- *  @param option            SigilToolkitEnvelopeOption, for the maker toolkit alone: 0 names recipients by issuer and serial number, 1 by subject
- *                           key identifier
+ *  @param option            SigilToolkitEnvelopeOption, for the maker toolkit alone: 0 names recipients by issuer and serial
+ *                           number, 1 by subject key identifier, which the certificate must have (3006)
  *  @param recipient         recipient's certificate
  *  @param content           content
- *  @param algorithm         encryption algorithm, a number of the toolkit
+ *  @param algorithm         SigilToolkitCipher, 0 is SEED
  *  @param envelopedMessage  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
  *  @return the common codes; 1001 when @p recipient or @p content is empty */
 SIGIL_EXPORT int CMSMakeEnvelopedData(
     void* handle, int option, BINSTR* recipient, BINSTR* content, int algorithm, BINSTR* envelopedMessage);
 
 /** Encrypts content for several recipients.
- *  @param option            SigilToolkitEnvelopeOption, for the maker toolkit alone: 0 names recipients by issuer and serial number, 1 by subject
- *                           key identifier
+ *  @param option            SigilToolkitEnvelopeOption, for the maker toolkit alone: 0 names recipients by issuer and serial
+ *                           number, 1 by subject key identifier, which the certificate must have (3006)
  *  @param recipients        list of recipients' certificates
  *  @param content           content
- *  @param algorithm         encryption algorithm, a number of the toolkit
+ *  @param algorithm         SigilToolkitCipher, 0 is SEED
  *  @param envelopedMessage  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
  *  @return the common codes; 1001 when @p recipients or @p content is empty */
 SIGIL_EXPORT int CMSMakeEnvDataWithMultiRec(
@@ -193,10 +204,11 @@ SIGIL_EXPORT int CMSProcessEnvelopedData(
 
 /** Encrypts a file for one recipient. The GPKI library does not receive the last text.
  *  @param recipient    recipient's certificate
- *  @param contentFile  path of the content
- *  @param algorithm    encryption algorithm, a number of the toolkit
- *  @param messageFile  second path text, required
- *  @param cipherFile   third path text, required, for the maker toolkit only
+ *  @param contentFile  path of the content, read
+ *  @param algorithm    SigilToolkitCipher, 0 is SEED
+ *  @param messageFile  path of the message, written: on the maker toolkit without the encrypted content, on the GPKI library
+ *                      an ordinary one with it
+ *  @param cipherFile   path of the bare encrypted content, required, written by the maker toolkit only
  *  @return the common codes; 1001 when @p recipient is empty or @p contentFile, @p messageFile or @p cipherFile is
  *          null */
 SIGIL_EXPORT int CMSMakeEnvelopedDataFile(
@@ -205,9 +217,9 @@ SIGIL_EXPORT int CMSMakeEnvelopedDataFile(
 /** Decrypts an enveloped message whose encrypted content lies in a file of its own.
  *  @param certificate  certificate
  *  @param privateKey   private key
- *  @param messageFile  path of the message
- *  @param cipherFile   path of the encrypted content
- *  @param contentFile  path of the content
+ *  @param messageFile  path of the message, read
+ *  @param cipherFile   path of the encrypted content, read when it is not in the message
+ *  @param contentFile  path of the content, written
  *  @return the common codes; 1001 when @p certificate or @p privateKey is empty or @p messageFile, @p cipherFile or
  *          @p contentFile is null */
 SIGIL_EXPORT int CMSProcessEnvelopedDataFile(
@@ -216,9 +228,9 @@ SIGIL_EXPORT int CMSProcessEnvelopedDataFile(
 /** Decrypts an enveloped message that includes its encrypted content. Neither toolkit receives the second text.
  *  @param certificate  certificate
  *  @param privateKey   private key
- *  @param messageFile  path of the message
+ *  @param messageFile  path of the message, read
  *  @param cipherFile   ignored, may be null
- *  @param contentFile  path of the content
+ *  @param contentFile  path of the content, written
  *  @return the common codes; 1001 when @p certificate or @p privateKey is empty or @p messageFile or @p contentFile
  *          is null */
 SIGIL_EXPORT int CMSProcessEnvDataFileWithContent(
@@ -226,13 +238,13 @@ SIGIL_EXPORT int CMSProcessEnvDataFileWithContent(
 
 /** Signs content and encrypts it for a recipient in one message: with the open toolkit a signed message inside an enveloped
  *  one, signed now and as CMSSetOption says.
- *  @param option            SigilToolkitEnvelopeOption, for the maker toolkit alone: 0 names recipients by issuer and serial number, 1 by subject
- *                           key identifier
+ *  @param option            SigilToolkitEnvelopeOption, for the maker toolkit alone: 0 names recipients by issuer and serial
+ *                           number, 1 by subject key identifier, which the certificate must have (3006)
  *  @param certificate       certificate
  *  @param privateKey        private key
  *  @param recipient         recipient's certificate
  *  @param content           content
- *  @param algorithm         encryption algorithm, a number of the toolkit
+ *  @param algorithm         SigilToolkitCipher, 0 is SEED
  *  @param envelopedMessage  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
  *  @return the common codes; 1001 when @p certificate, @p privateKey, @p recipient or @p content is empty */
 SIGIL_EXPORT int CMSMakeSignedAndEnvData(void* handle, int option, BINSTR* certificate, BINSTR* privateKey,
@@ -244,7 +256,8 @@ SIGIL_EXPORT int CMSMakeSignedAndEnvData(void* handle, int option, BINSTR* certi
  *  @param privateKey         private key
  *  @param message            message
  *  @param content            filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
- *  @param signerCertificate  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
+ *  @param signerCertificate  receives the first signer's certificate, may be null; release it with HV_BINSTR_Delete on the
+ *                            same handle. CMSGetSignerCert tells the others
  *  @return the common codes; 1001 when @p certificate, @p privateKey or @p message is empty */
 SIGIL_EXPORT int CMSProcessSignedAndEnvData(void* handle, int option, BINSTR* certificate, BINSTR* privateKey,
     BINSTR* message, BINSTR* content, BINSTR* signerCertificate);
@@ -255,7 +268,8 @@ SIGIL_EXPORT int CMSProcessSignedAndEnvData(void* handle, int option, BINSTR* ce
  *  @param key               for the maker toolkit only: the bytes of a key for @p algorithm; empty: the key of
  *                           CRYPTSetKeyAndIV
  *  @param content           content
- *  @param algorithm         encryption algorithm, a number of the maker toolkit
+ *  @param algorithm         for the maker toolkit only: SigilToolkitCipher; 0 is SEED, or the cipher of CRYPTSetKeyAndIV when
+ *                           its key is taken
  *  @param encryptedMessage  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
  *  @return the common codes; 1001 when @p content is empty */
 SIGIL_EXPORT int CMSMakeEncryptedData(

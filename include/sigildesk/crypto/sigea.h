@@ -17,9 +17,9 @@
 SIGIL_EXPORT int SIGEAMakeChallenge(void* handle, BINSTR* challenge);
 
 /** Answers a challenge.
- *  @param challenge    challenge
- *  @param certificate  certificate
- *  @param privateKey   private key
+ *  @param challenge    challenge; 3007 with the open toolkit when it is none
+ *  @param certificate  certificate of whoever answers, DER or PEM
+ *  @param privateKey   its private key, PrivateKeyInfo in DER; 2005 when it does not belong to the certificate
  *  @param response     filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
  *  @return the common codes; 1001 when @p challenge, @p certificate or @p privateKey is empty; 1003 on the maker
  *          toolkit */
@@ -27,10 +27,11 @@ SIGIL_EXPORT int SIGEAMakeResponse(
     void* handle, BINSTR* challenge, BINSTR* certificate, BINSTR* privateKey, BINSTR* response);
 
 /** Verifies the answer to a challenge: 0 when it is good.
- *  @param challenge    challenge
- *  @param response     response
+ *  @param challenge    the challenge that was made
+ *  @param response     the answer to it; 3403 for the answer to another one or a wrong signature, 3900 when it is none
  *  @param certificate  required. With the open toolkit the certificate that must have answered (3902 for another); data that
- *                      are no certificate are replaced by the one that did. 3403 for the answer to another challenge
+ *                      are no certificate are replaced by the one that did. When certificates are trusted
+ *                      (CertAddTrustedCert), its path is verified too (3200 to 3208)
  *  @return the common codes; 1001 when @p challenge, @p response or @p certificate is empty; 1003 on the maker
  *          toolkit */
 SIGIL_EXPORT int SIGEAVerifyResponse(void* handle, BINSTR* challenge, BINSTR* response, BINSTR* certificate);

@@ -25,9 +25,9 @@ SIGIL_EXPORT int UNIVerifySignData(void* handle, BINSTR* message, BINSTR* data, 
 
 /** Decrypts an enveloped message of any supported kind. Of a signed-and-enveloped one the open toolkit hands out the signed
  *  message, for UNIVerifySignData.
- *  @param certificate  certificate
- *  @param privateKey   private key
- *  @param message      message
+ *  @param certificate  certificate of the recipient, DER or PEM
+ *  @param privateKey   its private key, PrivateKeyInfo in DER
+ *  @param message      message, with the codes of CMSProcessEnvelopedData
  *  @param data         filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
  *  @return the common codes; 1001 when @p certificate, @p privateKey or @p message is empty; 1003 on the GPKI
  *          library */
