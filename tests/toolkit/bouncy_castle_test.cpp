@@ -1,5 +1,6 @@
 // Messages and time stamps against Bouncy Castle, both ways: a whole batch goes to one run of it.
 
+#include "tests/support/tally.h"
 #include "tests/toolkit/messages.h"
 #include "tests/toolkit/server.h"
 
@@ -38,7 +39,11 @@ protected:
     }
 
     /** Adds a command to the batch. */
-    void order(const std::string& command) { m_orders += command + "\n"; }
+    void order(const std::string& command)
+    {
+        m_orders += command + "\n";
+        tally("orders to Bouncy Castle");
+    }
     void runOrders()
     {
         write("orders", m_orders);

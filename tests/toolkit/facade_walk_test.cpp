@@ -1,6 +1,7 @@
 // Every member of the library's table over both toolkits: what they have, and that they have all of it.
 
 #include "tests/facade/member.h"
+#include "tests/support/tally.h"
 #include "tests/toolkit/facade.h"
 
 #include <gtest/gtest.h>
@@ -78,6 +79,7 @@ TEST_P(FacadeWalk, NothingIsMissingButWhatTheTableSays)
         if (isToCome(member))
             continue;
         ++walked;
+        tally("members walked");
         const int code = answerOf(member);
         EXPECT_EQ(code == notSupported, !member.isOn(GetParam())) << member.name << " answers " << code;
     }

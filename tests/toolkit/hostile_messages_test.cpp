@@ -1,5 +1,6 @@
 // Messages that were changed on their way: never accepted with other content, always a stated code.
 
+#include "tests/support/tally.h"
 #include "tests/toolkit/messages.h"
 
 #include <gmock/gmock.h>
@@ -72,6 +73,7 @@ protected:
             changed[i] = static_cast<char>(changed[i] ^ (1 << (i % 8)));
             const int code = read(changed);
             EXPECT_TRUE(codes.contains(code)) << i << ": " << code;
+            tally("changed messages");
         }
     }
     /** A changed message is refused, or says the same. */
@@ -135,6 +137,7 @@ TEST_F(HostileMessages, TruncatedAndTrailingBytesAreRefused)
         const std::string message = signedBy("ec", options);
         for (std::size_t length = 1; length < message.size(); ++length)
             ASSERT_EQ(verify(message.substr(0, length)), SIGIL_TK_CMS_MALFORMED) << length;
+        tally("truncated messages", message.size() - 1);
         EXPECT_EQ(verify(message + '\0'), SIGIL_TK_CMS_MALFORMED);
         EXPECT_EQ(verify(message + message), SIGIL_TK_CMS_MALFORMED);
         EXPECT_EQ(verify(message), 0) << toolkit.errorText();
@@ -142,6 +145,7 @@ TEST_F(HostileMessages, TruncatedAndTrailingBytesAreRefused)
     const std::string enveloped = envelopedFor("ec");
     for (std::size_t length = 1; length < enveloped.size(); ++length)
         ASSERT_EQ(open("ec", enveloped.substr(0, length)), SIGIL_TK_CMS_MALFORMED) << length;
+    tally("truncated messages", enveloped.size() - 1);
 }
 
 TEST_F(HostileMessages, NestingAndLengthsAreBounded)

@@ -1,5 +1,6 @@
 // The state of a certificate from a real responder, and from one that tells lies.
 
+#include "tests/support/tally.h"
 #include "tests/toolkit/server.h"
 #include "tests/toolkit/toolkit_library.h"
 #include "tests/toolkit/workshop.h"
@@ -498,6 +499,7 @@ TEST_P(OcspSteps, EveryChangedByteIsNoticed)
         changed[i] = static_cast<char>(changed[i] ^ 0x55);
         ByteString responder(toolkit);
         const int code = verify("good", changed, responder);
+        tally("changed OCSP responses");
         // Only the certificate that comes along is not signed with the rest, and it is compared with what it says.
         EXPECT_TRUE(code == 0 ? responder.bytes() == file("responder.crt")
                               : code >= SIGIL_TK_OCSP_MALFORMED && code <= SIGIL_TK_OCSP_UNKNOWN)

@@ -2,6 +2,7 @@
 
 #include "tests/support/files.h"
 #include "tests/support/symbols.h"
+#include "tests/support/tally.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -74,7 +75,9 @@ TEST(Surface, TheDocumentationListsExactlyWhatIsExported)
     for (const auto& [symbol, file] : documented())
         listed.insert(symbol);
     std::set<std::string> exported = exportsOf("libHVCToolkitV30.so");
+    tally("symbols of HVTK_", exported.size());
     exported.merge(exportsOf("libgpkiapi_v15.so"));
+    tally("symbols of both", exported.size());
     EXPECT_EQ(listed, exported);
     EXPECT_GT(exported.size(), 170U);
 }

@@ -1,5 +1,6 @@
 // Time stamps of a real authority, read by us and by others, and of one that should not be believed.
 
+#include "tests/support/tally.h"
 #include "tests/toolkit/server.h"
 #include "tests/toolkit/toolkit_library.h"
 #include "tests/toolkit/workshop.h"
@@ -283,6 +284,7 @@ TEST_P(TimeStamp, EveryChangedByteIsNoticed)
         changed[i] = static_cast<char>(changed[i] ^ 0x55);
         ByteString certificate(toolkit);
         const int result = verifyToken(changed, certificate);
+        tally("changed time stamps");
         if (result != 0) {
             EXPECT_TRUE((result >= SIGIL_TK_TSP_MALFORMED && result <= SIGIL_TK_TSP_TIME) ||
                 result == SIGIL_TK_SIGNATURE || result == SIGIL_TK_CERT_MALFORMED || result == SIGIL_TK_ALGORITHM)

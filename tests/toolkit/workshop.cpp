@@ -1,5 +1,7 @@
 #include "tests/toolkit/workshop.h"
 
+#include "tests/support/tally.h"
+
 #include <gtest/gtest.h>
 #include <openssl/evp.h>
 
@@ -8,8 +10,23 @@
 #include <sys/wait.h>
 
 namespace toolkit_test {
+namespace {
+
+/** Runs of programs that read or write messages, responses, stamps and key files by themselves. */
+void countRuns(const std::string& command)
+{
+    constexpr std::array programs{"certtool --p", "cmsutil", "ocsptool", "openssl cms", "openssl ocsp",
+        "openssl pkcs12", "openssl ts", "pk12util"};
+    for (const std::string program : programs)
+        for (std::size_t at = 0; (at = command.find(program, at)) != command.npos; ++at)
+            tally("runs of " + program.substr(0, program.find(" --")));
+}
+
+} // namespace
+
 int Workshop::tryRun(const std::string& command) const
 {
+    countRuns(command);
     const int status = std::system(("cd '" + m_folder.path() + "' && (" + command + ") >output.txt 2>&1").c_str());
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }

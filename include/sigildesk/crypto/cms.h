@@ -142,7 +142,8 @@ SIGIL_EXPORT int CMSProcessSignedDataFileWithContent(
     void* handle, char* contentFile, char* messageFile, BINSTR* certificate, char* signingTime);
 
 /** Gives the certificates of the message that was processed last that are no signer's. 3902 before any message was verified.
- *  @param certificates  receives a list in the form of CertAddCert, which may be an empty one; release it with HV_BINSTR_Delete on the same handle
+ *  @param certificates  receives a list in the form of CertAddCert, which may be an empty one; release it with
+ *                       HV_BINSTR_Delete on the same handle
  *  @return the common codes; 1003 on the maker toolkit */
 SIGIL_EXPORT int CMSGetSignerCaPubs(void* handle, BINSTR* certificates);
 
