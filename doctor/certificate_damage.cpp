@@ -52,10 +52,10 @@ std::optional<DamagedPlace> brokenInside(std::string_view bytes, std::size_t off
     while (!bytes.empty()) {
         const auto element = elementOf(bytes);
         if (!element)
-            return DamagedPlace{offset, 0, bytes.size()};
+            return DamagedPlace{offset, 0, bytes.size(), false};
         const std::size_t left = bytes.size() - element->head;
         if (element->content > left)
-            return DamagedPlace{offset, element->content, left};
+            return DamagedPlace{offset, element->content, left, false};
         if ((element->tag & constructedBit) != 0 && depth < deepest) {
             const auto inner =
                 brokenInside(bytes.substr(element->head, element->content), offset + element->head, depth + 1);
@@ -159,13 +159,13 @@ Content contentOf(std::string_view bytes)
 std::optional<DamagedPlace> damagedPlace(std::string_view bytes)
 {
     const auto outer = elementOf(bytes);
-    if (!outer)
-        return DamagedPlace{0, 0, bytes.size()};
+    if (!outer || outer->tag != sequenceTag)
+        return DamagedPlace{0, 0, bytes.size(), false};
     if (const auto broken = brokenInside(bytes.substr(0, outer->head + outer->content), 0, 0))
         return broken;
     const std::size_t end = outer->head + outer->content;
     if (end < bytes.size())
-        return DamagedPlace{end, 0, bytes.size() - end};
+        return DamagedPlace{end, 0, bytes.size() - end, true};
     return std::nullopt;
 }
 

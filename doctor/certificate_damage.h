@@ -34,6 +34,10 @@ struct DamagedPlace {
     std::size_t offset;
     std::size_t claimed; ///< bytes that the element says it has; 0 for bytes behind the end or a broken head
     std::size_t left;    ///< bytes that there are
+    bool behindTheEnd = false;
+
+    /** The file ends before the whole of it does. */
+    bool cutShort() const { return offset == 0 && claimed > left; }
 };
 std::optional<DamagedPlace> damagedPlace(std::string_view bytes);
 

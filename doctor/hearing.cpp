@@ -74,13 +74,6 @@ Diagnosis tooLarge(const tagCERTINFO& entry, const std::string& path)
     return by(ruleFor(entry, path, "too_large"), {path, std::to_string(status.st_size)});
 }
 
-std::string placeText(const DamagedPlace& place)
-{
-    std::string text = "byte " + std::to_string(place.offset) + ": ";
-    return place.claimed > 0 ? text + std::to_string(place.claimed) + " > " + std::to_string(place.left)
-                             : text + std::to_string(place.left);
-}
-
 /** The rule for content that is not what the file is for; @p prefix is "certificate" or "key". */
 Diagnosis strangeContent(const std::string& prefix, Content content, std::string_view bytes,
     const std::string& path, const std::string& words)
@@ -95,8 +88,12 @@ Diagnosis strangeContent(const std::string& prefix, Content content, std::string
     const auto other = others.find(content);
     if (content != proper && other != others.end())
         return by(prefix + "_of_other_kind", {path, other->second});
-    const auto place = content == Content::Pem ? std::nullopt : damagedPlace(bytes);
-    return by(prefix + "_damaged", {path, place ? placeText(*place) : words});
+    const auto place = damagedPlace(bytes);
+    if (!place || bytes.starts_with("-----"))
+        return by(prefix + "_refused", {path, words});
+    return place->cutShort()
+        ? by(prefix + "_cut_short", {path, std::to_string(place->left), std::to_string(place->claimed)})
+        : by(prefix + "_damaged", {path, std::to_string(place->offset)});
 }
 
 Diagnosis damaged(const tagCERTINFO& entry, ErrorLog& log)
@@ -200,7 +197,7 @@ void addKeyTrouble(const tagCERTINFO& entry, Judged& judged)
     if (content == Content::EncryptedKey) {
         const auto place = damagedPlace(bytes);
         // Bytes behind the end are met in files of some issuers, and no reader minds them.
-        if (!place || (place->claimed == 0 && place->offset > 0))
+        if (!place || place->behindTheEnd)
             return;
     }
     judged.troubles.emplace_back(judged.key, strangeContent("key", content, bytes, judged.key, ""));

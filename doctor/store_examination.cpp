@@ -498,7 +498,8 @@ StoreReport examinePath(const DoctorQuestion& question, const std::string& path)
     const fs::path asked = whole.has_filename() ? whole : whole.parent_path();
     const fs::path around = baseAround(asked);
     const fs::path base = around.empty() ? asked : around;
-    const bool home = base == fs::path(plainPath(environment().homeFolder()));
+    std::error_code error; // of a folder that is not there, which is not the home folder
+    const bool home = fs::equivalent(base, environment().homeFolder(), error);
     const int medium = home ? SIGIL_MEDIUM_HARD_DISK : SIGIL_MEDIUM_REMOVABLE_DISK;
     if (around.empty() && !holdsStores(asked)) {
         Examination examination(question, medium, base.string());

@@ -32,6 +32,7 @@ TEST(Damage, IsFoundWhereTheFileEnds)
     EXPECT_EQ(place->offset, 0U);
     EXPECT_EQ(place->claimed, 6U);
     EXPECT_EQ(place->left, 4U);
+    EXPECT_TRUE(place->cutShort());
 }
 
 TEST(Damage, IsFoundBehindTheEnd)
@@ -40,6 +41,7 @@ TEST(Damage, IsFoundBehindTheEnd)
     ASSERT_TRUE(place);
     EXPECT_EQ(place->offset, whole.size());
     EXPECT_EQ(place->left, 3U);
+    EXPECT_TRUE(place->behindTheEnd);
 }
 
 TEST(Damage, OfAHeadThatIsNotWhole)

@@ -142,9 +142,12 @@ void Defects::contents()
     file("certificate empty", "signCert.der", "", "certificate_empty");
     file("certificate of one byte", "signCert.der", "0", "certificate_of_other_kind");
     file("certificate of zeros", "signCert.der", std::string(whole.size(), '\0'), "certificate_damaged");
-    file("certificate cut in half", "signCert.der", whole.substr(0, whole.size() / 2), "certificate_damaged");
+    file("certificate cut in half", "signCert.der", whole.substr(0, whole.size() / 2), "certificate_cut_short");
     file("certificate without its last byte", "signCert.der", whole.substr(0, whole.size() - 1),
-        "certificate_damaged");
+        "certificate_cut_short");
+    file("certificate with bytes behind its end", "signCert.der", whole + "xyz", "listed");
+    file(
+        "certificate of the largest size", "signCert.der", whole + std::string(4096 - whole.size(), 'x'), "listed");
     file("certificate with a wrong first byte", "signCert.der", "\x31" + whole.substr(1), "certificate_damaged");
     file(
         "certificate with a wrong length inside", "signCert.der", withWrongLength(whole, 9), "certificate_damaged");
@@ -164,7 +167,7 @@ void Defects::keys()
     file("key empty", "signPri.key", "", "key_empty, listed", "signPri.key");
     file("key too large", "signPri.key", std::string(4097, 'x'), "key_too_large");
     file("key cut in half", "signPri.key", good().signKey.substr(0, good().signKey.size() / 2),
-        "key_damaged, listed", "signPri.key");
+        "key_cut_short, listed", "signPri.key");
     file("key without protection", "signPri.key", plainKey, "key_of_other_kind, listed", "signPri.key");
     file("certificate as key", "signPri.key", good().signCert, "key_of_other_kind, listed", "signPri.key");
     file("text as key", "signPri.key", "to be sent by mail\n", "key_of_other_kind, listed", "signPri.key");

@@ -139,7 +139,7 @@ TEST_F(Places, OutsideOfAllStores)
     const std::string folder = m_folder.path("elsewhere");
     sigil::StoreReport report = sigil::examinePath(question, folder);
     EXPECT_EQ(said(report, folder + "/a/signCert.der"), "outside_store");
-    EXPECT_EQ(said(report, folder + "/damaged/signCert.der"), "certificate_damaged");
+    EXPECT_EQ(said(report, folder + "/damaged/signCert.der"), "certificate_cut_short");
     EXPECT_EQ(said(report, folder + "/c_sig.cer"), "outside_store");
     question.wanted.nPKITypes = SIGIL_FAMILY_MPKI;
     report = sigil::examinePath(question, folder + "/a/signCert.der");
