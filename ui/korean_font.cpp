@@ -5,6 +5,7 @@
 #include <sigildesk/codes.h>
 
 #include <QFontDatabase>
+#include <QStringList>
 
 namespace sigil {
 
