@@ -1,5 +1,6 @@
 // Every text can be read on what is under it, in light, dark and high-contrast palettes: measured in rendered pixels.
 
+#include "tests/ui/desktops.h"
 #include "tests/ui/fixture.h"
 #include "ui/cert_view_main_dialog.h"
 #include "ui/contrast.h"
@@ -17,29 +18,6 @@
 #include <memory>
 
 namespace {
-
-struct Colours {
-    const char* name;
-    QColor ground, text, button, highlight, highlightedText;
-};
-
-const Colours desktops[] = {
-    {"dark", "#353535", "#ffffff", "#454545", "#2a82da", "#ffffff"},
-    {"high contrast, black", "#000000", "#ffffff", "#000000", "#ffff00", "#000000"},
-    {"high contrast, white", "#ffffff", "#000000", "#ffffff", "#000080", "#ffffff"},
-    {"light on dark windows", "#202020", "#f0f0f0", "#303030", "#5599ff", "#ffffff"},
-};
-
-QPalette paletteOf(const Colours& colours)
-{
-    QPalette palette(colours.button, colours.ground);
-    for (auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::BrightText})
-        palette.setColor(role, colours.text);
-    palette.setColor(QPalette::Base, colours.ground);
-    palette.setColor(QPalette::Highlight, colours.highlight);
-    palette.setColor(QPalette::HighlightedText, colours.highlightedText);
-    return palette;
-}
 
 /** The commonest colour of an area is the ground, the one that stands out most from it the text. */
 double contrastIn(const QImage& image, const QRect& area)

@@ -1,7 +1,8 @@
 // Draws every dialog in both languages into PNG files, with made-up certificates.
 //
-// usage: ui_screenshots FOLDER
+// usage: ui_screenshots FOLDER [dark]
 
+#include "tests/ui/desktops.h"
 #include "tests/ui/driver.h"
 #include "tests/ui/scripted_processor.h"
 #include "ui/cert_view_main_dialog.h"
@@ -12,6 +13,8 @@
 #include "ui/select_cert_dialog.h"
 
 #include <QTabWidget>
+
+#include <string_view>
 
 namespace {
 
@@ -98,9 +101,12 @@ void saveSmallDialogs(int language)
 int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
-    if (argc != 2)
-        qFatal("usage: %s FOLDER", argv[0]);
+    const bool dark = argc == 3 && std::string_view(argv[2]) == "dark";
+    if (argc != 2 && !dark)
+        qFatal("usage: %s FOLDER [dark]", argv[0]);
     target = argv[1];
+    if (dark)
+        QApplication::setPalette(paletteOf(desktops[0]));
     scripted::processor().entries = {scripted::sampleEntry("홍길동()0011041200012345"),
         scripted::sampleEntry("김하늘", 4), scripted::sampleEntry("이바다", 5)};
     scripted::processor().drives = {
