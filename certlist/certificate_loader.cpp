@@ -25,12 +25,10 @@ void CertificateLoader::setOptions(const tagLOADCERTOPT& options)
     m_options.pkiTypes = options.nPKITypes;
     m_options.keyPairType = options.nKeyPairType;
     m_options.excludeExpired = options.bExcludeExpired != 0;
-    m_options.removableFlag = options.bRemovableFlag != 0;
     if (take(m_options.policyIds, options.szPolicyIDs))
         SetPolicyIDS();
     take(m_options.serialNum, options.szSerialNum);
     take(m_options.subjectDn, options.szSubjectDN);
-    take(m_options.option, options.szOption);
 }
 
 int CertificateLoader::SetPolicyIDS()

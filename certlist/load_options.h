@@ -10,11 +10,9 @@ struct LoadOptions {
     int pkiTypes = 0;
     int keyPairType = 0;
     bool excludeExpired = false;
-    bool removableFlag = false;
     char policyIds[2048] = {};
     char serialNum[1024] = {};
     char subjectDn[1024] = {}; ///< UTF-8
-    char option[260] = {};
 };
 
 } // namespace sigil

@@ -24,9 +24,8 @@ Loader::Loader(int language, const char* folder, const SettingsReporter& reporte
     formPath(m_szIssuerConfPath, folder, "Issuer" + ending);
 }
 
-void Loader::bind(int toolkitType, void* toolkit, const char* logPath)
+void Loader::bind(void* toolkit, const char* logPath)
 {
-    m_nToolkitType = toolkitType;
     m_hToolkit = toolkit;
     m_log.bind(toolkit, logPath);
 }

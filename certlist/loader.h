@@ -32,7 +32,7 @@ public:
     Loader& operator=(const Loader&) = delete;
 
     /** Hands over the toolkit and the error log (null or empty: none). */
-    void bind(int toolkitType, void* toolkit, const char* logPath);
+    void bind(void* toolkit, const char* logPath);
 
     /** Reads the policy names and then the issuer names.
      *  @return 0; 1100; 1102 */
@@ -54,7 +54,6 @@ public:
 protected:
     ~Loader() = default;
 
-    int m_nToolkitType = 0;
     void* m_hToolkit = nullptr; // the processor's
     ErrorLog m_log;
     char m_szPolicyConfPath[pathCapacity];

@@ -25,7 +25,7 @@ public:
 
     /** Reads the files that the paths of the entry name.
      *  @param certificate  receives the signing certificate
-     *  @param keyPairType  whether the entry must have a key-management pair: SigilKeyPairType
+     *  @param keyPairType  whether the entry must have a key-management pair: SigilKeyPair
      *  @return 0; 1122 unreadable; 1502 without the pair that it must have */
     int read(ToolkitBytes& certificate, int keyPairType, tagCERTINFO& entry);
 

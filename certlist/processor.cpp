@@ -54,7 +54,7 @@ int CCertListProcInterface::Inialize(void* /*pReserved*/, int nToolkitType)
     if (rc != SIGIL_SUCCESS)
         return finish(SIGIL_TOOLKIT_REFUSED);
     readLogPath();
-    return bInitDone ? nErr : finish(initLoaders(nToolkitType));
+    return bInitDone ? nErr : finish(initLoaders());
 }
 
 bool CCertListProcInterface::createLoaders()
@@ -76,15 +76,15 @@ void CCertListProcInterface::readLogPath()
     FileGetPrivateProfileString(section, key, none, szLogPath, sizeof szLogPath, file);
 }
 
-int CCertListProcInterface::initLoaders(int nToolkitType)
+int CCertListProcInterface::initLoaders()
 {
-    m_pLoadDisk->bind(nToolkitType, m_hToolkit.get(), szLogPath);
+    m_pLoadDisk->bind(m_hToolkit.get(), szLogPath);
     const int rc = m_pLoadDisk->SetInitalize();
     if (rc != SIGIL_SUCCESS)
         return rc;
     // Their settings are the same files, which are not read three times.
     for (Loader* loader : {static_cast<Loader*>(m_pLoadMemory.get()), static_cast<Loader*>(m_pLoadExtra.get())}) {
-        loader->bind(nToolkitType, m_hToolkit.get(), szLogPath);
+        loader->bind(m_hToolkit.get(), szLogPath);
         loader->shareNames(*m_pLoadDisk);
     }
     bInitDone = 1;

@@ -72,7 +72,7 @@ private:
     int finish(int rc) { return nErr = rc; }
     bool onDisk() const { return sigil::isDisk(nMediaType); }
     bool createLoaders();
-    int initLoaders(int nToolkitType);
+    int initLoaders();
     void readLogPath();
     int copyTo(int nTargetMedia, char* szTargetPath, char* szPassword, const sigil::CertNKey& source);
 
@@ -80,7 +80,6 @@ private:
     int bInitDone = 0;
     int nMediaType = SIGIL_MEDIUM_NONE;
     int nLanguage = 0;
-    CBinary m_ErrText;
     CBinary m_HomePath;
     sigil::CertNKey m_staged;
     int bRemovableFlag = 0;

@@ -215,7 +215,7 @@ protected:
     void SetUp() override
     {
         ASSERT_EQ(sigildesk::initialise(toolkit, 0, Text(library.string())), 0);
-        loader.bind(0, toolkit.get(), logFile.c_str());
+        loader.bind(toolkit.get(), logFile.c_str());
         loader.setOptions(options);
         ASSERT_EQ(loader.LoadCertList(), 0);
     }

@@ -16,7 +16,7 @@ protected:
     void SetUp() override
     {
         ASSERT_EQ(sigildesk::initialise(toolkit, 0, Text(library.string())), 0);
-        loader.bind(0, toolkit.get(), logFile.c_str());
+        loader.bind(toolkit.get(), logFile.c_str());
         loader.setOptions(options);
         addKm(addNpki("b"));
         ASSERT_EQ(loader.LoadCertList(), 0);
@@ -85,7 +85,7 @@ TEST_F(LoaderFiles, DeleteTakesTheKeyThenTheCertificateOfEachPair)
 {
     toolkit.reset();
     ASSERT_EQ(sigildesk::initialise(toolkit, 1, Text(library.string())), 0);
-    loader.bind(1, toolkit.get(), logFile.c_str());
+    loader.bind(toolkit.get(), logFile.c_str());
     doubles::answer("GPKI_STORAGE_ReadFile", doubles::fills(1, "bytes"));
     doubles::answer("GPKI_CERT_GetValidity", doubles::writesText("2024-01-01 00:00:00 ~ 2030-01-01 00:00:00"));
     addKm(addNpki("c", {}, "KICA"));

@@ -155,7 +155,7 @@ protected:
     void SetUp() override
     {
         ASSERT_EQ(sigildesk::initialise(toolkit, 0, Text(library.string())), 0);
-        loader.bind(0, toolkit.get(), logFile.c_str());
+        loader.bind(toolkit.get(), logFile.c_str());
         loader.setOptions(options);
     }
     int take(const std::string& cert, const std::string& key)

@@ -36,10 +36,10 @@ public:
     {
     }
 
-    int readInto(tagCERTINFO& entry, int toolkit, Bytes& certificate)
+    int readInto(tagCERTINFO& entry, Bytes& certificate)
     {
         static constexpr sigil::ReaderStyle style{"", "", nullptr, false, false, false};
-        bind(toolkit, certificateHandle, nullptr);
+        bind(certificateHandle, nullptr);
         const int code = SetInitalize();
         return code == SIGIL_SUCCESS ? read(style, certificate, entry) : code;
     }
@@ -146,7 +146,7 @@ Certificate readCertificate(const Session& session, const Crypto& crypto, const 
     SingleReader reader(session);
     reader.certificateHandle = crypto.handle();
     sigil::ScratchEntry entry;
-    const int code = reader.readInto(*entry, session.toolkit, certificate);
+    const int code = reader.readInto(*entry, certificate);
     CertUnLoad(crypto.handle());
     if (code != SIGIL_SUCCESS)
         throw Failure::ofCode(code, crypto.errorText());
