@@ -196,6 +196,16 @@ Server Server::bouncyStamper(
         port, "waiting for requests"};
 }
 
+Server Server::bouncyAuthority(
+    const Workshop& workshop, const std::string& program, const std::string& name, const std::string& secret)
+{
+    const int port = freePort();
+    return {workshop,
+        {"sh", "-c",
+            "exec " + program + " " + std::to_string(port) + " " + name + ".crt " + name + ".key '" + secret + "'"},
+        port};
+}
+
 Server Server::rude(const Workshop& workshop, const std::string& manner)
 {
     const std::string script = std::filesystem::path(SIGILDESK_TEST_DATA).parent_path() / "rude_server.py";

@@ -43,6 +43,9 @@ public:
      *  @param scheme how the certificate's key signs, "SHA256withECDSA" */
     static Server bouncyStamper(
         const Workshop& workshop, const std::string& program, const std::string& signer, const std::string& scheme);
+    /** One by Bouncy Castle. @param program the command line of CmpAuthority.java */
+    static Server bouncyAuthority(
+        const Workshop& workshop, const std::string& program, const std::string& name, const std::string& secret);
     /** Misbehaves in one of the manners of rude_server.py. */
     static Server rude(const Workshop& workshop, const std::string& manner);
 

@@ -31,6 +31,13 @@ Authority::Authority(std::string_view address, int port, std::chrono::millisecon
 {
 }
 
+Bytes Authority::ask(View message) const
+{
+    const std::chrono::milliseconds time = remaining();
+    require(time.count() > 0, SIGIL_TK_CMP_WAITING, "no answer in time");
+    return m_way(message, time);
+}
+
 void Authority::wait(std::chrono::seconds time) const
 {
     const auto pause = std::max(time, std::chrono::seconds(1));

@@ -25,8 +25,9 @@ public:
      *  Throws SIGIL_TK_ARGUMENT. */
     Authority(std::string_view address, int port, std::chrono::milliseconds patience = maximumPatience);
 
-    /** The answer to one message. Throws what post() throws. */
-    Bytes ask(View message) const { return m_way(message, remaining()); }
+    /** The answer to one message. Throws what post() throws, and SIGIL_TK_CMP_WAITING when the time is over: an authority may
+     *  promise an answer again and again. */
+    Bytes ask(View message) const;
     /** Waits as long as the authority wants, at least a second. Throws SIGIL_TK_CMP_WAITING at once when the time will be over
      *  by then. */
     void wait(std::chrono::seconds time) const;

@@ -62,6 +62,19 @@ int codeOfReason(unsigned long error)
 
 void requireSet(int result) { require(result == 1, SIGIL_TK_NO_MEMORY); }
 
+/** PKIMessage ::= SEQUENCE { PKIHeader, PKIBody, [0] PKIProtection OPTIONAL, [1] SEQUENCE OF Certificate OPTIONAL }
+ *  Throws SIGIL_TK_CMP_MALFORMED for a protection with bits that nobody looks at. */
+bool isProtected(View message)
+{
+    der::Reader fields(der::Reader(message).take(der::Sequence).value_or(View()));
+    fields.next();
+    fields.next();
+    const auto protection = fields.take(der::Explicit0);
+    const auto bits = protection ? der::Reader(*protection).take(der::BitString) : std::nullopt;
+    require(!bits || (!bits->empty() && bits->front() == 0), SIGIL_TK_CMP_MALFORMED, "protection");
+    return bits.has_value();
+}
+
 /** OpenSSL would print to the host's standard output. */
 int beQuiet(const char*, const char*, int, OSSL_CMP_severity, const char*) { return 1; }
 
@@ -173,15 +186,6 @@ void Transaction::requireSuccess(bool success)
     fail(code, code == SIGIL_TK_CMP_REFUSED ? statusText() : std::string());
 }
 
-/** An authority that does not know the user cannot protect its refusal; what it says counts as that, and as nothing else. */
-bool Transaction::hasUnprotectedError(View answer, const OSSL_CMP_MSG* message) const
-{
-    der::Reader fields(der::Reader(answer).take(der::Sequence).value_or(View()));
-    fields.next(); // header
-    fields.next(); // body
-    return OSSL_CMP_MSG_get_bodytype(message) == errorBody && fields.atEnd();
-}
-
 OSSL_CMP_MSG* Transaction::exchange(const OSSL_CMP_MSG* request)
 {
     const Bytes answer = m_authority.ask(encode<Bytes>(request, i2d_OSSL_CMP_MSG));
@@ -189,9 +193,11 @@ OSSL_CMP_MSG* Transaction::exchange(const OSSL_CMP_MSG* request)
     // Read into a copy of the request, which belongs to our library context: so do the keys in the answer then.
     MessageHandle message = decodeInto(MessageHandle(OSSL_CMP_MSG_dup(request)),
         [&](OSSL_CMP_MSG** target) { return d2i_OSSL_CMP_MSG(target, &at, static_cast<long>(answer.size())); });
-    require(message && at == answer.data() + answer.size(), SIGIL_TK_CMP_MALFORMED);
-    requireSet(OSSL_CMP_CTX_set_option(
-        m_context.get(), OSSL_CMP_OPT_UNPROTECTED_ERRORS, hasUnprotectedError(answer, message.get()) ? 1 : 0));
+    // OpenSSL reads more than DER, and verifies what it would have written.
+    require(message && encode<Bytes>(message.get(), i2d_OSSL_CMP_MSG) == answer, SIGIL_TK_CMP_MALFORMED);
+    // An authority that does not know the user cannot protect its refusal; what it says counts as that, and as nothing else.
+    const bool isRefusal = !isProtected(answer) && OSSL_CMP_MSG_get_bodytype(message.get()) == errorBody;
+    requireSet(OSSL_CMP_CTX_set_option(m_context.get(), OSSL_CMP_OPT_UNPROTECTED_ERRORS, isRefusal ? 1 : 0));
     return message.release();
 }
 
@@ -255,6 +261,7 @@ int Transaction::verifySigner(X509_STORE_CTX* path)
     auto& self = *static_cast<Transaction*>(X509_STORE_get_ex_data(X509_STORE_CTX_get0_store(path), ownData));
     try {
         self.requireTrusted(X509_STORE_CTX_get0_cert(path), X509_STORE_CTX_get0_untrusted(path));
+        self.m_failure = nullptr; // of another certificate that might have been the signer's
         return 1;
     } catch (...) {
         self.keepFailure();

@@ -71,7 +71,6 @@ private:
     /** Keeps the exception in flight for later: none may pass through OpenSSL. */
     void keepFailure() { m_failure = std::current_exception(); }
     void requireSuccess(bool success);
-    bool hasUnprotectedError(View answer, const OSSL_CMP_MSG* message) const;
     OSSL_CMP_MSG* exchange(const OSSL_CMP_MSG* request);
     void requireTrusted(const X509* certificate, const STACK_OF(X509) * others) const;
     void requireWished(const X509* certificate) const;

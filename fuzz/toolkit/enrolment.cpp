@@ -1,0 +1,95 @@
+// Any bytes as the answer of a certification authority: as they are, and with the numbers and the protection that make them
+// an answer to the request.
+
+#include "fuzz/toolkit/input.h"
+#include "toolkit/engine/base/der.h"
+#include "toolkit/engine/base/oid.h"
+#include "toolkit/engine/enrolment/transaction.h"
+#include "toolkit/engine/keys/private_key.h"
+#include "toolkit/engine/x509/name.h"
+
+#include <openssl/err.h>
+
+namespace {
+
+using namespace toolkit;
+using MessageHandle = Handle<OSSL_CMP_MSG, OSSL_CMP_MSG_free>;
+
+constexpr std::string_view secret = "secret";
+constexpr der::Tag senderNonce{0xA5};
+
+/** The key of the certificates in the seeds: a P-256 key whose secret number is 32 times the digit one. */
+const KeyHandle& ownKey()
+{
+    static const KeyHandle key = [] {
+        const std::string number(32, '1');
+        const Bytes version{1};
+        const Bytes zero{0};
+        const Bytes inner = der::element(
+            der::Sequence, {der::element(der::Integer, {version}), der::element(der::OctetString, {view(number)})});
+        const Bytes info = der::element(der::Sequence,
+            {der::element(der::Integer, {zero}),
+                der::element(der::Sequence, {der::oid(oid::ec), der::oid("1.2.840.10045.3.1.7")}),
+                der::element(der::OctetString, {inner})});
+        return loadPrivateKey(fuzz::library(), info);
+    }();
+    return key;
+}
+
+View nonceOf(View request)
+{
+    der::Reader message(der::Reader(request).take(der::Sequence).value_or(View()));
+    der::Reader header(message.take(der::Sequence).value_or(View()));
+    while (const auto field = header.next())
+        if (field->tag == senderNonce)
+            return der::Reader(field->content).take(der::OctetString).value_or(View());
+    return {};
+}
+
+MessageHandle parsed(View der)
+{
+    const unsigned char* at = der.data();
+    return MessageHandle(d2i_OSSL_CMP_MSG(nullptr, &at, static_cast<long>(der.size())));
+}
+
+/** @p answer as one to @p request, under the secret; as it is when it is no message. */
+Bytes adapted(View request, const Bytes& answer)
+{
+    const MessageHandle asked = parsed(request);
+    const MessageHandle message = parsed(answer);
+    const Handle<OSSL_CMP_CTX, OSSL_CMP_CTX_free> own(OSSL_CMP_CTX_new(fuzz::library().context(), nullptr));
+    ASN1_OCTET_STRING* const nonce =
+        message ? OSSL_CMP_HDR_get0_recipNonce(OSSL_CMP_MSG_get0_header(message.get())) : nullptr;
+    if (!nonce)
+        return answer;
+    const View wanted = nonceOf(request);
+    const View known = view(secret);
+    const bool ready = ASN1_OCTET_STRING_set(nonce, wanted.data(), static_cast<int>(wanted.size())) == 1 &&
+        OSSL_CMP_CTX_set1_referenceValue(own.get(), known.data(), static_cast<int>(known.size())) == 1 &&
+        OSSL_CMP_CTX_set1_secretValue(own.get(), known.data(), static_cast<int>(known.size())) == 1 &&
+        OSSL_CMP_CTX_set1_transactionID(
+            own.get(), OSSL_CMP_HDR_get0_transactionID(OSSL_CMP_MSG_get0_header(asked.get()))) == 1 &&
+        OSSL_CMP_MSG_update_transactionID(own.get(), message.get()) == 1;
+    return ready ? encode<Bytes>(message.get(), i2d_OSSL_CMP_MSG) : answer;
+}
+
+void askFor(const Authority& authority)
+{
+    fuzz::attempt([&] {
+        const NameHandle subject = nameFromText("cn=x");
+        Transaction transaction(fuzz::library(), authority, nullptr, SIGIL_TK_HASH_SHA256);
+        transaction.protectWith(SharedSecret{"ref", secret});
+        transaction.request(OSSL_CMP_IR, {ownKey().get(), subject.get(), true, 0});
+    });
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    const Bytes answer = fuzz::input(data, size);
+    constexpr std::chrono::milliseconds noPatience{50}; // never long enough for the second that a wait takes
+    askFor(Authority([&](View, auto) { return answer; }, noPatience));
+    askFor(Authority([&](View request, auto) { return adapted(request, answer); }, noPatience));
+    return 0;
+}
