@@ -1,8 +1,8 @@
 #include "certlist/load_extra.h"
 
+#include "certlist/authorities.h"
 #include "certlist/codes.h"
 #include "certlist/toolkit_calls.h"
-#include "foundation/ascii.h"
 #include "foundation/text_field.h"
 
 #include <sigildesk/profile.h>
@@ -21,39 +21,6 @@ constexpr SettingsReporter reporter{
 
 constexpr char verifyCert[] = "CLoadExtra::VerifyCert()";
 
-/** More authorities than any list of trust holds: a damaged number must not keep the caller waiting. */
-constexpr int mostAuthorities = 4096;
-
-/** The root that is never fetched. */
-constexpr char militaryRoot[] = "cn=Root CA,ou=MPKI,o=Ministry of National Defense,c=KR";
-
-struct Authority {
-    char dn[100];
-    char url[100];
-
-    bool isRoot() const { return std::string_view(dn).find("Root") != std::string_view::npos; }
-};
-
-int authorityCount(const char* confFile)
-{
-    char section[] = "VALIDATOIN_OPTION"; // spelt so in the toolkit's settings
-    char key[] = "CA_INFO_COUNT";
-    return std::min(FileGetPrivateProfileInt(section, key, 0, const_cast<char*>(confFile)), mostAuthorities);
-}
-
-Authority readAuthority(const char* confFile, int number)
-{
-    Authority authority{};
-    std::string section = "CA_INFO" + std::to_string(number);
-    char dnKey[] = "CA_DN";
-    char urlKey[] = "DIR_URL";
-    char none[] = "";
-    char* file = const_cast<char*>(confFile); // only read
-    FileGetPrivateProfileString(section.data(), dnKey, none, authority.dn, sizeof authority.dn, file);
-    FileGetPrivateProfileString(section.data(), urlKey, none, authority.url, sizeof authority.url, file);
-    return authority;
-}
-
 } // namespace
 
 CLoadExtra::CLoadExtra(int language, const char* folder)
@@ -67,13 +34,12 @@ int CLoadExtra::GetRootCertCount(const char* confFile, int* count)
     constexpr char where[] = "CLoadExtra::GetRootCertCount()";
     if (isEmpty(confFile))
         return m_log.refused(where, error::invalidInput, nullptr, SIGIL_BAD_ARGUMENT, nullptr);
-    const int authorities = authorityCount(confFile);
-    if (authorities < 1)
+    const std::vector<Authority> authorities = readAuthorities(confFile);
+    if (authorities.empty())
         return m_log.refused(
             where, error::loadConf, "FileGetPrivateProfileInt()", SIGIL_SETTINGS_INCOMPLETE, nullptr);
-    *count = 0;
-    for (int i = 1; i <= authorities; ++i)
-        *count += readAuthority(confFile, i).isRoot() ? 1 : 0;
+    *count = static_cast<int>(std::count_if(
+        authorities.begin(), authorities.end(), [](const Authority& authority) { return authority.isRoot(); }));
     return SIGIL_SUCCESS;
 }
 
@@ -82,13 +48,12 @@ int CLoadExtra::GetRootCertURL(const char* confFile, std::span<tagROOTCERTURLINF
     if (isEmpty(confFile))
         return m_log.refused(
             "CLoadExtra::GetRootCertURL()", error::invalidInput, nullptr, SIGIL_BAD_ARGUMENT, nullptr);
-    const int authorities = authorityCount(confFile);
-    if (authorities < 1)
+    const std::vector<Authority> authorities = readAuthorities(confFile);
+    if (authorities.empty())
         return SIGIL_SETTINGS_INCOMPLETE;
     auto next = list.begin();
-    for (int i = 1; i <= authorities && next != list.end(); ++i) {
-        const Authority authority = readAuthority(confFile, i);
-        if (!authority.isRoot())
+    for (const Authority& authority : authorities) {
+        if (!authority.isRoot() || next == list.end())
             continue;
         copyText(next->szDN, authority.dn);
         copyText(next->szURL, authority.url);
@@ -126,7 +91,7 @@ int CLoadExtra::trustRoots()
 // A root that cannot be fetched is passed over: the certificate may verify without it.
 int CLoadExtra::trustRoot(const tagROOTCERTURLINFO& root)
 {
-    if (equalsIgnoringCase(root.szDN, militaryRoot))
+    if (!mayBeFetched(root.szDN))
         return SIGIL_SUCCESS;
     char address[1024];
     copyText(address, std::string(root.szURL) + "/" + root.szDN);
