@@ -21,9 +21,10 @@ if [ $# -gt 3 ]; then
     cmake -S "$source" -B "$tree" -G Ninja -DBUILD_TESTING=OFF -DCMAKE_INSTALL_PREFIX="$prefix" \
         -DCMAKE_INSTALL_LIBDIR="$libdir" -DSIGILDESK_SANITIZE="$sanitize" >/dev/null
     cp -rl "$build/lib" "$build/bin" "$tree"
-    for objects in {foundation,facade,certlist}/CMakeFiles tools/sigildesk/CMakeFiles; do
+    for objects in {foundation,facade,certlist,doctor}/CMakeFiles tools/sigildesk/CMakeFiles; do
         cp -rlf "$build/$objects/." "$tree/$objects"
     done
+    cp -lf "$build"/tools/sigildesk/{sigildesk.{1,bash,fish},_sigildesk} "$tree/tools/sigildesk"
     rm "$tree/bin/sigildesk"
     (cd "$tree" && bash -c "$(ninja -t commands sigildesk | tail -n 1)")
 fi
@@ -35,7 +36,9 @@ for file in "$lib"/libSigilDesk.so{,.1} "$prefix"/include/sigildesk/{sigildesk,c
             "$lib/cmake/SigilDesk/SigilDeskConfig.cmake" "$lib/pkgconfig/sigildesk.pc" \
             "$lib"/sigildesk/{libHVCToolkitV30.so,libgpkiapi_v15.so,token-probe} \
             "$lib"/sigildesk/{KOR.ini,ENG.ini,TWAPI_LOG.ini,HVCToolkitV30.conf} \
-            "$lib"/sigildesk/{Policy,Issuer}_{KOR,ENG}.conf "$lib/sigildesk/sigildesk-pick.so" "$prefix/bin/sigildesk"; do
+            "$lib"/sigildesk/{Policy,Issuer}_{KOR,ENG}.conf "$lib/sigildesk/sigildesk-pick.so" "$prefix/bin/sigildesk" \
+            "$prefix"/share/{man/man1/sigildesk.1,bash-completion/completions/sigildesk} \
+            "$prefix"/share/{zsh/site-functions/_sigildesk,fish/vendor_completions.d/sigildesk.fish}; do
     expect "$file"
 done
 dynamic=$(objdump -p "$lib/libSigilDesk.so.1")

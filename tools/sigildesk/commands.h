@@ -12,6 +12,18 @@ int runCodes(Session& session);
 int runDoctor(Session& session);
 int runList(Session& session);
 int runShow(Session& session);
+int runVerify(Session& session);
+int runStatus(Session& session);
+int runUnlock(Session& session);
+int runSign(Session& session);
+int runVerifyFile(Session& session);
+int runEncrypt(Session& session);
+int runDecrypt(Session& session);
+int runTimestamp(Session& session);
+int runExport(Session& session);
+int runIdentity(Session& session);
 int runPick(Session& session);
+int runCompletion(Session& session);
+int runManual(Session& session);
 
 } // namespace host

@@ -62,6 +62,33 @@ void set(const Crypto& crypto, Bytes& bytes, std::string_view content)
         crypto.check(bytes.set(content.data(), static_cast<int>(content.size())));
 }
 
+void setList(
+    const Session& session, const Crypto& crypto, const std::vector<std::string>& certificates, Bytes& list)
+{
+    const auto append = session.toolkit == SIGIL_TOOLKIT_GPKI ? CertAddCert : UTILAddObject;
+    for (const std::string& der : certificates) {
+        Bytes certificate(crypto.handle());
+        set(crypto, certificate, der);
+        crypto.check(append(crypto.handle(), certificate.get(), list.get()));
+    }
+}
+
+std::vector<std::string> itemsOf(const Session& session, const Crypto& crypto, Bytes& list)
+{
+    std::vector<std::string> items;
+    const bool gpki = session.toolkit == SIGIL_TOOLKIT_GPKI;
+    int count = 0;
+    if (list.empty() || (gpki ? CertGetCertCount : UTILGetObjectCount)(crypto.handle(), list.get(), &count) != 0)
+        return items;
+    for (int i = 0; i < count; ++i) {
+        Bytes item(crypto.handle());
+        set(crypto, item, "-"); // the government library's function wants something there
+        crypto.check((gpki ? CertGetCert : UTILGetObject)(crypto.handle(), list.get(), i, item.get()));
+        items.emplace_back(view(item));
+    }
+    return items;
+}
+
 std::string derOf(const Crypto& crypto, std::string_view content)
 {
     std::vector<std::string> all = allDer(crypto, content);

@@ -46,6 +46,11 @@ private:
 /** Fills bytes of the toolkit. */
 void set(const Crypto& crypto, Bytes& bytes, std::string_view content);
 
+/** Several certificates in one byte string, in the form of the session's toolkit, and out of one. */
+void setList(
+    const Session& session, const Crypto& crypto, const std::vector<std::string>& certificates, Bytes& list);
+std::vector<std::string> itemsOf(const Session& session, const Crypto& crypto, Bytes& list);
+
 /** The certificate in DER, whether it came as DER or as PEM. Throws Failure for what is neither. */
 std::string derOf(const Crypto& crypto, std::string_view content);
 

@@ -13,21 +13,23 @@ namespace {
 
 constexpr Words wrongLine{"{}", "잘못 사용했습니다: {}"};
 
-std::string validWord(const Option& option, const std::string& word)
+using Choices = std::vector<const char*>;
+
+std::string validWord(const Choices& choices, const std::string& word)
 {
     const auto known = [&](const char* choice) { return word == choice; };
-    if (std::any_of(option.choices.begin(), option.choices.end(), known))
+    if (std::any_of(choices.begin(), choices.end(), known))
         return {};
     std::string all;
-    for (const char* choice : option.choices)
+    for (const char* choice : choices)
         all.append(all.empty() ? "" : ", ").append(choice);
     return word + " is none of: " + all;
 }
 
-std::string validWords(const Option& option, const std::string& text)
+std::string validWords(const Choices& choices, const std::string& text)
 {
     for (const std::string& word : CLI::detail::split(text, ','))
-        if (const std::string fault = validWord(option, word); !fault.empty())
+        if (const std::string fault = validWord(choices, word); !fault.empty())
             return fault;
     return {};
 }
@@ -40,13 +42,13 @@ std::string validNumber(const std::string& text)
 }
 
 /** The fault of a value, empty for none. */
-std::string fault(const Option& option, const std::string& text)
+std::string fault(Value value, const Choices& choices, const std::string& text)
 {
-    switch (option.value) {
+    switch (value) {
     case Value::Word:
-        return validWord(option, text);
+        return validWord(choices, text);
     case Value::Words:
-        return validWords(option, text);
+        return validWords(choices, text);
     case Value::Number:
         return validNumber(text);
     default:
@@ -61,7 +63,7 @@ void addOption(CLI::App& app, const Option& option)
         return;
     }
     CLI::Option* added = app.add_option(option.name)->type_name(option.valueName);
-    added->check([option](const std::string& text) { return fault(option, text); });
+    added->check([option](const std::string& text) { return fault(option.value, option.choices, text); });
     if (option.many)
         added->expected(1, -1)->allow_extra_args();
     else
@@ -71,6 +73,7 @@ void addOption(CLI::App& app, const Option& option)
 void addArgument(CLI::App& app, const Argument& argument)
 {
     CLI::Option* added = app.add_option(argument.name)->required(argument.required);
+    added->check([argument](const std::string& text) { return fault(argument.value, argument.choices, text); });
     if (argument.many)
         added->expected(1, -1)->allow_extra_args();
 }

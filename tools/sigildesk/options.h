@@ -33,6 +33,7 @@ struct Argument {
     Words help;
     bool required = true;
     bool many = false;
+    std::vector<const char*> choices = {}; ///< of Value::Word
 };
 
 /** A command with everything that is its own. */
@@ -42,6 +43,7 @@ struct Command {
     std::vector<Argument> arguments; ///< in their order
     std::vector<Option> options;
     const char* example;  ///< a line for a shell
+    const char* document; ///< what --json prints, in short
     int (*run)(Session&); ///< the exit code; throws Failure
 };
 

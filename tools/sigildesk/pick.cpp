@@ -135,7 +135,8 @@ std::string sign(const Session& session, const Selection& chosen, const std::str
     const std::string name = file + endingOf(SignatureForm::Attached);
     const std::string target =
         session.arguments.has("--out") ? inFolder(session, std::filesystem::path(name).filename().string()) : name;
-    signFile(session, crypto, certificate, key, SignatureForm::Attached, file, target, {});
+    WrittenFile written(session, target);
+    signFile(session, crypto, certificate, key, SignatureForm::Attached, file, written, {});
     return target;
 }
 

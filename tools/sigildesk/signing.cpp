@@ -67,19 +67,18 @@ const char* endingOf(SignatureForm form)
 }
 
 void signFile(const Session& session, const Crypto& crypto, Bytes& certificate, Bytes& key, SignatureForm form,
-    const std::string& file, const std::string& target, const std::string& stampUrl)
+    const std::string& file, WrittenFile& target, const std::string& stampUrl)
 {
     const Progress progress(session.output, stampUrl.empty() ? signingWords : stamping);
-    WrittenFile written(session, target);
     if (form == SignatureForm::Raw)
-        writeRaw(crypto, certificate, key, file, written);
+        writeRaw(crypto, certificate, key, file, target);
     else
-        writeMessage(crypto, certificate, key, form, file, written);
+        writeMessage(crypto, certificate, key, form, file, target);
     if (!stampUrl.empty()) {
         const std::string content = form == SignatureForm::Detached ? readFile(file) : std::string();
-        written.write(stamped(session, readFile(written.temporaryPath()), content, stampUrl));
+        target.write(stamped(session, readFile(target.temporaryPath()), content, stampUrl));
     }
-    written.commit();
+    target.commit();
 }
 
 std::string stampToken(const Crypto& crypto, const std::string& url, std::string_view data)

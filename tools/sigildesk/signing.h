@@ -4,6 +4,7 @@
 #pragma once
 
 #include "crypto.h"
+#include "files.h"
 
 #include <string>
 
@@ -14,9 +15,9 @@ enum class SignatureForm { Attached, Detached, Raw };
 /** ".p7m", ".p7s", ".sig". */
 const char* endingOf(SignatureForm form);
 
-/** Signs a file and writes the result. A CMS message is stamped when @p stampUrl names an authority. */
+/** Signs a file and puts the result in its place. A CMS message is stamped when @p stampUrl names an authority. */
 void signFile(const Session& session, const Crypto& crypto, Bytes& certificate, Bytes& key, SignatureForm form,
-    const std::string& file, const std::string& target, const std::string& stampUrl);
+    const std::string& file, WrittenFile& target, const std::string& stampUrl);
 
 /** A time-stamp token (RFC 3161) for @p data, from the authority at @p url. */
 std::string stampToken(const Crypto& crypto, const std::string& url, std::string_view data);

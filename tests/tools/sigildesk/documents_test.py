@@ -1,0 +1,106 @@
+"""Help, man page, completion scripts and docs/command-line.md say the same; the examples of the man page work."""
+
+import os
+import pathlib
+import re
+import shlex
+import subprocess
+
+from command import PASSWORD, PROGRAM, CommandTest, main
+
+SOURCE = pathlib.Path(os.environ["SIGILDESK_SOURCE"])
+# Their examples need servers, a display, a certificate in trouble or another store; their own tests run them.
+ELSEWHERE = {"status", "timestamp", "pick"}
+
+
+def options_of(text):
+    return set(re.findall(r"^\s+(--[a-z-]+)", text, re.MULTILINE))
+
+
+class DocumentsTest(CommandTest):
+    @classmethod
+    def setUpClass(cls):
+        super().setUpClass()
+        cls.report = cls.store("--count", "2", "--keys", "2", "--state", "valid", "--pairs", "both", "--families", "npki")
+        process = subprocess.run([PROGRAM, "--help"], check=True, capture_output=True, text=True, env=cls.environment)
+        first, rest = process.stdout.split("Commands:\n")[1].split("\nGlobal options")
+        cls.commands = re.findall(r"^  (\S+)", first, re.MULTILINE)
+        cls.global_options = options_of(rest)
+        cls.help = {
+            command: subprocess.run([PROGRAM, command, "--help"], check=True, capture_output=True, text=True,
+                                    env=cls.environment).stdout
+            for command in cls.commands
+        }
+        cls.page = subprocess.run([PROGRAM, "manual"], check=True, capture_output=True, text=True, env=cls.environment).stdout
+
+    def own_options(self, command):
+        return options_of(self.help[command].split("Global options")[0])
+
+    def section(self, command):
+        """What the man page says about a command."""
+        text = self.page.replace("\\-", "-").replace("\\&", "")
+        return re.split(r"^\.S[SH] ", text.split(f".SS {command} ")[1], flags=re.MULTILINE)[0]
+
+    def test_man_page_has_every_option(self):
+        for command in self.commands:
+            self.assertEqual(set(re.findall(r"^\.B (--[a-z-]+)", self.section(command), re.MULTILINE)), self.own_options(command),
+                             command)
+
+    def test_man_page_is_well_formed(self):
+        process = subprocess.run(["groff", "-man", "-ww", "-Tutf8", "-z"], input=self.page, capture_output=True, text=True, check=False)
+        self.assertEqual((process.returncode, process.stderr), (0, ""))
+
+    def test_completion_of_bash(self):
+        script = self.work / "completion.bash"
+        script.write_text(self.answer("completion", "bash"))
+
+        def completed(*words):
+            line = " ".join(shlex.quote(word) for word in words)
+            shell = (f"source {script}; COMP_WORDS=({line}); COMP_CWORD={len(words) - 1}; _sigildesk; "
+                     "printf '%s\\n' \"${COMPREPLY[@]}\"")
+            answer = subprocess.run(["bash", "-c", shell], check=True, capture_output=True, text=True).stdout
+            return set(answer.split())
+
+        self.assertEqual(completed("sigildesk", ""), set(self.commands))
+        for command in self.commands:
+            self.assertEqual(completed("sigildesk", command, "--"), self.own_options(command) | self.global_options, command)
+        self.assertEqual(completed("sigildesk", "--toolkit", ""), {"maker", "gpki"})
+        self.assertEqual(completed("sigildesk", "completion", ""), {"bash", "zsh", "fish"})
+        self.assertEqual(completed("sigildesk", "export", "0", "--protection", "a"), {"aes256"})
+
+    def test_completion_of_the_other_shells(self):
+        for shell in ("zsh", "fish"):
+            script = self.answer("completion", shell)
+            for command in self.commands:
+                self.assertIn(command, script)
+                for option in self.own_options(command):
+                    self.assertIn(option if shell == "zsh" else f"-l {option[2:]}", script, (shell, command))
+
+    def test_documents_of_json(self):
+        document = (SOURCE / "docs" / "command-line.md").read_text(encoding="utf-8")
+        for command in self.commands:
+            shape = self.section(command).split("With --json:\n.PP\n.RS\n")[1].split("\n.RE")[0]
+            self.assertIn(f"| `{command}` | `{shape.replace('|', chr(92) + '|')}` |", document)
+
+    def test_examples(self):
+        for name, text in (("password", PASSWORD), ("new-password", "new-Pass2!"), ("number", "")):
+            (self.work / name).write_text(text)
+            (self.work / name).chmod(0o600)
+        serial = self.json("show", "0")["certificate"]["serial"]
+        first = next(row for row in self.report if row["serial"] == serial)
+        (self.work / "number").write_text(first["identity"])
+        (self.work / "contract.txt").write_text("a contract")
+        authorities = self.home / "ca"
+        (self.work / "root.pem").write_bytes((authorities / "root.pem").read_bytes() + (authorities / "authorities.pem").read_bytes())
+        for command in self.commands:
+            example = self.section(command).split("Example:\n.PP\n.nf\n.RS\n")[1].split("\n.RE")[0]
+            words = shlex.split(example)
+            self.assertEqual(words[:2], ["sigildesk", command])
+            self.assertIn(example, self.help[command])
+            if command in ELSEWHERE:
+                continue
+            status = self.run_command(*words[1:]).returncode
+            self.assertIn(status, (0, 1) if command in ("list", "doctor") else (0,), example)
+
+
+main()
