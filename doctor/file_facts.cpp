@@ -3,7 +3,8 @@
 #include <pwd.h>
 #include <unistd.h>
 
-#include <cstdio>
+#include <iomanip>
+#include <sstream>
 
 namespace sigil {
 
@@ -33,9 +34,10 @@ const Rule& ruleOfKind(mode_t mode)
 
 std::string ownerAndRights(const struct stat& status)
 {
-    char rights[16];
-    std::snprintf(rights, sizeof rights, "%04o", static_cast<unsigned>(status.st_mode & 07777));
-    return userName(status.st_uid) + ", " + rights;
+    std::ostringstream text;
+    text << userName(status.st_uid) << ", " << std::oct << std::setfill('0') << std::setw(4)
+         << (status.st_mode & 07777);
+    return text.str();
 }
 
 std::string currentUser() { return userName(geteuid()); }
