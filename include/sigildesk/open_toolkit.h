@@ -204,6 +204,12 @@ enum SigilToolkitTokenCertificate {
     SIGIL_TK_TOKEN_KEY_MANAGEMENT = 2 /**< is for encryption alone */
 };
 
+/** `algorithm` of PKCS11_GenKeyPair; `bits` is one of SigilToolkitKeyPair. */
+enum SigilToolkitTokenKey {
+    SIGIL_TK_TOKEN_RSA = 0,
+    SIGIL_TK_TOKEN_EC = 1 /**< P-256 or P-384 */
+};
+
 /** Key pair of CRYPT_GenKeyPair. */
 enum SigilToolkitKeyPair {
     SIGIL_TK_KEYPAIR_RSA1024 = 1024,

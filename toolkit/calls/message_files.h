@@ -128,7 +128,8 @@ void openInto(const Context& state, BINSTR* certificate, BINSTR* key, const Mess
 {
     FileWriter file(contentFile);
     openEnvelope(state.library(), message.require(oid::envelopedData).layout().skeleton(),
-        {state.library(), in(certificate)}, in(key), ciphertext, [&](View piece) { file.write(piece); });
+        {state.library(), in(certificate)}, openerWith(in(key)), ciphertext,
+        [&](View piece) { file.write(piece); });
     file.commit();
 }
 

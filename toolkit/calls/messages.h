@@ -218,7 +218,7 @@ inline void cmsProcessEnvelopedData(Context& state, BINSTR* certificate, BINSTR*
     Secret content;
     openEnvelope(
         state.library(), given.require(oid::envelopedData).layout().skeleton(), {state.library(), in(certificate)},
-        in(key), [&](const Sink& take) { given.content(take); }, into(content));
+        openerWith(in(key)), [&](const Sink& take) { given.content(take); }, into(content));
     put(content, out);
 }
 

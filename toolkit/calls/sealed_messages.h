@@ -22,6 +22,18 @@ inline void cmsMakeSignedAndEnvData(Context& state, int option, BINSTR* certific
     put(envelope(state, option, recipients, signedMessage, cipher), out);
 }
 
+/** Verifies the signed message that was opened, and hands out its content and its first signer.
+ *  @param option a SigilToolkitMessageCheck
+ *  @param signer may be null */
+inline void putOpened(Context& state, int option, View opened, BINSTR* content, BINSTR* signer)
+{
+    const Secret bytes = verifyAndKeep(state, option, signedWithin(opened), nullptr);
+    if (signer)
+        put({{bytes, content}, {signerAt(state, 0).certificate, signer}});
+    else
+        put(bytes, content);
+}
+
 /** @param option a SigilToolkitMessageCheck
  *  @param signer may be null */
 inline void cmsProcessSignedAndEnvData(
@@ -29,12 +41,9 @@ inline void cmsProcessSignedAndEnvData(
 {
     state.messages.verified = {};
     const Message given{Input(in(message))};
-    const Secret opened = openMessage(state.library(), given, {state.library(), in(certificate)}, in(key));
-    const Secret bytes = verifyAndKeep(state, option, signedWithin(opened), nullptr);
-    if (signer)
-        put({{bytes, content}, {signerAt(state, 0).certificate, signer}});
-    else
-        put(bytes, content);
+    const Secret opened =
+        openMessage(state.library(), given, {state.library(), in(certificate)}, openerWith(in(key)));
+    putOpened(state, option, opened, content, signer);
 }
 
 /** As CMS_ProcessSignedData; the first signer's certificate comes with the content. */
@@ -46,7 +55,7 @@ inline void uniVerifySignData(Context& state, BINSTR* message, BINSTR* data, BIN
 inline void uniDecryptEnvData(Context& state, BINSTR* certificate, BINSTR* key, BINSTR* message, BINSTR* out)
 {
     const Message given{Input(in(message))};
-    put(openMessage(state.library(), given, {state.library(), in(certificate)}, in(key)), out);
+    put(openMessage(state.library(), given, {state.library(), in(certificate)}, openerWith(in(key))), out);
 }
 
 inline void cmsGetTimeStampToken(Context& state, int index, BINSTR* token)

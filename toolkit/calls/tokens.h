@@ -3,9 +3,16 @@
  */
 #pragma once
 
+#include "toolkit/calls/messages.h"
+#include "toolkit/calls/sealed_messages.h"
+#include "toolkit/engine/base/digest.h"
 #include "toolkit/engine/base/face.h"
+#include "toolkit/engine/base/settings.h"
 #include "toolkit/engine/tokens/token.h"
 #include "toolkit/engine/tokens/token_certificates.h"
+#include "toolkit/engine/tokens/token_envelope.h"
+#include "toolkit/engine/tokens/token_keys.h"
+#include "toolkit/engine/tokens/token_objects.h"
 
 #include <algorithm>
 #include <cstring>
@@ -101,6 +108,117 @@ inline void tokenGetCertInfo(Context& state, int index, int* kind, BINSTR* id, B
 inline void tokenReadCert(Context& state, BINSTR* id, BINSTR* certificate)
 {
     put(tokenCertificate(state.library(), state.tokens.session(), in(id)).der(), certificate);
+}
+
+inline void tokenReadRandomForVID(Context& state, BINSTR* id, BINSTR* random)
+{
+    put(tokenRandom(state.tokens.session(), in(id)), random);
+}
+
+/** @param key PrivateKeyInfo; its identity random value comes along */
+inline void tokenWriteCertAndPriKey(Context& state, BINSTR* certificate, BINSTR* key)
+{
+    writePair(state.library(), state.tokens.session(), {state.library(), in(certificate)}, in(key));
+}
+
+inline void tokenDeleteCertAndPriKey(Context& state, BINSTR* id) { deletePair(state.tokens.session(), in(id)); }
+
+inline void tokenGenKeyPair(Context& state, int algorithm, int bits, BINSTR* publicKey)
+{
+    require(publicKey != nullptr, SIGIL_TK_ARGUMENT);
+    put(generateTokenKey(state.library(), state.tokens.session(), algorithm, bits), publicKey);
+}
+
+inline TokenKey tokenKey(Context& state, View id) { return {state.library(), state.tokens.session(), id}; }
+
+inline void tokenSign(Context& state, BINSTR* id, BINSTR* data, BINSTR* signature)
+{
+    const SignatureScheme scheme = signatureScheme(state, SIGIL_TK_HASH_DEFAULT);
+    put(tokenKey(state, in(id)).signDigest(scheme, hash(state.library(), scheme.hash, in(data))), signature);
+}
+
+inline void tokenVerify(Context& state, BINSTR* id, BINSTR* data, BINSTR* signature)
+{
+    verify(state.library(), signatureScheme(state, SIGIL_TK_HASH_DEFAULT),
+        tokenPublicKey(state.library(), state.tokens.session(), in(id)), in(data), in(signature));
+}
+
+inline void tokenEncrypt(Context& state, BINSTR* id, BINSTR* data, BINSTR* out)
+{
+    put(asymmetricEncrypt(state.library(), encryptionScheme(state), SIGIL_TK_ASYM_PUBLIC,
+            tokenPublicKey(state.library(), state.tokens.session(), in(id)), in(data)),
+        out);
+}
+
+inline void tokenDecrypt(Context& state, BINSTR* id, BINSTR* cipher, BINSTR* out)
+{
+    put(tokenKey(state, in(id)).decrypt(encryptionScheme(state), in(cipher)), out);
+}
+
+/** Signs a message with the key and the certificate of one identifier. */
+inline MessageLayout tokenSignBytes(Context& state, View id, View content, const SigningRequest& request)
+{
+    const TokenKey key = tokenKey(state, id);
+    return signContent(
+        state.library(), request, [&](View digest) { return key.signDigest(request.scheme, digest); },
+        digestOf(state.library(), request.scheme.hash, Input(content)));
+}
+
+/** @param option SigilToolkitMessageOption bits */
+inline void tokenSignMessage(Context& state, int option, BINSTR* id, BINSTR* data, BINSTR* out)
+{
+    const Certificate signer = tokenCertificate(state.library(), state.tokens.session(), in(id));
+    const SigningRequest request = signingRequest(state, signer, option, "");
+    const MessageLayout layout = tokenSignBytes(state, in(id), in(data), request);
+    putSigned(layout, in(data), (request.options & SIGIL_TK_MESSAGE_DETACHED) != 0, out);
+}
+
+inline void tokenSignData(Context& state, BINSTR* id, BINSTR* data, BINSTR* out)
+{
+    tokenSignMessage(state, SIGIL_TK_MESSAGE_PLAIN, id, data, out);
+}
+
+inline void tokenSignDataNoContent(Context& state, BINSTR* id, BINSTR* data, BINSTR* out)
+{
+    tokenSignMessage(state, SIGIL_TK_MESSAGE_DETACHED, id, data, out);
+}
+
+inline void tokenSignAndEnvData(Context& state, BINSTR* id, BINSTR* recipient, BINSTR* data, BINSTR* out)
+{
+    const Certificate signer = tokenCertificate(state.library(), state.tokens.session(), in(id));
+    const SigningRequest request = signingRequest(state, signer, 0, "", SIGIL_TK_MESSAGE_DETACHED);
+    std::vector<Certificate> recipients;
+    recipients.emplace_back(state.library(), in(recipient));
+    const Secret signedMessage = withContent(tokenSignBytes(state, in(id), in(data), request), in(data));
+    put(envelope(state, SIGIL_TK_ENVELOPE_ISSUER, recipients, signedMessage, 0), out);
+}
+
+/** Opens a message for the certificate of an identifier. */
+inline Secret tokenOpenMessage(Context& state, View id, View message)
+{
+    const Message given{Input(message)};
+    const Certificate recipient = tokenCertificate(state.library(), state.tokens.session(), id);
+    const TokenKey key = tokenKey(state, id);
+    return openMessage(state.library(), given, recipient, tokenOpener(key));
+}
+
+inline void tokenDecryptData(Context& state, BINSTR* id, BINSTR* message, BINSTR* data)
+{
+    put(tokenOpenMessage(state, in(id), in(message)), data);
+}
+
+/** @param signer may be null */
+inline void tokenVerifyAndDecData(Context& state, BINSTR* id, BINSTR* message, BINSTR* data, BINSTR* signer)
+{
+    state.messages.verified = {};
+    putOpened(state, SIGIL_TK_CHECK_SIGNATURES, tokenOpenMessage(state, in(id), in(message)), data, signer);
+}
+
+/** @param digest the hash in hexadecimal */
+inline void tokenVerifySignatureValue(Context& state, char* digest, BINSTR* certificate, BINSTR* signature)
+{
+    verifyDigest(state.library(), signatureScheme(state, SIGIL_TK_HASH_DEFAULT), {state.library(), in(certificate)},
+        bytesOfHex(in(digest)), in(signature));
 }
 
 } // namespace toolkit::calls

@@ -46,3 +46,23 @@ TOOLKIT_FUNCTION GPKI_HSM_ReadCert(void* context, BINSTR* id, BINSTR* certificat
 {
     return call(context, calls::tokenReadCert, id, certificate);
 }
+
+TOOLKIT_FUNCTION GPKI_HSM_ReadRandomForVID(void* context, BINSTR* id, BINSTR* random)
+{
+    return call(context, calls::tokenReadRandomForVID, id, random);
+}
+
+TOOLKIT_FUNCTION GPKI_HSM_WriteCertAndPriKey(void* context, BINSTR* certificate, BINSTR* key)
+{
+    return call(context, calls::tokenWriteCertAndPriKey, certificate, key);
+}
+
+TOOLKIT_FUNCTION GPKI_HSM_DeleteCertAndPriKey(void* context, BINSTR* id)
+{
+    return call(context, calls::tokenDeleteCertAndPriKey, id);
+}
+
+TOOLKIT_FUNCTION GPKI_HSM_SignData(void* context, BINSTR* id, BINSTR* data, BINSTR* out)
+{
+    return call(context, calls::tokenSignData, id, data, out);
+}

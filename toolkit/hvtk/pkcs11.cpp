@@ -67,3 +67,75 @@ TOOLKIT_FUNCTION HVTK_PKCS11_ReadCert(void* context, BINSTR* id, BINSTR* certifi
 {
     return call(context, calls::tokenReadCert, id, certificate);
 }
+
+TOOLKIT_FUNCTION HVTK_PKCS11_ReadRandomForVID(void* context, BINSTR* id, BINSTR* random)
+{
+    return call(context, calls::tokenReadRandomForVID, id, random);
+}
+
+TOOLKIT_FUNCTION HVTK_PKCS11_WriteCertAndPriKey(void* context, BINSTR* certificate, BINSTR* key)
+{
+    return call(context, calls::tokenWriteCertAndPriKey, certificate, key);
+}
+
+TOOLKIT_FUNCTION HVTK_PKCS11_DeleteCertAndPriKey(void* context, BINSTR* id)
+{
+    return call(context, calls::tokenDeleteCertAndPriKey, id);
+}
+
+TOOLKIT_FUNCTION HVTK_PKCS11_GenKeyPair(void* context, int algorithm, int bits, BINSTR* publicKey)
+{
+    return call(context, calls::tokenGenKeyPair, algorithm, bits, publicKey);
+}
+
+TOOLKIT_FUNCTION HVTK_PKCS11_Sign(void* context, BINSTR* id, BINSTR* data, BINSTR* signature)
+{
+    return call(context, calls::tokenSign, id, data, signature);
+}
+
+TOOLKIT_FUNCTION HVTK_PKCS11_Verify(void* context, BINSTR* id, BINSTR* data, BINSTR* signature)
+{
+    return call(context, calls::tokenVerify, id, data, signature);
+}
+
+TOOLKIT_FUNCTION HVTK_PKCS11_Encrypt(void* context, BINSTR* id, BINSTR* data, BINSTR* out)
+{
+    return call(context, calls::tokenEncrypt, id, data, out);
+}
+
+TOOLKIT_FUNCTION HVTK_PKCS11_Decrypt(void* context, BINSTR* id, BINSTR* cipher, BINSTR* out)
+{
+    return call(context, calls::tokenDecrypt, id, cipher, out);
+}
+
+TOOLKIT_FUNCTION HVTK_PKCS11_SignData(void* context, BINSTR* id, BINSTR* data, BINSTR* out)
+{
+    return call(context, calls::tokenSignData, id, data, out);
+}
+
+TOOLKIT_FUNCTION HVTK_PKCS11_SignData_NoContent(void* context, BINSTR* id, BINSTR* data, BINSTR* out)
+{
+    return call(context, calls::tokenSignDataNoContent, id, data, out);
+}
+
+TOOLKIT_FUNCTION HVTK_PKCS11_SignAndEnvData(void* context, BINSTR* id, BINSTR* recipient, BINSTR* data, BINSTR* out)
+{
+    return call(context, calls::tokenSignAndEnvData, id, recipient, data, out);
+}
+
+TOOLKIT_FUNCTION HVTK_PKCS11_DecryptData(void* context, BINSTR* id, BINSTR* message, BINSTR* data)
+{
+    return call(context, calls::tokenDecryptData, id, message, data);
+}
+
+TOOLKIT_FUNCTION HVTK_PKCS11_VerifyAndDecData(
+    void* context, BINSTR* id, BINSTR* message, BINSTR* data, BINSTR* signer)
+{
+    return call(context, calls::tokenVerifyAndDecData, id, message, data, signer);
+}
+
+TOOLKIT_FUNCTION HVTK_PKCS11_VerifySignatureValue(
+    void* context, char* digest, BINSTR* certificate, BINSTR* signature)
+{
+    return call(context, calls::tokenVerifySignatureValue, digest, certificate, signature);
+}

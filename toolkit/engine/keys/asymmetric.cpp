@@ -87,6 +87,19 @@ KeyContextHandle contextFor(const Library& library, EVP_PKEY* key)
     return context;
 }
 
+/** Ready for a hash that was taken elsewhere. @param start begins a signature or a verification */
+KeyContextHandle digestContext(
+    const Library& library, const SignatureScheme& scheme, EVP_PKEY* key, int (*start)(EVP_PKEY_CTX*))
+{
+    KeyContextHandle context = contextFor(library, key);
+    const DigestHandle algorithm = hashAlgorithm(library, scheme.hash);
+    const bool pss = scheme.rsaVersion == SIGIL_TK_RSA_PSS && EVP_PKEY_is_a(key, "RSA") == 1;
+    const bool ready = start(context.get()) == 1 && (!pss || usePss(context.get())) &&
+        EVP_PKEY_CTX_set_signature_md(context.get(), algorithm.get()) == 1;
+    require(ready, SIGIL_TK_ALGORITHM, "signature");
+    return context;
+}
+
 using PkeyRun = int (*)(EVP_PKEY_CTX*, unsigned char*, std::size_t*, const unsigned char*, std::size_t);
 
 template <class Container>
@@ -154,13 +167,20 @@ void setPadding(EVP_PKEY_CTX* context, const Library& library, const EncryptionS
 Bytes signDigest(const Library& library, const SignatureScheme& scheme, View keyInfo, View digest)
 {
     const KeyHandle key = loadPrivateKey(library, keyInfo);
-    const KeyContextHandle context = contextFor(library, key.get());
-    const DigestHandle algorithm = hashAlgorithm(library, scheme.hash);
-    const bool pss = scheme.rsaVersion == SIGIL_TK_RSA_PSS && EVP_PKEY_is_a(key.get(), "RSA") == 1;
-    const bool ready = EVP_PKEY_sign_init(context.get()) == 1 && (!pss || usePss(context.get())) &&
-        EVP_PKEY_CTX_set_signature_md(context.get(), algorithm.get()) == 1;
-    require(ready, SIGIL_TK_ALGORITHM, "signature");
+    const KeyContextHandle context = digestContext(library, scheme, key.get(), EVP_PKEY_sign_init);
     return run<Bytes>(EVP_PKEY_sign, context.get(), digest, SIGIL_TK_ALGORITHM);
+}
+
+void verifyDigest(const Library& library, const SignatureScheme& scheme, const Certificate& certificate,
+    View digest, View signature)
+{
+    const DigestHandle algorithm = hashAlgorithm(library, scheme.hash);
+    require(digest.size() == static_cast<std::size_t>(EVP_MD_get_size(algorithm.get())), SIGIL_TK_ARGUMENT,
+        "size of the hash");
+    const KeyHandle key = certificate.publicKey();
+    const KeyContextHandle context = digestContext(library, scheme, key.get(), EVP_PKEY_verify_init);
+    require(EVP_PKEY_verify(context.get(), signature.data(), signature.size(), digest.data(), digest.size()) == 1,
+        SIGIL_TK_SIGNATURE);
 }
 
 Bytes sign(const Library& library, const SignatureScheme& scheme, View keyInfo, View data)
@@ -174,6 +194,13 @@ void verify(const Library& library, const SignatureScheme& scheme, const Certifi
     View signature)
 {
     Signer running = verifier(library, scheme, certificate);
+    running.update(data);
+    running.check(signature);
+}
+
+void verify(const Library& library, const SignatureScheme& scheme, View publicKey, View data, View signature)
+{
+    Signer running(library, scheme, loadPublicKey(library, publicKey).get(), true);
     running.update(data);
     running.check(signature);
 }

@@ -21,6 +21,11 @@ Bytes sign(const Library& library, const SignatureScheme& scheme, View keyInfo, 
 /** Throws SIGIL_TK_SIGNATURE. */
 void verify(const Library& library, const SignatureScheme& scheme, const Certificate& certificate, View data,
     View signature);
+/** The same with a public key. @param publicKey a certificate or SubjectPublicKeyInfo */
+void verify(const Library& library, const SignatureScheme& scheme, View publicKey, View data, View signature);
+/** The same for data whose hash was taken elsewhere. Throws SIGIL_TK_ARGUMENT for a hash of another size. */
+void verifyDigest(const Library& library, const SignatureScheme& scheme, const Certificate& certificate,
+    View digest, View signature);
 /** The same over the content of a file of any size. */
 Bytes signFile(const Library& library, const SignatureScheme& scheme, View keyInfo, const std::string& path);
 void verifyFile(const Library& library, const SignatureScheme& scheme, const Certificate& certificate,

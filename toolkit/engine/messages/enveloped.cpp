@@ -36,17 +36,18 @@ void addRecipient(
         setPadding(options, library, request.scheme);
 }
 
-bool isFor(CMS_RecipientInfo* recipient, X509* certificate)
+/** Which of a recipient's keys is for the certificate; negative for none. */
+int keyFor(CMS_RecipientInfo* recipient, X509* certificate)
 {
     if (CMS_RecipientInfo_type(recipient) == CMS_RECIPINFO_TRANS)
-        return CMS_RecipientInfo_ktri_cert_cmp(recipient, certificate) == 0;
+        return CMS_RecipientInfo_ktri_cert_cmp(recipient, certificate) == 0 ? 0 : -1;
     if (CMS_RecipientInfo_type(recipient) != CMS_RECIPINFO_AGREE)
-        return false;
+        return -1;
     STACK_OF(CMS_RecipientEncryptedKey)* const keys = CMS_RecipientInfo_kari_get0_reks(recipient);
     for (int i = 0; i < sk_CMS_RecipientEncryptedKey_num(keys); ++i)
         if (CMS_RecipientEncryptedKey_cert_cmp(sk_CMS_RecipientEncryptedKey_value(keys, i), certificate) == 0)
-            return true;
-    return false;
+            return i;
+    return -1;
 }
 
 std::vector<CMS_RecipientInfo*> recipients(CMS_ContentInfo* cms)
@@ -56,13 +57,6 @@ std::vector<CMS_RecipientInfo*> recipients(CMS_ContentInfo* cms)
     for (int i = 0; found && i < sk_CMS_RecipientInfo_num(found); ++i)
         all.push_back(sk_CMS_RecipientInfo_value(found, i));
     return all;
-}
-
-void requireRecipient(CMS_ContentInfo* cms, const Certificate& certificate)
-{
-    const auto all = recipients(cms);
-    require(std::any_of(all.begin(), all.end(), [&](auto* one) { return isFor(one, certificate.get()); }),
-        SIGIL_TK_CMS_NOBODY, "the certificate is no recipient's");
 }
 
 /** The layout exists only once the cipher runs: that encrypts the key for the recipients. */
@@ -169,16 +163,38 @@ Encryption startEncryption(const Library& library, int algorithm, View key)
     return start(std::move(cms), cipher.get());
 }
 
-void openEnvelope(const Library& library, View skeleton, const Certificate& certificate, View keyInfo,
-    const std::function<void(const Sink&)>& ciphertext, const Sink& take)
+RecipientPlace placeOf(CMS_ContentInfo* enveloped, const Certificate& certificate)
 {
-    checkKeyPair(library, certificate, keyInfo);
+    int index = 0;
+    for (CMS_RecipientInfo* recipient : recipients(enveloped)) {
+        const int key = keyFor(recipient, certificate.get());
+        if (key >= 0)
+            return {index, key};
+        ++index;
+    }
+    fail(SIGIL_TK_CMS_NOBODY, "the certificate is no recipient's");
+}
+
+EnvelopeOpener openerWith(View keyInfo)
+{
+    return {[keyInfo](const Library& library, const Certificate& certificate) {
+                checkKeyPair(library, certificate, keyInfo);
+            },
+        [keyInfo](const Library& library, CmsHandle enveloped, const Certificate& certificate) {
+            const KeyHandle key = loadPrivateKey(library, keyInfo);
+            // With a certificate OpenSSL goes on with a random key when the content's key cannot be decrypted.
+            require(CMS_decrypt_set1_pkey(enveloped.get(), key.get(), certificate.get()) == 1, SIGIL_TK_DECRYPT);
+            return enveloped;
+        }};
+}
+
+void openEnvelope(const Library& library, View skeleton, const Certificate& certificate,
+    const EnvelopeOpener& opener, const std::function<void(const Sink&)>& ciphertext, const Sink& take)
+{
+    opener.check(library, certificate);
     CmsHandle cms = parseCms(library, skeleton);
-    requireRecipient(cms.get(), certificate);
-    const KeyHandle key = loadPrivateKey(library, keyInfo);
-    // With a certificate OpenSSL goes on with a random key when the content's key cannot be decrypted.
-    require(CMS_decrypt_set1_pkey(cms.get(), key.get(), certificate.get()) == 1, SIGIL_TK_DECRYPT);
-    decrypt(std::move(cms), ciphertext, take);
+    placeOf(cms.get(), certificate);
+    decrypt(opener.unlock(library, std::move(cms), certificate), ciphertext, take);
 }
 
 void openEncrypted(const Library& library, const Message& message, View key, const Sink& take)

@@ -8,6 +8,7 @@
 #include "toolkit/engine/messages/processed.h"
 #include "toolkit/engine/x509/certificate.h"
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -56,12 +57,32 @@ Encryption startEnvelope(const Library& library, const EnvelopeRequest& request)
 /** Throws SIGIL_TK_ALGORITHM for a key of the wrong length. @param cipher as in EnvelopeRequest */
 Encryption startEncryption(const Library& library, int cipher, View key);
 
+/** Where a message keeps the content's key for a recipient. */
+struct RecipientPlace {
+    int recipient; ///< among the recipients
+    int key;       ///< among that one's keys, when they are agreed upon; else 0
+};
+
+/** Throws SIGIL_TK_CMS_NOBODY. */
+RecipientPlace placeOf(CMS_ContentInfo* enveloped, const Certificate& certificate);
+
+/** A recipient's private key, wherever it is. */
+struct EnvelopeOpener {
+    /** Throws SIGIL_TK_KEY_MISMATCH when it does not belong to the certificate. */
+    std::function<void(const Library&, const Certificate&)> check;
+    /** Makes a message ready for the decryption of its content. A wrong padding must not show before that. */
+    std::function<CmsHandle(const Library&, CmsHandle, const Certificate&)> unlock;
+};
+
+/** Opens messages with a PrivateKeyInfo, which must outlive it. */
+EnvelopeOpener openerWith(View keyInfo);
+
 /** Opens a message for one of its recipients.
  *  @param ciphertext hands out the encrypted content, which need not be in the message
  *  Throws SIGIL_TK_CMS_NOBODY, SIGIL_TK_KEY_MISMATCH, and SIGIL_TK_DECRYPT for whatever goes wrong behind that: a wrong
  *  padding of the content's key looks like a wrong key. */
-void openEnvelope(const Library& library, View skeleton, const Certificate& certificate, View keyInfo,
-    const std::function<void(const Sink&)>& ciphertext, const Sink& take);
+void openEnvelope(const Library& library, View skeleton, const Certificate& certificate,
+    const EnvelopeOpener& opener, const std::function<void(const Sink&)>& ciphertext, const Sink& take);
 void openEncrypted(const Library& library, const Message& message, View key, const Sink& take);
 
 /** The recipients in the order of the message. */

@@ -62,13 +62,14 @@ bool verifies(const Library& library, View message)
     }
 }
 
-Secret openPkcs7(const Library& library, const Message& message, const Certificate& certificate, View keyInfo)
+Secret openPkcs7(
+    const Library& library, const Message& message, const Certificate& certificate, const EnvelopeOpener& opener)
 {
     const Halves halves = halvesOf(message.layout());
     const Bytes skeleton = halves.enveloped.skeleton();
     Secret content;
     openEnvelope(
-        library, skeleton, certificate, keyInfo, [&](const Sink& take) { message.content(take); },
+        library, skeleton, certificate, opener, [&](const Sink& take) { message.content(take); },
         [&](View piece) { content.insert(content.end(), piece.begin(), piece.end()); });
     Secret bare = withContent(halves.signedPart, content);
     if (verifies(library, bare))
@@ -76,7 +77,7 @@ Secret openPkcs7(const Library& library, const Message& message, const Certifica
     const MessageLayout decrypted = decryptSignatures(library, halves.signedPart, [&](const Bytes& signature) {
         Secret out;
         openEnvelope(
-            library, skeleton, certificate, keyInfo, [&](const Sink& take) { take(signature); },
+            library, skeleton, certificate, opener, [&](const Sink& take) { take(signature); },
             [&](View piece) { out.insert(out.end(), piece.begin(), piece.end()); });
         return out;
     });
@@ -106,13 +107,14 @@ Secret withContent(const MessageLayout& layout, View content)
     return message;
 }
 
-Secret openMessage(const Library& library, const Message& message, const Certificate& certificate, View keyInfo)
+Secret openMessage(
+    const Library& library, const Message& message, const Certificate& certificate, const EnvelopeOpener& opener)
 {
     if (message.layout().type == oid::signedAndEnvelopedData)
-        return openPkcs7(library, message, certificate, keyInfo);
+        return openPkcs7(library, message, certificate, opener);
     Secret content;
     openEnvelope(
-        library, message.require(oid::envelopedData).layout().skeleton(), certificate, keyInfo,
+        library, message.require(oid::envelopedData).layout().skeleton(), certificate, opener,
         [&](const Sink& take) { message.content(take); },
         [&](View piece) { content.insert(content.end(), piece.begin(), piece.end()); });
     return message.layout().holds == oid::signedData ? asMessage(std::move(content)) : content;

@@ -15,7 +15,8 @@ Secret withContent(const MessageLayout& layout, View content);
 /** The content of an enveloped message, and the signed message of a signed-and-enveloped one: a whole message as enveloped
  *  data, a SignedData under its own type, or the type of PKCS#7 (RFC 2315, section 11), whose signature may be
  *  encrypted or bare. Throws what openEnvelope() throws. */
-Secret openMessage(const Library& library, const Message& message, const Certificate& certificate, View keyInfo);
+Secret openMessage(
+    const Library& library, const Message& message, const Certificate& certificate, const EnvelopeOpener& opener);
 
 /** The signed message that was opened. Throws SIGIL_TK_CMS_TYPE when it is anything else. */
 Message signedWithin(View opened);

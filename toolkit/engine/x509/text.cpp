@@ -215,6 +215,15 @@ std::string hexText(View bytes)
     return text;
 }
 
+Bytes bytesOfHex(std::string_view digits)
+{
+    long length = 0;
+    const std::string text(digits);
+    const BufferHandle bytes(OPENSSL_hexstr2buf(text.c_str(), &length));
+    require(bytes && text.find(':') == text.npos, SIGIL_TK_ENCODING, "hexadecimal digits");
+    return {bytes.get(), bytes.get() + length};
+}
+
 std::string blankOid(const ASN1_OBJECT* object)
 {
     std::string text = dottedOid(object);

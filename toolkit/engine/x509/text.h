@@ -30,6 +30,8 @@ std::string_view cutText(std::string_view cp949, std::size_t bytes);
 
 /** Two lower-case digits per byte. */
 std::string hexText(View bytes);
+/** The reverse, for digits of either case. Throws SIGIL_TK_ENCODING. */
+Bytes bytesOfHex(std::string_view digits);
 /** Numbers of an OID separated by blanks: "1 2 410 200004 5 2 1 2". */
 std::string blankOid(const ASN1_OBJECT* object);
 /** The same for a dotted or blank-separated text, in dotted form. */
