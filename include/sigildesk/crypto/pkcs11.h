@@ -2,7 +2,9 @@
  *  PKCS#11 tokens.
  *
  *  Sessions, objects and cryptography on a token, after the PKCS#11 standard (Cryptoki). One session is open per
- *  handle.
+ *  handle. A login is the token's, for the whole process.
+ *  What is said of the open toolkit: its codes are those of SigilToolkitCode, 4200 to 4208 among them. An identifier is the
+ *  CKA_ID of certificate and key, bytes; PKCS11GetCertInfo tells it.
  *  The rules that hold for every function (handle, codes, ownership, texts) stand in <sigildesk/crypto.h>.
  */
 #ifndef SIGILDESK_CRYPTO_PKCS11_H
@@ -42,28 +44,31 @@ struct PKCS11_TOKEN_INFO {
 };
 
 /** Lists the slots.
- *  @param slots  first pointer of the toolkit, required
- *  @param count  second pointer of the toolkit
- *  @return the common codes; 1001 when @p slots is null */
+ *  @param slots  first pointer of the toolkit, required; open toolkit: room for the numbers of the slots that hold a token
+ *  @param count  second pointer of the toolkit; open toolkit: required; how many numbers @p slots has room for, and then how
+ *                many there are
+ *  @return the common codes; 1001 when @p slots is null; open toolkit: 3003 when there is too little room, with the number in
+ *          @p count */
 SIGIL_EXPORT int PKCS11GetSlotList(void* handle, unsigned long* slots, unsigned long* count);
 
 /** Describes the token in a slot.
- *  @param slotId  slot identifier
- *  @param info    record of the toolkit's PKCS#11 binding; the façade does not read it
- *  @return the common codes */
+ *  @param slotId  slot identifier of PKCS11GetSlotList
+ *  @param info    record of the toolkit's PKCS#11 binding, filled; the façade does not read it
+ *  @return the common codes; open toolkit: 4200 when the slot holds no token */
 SIGIL_EXPORT int PKCS11GetTokenInfo(void* handle, unsigned long slotId, PKCS11_TOKEN_INFO* info);
 
 /** Initialises a token.
- *  @param soPin  first text of the toolkit
- *  @param label  second text of the toolkit
+ *  @param soPin  first text of the toolkit; open toolkit: the security officer's PIN to be, of the first token that was never
+ *                initialised
+ *  @param label  second text of the toolkit; open toolkit: name of the token, UTF-8 or CP949, at most 32 bytes of UTF-8
  *  @return the common codes; 1001 when @p soPin or @p label is null; 1003 on the GPKI library */
 SIGIL_EXPORT int PKCS11InitToken(void* handle, char* soPin, char* label);
 
 /** Initialises the token in a slot.
  *  @param slotId  slot identifier
- *  @param soPin   first text of the toolkit
- *  @param pin     second text of the toolkit
- *  @param label   third text of the toolkit
+ *  @param soPin   first text of the toolkit; open toolkit: the security officer's PIN, the one in use where there is one
+ *  @param pin     second text of the toolkit; open toolkit: the user's PIN to be
+ *  @param label   third text of the toolkit; open toolkit: as PKCS11InitToken takes it. All that the token holds is lost
  *  @return the common codes; 1001 when @p soPin, @p pin or @p label is null; 1003 on the GPKI library */
 SIGIL_EXPORT int PKCS11InitTokenWithSlotID(void* handle, unsigned long slotId, char* soPin, char* pin, char* label);
 
@@ -71,13 +76,13 @@ SIGIL_EXPORT int PKCS11InitTokenWithSlotID(void* handle, unsigned long slotId, c
  *  is not null, logs in; the result is then the login's.
  *  @param slotId  slot identifier
  *  @param pin     PIN, terminated; null opens without logging in
- *  @param flags   flags of the toolkit
- *  @return the common codes */
+ *  @param flags   flags of the toolkit; open toolkit: 0 to read, and to write if the token allows it, 4 to read, 2 or 6 to write
+ *  @return the common codes; open toolkit: 4201 for a wrong PIN, when the session is open and not logged in */
 SIGIL_EXPORT int PKCS11OpenSessionWithSlotID(void* handle, unsigned long slotId, char* pin, int flags);
 
 /** Opens a session with a token by its name.
- *  @param token  token name
- *  @param flags  flags of the toolkit
+ *  @param token  token name; open toolkit: its label, UTF-8 or CP949
+ *  @param flags  flags of the toolkit, as above
  *  @return the common codes; 1001 when @p token is null; 1003 on the GPKI library */
 SIGIL_EXPORT int PKCS11OpenSessionWithTokenName(void* handle, char* token, int flags);
 
@@ -106,8 +111,8 @@ SIGIL_EXPORT int PKCS11ChangePIN(void* handle, char* oldPin, char* newPin);
 SIGIL_EXPORT int PKCS11GetCertCnt(void* handle, int* count);
 
 /** Gives one certificate of the token.
- *  @param index        position of the certificate; the toolkit says where it counts from
- *  @param kind         number that the toolkit may write
+ *  @param index        position of the certificate; the toolkit says where it counts from; open toolkit: 0
+ *  @param kind         number that the toolkit may write; open toolkit: required, a SigilToolkitTokenCertificate
  *  @param id           filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
  *  @param certificate  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
  *  @return the common codes */
@@ -137,9 +142,9 @@ SIGIL_EXPORT int PKCS11WriteCertAndPriKey(void* handle, BINSTR* certificate, BIN
 SIGIL_EXPORT int PKCS11DeleteCertAndPriKey(void* handle, BINSTR* id);
 
 /** Generates a key pair on the token.
- *  @param algorithm  first number of the toolkit
- *  @param bits       second number of the toolkit
- *  @param publicKey  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
+ *  @param algorithm  first number of the toolkit; open toolkit: a SigilToolkitTokenKey
+ *  @param bits       second number of the toolkit; open toolkit: RSA 1024, 2048, 3072 or 4096, EC 256 or 384
+ *  @param publicKey  SubjectPublicKeyInfo with the open toolkit; filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
  *  @return the common codes; 1003 on the GPKI library */
 SIGIL_EXPORT int PKCS11GenKeyPair(void* handle, int algorithm, int bits, BINSTR* publicKey);
 
@@ -211,7 +216,8 @@ SIGIL_EXPORT int PKCS11VerifyAndDecData(
     void* handle, BINSTR* id, BINSTR* message, BINSTR* data, BINSTR* signerCertificate);
 
 /** Verifies a bare signature value.
- *  @param hash         text of the toolkit
+ *  @param hash         text of the toolkit; open toolkit: the hash that was signed, in hexadecimal, of the size of
+ *                      HV_SetHashAlg's
  *  @param certificate  certificate
  *  @param signature    signature
  *  @return the common codes; 1001 when @p certificate or @p signature is empty or @p hash is null; 1003 on the GPKI
