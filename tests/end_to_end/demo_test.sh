@@ -16,7 +16,9 @@ fail() { echo "$*" >&2; exit 1; }
 for language in ko en; do
     output=$("$source_folder/scripts/demo" --headless --keep --build "$build" --language "$language")
     echo "$output"
-    grep -q '^openssl     CMS Verification successful$' <<<"$output"
+    for verdict in 'CMS Verification successful' 'CMS Decryption successful' 'Time stamp, Verification: OK'; do
+        grep -q "^openssl     $verdict$" <<<"$output" || fail "openssl does not say: $verdict"
+    done
     kept=$(sed -n 's/^kept        //p' <<<"$output")
     [ "$(identify -format '%wx%h' "$kept/screenshot.png")" = 391x460 ]
     [ -d "$kept/home/NPKI" ] || fail "the store was not kept"
