@@ -37,5 +37,7 @@ private:
 
 /** Member of a structure with a LateLibrary named `library`: the function @p prefix @p name  under the second part of its
  *  name. */
+// NOLINTBEGIN(bugprone-macro-parentheses): a name that is declared cannot stand in them
 #define SIGIL_LATE_FUNCTION(prefix, name)                                                                          \
     ::toolkit::LateFunction<decltype(::prefix##name)> name { library, #prefix #name }
+// NOLINTEND(bugprone-macro-parentheses)
