@@ -2,6 +2,7 @@
 
 #include "certlist/codes.h"
 #include "certlist/store_layout.h"
+#include "certlist/store_repair.h"
 
 #include <system_error>
 
@@ -12,8 +13,10 @@ void StoreSearch::look(const Family& family, const std::vector<std::string>& fol
 {
     ScratchEntry entry;
     for (const std::string& path : folders) {
+        if (!path.empty()) // some families have places without a folder
+            repairStore(family, path);
         m_folder = SearchedFolder(path);
-        if (observer && !path.empty()) // some families have places without a folder
+        if (observer && !path.empty())
             observer->searches(family, path, m_folder.openError());
         while (const dirent* item = m_folder.next()) {
             if (!isCandidate(family, m_folder, *item))
@@ -34,11 +37,6 @@ int StoreSearch::judged(const Family& family, const char* name, const Judge& jud
 {
     entry.clear();
     entry->nPKIType = family.code;
-    setPaths(family, m_folder, name, *entry);
-    m_log.begin();
-    const int rc = judge(*entry);
-    if (rc != SIGIL_CERTIFICATE_UNREADABLE || !UndoableFiles::undoInterrupted(pairsOf(family, m_folder, name)))
-        return rc;
     setPaths(family, m_folder, name, *entry);
     m_log.begin();
     return judge(*entry);

@@ -19,9 +19,7 @@ namespace sigil {
 
 namespace {
 
-// Short, so that every name that a file may have has room for them.
-constexpr char notesEnding[] = ".undo";
-constexpr char draftEnding[] = ".und~";
+constexpr char draftEnding[] = ".und~"; // as long as that of the notes
 
 constexpr std::string_view notesBegin = "changed pairs\n";
 constexpr mode_t ownerOnly = S_IRUSR | S_IWUSR;
@@ -41,7 +39,7 @@ std::string notesOf(const std::vector<PairPaths>& pairs)
     for (const PairPaths& pair : pairs)
         for (const std::string& path : {pair.key, pair.certificate})
             if (!path.empty())
-                return path + notesEnding;
+                return path + UndoableFiles::notesEnding;
     return {};
 }
 

@@ -21,6 +21,10 @@ struct PairPaths {
  *  puts back what it notes. At every instant a certificate has the key that belongs to it, or none. */
 class UndoableFiles {
 public:
+    /** What the name of the file with the notes has behind that of the first key. Short, so that every name that a file
+     *  may have has room for it. */
+    static constexpr char notesEnding[] = ".undo";
+
     explicit UndoableFiles(std::vector<PairPaths> pairs);
     /** Puts back what was noted, unless it was let go. */
     ~UndoableFiles();
