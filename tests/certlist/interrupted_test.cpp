@@ -2,7 +2,7 @@
 // failing. Files are always whole and for their owner alone, a certificate never stands beside a key of another, what
 // was reported as done is there, and the next operation at the same place leaves nothing of a killed one.
 
-#include "tests/certlist/interrupted.h"
+#include "tests/support/interrupted.h"
 #include "tests/support/sample_store.h"
 
 #include "foundation/environment.h"

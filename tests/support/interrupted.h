@@ -1,10 +1,12 @@
 /** @file
- *  Runs an operation in a process of its own whose calls that change files are counted, and that is killed before one of
- *  them or has them fail.
+ *  Runs an operation or a program in a process of its own whose calls that change files are counted, and that is killed
+ *  before one of them or has them fail.
  */
 #pragma once
 
 #include <functional>
+#include <string>
+#include <vector>
 
 /** What befalls the process. */
 struct Misfortune {
@@ -15,9 +17,12 @@ struct Misfortune {
 
 struct Ending {
     bool finished; ///< false for a process that was killed
-    int code;      ///< what the operation returned, when it finished
+    int code;      ///< what the operation returned or the program exited with, when it finished
     int calls;     ///< that change files
 };
 
 /** Throws std::runtime_error where processes cannot be traced. */
 Ending runWith(const Misfortune& misfortune, const std::function<int()>& operation);
+
+/** The same for a program: its path and its arguments. What it prints is lost, and it has no terminal. */
+Ending runWith(const Misfortune& misfortune, const std::vector<std::string>& command);

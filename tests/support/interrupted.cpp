@@ -1,4 +1,4 @@
-#include "tests/certlist/interrupted.h"
+#include "tests/support/interrupted.h"
 
 #include <fcntl.h>
 #include <linux/filter.h>
@@ -12,6 +12,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <csignal>
 #include <cstddef>
 #include <stdexcept>
@@ -48,16 +49,38 @@ struct Told {
     int code;
 };
 
-[[noreturn]] void runTraced(const std::function<int()>& operation, Told* told)
+void letTrace()
 {
     if (ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0)
         _exit(1);
     raise(SIGSTOP);
     if (!stopAtChangingCalls())
         _exit(1);
+}
+
+[[noreturn]] void runTraced(const std::function<int()>& operation, Told* told)
+{
+    letTrace();
     told->code = operation();
     told->returned = true;
     _exit(0);
+}
+
+constexpr int notStarted = 127;
+
+[[noreturn]] void runTraced(const std::vector<std::string>& command)
+{
+    const int nothing = open("/dev/null", O_RDWR);
+    for (int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        dup2(nothing, descriptor);
+    setsid();
+    std::vector<char*> words;
+    for (const std::string& word : command)
+        words.push_back(const_cast<char*>(word.c_str())); // the system only reads them
+    words.push_back(nullptr);
+    letTrace();
+    execv(words.front(), words.data());
+    _exit(notStarted);
 }
 
 class Traced {
@@ -67,7 +90,8 @@ public:
     {
         wait();
         if (!WIFSTOPPED(m_status) ||
-            ptrace(PTRACE_SETOPTIONS, process, nullptr, PTRACE_O_TRACESECCOMP | PTRACE_O_EXITKILL) != 0)
+            ptrace(PTRACE_SETOPTIONS, process, nullptr,
+                PTRACE_O_TRACESECCOMP | PTRACE_O_TRACEEXEC | PTRACE_O_EXITKILL) != 0)
             throw std::runtime_error("processes cannot be traced");
     }
 
@@ -79,7 +103,8 @@ public:
         do {
             ptrace(PTRACE_CONT, m_process, nullptr, signal);
             wait();
-            signal = WIFSTOPPED(m_status) ? WSTOPSIG(m_status) : 0;
+            const bool isEvent = WIFSTOPPED(m_status) && m_status >> 16 != 0;
+            signal = WIFSTOPPED(m_status) && !isEvent ? WSTOPSIG(m_status) : 0;
         } while (WIFSTOPPED(m_status) && m_status >> 8 != atCall);
         return WIFSTOPPED(m_status);
     }
@@ -99,8 +124,12 @@ public:
     {
         struct stat status { };
         const std::string path = "/proc/" + std::to_string(m_process) + "/fd/" + std::to_string(file);
-        return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+        if (stat(path.c_str(), &status) == 0)
+            return S_ISREG(status.st_mode);
+        return errno == EACCES && file > STDERR_FILENO; // a process that hides from others
     }
+    /** What it has exited with; -1 when a signal ended it. */
+    int exitCode() const { return WIFEXITED(m_status) ? WEXITSTATUS(m_status) : -1; }
 
 private:
     void wait() { waitpid(m_process, &m_status, 0); }
@@ -139,17 +168,9 @@ void failCall(const Traced& process, int error)
     process.setRegisters(registers);
 }
 
-} // namespace
-
-Ending runWith(const Misfortune& misfortune, const std::function<int()>& operation)
+/** Follows the process to its end. @return how it ended, but for what it returned */
+Ending follow(Traced& process, const Misfortune& misfortune)
 {
-    static Told* const told =
-        static_cast<Told*>(mmap(nullptr, sizeof(Told), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
-    *told = {};
-    const pid_t child = fork();
-    if (child == 0)
-        runTraced(operation, told);
-    Traced process(child);
     Ending ending{false, 0, 0};
     while (process.goOn()) {
         if (!changesFiles(process))
@@ -164,9 +185,37 @@ Ending runWith(const Misfortune& misfortune, const std::function<int()>& operati
         if (due)
             failCall(process, misfortune.error);
     }
-    if (!told->returned)
-        throw std::runtime_error("the operation crashed");
     ending.finished = true;
+    return ending;
+}
+
+} // namespace
+
+Ending runWith(const Misfortune& misfortune, const std::function<int()>& operation)
+{
+    static Told* const told =
+        static_cast<Told*>(mmap(nullptr, sizeof(Told), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
+    *told = {};
+    const pid_t child = fork();
+    if (child == 0)
+        runTraced(operation, told);
+    Traced process(child);
+    Ending ending = follow(process, misfortune);
+    if (ending.finished && !told->returned)
+        throw std::runtime_error("the operation crashed");
     ending.code = told->code;
+    return ending;
+}
+
+Ending runWith(const Misfortune& misfortune, const std::vector<std::string>& command)
+{
+    const pid_t child = fork();
+    if (child == 0)
+        runTraced(command);
+    Traced process(child);
+    Ending ending = follow(process, misfortune);
+    if (ending.finished && (process.exitCode() < 0 || process.exitCode() == notStarted))
+        throw std::runtime_error("the program crashed, or could not be started");
+    ending.code = ending.finished ? process.exitCode() : 0;
     return ending;
 }
