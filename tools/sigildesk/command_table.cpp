@@ -64,6 +64,10 @@ const Options trusting = {
 
 const Argument file{"FILE", Value::File, {"The file", "파일"}};
 
+const Option target{"--to", "DIR|disk", Value::Folder,
+    {"The disk to write to: its folder, or disk for the home folder",
+        "쓸 디스크: 그 폴더, 또는 홈 폴더를 뜻하는 disk"}};
+
 Options joined(std::initializer_list<Options> groups)
 {
     Options all;
@@ -236,6 +240,27 @@ const std::vector<Command>& commands()
             "sigildesk pick --sign contract.txt --out chosen",
             R"({"certificate": {"subject", "name", "issuer", "issuer_name", "policy", "serial", "valid_from", "valid_to", "file"}, "files": [path, ...], "signature": path})",
             runPick},
+        {"copy",
+            {"Copy a certificate with its keys to another disk, where list finds it.",
+                "인증서와 키를 목록이 찾는 형태로 다른 디스크에 복사합니다."},
+            {cert}, joined({{target, writing.back()}, selecting}), "sigildesk copy 0 --to usb",
+            R"({"certificate": certificate})", runCopy},
+        {"import",
+            {"File the pairs of a PKCS#12 file in a store, where list finds them.",
+                "PKCS#12 파일의 인증서와 키를 목록이 찾는 곳에 넣습니다."},
+            {file},
+            joined({{target, writing.back(),
+                        {"--media", "disk|DIR", Value::Folder, {"The same as --to", "--to와 같습니다"}}},
+                password}),
+            "sigildesk import mine.pfx --to usb --password-file new-password --force",
+            R"({"certificate": certificate})", runImport},
+        {"passwd", {"Change the password of a certificate's keys.", "인증서 키의 비밀번호를 바꿉니다."}, {cert},
+            joined({password, newPassword, selecting}),
+            "sigildesk passwd 0 --password-file password --new-password-file new-password",
+            R"({"changed": true, "certificate": certificate})", runPasswd},
+        {"delete", {"Delete a certificate with its keys.", "인증서와 키를 지웁니다."}, {cert},
+            joined({{{"--yes", "", Value::None, {"Do not ask", "묻지 않습니다"}}}, selecting}),
+            "sigildesk delete 0 --yes", R"({"deleted": true, "certificate": certificate})", runDelete},
         {"codes",
             {"Say what a result code means, and what to do. Without one, all of them.",
                 "결과 코드의 뜻과 할 일을 알려 줍니다. 코드를 주지 않으면 모두 보여 줍니다."},

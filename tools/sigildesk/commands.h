@@ -23,6 +23,10 @@ int runTimestamp(Session& session);
 int runExport(Session& session);
 int runIdentity(Session& session);
 int runPick(Session& session);
+int runImport(Session& session);
+int runCopy(Session& session);
+int runDelete(Session& session);
+int runPasswd(Session& session);
 int runCompletion(Session& session);
 int runManual(Session& session);
 

@@ -2,6 +2,7 @@
 
 #include "certlist/entry.h"
 #include "certlist/store_layout.h"
+#include "certlist/store_repair.h"
 #include "files.h"
 #include "foundation/ascii.h"
 #include "foundation/environment.h"
@@ -306,9 +307,10 @@ Certificate readPair(const Session& session, const Crypto& crypto, const std::st
 
 Certificate atPath(const Session& session, const std::string& path)
 {
+    const bool isFolder = fs::is_directory(path);
+    sigil::repairPairsIn(isFolder ? path : fs::path(path).parent_path().string());
     mustExist(path);
     const Crypto crypto(session);
-    const bool isFolder = fs::is_directory(path);
     const std::vector<std::string> files = isFolder ? certificatesIn(path) : std::vector<std::string>{path};
     if (files.empty())
         throw Failure(no, "no_match", noPairInFolder, {path});

@@ -90,6 +90,7 @@ class DocumentsTest(CommandTest):
         first = next(row for row in self.report if row["serial"] == serial)
         (self.work / "number").write_text(first["identity"])
         (self.work / "contract.txt").write_text("a contract")
+        (self.work / "usb").mkdir()
         authorities = self.home / "ca"
         (self.work / "root.pem").write_bytes((authorities / "root.pem").read_bytes() + (authorities / "authorities.pem").read_bytes())
         for command in self.commands:
