@@ -22,6 +22,7 @@ int runDecrypt(Session& session);
 int runTimestamp(Session& session);
 int runExport(Session& session);
 int runIdentity(Session& session);
+int runTokens(Session& session);
 int runPick(Session& session);
 int runImport(Session& session);
 int runCopy(Session& session);

@@ -10,7 +10,7 @@ from command import PASSWORD, PROGRAM, CommandTest, main
 
 SOURCE = pathlib.Path(os.environ["SIGILDESK_SOURCE"])
 # Their examples need servers, a display, a certificate in trouble or another store; their own tests run them.
-ELSEWHERE = {"status", "timestamp", "pick"}
+ELSEWHERE = {"status", "timestamp", "tokens", "pick"}
 
 
 def options_of(text):
