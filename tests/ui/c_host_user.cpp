@@ -11,6 +11,7 @@
 #include <QTimer>
 
 #include <cstdlib>
+#include <memory>
 #include <string_view>
 
 namespace {
@@ -47,7 +48,12 @@ extern "C" const char* __lsan_default_suppressions()
 
 void whenLoopRuns(void (*what)(void)) { pending = what; }
 
-void makeApplication(int* argc, char** argv) { static QApplication application(*argc, argv); }
+void makeApplication(int* argc, char** argv)
+{
+    static QApplication* const application =
+        std::make_unique<QApplication>(*argc, argv).release(); // as in main.cpp
+    Q_UNUSED(application)
+}
 
 void userChooses()
 {
