@@ -404,8 +404,8 @@ private:
     {
         if (const auto key = names.find(ownFolderNames().signKey); key != names.end())
             return folder + key->second;
-        const std::string_view ending = sharedFolderEndings().signKey;
-        return path.substr(0, path.size() - std::min(path.size(), ending.size())).append(ending);
+        const SharedFolderEndings endings = sharedFolderEndings();
+        return path.substr(0, path.size() - std::min(path.size(), endings.signKey.size())).append(endings.signKey);
     }
 
     /** Copies whose places no list reads. */
