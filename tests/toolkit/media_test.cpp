@@ -110,6 +110,7 @@ TEST_P(Media, OnlyRegularFilesAreRead)
     workshop.write("empty", "");
     EXPECT_EQ(readFile(at("empty"), out), 0);
     EXPECT_EQ(out.get()->nLength, 0);
+    EXPECT_EQ(out.get()->pData, nullptr); // which a host would not release
     if (geteuid() != 0) {
         workshop.write("secret", "x");
         chmod(at("secret").c_str(), 0);

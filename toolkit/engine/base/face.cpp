@@ -111,7 +111,8 @@ void put(std::initializer_list<Output> outputs)
     std::vector<MemoryHandle> copies;
     for (const Output& output : outputs) {
         require(output.record != nullptr, SIGIL_TK_ARGUMENT, "byte string");
-        copies.push_back(copyOf(output.bytes));
+        // Who has no bytes has nothing to release: hosts ask for that only with a length.
+        copies.push_back(output.bytes.empty() ? MemoryHandle() : copyOf(output.bytes));
     }
     auto copy = copies.begin();
     for (const Output& output : outputs)
