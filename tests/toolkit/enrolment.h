@@ -125,6 +125,7 @@ protected:
     void set(ByteString& record, const std::string& bytes) const
     {
         std::string copy = bytes;
+        toolkit.bare("BINSTR_Delete", record.get());
         toolkit.bare("BINSTR_SetData", reinterpret_cast<unsigned char*>(copy.data()), static_cast<int>(copy.size()),
             record.get());
     }
