@@ -17,9 +17,7 @@ namespace host {
 
 namespace {
 
-using sigil::field::signCert;
-
-constexpr std::time_t secondsOfADay = 24 * 60 * 60;
+constexpr std::time_t secondsOfADay = 24L * 60 * 60;
 
 struct FamilyName {
     int family;
@@ -75,7 +73,7 @@ std::string bytes(const unsigned char* data, int length)
 std::string colonised(int hours, int minutes)
 {
     std::array<char, 8> text{};
-    std::snprintf(text.data(), text.size(), "%+03d:%02d", hours, minutes);
+    static_cast<void>(std::snprintf(text.data(), text.size(), "%+03d:%02d", hours, minutes));
     return text.data();
 }
 

@@ -138,7 +138,7 @@ std::string fingerprint(const Crypto& crypto, int hash, std::string_view content
     std::string text;
     for (const char byte : view(digest)) {
         std::array<char, 4> hex{};
-        std::snprintf(hex.data(), hex.size(), "%02X", static_cast<unsigned char>(byte));
+        static_cast<void>(std::snprintf(hex.data(), hex.size(), "%02X", static_cast<unsigned char>(byte)));
         text.append(text.empty() ? "" : ":").append(hex.data());
     }
     return text;

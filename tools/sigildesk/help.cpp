@@ -67,6 +67,7 @@ std::string titled(const std::string& title, const std::vector<Row>& rows)
 std::vector<Row> rowsOf(const std::vector<Option>& options, Language language)
 {
     std::vector<Row> rows;
+    rows.reserve(options.size());
     for (const Option& option : options)
         rows.push_back({*option.valueName ? std::string(option.name) + " " + option.valueName : option.name,
             option.help.in(language)});

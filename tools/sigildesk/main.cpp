@@ -100,7 +100,8 @@ int main(int count, char** words)
 {
     const NotDumpable notDumpable;
     occupyStandardDescriptors();
-    std::setlocale(LC_CTYPE, ""); // alone: a machine may have the letters of a language without the language
+    // Alone: a machine may have the letters of a language without the language.
+    static_cast<void>(std::setlocale(LC_CTYPE, ""));
     static_cast<void>(std::signal(SIGPIPE, SIG_IGN)); // a reader that went away is a write that fails
     Output output(styleOf(count, words));
     int result = runAndTell(count, words, output);

@@ -29,7 +29,7 @@ std::string validWord(const Choices& choices, const std::string& word)
 std::string validWords(const Choices& choices, const std::string& text)
 {
     for (const std::string& word : CLI::detail::split(text, ','))
-        if (const std::string fault = validWord(choices, word); !fault.empty())
+        if (std::string fault = validWord(choices, word); !fault.empty())
             return fault;
     return {};
 }

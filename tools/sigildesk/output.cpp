@@ -31,13 +31,13 @@ std::string Output::shown(const Cell& cell) const { return m_charset.visible(har
 
 void Output::put(const std::string& text)
 {
-    std::fwrite(text.data(), 1, text.size(), stdout); // finish() notices when it fails
+    static_cast<void>(std::fwrite(text.data(), 1, text.size(), stdout)); // finish() notices when it fails
 }
 
 void Output::putError(const std::string& text) const
 {
     const std::string encoded = m_charset.encode(text);
-    std::fwrite(encoded.data(), 1, encoded.size(), stderr);
+    static_cast<void>(std::fwrite(encoded.data(), 1, encoded.size(), stderr));
 }
 
 void Output::line(const std::string& text, Color color) { table({{Cell(text, color)}}); }
@@ -126,9 +126,9 @@ void Progress::wait(const std::string& line)
     std::unique_lock lock(m_mutex);
     if (m_over.wait_for(lock, std::chrono::milliseconds(500), [this] { return m_done; }))
         return;
-    std::fputs((line + "\r").c_str(), stderr);
+    static_cast<void>(std::fputs((line + "\r").c_str(), stderr));
     m_over.wait(lock, [this] { return m_done; });
-    std::fputs("\033[2K\r", stderr);
+    static_cast<void>(std::fputs("\033[2K\r", stderr));
 }
 
 } // namespace host

@@ -242,7 +242,7 @@ PairFiles placeFor(const Certificate& certificate, const Disk& disk)
         throw Failure(failed, "no_place", noPlace, {certificate.subject});
     const std::vector<sigil::PairPaths> pairs = sigil::pairsOf(
         *family, sigil::SearchedFolder(disk.base + store), nameOf(certificate, family->files).c_str());
-    const PairFiles files{pairs[0].certificate, pairs[0].key, pairs[1].certificate, pairs[1].key};
+    PairFiles files{pairs[0].certificate, pairs[0].key, pairs[1].certificate, pairs[1].key};
     mustFit(files);
     return files;
 }

@@ -52,7 +52,7 @@ Output* outputOfThisRun = nullptr;
 void tellThatThereIsNoDisplay(const char* reason)
 {
     outputOfThisRun->tell(Failure(failed, "no_display", noDisplay, {reason}));
-    std::fflush(nullptr);
+    static_cast<void>(std::fflush(nullptr));
     _exit(failed);
 }
 
@@ -133,7 +133,7 @@ std::string sign(const Session& session, const Selection& chosen, const std::str
     set(crypto, certificate, item(chosen->bySignCert, chosen->nSignCertLen));
     set(crypto, key, item(chosen->bySignPriKey, chosen->nSignPriKeyLen));
     const std::string name = file + endingOf(SignatureForm::Attached);
-    const std::string target =
+    std::string target =
         session.arguments.has("--out") ? inFolder(session, std::filesystem::path(name).filename().string()) : name;
     WrittenFile written(session, target);
     signFile(session, crypto, certificate, key, SignatureForm::Attached, file, written, {});

@@ -21,8 +21,6 @@
 #include <termios.h>
 #include <unistd.h>
 
-extern char** environ;
-
 namespace host {
 
 namespace {

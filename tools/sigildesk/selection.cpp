@@ -129,7 +129,7 @@ bool isOfFamily(const Certificate& certificate, const std::string& names)
 
 bool endsWithin(const Certificate& certificate, int days)
 {
-    constexpr std::time_t secondsOfADay = 24 * 60 * 60;
+    constexpr std::time_t secondsOfADay = 24L * 60 * 60;
     return !certificate.expired && certificate.to <= std::time(nullptr) + days * secondsOfADay;
 }
 
@@ -315,6 +315,7 @@ Certificate atPath(const Session& session, const std::string& path)
     if (files.empty())
         throw Failure(no, "no_match", noPairInFolder, {path});
     std::vector<Certificate> found;
+    found.reserve(files.size());
     for (const std::string& file : files)
         found.push_back(readPair(session, crypto, file));
     return theOnly(found, path);
@@ -365,7 +366,7 @@ std::string mediumFolder(const Session& session)
 {
     if (onHardDisk(session))
         return {};
-    const std::string folder = session.arguments.text("--media");
+    std::string folder = session.arguments.text("--media");
     mustExist(folder);
     if (folder.size() >= sizeof(tagDRIVEINFO::szMountDir))
         throw Failure(failed, "path_too_long", pathTooLong, {folder});

@@ -136,10 +136,10 @@ std::string jsonEscape(char32_t code)
 {
     std::array<char, 16> text{};
     if (code < 0x10000)
-        std::snprintf(text.data(), text.size(), "\\u%04x", static_cast<unsigned>(code));
+        static_cast<void>(std::snprintf(text.data(), text.size(), "\\u%04x", static_cast<unsigned>(code)));
     else
-        std::snprintf(text.data(), text.size(), "\\u%04x\\u%04x", static_cast<unsigned>(0xD7C0 + (code >> 10)),
-            static_cast<unsigned>(0xDC00 + (code & 0x3FF)));
+        static_cast<void>(std::snprintf(text.data(), text.size(), "\\u%04x\\u%04x",
+            static_cast<unsigned>(0xD7C0 + (code >> 10)), static_cast<unsigned>(0xDC00 + (code & 0x3FF))));
     return text.data();
 }
 

@@ -106,14 +106,14 @@ std::string Trust::find(const std::string& subject, const std::string& child)
         if (!sigil::equalsIgnoringCase(authority.dn, subject) || !*authority.url ||
             !sigil::mayBeFetched(authority.dn))
             continue;
-        const std::string der = fetch(SIGIL_TK_FETCH_CA_CERT, std::string(authority.url) + "/" + authority.dn);
+        std::string der = fetch(SIGIL_TK_FETCH_CA_CERT, std::string(authority.url) + "/" + authority.dn);
         if (!der.empty() && authority.isRoot() && trustsSettings)
             trust(der);
         if (!der.empty())
             return der;
     }
     for (const std::string& address : addressesIn(m_crypto, child, "caIssuers"))
-        if (const std::string der = fetch(SIGIL_TK_FETCH_CA_CERT, address); !der.empty())
+        if (std::string der = fetch(SIGIL_TK_FETCH_CA_CERT, address); !der.empty())
             return der;
     return {};
 }

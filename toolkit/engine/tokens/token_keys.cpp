@@ -63,8 +63,8 @@ Bytes ecdsaDer(View raw)
     NumberHandle r(BN_bin2bn(raw.data(), half, nullptr));
     NumberHandle s(BN_bin2bn(raw.data() + half, half, nullptr));
     require(signature && r && s && ECDSA_SIG_set0(signature.get(), r.get(), s.get()) == 1, SIGIL_TK_NO_MEMORY);
-    r.release();
-    s.release();
+    static_cast<void>(r.release()); // they are the signature's now
+    static_cast<void>(s.release());
     return encode<Bytes>(signature.get(), i2d_ECDSA_SIG);
 }
 
@@ -274,7 +274,7 @@ Bytes generateTokenKey(const Library& library, const TokenSession& session, int 
     session.must(TOKEN_FUNCTION(C_GenerateKeyPair), &mechanism, pair.publicKey.data(), pair.publicKey.size(),
         privateKey.data(), privateKey.size(), &publicObject, &privateObject);
     try {
-        const Bytes publicKey = publicKeyIn(session, publicObject);
+        Bytes publicKey = publicKeyIn(session, publicObject);
         require(!publicKey.empty(), SIGIL_TK_TOKEN_MODULE, "public key");
         const Bytes id = tokenIdOf(library, publicKey);
         setId(session, publicObject, id);
