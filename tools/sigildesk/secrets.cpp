@@ -12,6 +12,7 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <optional>
+#include <poll.h>
 #include <spawn.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
@@ -140,7 +141,8 @@ volatile std::sig_atomic_t caughtSignal = 0;
 
 extern "C" void noteSignal(int number) { caughtSignal = number; }
 
-/** The terminal without echo. Signals that would end or stop the process wait until it echoes again. */
+/** The terminal without echo. Signals that would end or stop the process wait until it echoes again; they are let through
+ *  while it waits for input alone, so that none comes between the question whether one came and the waiting. */
 class SilentTerminal {
 public:
     explicit SilentTerminal(int terminal)
@@ -149,8 +151,13 @@ public:
         caughtSignal = 0;
         struct sigaction note { };
         note.sa_handler = noteSignal; // no SA_RESTART: reading is interrupted
-        for (std::size_t i = 0; i < signals.size(); ++i)
+        sigset_t all;
+        sigemptyset(&all);
+        for (std::size_t i = 0; i < signals.size(); ++i) {
             sigaction(signals.at(i), &note, &m_before.at(i));
+            sigaddset(&all, signals.at(i));
+        }
+        sigprocmask(SIG_BLOCK, &all, &m_maskBefore);
         tcgetattr(m_terminal, &m_settings);
         termios silent = m_settings;
         silent.c_lflag &= ~static_cast<tcflag_t>(ECHO | ECHOE | ECHOK | ECHONL);
@@ -161,17 +168,26 @@ public:
         tcsetattr(m_terminal, TCSAFLUSH, &m_settings);
         for (std::size_t i = 0; i < signals.size(); ++i)
             sigaction(signals.at(i), &m_before.at(i), nullptr);
+        sigprocmask(SIG_SETMASK, &m_maskBefore, nullptr);
         if (caughtSignal != 0)
             static_cast<void>(raise(caughtSignal));
     }
     SilentTerminal(const SilentTerminal&) = delete;
     SilentTerminal& operator=(const SilentTerminal&) = delete;
 
+    /** Waits for a line. @return false when a signal came instead */
+    bool waitForLine() const
+    {
+        pollfd input{m_terminal, POLLIN, 0};
+        return ppoll(&input, 1, nullptr, &m_maskBefore) > 0;
+    }
+
 private:
     static constexpr std::array<int, 5> signals{SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGTSTP};
     int m_terminal;
     termios m_settings{};
     std::array<struct sigaction, signals.size()> m_before{};
+    sigset_t m_maskBefore{};
 };
 
 void print(int terminal, const std::string& text)
@@ -192,7 +208,8 @@ std::optional<Secret> fromTerminal(const std::string& prompt)
     {
         const SilentTerminal silent(terminal.get());
         print(terminal.get(), prompt);
-        end = readLine(terminal.get(), line);
+        if (silent.waitForLine())
+            end = readLine(terminal.get(), line);
         printLineEnd(terminal.get());
     }
     if (end != LineEnd::Line)
