@@ -1,7 +1,5 @@
 #include "pkcs12.h"
 
-#include "files.h"
-
 #include <sigildesk/open_toolkit.h>
 
 namespace host {
@@ -14,49 +12,6 @@ sigil::SecretBytes copyOf(const Bytes& bytes)
 {
     const std::string_view content = host::view(bytes);
     return {content.begin(), content.end()};
-}
-
-void addPair(std::vector<OpenPair>& pairs, const Bytes& certificate, const Bytes& key)
-{
-    if (!certificate.empty() && !key.empty())
-        pairs.push_back({std::string(host::view(certificate)), copyOf(key)});
-}
-
-int readAsGpki(const Crypto& crypto, Bytes& file, Secret& password, std::vector<OpenPair>& pairs)
-{
-    Bytes certificate(crypto.handle()), key(crypto.handle());
-    Bytes kmCertificate(crypto.handle()), kmKey(crypto.handle()), others(crypto.handle());
-    const int code = PFXImport(crypto.handle(), password.chars(), file.get(), certificate.get(), key.get(),
-        kmCertificate.get(), kmKey.get(), others.get());
-    if (code != SIGIL_SUCCESS)
-        return code;
-    addPair(pairs, certificate, key);
-    addPair(pairs, kmCertificate, kmKey);
-    return code;
-}
-
-void takePairs(const Crypto& crypto, Bytes& certificates, Bytes& keys, std::vector<OpenPair>& pairs)
-{
-    int count = 0;
-    crypto.check(UTILGetObjectCount(crypto.handle(), certificates.get(), &count));
-    for (int i = 0; i < count; ++i) {
-        Bytes certificate(crypto.handle()), key(crypto.handle());
-        crypto.check(UTILGetObject(crypto.handle(), certificates.get(), i, certificate.get()));
-        crypto.check(UTILGetObject(crypto.handle(), keys.get(), i, key.get()));
-        addPair(pairs, certificate, key);
-    }
-}
-
-int readAsMaker(const Crypto& crypto, Bytes& file, Secret& password, std::vector<OpenPair>& pairs)
-{
-    Bytes certificates(crypto.handle()), keys(crypto.handle()), others(crypto.handle());
-    for (Bytes* output : {&certificates, &keys, &others}) // the function wants something there
-        set(crypto, *output, "-");
-    const int code = PFXImportMultiPair2(crypto.handle(), SIGIL_TK_PFX_WITHOUT_MAC, file.get(), password.chars(),
-        certificates.get(), keys.get(), others.get());
-    if (code == SIGIL_SUCCESS)
-        takePairs(crypto, certificates, keys, pairs);
-    return code;
 }
 
 /** The maker's functions take any number of pairs and every protection. */
@@ -93,26 +48,6 @@ sigil::SecretBytes makeAsGpki(const Session& session, const std::vector<OpenPair
 }
 
 } // namespace
-
-Pkcs12 readPkcs12(const Session& session, const std::string& path)
-{
-    const Crypto crypto(session);
-    Bytes file(crypto.handle());
-    set(crypto, file, readFile(path));
-    Pkcs12 result;
-    const auto read = session.toolkit == SIGIL_TOOLKIT_GPKI ? readAsGpki : readAsMaker;
-    int code = SIGIL_SUCCESS;
-    code = withPassword(session, path, [&](Secret& password) {
-        const int answer = read(crypto, file, password, result.pairs);
-        if (answer == SIGIL_SUCCESS)
-            result.password = std::move(password);
-        return answer;
-    });
-    crypto.check(code);
-    if (result.pairs.empty())
-        throw Failure::ofCode(SIGIL_TK_PFX_NO_PAIR);
-    return result;
-}
 
 sigil::SecretBytes makePkcs12(
     const Session& session, const std::vector<OpenPair>& pairs, int protection, Secret& password)

@@ -1,12 +1,11 @@
 /** @file
- *  PKCS#12 files: what is in them, and how they are made.
+ *  How PKCS#12 files are made.
  */
 #pragma once
 
 #include "certificate.h"
 #include "secrets.h"
 
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,15 +16,6 @@ struct OpenPair {
     std::string certificate;
     sigil::SecretBytes key;
 };
-
-/** The pairs of a file, and the password that opened it. */
-struct Pkcs12 {
-    std::vector<OpenPair> pairs;
-    Secret password;
-};
-
-/** Reads a file. Asks for its password; throws Failure when it does not open, or when there is no pair in it. */
-Pkcs12 readPkcs12(const Session& session, const std::string& path);
 
 /** Makes a file of pairs, the signing pair first.
  *  @param protection  SigilToolkitPfxOption */
