@@ -23,7 +23,7 @@ int runDelete(Session& session)
     if (certificate.files.certificate.empty())
         throw Failure(wrongUse, "wrong_use", noFile);
     if (!session.arguments.has("--yes") &&
-        !confirm(session, session.say(question, {certificate.name, certificate.serial, day(certificate.to)})))
+        !confirm(session.say(question, {certificate.name, certificate.serial, day(certificate.to)})))
         throw Failure(no, "cancelled", kept);
     changePairs(certificate.files, {});
     session.output.document({{"deleted", true}, {"certificate", jsonOf(certificate)}});

@@ -281,14 +281,13 @@ Secret askIdentity(const Session& session, const std::string& name)
         fromTerminal(session.say(identityPrompt, {name})), noTerminal, "--identity-fd, --identity-file");
 }
 
-bool confirm(const Session& session, const std::string& question)
+bool confirm(const std::string& question)
 {
     const Descriptor terminal(::open("/dev/tty", O_RDWR | O_CLOEXEC));
     if (terminal.get() < 0)
         throw Failure(wrongUse, "no_terminal", noTerminal, {"--yes"});
     print(terminal.get(), question + " [y/N] ");
     SecretBytes line;
-    static_cast<void>(session);
     return readLine(terminal.get(), line) == LineEnd::Line && !line.empty() && (line[0] == 'y' || line[0] == 'Y');
 }
 

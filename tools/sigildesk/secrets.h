@@ -54,7 +54,7 @@ Secret askNewPassword(const Session& session, const std::string& name);
 Secret askIdentity(const Session& session, const std::string& name);
 
 /** A yes at the terminal. Throws Failure (wrongUse) without one. */
-bool confirm(const Session& session, const std::string& question);
+bool confirm(const std::string& question);
 
 /** Calls @p attempt with a password until it takes it: once, and once more for a person at a terminal.
  *  @param attempt  answers a result of the library
