@@ -11,7 +11,6 @@
 #include <openssl/pem.h>
 
 #include <algorithm>
-#include <chrono>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -347,16 +346,4 @@ TEST_F(Paths, OneCallTriesFourAddresses)
     ByteString out(toolkit);
     EXPECT_EQ(toolkit("HVAP_GetCRLByCert", certificate.get(), out.get()), SIGIL_TK_VERIFY_NO_CRL);
     EXPECT_EQ(pki().asked("many"), 12);
-}
-
-TEST_F(Paths, AllAddressesOfACallShareItsTime)
-{
-    const Workshop workshop;
-    const Server silent = Server::rude(workshop, "silent");
-    const std::string url = "http://127.0.0.1:" + std::to_string(silent.port());
-    pki().certificate("waiting", "waiting",
-        "crlDistributionPoints=URI:" + url + "/1,URI:" + url + "/2,URI:" + url + "/3", "root");
-    const auto begin = std::chrono::steady_clock::now();
-    EXPECT_EQ(verify("waiting", {}, true), SIGIL_TK_VERIFY_NO_CRL);
-    EXPECT_LE(std::chrono::steady_clock::now() - begin, std::chrono::seconds(24));
 }

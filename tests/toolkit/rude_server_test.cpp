@@ -42,6 +42,23 @@ Outcome fetchFrom(const Server& server, const std::string& manner)
     return {code, Clock::now() - begin};
 }
 
+/** Verifies a certificate that names three addresses of revocation lists, all of them on the server. */
+Outcome verifyAgainst(const Server& server, const Workshop& workshop)
+{
+    const ToolkitLibrary toolkit("HVTK_");
+    const std::string url = "URI:http://127.0.0.1:" + std::to_string(server.port());
+    workshop.certificate("root", "/CN=root", "basicConstraints=critical,CA:TRUE");
+    workshop.certificate(
+        "user", "/CN=user", "crlDistributionPoints=" + url + "/1," + url + "/2," + url + "/3", "root");
+    ByteString root(toolkit, workshop.read("root.crt"));
+    ByteString user(toolkit, workshop.read("user.crt"));
+    EXPECT_EQ(toolkit("CERT_AddTrustedCert", root.get()), 0);
+    BINSTR* const nothing = nullptr;
+    const auto begin = Clock::now();
+    const int code = toolkit("CERT_Verify", user.get(), 0, text(""), true, nothing, nothing);
+    return {code, Clock::now() - begin};
+}
+
 /** A line of /proc/self/status, in KiB. */
 long memory(const std::string& name)
 {
@@ -76,6 +93,12 @@ TEST(RudeServers, NobodyKeepsTheHostWaiting)
             EXPECT_EQ(outcome.code, SIGIL_TK_FETCH) << manner;
             EXPECT_LE(outcome.time, mostTime) << manner;
         });
+    callers.emplace_back([] {
+        const Workshop workshop;
+        const Outcome outcome = verifyAgainst(Server::rude(workshop, "silent"), workshop);
+        EXPECT_EQ(outcome.code, SIGIL_TK_VERIFY_NO_CRL);
+        EXPECT_LE(outcome.time, mostTime) << "all addresses of a call share its time";
+    });
     for (std::thread& caller : callers)
         caller.join();
 }
