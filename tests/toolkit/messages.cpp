@@ -1,5 +1,6 @@
 #include "tests/toolkit/messages.h"
 
+#include <array>
 #include <sstream>
 
 namespace toolkit_test {
@@ -58,5 +59,110 @@ void MessageTest::makeNssDatabase()
         run("openssl pkcs12 -export -in " + name + ".pem -inkey " + name + ".key.pem -name " + name +
             " -passout pass:x -out " + name + ".p12 && pk12util -i " + name + ".p12 -d nss -W x -K ''");
 }
+
+const std::string FaceMessages::content = "the content\r\nof a message\n";
+const std::string FaceMessages::sessionKeyHex = "000102030405060708090a0b0c0d0e0f";
+
+std::string FaceMessages::sign(const std::string& signer, int option, const std::string& what)
+{
+    return make([&](BINSTR* out) {
+        ByteString certificate(toolkit, file(signer + ".crt"));
+        ByteString key(toolkit, file(signer + ".key"));
+        ByteString bytes(toolkit, what);
+        return hvtk()
+            ? toolkit("CMS_MakeSignedData", option, certificate.get(), key.get(), bytes.get(), text(time), out)
+            : toolkit("CMS_MakeSignedData", certificate.get(), key.get(), bytes.get(), text(time), out);
+    });
+}
+
+std::string FaceMessages::addSigner(const std::string& signer, const std::string& message, int option)
+{
+    return make([&](BINSTR* out) {
+        ByteString certificate(toolkit, file(signer + ".crt"));
+        ByteString key(toolkit, file(signer + ".key"));
+        ByteString bytes(toolkit, message);
+        return hvtk() ? toolkit("CMS_MakeSignedDataWithAddSigner", option, certificate.get(), key.get(),
+                            bytes.get(), text(time), out)
+                      : toolkit("CMS_MakeSignedDataWithAddSigner", certificate.get(), key.get(), bytes.get(),
+                            text(time), out);
+    });
+}
+
+int FaceMessages::process(const std::string& message, ByteString& data, int option, int* count)
+{
+    int ignored = 0;
+    ByteString bytes(toolkit, message);
+    int* const out = count ? count : &ignored;
+    return hvtk() ? toolkit("CMS_ProcessSignedData", option, bytes.get(), data.get(), out)
+                  : toolkit("CMS_ProcessSignedData2", bytes.get(), data.get(), out);
+}
+
+std::string FaceMessages::processed(const std::string& message, const std::string& detached)
+{
+    ByteString data(toolkit, detached);
+    const int code = process(message, data);
+    return code == 0 ? data.bytes() : "code " + std::to_string(code);
+}
+
+std::string FaceMessages::signerSubject(int index)
+{
+    ByteString certificate(toolkit);
+    std::array<char, 25> when{};
+    if (const int code =
+            toolkit(hvtk() ? "CMS_GetSignerCert" : "CMS_GetSigner", index, certificate.get(), when.data()))
+        return "code " + std::to_string(code);
+    write("got.crt", certificate.bytes());
+    return nameOf("got.crt") + " " + when.data();
+}
+
+std::string FaceMessages::envelope(const std::string& recipients, int cipher, int option, const std::string& what)
+{
+    return make([&](BINSTR* out) {
+        ByteString bytes(toolkit, what);
+        const bool several = recipients.find(' ') != std::string::npos;
+        ByteString certificates(toolkit, several ? listOf(recipients) : file(recipients + ".crt"));
+        const std::string name = several ? "CMS_MakeEnvelopedDataWithMultiRecipients" : "CMS_MakeEnvelopedData";
+        return hvtk() ? toolkit(name, option, certificates.get(), bytes.get(), cipher, out)
+                      : toolkit(name, certificates.get(), bytes.get(), cipher, out);
+    });
+}
+
+std::string FaceMessages::opened(const std::string& recipient, const std::string& message)
+{
+    return make([&](BINSTR* out) {
+        ByteString certificate(toolkit, file(recipient + ".crt"));
+        ByteString key(toolkit, file(recipient + ".key"));
+        ByteString bytes(toolkit, message);
+        return toolkit("CMS_ProcessEnvelopedData", certificate.get(), key.get(), bytes.get(), out);
+    });
+}
+
+void FaceMessages::setSessionKey(int cipher)
+{
+    ByteString key(toolkit, fromHex(sessionKeyHex));
+    ByteString vector(toolkit, std::string(16, 'v'));
+    ASSERT_EQ(toolkit("CRYPT_SetKeyAndIV", cipher, key.get(), vector.get()), 0) << toolkit.errorText();
+}
+
+std::string FaceMessages::encrypted(const std::string& what)
+{
+    return make([&](BINSTR* out) {
+        ByteString bytes(toolkit, what);
+        ByteString none(toolkit);
+        return hvtk() ? toolkit("CMS_EncryptData", 0, none.get(), bytes.get(), 0, out)
+                      : toolkit("CMS_MakeEncryptedData", bytes.get(), out);
+    });
+}
+
+std::string FaceMessages::decrypted(const std::string& message, const std::string& key)
+{
+    return make([&](BINSTR* out) {
+        ByteString bytes(toolkit, message);
+        ByteString raw(toolkit, key);
+        return toolkit("CMS_ProcessEncryptedData", raw.get(), bytes.get(), out);
+    });
+}
+
+std::string faceName(const testing::TestParamInfo<const char*>& face) { return std::string(face.param, 4); }
 
 } // namespace toolkit_test

@@ -55,4 +55,38 @@ private:
     bool m_hvtk;
 };
 
+/** Messages in memory on the face that is the parameter. Where one face has no option, 0 is all that it has. What a step
+ *  makes comes back, or "code N". */
+class FaceMessages : public MessageTest, public testing::WithParamInterface<const char*> {
+protected:
+    FaceMessages()
+        : MessageTest(GetParam())
+    {
+    }
+
+    static const std::string content;
+    static const std::string sessionKeyHex;
+
+    std::string sign(const std::string& signer, int option = 0, const std::string& what = content);
+    std::string addSigner(const std::string& signer, const std::string& message, int option = 0);
+    int process(const std::string& message, ByteString& data, int option = 0, int* count = nullptr);
+    /** The content of a verified message. */
+    std::string processed(const std::string& message, const std::string& detached = {});
+    /** Subject and signing time of a signer of the message verified last. */
+    std::string signerSubject(int index);
+    /** @param recipients names of certificates, with blanks between them */
+    std::string envelope(
+        const std::string& recipients, int cipher, int option = 0, const std::string& what = content);
+    std::string opened(const std::string& recipient, const std::string& message);
+    void setSessionKey(int cipher);
+    /** Under the session key. */
+    std::string encrypted(const std::string& what);
+    std::string decrypted(const std::string& message, const std::string& key);
+
+    std::string time = "2026-01-02 03:04:05"; ///< of signing
+};
+
+/** "HVTK" or "GPKI" */
+std::string faceName(const testing::TestParamInfo<const char*>& face);
+
 } // namespace toolkit_test
