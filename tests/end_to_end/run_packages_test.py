@@ -1,4 +1,4 @@
-"""Holds the group `run` of scripts/packages.txt against what the built files ask of the loader, at once or later."""
+"""Holds the groups for a run (`run;run-qt6`) of scripts/packages.txt against what the built files ask of the loader, at once or later."""
 
 import pathlib
 import re
@@ -37,14 +37,14 @@ def group(packages, name):
 
 
 def main():
-    packages, *files = sys.argv[1:]
+    packages, groups, *files = sys.argv[1:]
     own = {pathlib.Path(file).name for file in files} | {"libSigilDesk.so.1"}
     # The loader takes the first that it finds; others of the name are for other kinds of machines.
     places = dict(reversed(re.findall(r"^\s+(\S+) .*=> (\S+)", output("ldconfig", "-p"), re.MULTILINE)))
     late = set().union(*map(loaded_late, files)) - own
     libraries = set().union(*map(needed, files)).intersection(places) - own | late
     asked = {package_of(library, places) for library in libraries} - ALWAYS_THERE
-    listed = group(pathlib.Path(packages), "run")
+    listed = set().union(*(group(pathlib.Path(packages), name) for name in groups.split(";")))
     for package in sorted(asked - listed):
         print(f"needed but not listed: {package}")
     print(f"{len(libraries)} libraries of {len(asked)} packages; loaded when they are first needed: {sorted(late)}")
