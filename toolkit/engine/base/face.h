@@ -1,5 +1,5 @@
 /** @file
- *  What both faces share: the frame of a call, and the step from C arguments to the engine's types and back.
+ *  What the functions of both toolkits share: the frame of a call, and the step from C arguments to the engine's types and back.
  */
 #pragma once
 
@@ -118,3 +118,7 @@ int call(void* context, Body body, Arguments... arguments) noexcept
 
 /** A function that hosts look up by name. */
 #define TOOLKIT_FUNCTION extern "C" SIGIL_EXPORT int
+
+/** The function @p other of this file under a second name, for the other toolkit. Compiles only if toolkit_abi/ declares
+ *  both with the same arguments. */
+#define SAME_FUNCTION(name, other) extern "C" SIGIL_EXPORT decltype(other) name __attribute__((alias(#other)))

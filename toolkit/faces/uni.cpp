@@ -1,8 +1,9 @@
-// HVTK_UNI_ and HVTK_WPKI_: messages of any kind; wireless formats are not offered.
+// UNI_: messages of any kind. Wireless formats (WPKI_, WCMS_) are not offered.
 
 #include "toolkit/calls/not_offered.h"
 #include "toolkit/calls/sealed_messages.h"
 #include "toolkit/engine/base/face.h"
+#include "toolkit_abi/gpki.h"
 #include "toolkit_abi/hvtk.h"
 
 using namespace toolkit;
@@ -28,11 +29,14 @@ TOOLKIT_FUNCTION HVTK_WPKI_SignData(void* context, BINSTR*, BINSTR*, BINSTR*, BI
 {
     return call(context, calls::notOffered, calls::wireless);
 }
+SAME_FUNCTION(GPKI_WCMS_ProcessWapEnvelopedData, HVTK_WPKI_SignData);
+SAME_FUNCTION(GPKI_WCMS_MakeSignedContent, HVTK_WPKI_SignData);
 
 TOOLKIT_FUNCTION HVTK_WPKI_VerifyData(void* context, BINSTR*, BINSTR*, BINSTR*)
 {
     return call(context, calls::notOffered, calls::wireless);
 }
+SAME_FUNCTION(GPKI_WCMS_ProcessSignedContent, HVTK_WPKI_VerifyData);
 
 TOOLKIT_FUNCTION HVTK_WPKI_EncryptData(void* context, BINSTR*, BINSTR*, int, BINSTR*, BINSTR*, BINSTR*)
 {
@@ -45,6 +49,11 @@ TOOLKIT_FUNCTION HVTK_WPKI_DecryptData(void* context, BINSTR*, BINSTR*, BINSTR*,
 }
 
 TOOLKIT_FUNCTION HVTK_WPKI_VerifyCert(void* context, BINSTR*)
+{
+    return call(context, calls::notOffered, calls::wireless);
+}
+
+TOOLKIT_FUNCTION GPKI_WCMS_MakeWapEnvelopedData(void* context, BINSTR*, BINSTR*, int, BINSTR*)
 {
     return call(context, calls::notOffered, calls::wireless);
 }

@@ -1,7 +1,8 @@
-// HVTK_PKCS11_: tokens.
+// HVTK_PKCS11_ and GPKI_HSM_: tokens.
 
 #include "toolkit/calls/tokens.h"
 #include "toolkit/engine/base/face.h"
+#include "toolkit_abi/gpki.h"
 #include "toolkit_abi/hvtk.h"
 
 using namespace toolkit;
@@ -10,10 +11,17 @@ TOOLKIT_FUNCTION HVTK_PKCS11_GetSlotList(void* context, unsigned long* slots, un
 {
     return call(context, calls::tokenGetSlotList, slots, count);
 }
+SAME_FUNCTION(GPKI_HSM_GetSlotList, HVTK_PKCS11_GetSlotList);
 
 TOOLKIT_FUNCTION HVTK_PKCS11_GetTokenInfo(void* context, unsigned long slot, PKCS11_TOKEN_INFO* info)
 {
     return call(context, calls::tokenGetInfo, slot, info);
+}
+SAME_FUNCTION(GPKI_HSM_GetTokenInfo, HVTK_PKCS11_GetTokenInfo);
+
+TOOLKIT_FUNCTION GPKI_HSM_OpenSession(void* context, unsigned long slot, int flags)
+{
+    return call(context, calls::tokenOpenSession, slot, flags);
 }
 
 TOOLKIT_FUNCTION HVTK_PKCS11_InitToken(void* context, char* soPin, char* label)
@@ -43,45 +51,55 @@ TOOLKIT_FUNCTION HVTK_PKCS11_OpenSessionWithTokenName(void* context, char* token
 }
 
 TOOLKIT_FUNCTION HVTK_PKCS11_Login(void* context, char* pin) { return call(context, calls::tokenLogin, pin); }
+SAME_FUNCTION(GPKI_HSM_Login, HVTK_PKCS11_Login);
 
 TOOLKIT_FUNCTION HVTK_PKCS11_Logout(void* context) { return call(context, calls::tokenLogout); }
+SAME_FUNCTION(GPKI_HSM_Logout, HVTK_PKCS11_Logout);
 
 TOOLKIT_FUNCTION HVTK_PKCS11_CloseSession(void* context) { return call(context, calls::tokenCloseSession); }
+SAME_FUNCTION(GPKI_HSM_CloseSession, HVTK_PKCS11_CloseSession);
 
 TOOLKIT_FUNCTION HVTK_PKCS11_ChangePIN(void* context, char* oldPin, char* newPin)
 {
     return call(context, calls::tokenChangePIN, oldPin, newPin);
 }
+SAME_FUNCTION(GPKI_HSM_ChangePIN, HVTK_PKCS11_ChangePIN);
 
 TOOLKIT_FUNCTION HVTK_PKCS11_GetCertCnt(void* context, int* count)
 {
     return call(context, calls::tokenGetCertCnt, count);
 }
+SAME_FUNCTION(GPKI_HSM_GetCertCnt, HVTK_PKCS11_GetCertCnt);
 
 TOOLKIT_FUNCTION HVTK_PKCS11_GetCertInfo(void* context, int index, int* kind, BINSTR* id, BINSTR* certificate)
 {
     return call(context, calls::tokenGetCertInfo, index, kind, id, certificate);
 }
+SAME_FUNCTION(GPKI_HSM_GetCertInfo, HVTK_PKCS11_GetCertInfo);
 
 TOOLKIT_FUNCTION HVTK_PKCS11_ReadCert(void* context, BINSTR* id, BINSTR* certificate)
 {
     return call(context, calls::tokenReadCert, id, certificate);
 }
+SAME_FUNCTION(GPKI_HSM_ReadCert, HVTK_PKCS11_ReadCert);
 
 TOOLKIT_FUNCTION HVTK_PKCS11_ReadRandomForVID(void* context, BINSTR* id, BINSTR* random)
 {
     return call(context, calls::tokenReadRandomForVID, id, random);
 }
+SAME_FUNCTION(GPKI_HSM_ReadRandomForVID, HVTK_PKCS11_ReadRandomForVID);
 
 TOOLKIT_FUNCTION HVTK_PKCS11_WriteCertAndPriKey(void* context, BINSTR* certificate, BINSTR* key)
 {
     return call(context, calls::tokenWriteCertAndPriKey, certificate, key);
 }
+SAME_FUNCTION(GPKI_HSM_WriteCertAndPriKey, HVTK_PKCS11_WriteCertAndPriKey);
 
 TOOLKIT_FUNCTION HVTK_PKCS11_DeleteCertAndPriKey(void* context, BINSTR* id)
 {
     return call(context, calls::tokenDeleteCertAndPriKey, id);
 }
+SAME_FUNCTION(GPKI_HSM_DeleteCertAndPriKey, HVTK_PKCS11_DeleteCertAndPriKey);
 
 TOOLKIT_FUNCTION HVTK_PKCS11_GenKeyPair(void* context, int algorithm, int bits, BINSTR* publicKey)
 {
@@ -112,6 +130,7 @@ TOOLKIT_FUNCTION HVTK_PKCS11_SignData(void* context, BINSTR* id, BINSTR* data, B
 {
     return call(context, calls::tokenSignData, id, data, out);
 }
+SAME_FUNCTION(GPKI_HSM_SignData, HVTK_PKCS11_SignData);
 
 TOOLKIT_FUNCTION HVTK_PKCS11_SignData_NoContent(void* context, BINSTR* id, BINSTR* data, BINSTR* out)
 {

@@ -1,7 +1,8 @@
-// HVTK_PFX_: PKCS#12 files.
+// PFX_: PKCS#12 files. GPKI_PFX_: with a signing pair and, when there is one, a key-management pair.
 
 #include "toolkit/calls/pfx.h"
 #include "toolkit/engine/base/face.h"
+#include "toolkit_abi/gpki.h"
 #include "toolkit_abi/hvtk.h"
 
 using namespace toolkit;
@@ -10,6 +11,12 @@ TOOLKIT_FUNCTION HVTK_PFX_Export(
     void* context, int option, char* password, BINSTR* certificate, BINSTR* key, BINSTR* out)
 {
     return call(context, calls::pfxExport, option, password, certificate, key, out);
+}
+
+TOOLKIT_FUNCTION GPKI_PFX_Export(void* context, char* password, BINSTR* signCertificate, BINSTR* signKey,
+    BINSTR* kmCertificate, BINSTR* kmKey, BINSTR* out)
+{
+    return call(context, calls::pfxExportPairs, password, signCertificate, signKey, kmCertificate, kmKey, out);
 }
 
 TOOLKIT_FUNCTION HVTK_PFX_Export2(
@@ -22,6 +29,12 @@ TOOLKIT_FUNCTION HVTK_PFX_Import(
     void* context, char* password, BINSTR* file, BINSTR* certificate, BINSTR* key, BINSTR* others)
 {
     return call(context, calls::pfxImport, password, file, certificate, key, others);
+}
+
+TOOLKIT_FUNCTION GPKI_PFX_Import(void* context, char* password, BINSTR* file, BINSTR* signCertificate,
+    BINSTR* signKey, BINSTR* kmCertificate, BINSTR* kmKey)
+{
+    return call(context, calls::pfxImportPairs, password, file, signCertificate, signKey, kmCertificate, kmKey);
 }
 
 /** In the protection of @p option, without other certificates. */

@@ -1,7 +1,10 @@
-// HVTK_CMP_: certificates from an authority.
+// CMP_: certificates from an authority.
 
 #include "toolkit/calls/enrolment.h"
 #include "toolkit/calls/not_offered.h"
+#include "toolkit/engine/base/face.h"
+#include "toolkit_abi/gpki.h"
+#include "toolkit_abi/hvtk.h"
 
 using namespace toolkit;
 
