@@ -1,6 +1,7 @@
 // What calls leave in memory of the secrets that they were handed: nothing.
 
 #include "tests/support/secret_hunt.h"
+#include "tests/toolkit/server.h"
 #include "tests/toolkit/toolkit_library.h"
 #include "tests/toolkit/workshop.h"
 
@@ -217,5 +218,28 @@ TEST_F(Residue, OfWhatIsExported)
         ASSERT_EQ(toolkit("PFX_Export", option, password.chars(), certificate.get(), key.get(), file.get()), 0);
         for (const Pieces& secret : secrets)
             EXPECT_EQ(secret.found(), "") << "option " << option;
+    }
+}
+
+TEST_F(Residue, OfWhatACertificateIsAskedForWith)
+{
+    ecCertificate("ca");
+    workshop.run(
+        "openssl rand -base64 36 | tr -d '\\n' > secret && openssl rand -base64 36 | tr -d '\\n' > password");
+    const MappedFile secret(workshop.path("secret"));
+    const MappedFile password(workshop.path("password"));
+    const Pieces secrets[] = {{"secret", secret.bytes()}, {"password", password.bytes()}};
+    const Server server = Server::authority(workshop, "ca");
+    std::string known = "the secret";
+    for (char* const used : {secret.chars(), known.data()}) {
+        ByteString certificate(toolkit);
+        ByteString key(toolkit);
+        BINSTR* const none = nullptr;
+        EXPECT_EQ(toolkit("CMP_CertRequest2", text("127.0.0.1"), server.port(), text("ref"), used, text("cn=Kim"),
+                      password.chars(), certificate.get(), key.get(), none, none),
+            used == secret.chars() ? SIGIL_TK_CMP_PROTECTION : SIGIL_TK_OK)
+            << toolkit.errorText();
+        for (const Pieces& pieces : secrets)
+            EXPECT_EQ(pieces.found(), "");
     }
 }
