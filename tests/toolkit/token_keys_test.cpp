@@ -3,14 +3,20 @@
 
 #include "tests/toolkit/tokens.h"
 #include "toolkit/engine/keys/private_key.h"
+#include "toolkit/engine/tokens/cryptoki.h"
 
 #include <gmock/gmock.h>
 
 #include <filesystem>
+#include <type_traits>
 
 using namespace toolkit_test;
 using testing::HasSubstr;
 using testing::Not;
+
+// It points into itself.
+static_assert(!std::is_copy_constructible_v<toolkit::Template>);
+static_assert(std::is_move_constructible_v<toolkit::Template>);
 
 namespace {
 

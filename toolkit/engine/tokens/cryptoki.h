@@ -20,14 +20,21 @@ using Cryptoki = CK_FUNCTION_LIST;
  *  @param function its name, for the text of failures that have no code of their own */
 void checkAnswer(CK_RV answer, const char* function);
 
-/** Attributes of an object, with their values; those are wiped. */
+/** Attributes of an object, with their values; those are wiped. A copy would point into what it was copied from. */
 class Template {
 public:
+    Template() = default;
+    Template(Template&&) = default;
+    Template& operator=(Template&&) = default;
+    Template(const Template&) = delete;
+    Template& operator=(const Template&) = delete;
+
     Template& add(CK_ATTRIBUTE_TYPE type, View value);
     Template& add(CK_ATTRIBUTE_TYPE type, unsigned long value);
     Template& flag(CK_ATTRIBUTE_TYPE type, bool value);
 
-    CK_ATTRIBUTE* data() { return m_attributes.data(); }
+    /** For a module, which promises by contract to leave them alone. */
+    CK_ATTRIBUTE* data() const { return const_cast<CK_ATTRIBUTE*>(m_attributes.data()); }
     unsigned long size() const { return m_attributes.size(); }
 
 private:

@@ -10,7 +10,6 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
-#include <utility>
 
 namespace toolkit {
 namespace {
@@ -33,7 +32,7 @@ public:
     Writing(const Writing&) = delete;
     Writing& operator=(const Writing&) = delete;
 
-    void add(Template object) { m_objects.push_back(m_session.create(std::move(object))); }
+    void add(const Template& object) { m_objects.push_back(m_session.create(object)); }
     /** Keeps what was written, and removes what it replaces. */
     void finish(const ObjectHandles& replaced)
     {

@@ -109,7 +109,7 @@ void TokenSession::requireLogin() const
     require(loggedIn() || (tokenInfo(m_slot).flags & CKF_LOGIN_REQUIRED) == 0, SIGIL_TK_TOKEN_LOGIN);
 }
 
-ObjectHandles TokenSession::find(Template wanted) const
+ObjectHandles TokenSession::find(const Template& wanted) const
 {
     must(TOKEN_FUNCTION(C_FindObjectsInit), wanted.data(), wanted.size());
     ObjectHandles found;
@@ -148,7 +148,7 @@ std::optional<Secret> TokenSession::attribute(CK_OBJECT_HANDLE object, CK_ATTRIB
     return value;
 }
 
-CK_OBJECT_HANDLE TokenSession::create(Template object) const
+CK_OBJECT_HANDLE TokenSession::create(const Template& object) const
 {
     CK_OBJECT_HANDLE handle = CK_INVALID_HANDLE;
     must(TOKEN_FUNCTION(C_CreateObject), object.data(), object.size(), &handle);

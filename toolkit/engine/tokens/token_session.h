@@ -37,10 +37,10 @@ public:
     void requireLogin() const;
 
     /** Handles of all objects with these attributes. */
-    ObjectHandles find(Template wanted) const;
+    ObjectHandles find(const Template& wanted) const;
     /** A value of an object; nothing when it has none, or does not show it. */
     std::optional<Secret> attribute(CK_OBJECT_HANDLE object, CK_ATTRIBUTE_TYPE type) const;
-    CK_OBJECT_HANDLE create(Template object) const;
+    CK_OBJECT_HANDLE create(const Template& object) const;
     void destroy(CK_OBJECT_HANDLE object) const;
 
     /** Calls a function of the module with the session. */
