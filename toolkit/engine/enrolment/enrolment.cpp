@@ -3,51 +3,21 @@
 #include "toolkit/engine/base/error.h"
 #include "toolkit/engine/keys/asymmetric.h"
 #include "toolkit/engine/keys/private_key.h"
-#include "toolkit/engine/trust/issuer.h"
-
-#include <algorithm>
 
 namespace toolkit {
 namespace {
 
-constexpr unsigned signingUsage = KU_DIGITAL_SIGNATURE | KU_NON_REPUDIATION;
-constexpr unsigned keyManagementUsage = KU_KEY_ENCIPHERMENT | KU_DATA_ENCIPHERMENT;
-constexpr int unusedReason = 7; ///< RFC 5280 leaves this number out
-constexpr int lastReason = 10;
-
-/** The kind of a fresh key beside @p key: the same curve, or RSA with as many bits, never less than 2048. */
-int kindLike(const EVP_PKEY* key)
+EnrolledPair pairOf(const Certificate& certificate, const EVP_PKEY* key)
 {
-    const int bits = EVP_PKEY_get_bits(key);
-    return EVP_PKEY_is_a(key, "EC") == 1 ? bits : std::max<int>(bits, SIGIL_TK_KEYPAIR_RSA2048);
+    return {certificate.der(), encodePrivateKey(key)};
 }
 
-/** The certificate of the issuer among @p others; empty when it is not there. */
-Bytes issuerAmong(const std::vector<Certificate>& others, const Certificate& certificate)
-{
-    for (const Certificate& other : others)
-        if (issued(other, certificate) && hasSigned(other.get(), certificate.get()))
-            return other.der();
-    return {};
-}
-
-Bytes issuerOf(const EnrolmentTerms& terms, const Issued& answer)
-{
-    Bytes known = terms.trust ? issuerAmong(terms.trust->trusted, answer.certificate) : Bytes();
-    return known.empty() ? issuerAmong(answer.others, answer.certificate) : known;
-}
-
-/** A pair for key management, asked for with the signing pair; its subject is the one that the authority gave that. */
-std::optional<EnrolledPair> requestKeyManagement(
-    const EnrolmentTerms& terms, const TrustStore& trust, const KeyOwner& owner)
+/** A pair for key management, asked for with the signing pair. */
+std::optional<EnrolledPair> enrolKeyManagement(const EnrolmentTerms& terms, const KeyOwner& owner)
 {
     try {
         const KeyHandle key = generateKey(terms.library, SIGIL_TK_KEYPAIR_RSA2048);
-        Transaction transaction(terms.library, terms.authority, &trust, terms.hash);
-        transaction.protectWith(owner);
-        const X509_NAME* const subject = X509_get_subject_name(owner.certificate.read());
-        const Issued answer = transaction.request(OSSL_CMP_CR, {key.get(), subject, false, keyManagementUsage});
-        return EnrolledPair{answer.certificate.der(), encodePrivateKey(key.get())};
+        return pairOf(requestKeyManagement(terms, owner, key.get()), key.get());
     } catch (const Error& error) {
         requireMemory(error);
         return {};
@@ -69,21 +39,16 @@ Secret inheritingRandom(Secret fresh, View old)
 
 Enrolled enrol(const EnrolmentTerms& terms, const Enrolment& enrolment)
 {
-    const bool subjectIsFree = enrolment.subject.empty();
-    const NameHandle subject = nameFromText(
-        subjectIsFree ? "cn=" + std::string(enrolment.secret.reference) : std::string(enrolment.subject));
     const KeyHandle key = generateKey(terms.library, SIGIL_TK_KEYPAIR_RSA2048);
-    Transaction transaction(terms.library, terms.authority, terms.trust, terms.hash);
-    transaction.protectWith(enrolment.secret);
-    const Issued answer = transaction.request(OSSL_CMP_IR, {key.get(), subject.get(), subjectIsFree, signingUsage});
-    Enrolled enrolled{{answer.certificate.der(), encodePrivateKey(key.get())}, {}, issuerOf(terms, answer)};
+    const Introduction first = introduce(terms, enrolment.secret, enrolment.subject, key.get());
+    Enrolled enrolled{pairOf(first.certificate, key.get()), {}, first.issuer};
     if (!enrolment.withKeyManagement)
         return enrolled;
     TrustStore introduced; // by the secret: whoever issued what it protects
-    if (!enrolled.issuer.empty())
-        introduced.trusted.emplace_back(terms.library, enrolled.issuer);
-    enrolled.keyManagement =
-        requestKeyManagement(terms, terms.trust ? *terms.trust : introduced, {answer.certificate, key.get()});
+    if (!first.issuer.empty())
+        introduced.trusted.emplace_back(terms.library, first.issuer);
+    const EnrolmentTerms later{terms.library, terms.authority, terms.trust ? terms.trust : &introduced, terms.hash};
+    enrolled.keyManagement = enrolKeyManagement(later, {first.certificate, key.get()});
     return enrolled;
 }
 
@@ -93,21 +58,15 @@ EnrolledPair renew(const EnrolmentTerms& terms, const Certificate& certificate, 
     const KeyHandle old = loadPrivateKey(terms.library, keyInfo);
     const KeyHandle fresh = freshKey ? generateKey(terms.library, kindLike(old.get())) : nullptr;
     EVP_PKEY* const key = fresh ? fresh.get() : old.get();
-    Transaction transaction(terms.library, terms.authority, terms.trust, terms.hash);
-    transaction.protectWith(KeyOwner{certificate, old.get()});
-    const Issued answer =
-        transaction.request(OSSL_CMP_KUR, {key, X509_get_subject_name(certificate.read()), false, 0});
-    return {answer.certificate.der(), fresh ? inheritingRandom(encodePrivateKey(key), keyInfo) : toSecret(keyInfo)};
+    const Certificate renewed = requestRenewal(terms, {certificate, old.get()}, key);
+    return {renewed.der(), fresh ? inheritingRandom(encodePrivateKey(key), keyInfo) : toSecret(keyInfo)};
 }
 
 std::string revoke(const EnrolmentTerms& terms, const Certificate& certificate, View keyInfo, int reason)
 {
-    require(reason >= 0 && reason <= lastReason && reason != unusedReason, SIGIL_TK_ARGUMENT, "reason");
     checkKeyPair(terms.library, certificate, keyInfo);
     const KeyHandle key = loadPrivateKey(terms.library, keyInfo);
-    Transaction transaction(terms.library, terms.authority, terms.trust, terms.hash);
-    transaction.protectWith(KeyOwner{certificate, key.get()});
-    return transaction.revoke(reason);
+    return requestRevocation(terms, {certificate, key.get()}, reason);
 }
 
 } // namespace toolkit

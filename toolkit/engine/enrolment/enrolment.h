@@ -3,7 +3,7 @@
  */
 #pragma once
 
-#include "toolkit/engine/enrolment/transaction.h"
+#include "toolkit/engine/enrolment/requests.h"
 
 #include <optional>
 #include <string>
@@ -30,16 +30,8 @@ struct Enrolled {
     Bytes issuer;                              ///< certificate of who issued it; empty when it did not come along
 };
 
-/** Who answers, whom that must lead to, and with what requests are signed. */
-struct EnrolmentTerms {
-    const Library& library;
-    const Authority& authority;
-    const TrustStore* trust; ///< null: the shared secret vouches
-    int hash;                ///< SigilToolkitHash, not the default one
-};
-
 /** Asks for a certificate for a fresh RSA key of 2048 bits, with the secret; then, signed with that certificate, for one for
- *  key management. Throws as Transaction::request(); once the first certificate is confirmed, only lack of memory fails. */
+ *  key management. Throws as introduce(); once the first certificate is confirmed, only lack of memory fails. */
 Enrolled enrol(const EnrolmentTerms& terms, const Enrolment& enrolment);
 
 /** Asks for another certificate of the same subject.

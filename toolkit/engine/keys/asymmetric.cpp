@@ -257,6 +257,12 @@ KeyHandle generateKey(const Library& library, int kind)
     return key;
 }
 
+int kindLike(const EVP_PKEY* key)
+{
+    const int bits = EVP_PKEY_get_bits(key);
+    return EVP_PKEY_is_a(key, "EC") == 1 ? bits : std::max<int>(bits, SIGIL_TK_KEYPAIR_RSA2048);
+}
+
 KeyPair generateKeyPair(const Library& library, int kind)
 {
     const KeyHandle key = generateKey(library, kind);

@@ -52,6 +52,9 @@ Secret asymmetricDecrypt(const Library& library, const EncryptionScheme& scheme,
 
 /** A fresh key. @param kind SigilToolkitKeyPair */
 KeyHandle generateKey(const Library& library, int kind);
+/** The kind of a fresh key in place of @p key: the same curve, or RSA with as many bits, never less than 2048.
+ *  @return SigilToolkitKeyPair */
+int kindLike(const EVP_PKEY* key);
 
 struct KeyPair {
     Bytes publicKey;   ///< SubjectPublicKeyInfo
