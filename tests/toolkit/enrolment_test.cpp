@@ -6,6 +6,9 @@
 #include "toolkit/engine/x509/name.h"
 #include "toolkit/engine/x509/text.h"
 
+#include <chrono>
+#include <thread>
+
 using namespace toolkit_test;
 using testing::HasSubstr;
 
@@ -102,6 +105,21 @@ TEST_F(Enrolment, SilenceEnds)
     } catch (const toolkit::Error& error) {
         EXPECT_EQ(error.code(), SIGIL_TK_FETCH);
     }
+}
+
+TEST(Authority, ItsTimeBeginsWithTheFirstMessage)
+{
+    constexpr std::chrono::milliseconds patience{1000};
+    std::chrono::milliseconds given{0};
+    const toolkit::Authority authority(
+        [&](toolkit::View, std::chrono::milliseconds time) {
+            given = time;
+            return toolkit::Bytes();
+        },
+        patience);
+    std::this_thread::sleep_for(patience); // as long as a token may make a key
+    authority.ask(toolkit::view("hello"));
+    EXPECT_GT(given.count(), 0);
 }
 
 TEST_F(Enrolment, WhatCannotBeAskedForIsRefusedBeforeAnybodyIsAsked)

@@ -22,7 +22,7 @@ Authority::Way wayTo(std::string url)
 
 Authority::Authority(Way way, std::chrono::milliseconds patience)
     : m_way(std::move(way))
-    , m_end(Clock::now() + patience)
+    , m_patience(patience)
 {
 }
 
@@ -47,7 +47,10 @@ void Authority::wait(std::chrono::seconds time) const
 
 std::chrono::milliseconds Authority::remaining() const
 {
-    return std::chrono::duration_cast<std::chrono::milliseconds>(m_end - Clock::now());
+    const Clock::time_point now = Clock::now();
+    if (!m_end)
+        m_end = now + m_patience;
+    return std::chrono::duration_cast<std::chrono::milliseconds>(*m_end - now);
 }
 
 } // namespace toolkit

@@ -7,6 +7,7 @@
 
 #include <chrono>
 #include <functional>
+#include <optional>
 #include <string_view>
 
 namespace toolkit {
@@ -19,7 +20,7 @@ public:
     /** The answer to a message, within a time. */
     using Way = std::function<Bytes(View message, std::chrono::milliseconds time)>;
 
-    /** The time begins to run. */
+    /** The time begins to run with the first message: a token may make a key for long before. */
     explicit Authority(Way way, std::chrono::milliseconds patience = maximumPatience);
     /** @param address "http://host[:port]/path", or a host alone, which is asked on @p port (0: 80)
      *  Throws SIGIL_TK_ARGUMENT. */
@@ -38,7 +39,8 @@ private:
     std::chrono::milliseconds remaining() const;
 
     Way m_way;
-    Clock::time_point m_end;
+    std::chrono::milliseconds m_patience;
+    mutable std::optional<Clock::time_point> m_end;
 };
 
 } // namespace toolkit
