@@ -10,6 +10,8 @@
 #include "toolkit/engine/keys/private_key.h"
 #include "toolkit/engine/x509/object_list.h"
 
+#include <optional>
+
 namespace toolkit::calls {
 
 constexpr const char* recovery = "how an authority hands a user's key out again has no public definition";
@@ -33,6 +35,12 @@ inline TrustStore trustIn(const Context& state, const BINSTR* certificates)
     return store;
 }
 
+/** Nothing when the caller names none. */
+inline std::optional<TrustStore> optionalTrustIn(const Context& state, const BINSTR* certificates)
+{
+    return inOptional(certificates).empty() ? std::nullopt : std::optional(trustIn(state, certificates));
+}
+
 inline EnrolmentTerms termsOf(const Context& state, const Authority& authority, const TrustStore* trust)
 {
     return {state.library(), authority, trust, resolveHash(state, SIGIL_TK_HASH_DEFAULT)};
@@ -41,7 +49,7 @@ inline EnrolmentTerms termsOf(const Context& state, const Authority& authority, 
 /** Two records of a caller. */
 struct PairRecords {
     BINSTR* certificate;
-    BINSTR* key;
+    BINSTR* key; ///< or what tells where the key is
 
     explicit operator bool() const { return certificate && key; }
 };
@@ -91,9 +99,7 @@ inline void cmpCertRequest(Context& state, char* address, int port, char* refere
     char* password, BINSTR* caCertificate, BINSTR* certificate, BINSTR* privateKey, BINSTR* kmCertificate,
     BINSTR* kmPrivateKey)
 {
-    std::optional<TrustStore> trust;
-    if (!inOptional(caCertificate).empty())
-        trust = trustIn(state, caCertificate);
+    const std::optional<TrustStore> trust = optionalTrustIn(state, caCertificate);
     enrolInto(state, {in(address), port}, trust ? &*trust : nullptr,
         {{in(reference), in(secret)}, in(subject), false}, in(password), {certificate, privateKey},
         {kmCertificate, kmPrivateKey}, caCertificate);

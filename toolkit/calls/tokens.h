@@ -126,7 +126,7 @@ inline void tokenDeleteCertAndPriKey(Context& state, BINSTR* id) { deletePair(st
 inline void tokenGenKeyPair(Context& state, int algorithm, int bits, BINSTR* publicKey)
 {
     require(publicKey != nullptr, SIGIL_TK_ARGUMENT);
-    put(generateTokenKey(state.library(), state.tokens.session(), algorithm, bits), publicKey);
+    put(generateTokenKey(state.library(), state.tokens.session(), algorithm, bits).info, publicKey);
 }
 
 inline TokenKey tokenKey(Context& state, View id) { return {state.library(), state.tokens.session(), id}; }

@@ -1,6 +1,7 @@
 // HVTK_PKCS11_ and GPKI_HSM_: tokens.
 
 #include "toolkit/calls/tokens.h"
+#include "toolkit/calls/token_enrolment.h"
 #include "toolkit/engine/base/face.h"
 #include "toolkit_abi/gpki.h"
 #include "toolkit_abi/hvtk.h"
@@ -157,4 +158,31 @@ TOOLKIT_FUNCTION HVTK_PKCS11_VerifySignatureValue(
     void* context, char* digest, BINSTR* certificate, BINSTR* signature)
 {
     return call(context, calls::tokenVerifySignatureValue, digest, certificate, signature);
+}
+
+TOOLKIT_FUNCTION HVTK_PKCS11_CMP_CertRequest(void* context, char* address, int port, char* reference, char* secret,
+    char* pin, char* token, BINSTR* caCertificate, BINSTR* certificate)
+{
+    return call(
+        context, calls::tokenCertRequest, address, port, reference, secret, pin, token, caCertificate, certificate);
+}
+
+TOOLKIT_FUNCTION HVTK_PKCS11_CMP_CertUpdate(void* context, char* address, int port, bool newKey, char* pin,
+    char* token, BINSTR* certificate, BINSTR* newCertificate)
+{
+    return call(context, calls::tokenCertUpdate, address, port, newKey, pin, token, certificate, newCertificate);
+}
+
+TOOLKIT_FUNCTION HVTK_PKCS11_CMP_CertUpdate2(void* context, char* address, int port, bool newKey, int keyBits,
+    char* pin, char* token, BINSTR* certificate, BINSTR* caCertificate, BINSTR* newCertificate, BINSTR* newId,
+    BINSTR* kmCertificate, BINSTR* kmId)
+{
+    return call(context, calls::tokenCertUpdate2, address, port, newKey, keyBits, pin, token, certificate,
+        caCertificate, newCertificate, newId, kmCertificate, kmId);
+}
+
+TOOLKIT_FUNCTION HVTK_PKCS11_CMP_CertRevoke(
+    void* context, char* address, int port, int reason, BINSTR* certificate, BINSTR* id)
+{
+    return call(context, calls::tokenCertRevoke, address, port, reason, certificate, id);
 }

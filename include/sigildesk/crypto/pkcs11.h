@@ -224,29 +224,41 @@ SIGIL_EXPORT int PKCS11VerifyAndDecData(
  *          library */
 SIGIL_EXPORT int PKCS11VerifySignatureValue(void* handle, char* hash, BINSTR* certificate, BINSTR* signature);
 
-/** Requests a certificate for a key made on the token (RFC 4210).
+/** Requests a certificate for a key made on the token (RFC 4210). <sigildesk/crypto/cmp.h> says how an authority is asked, and
+ *  what codes that has.
+ *
+ *  Open toolkit, for this function and the next two: the token is found by its label. The session of the handle is used when it
+ *  is with this token, else one for the call alone; who was not logged in before is not afterwards. The certificate lies beside
+ *  its key under the key's identifier. A call that fails leaves neither key nor certificate behind. Codes of their own: 2005 a
+ *  key that is not the certificate's, 4200 no such token, 4201 or 4202 the PIN, 4204 no such key, 4205 the token is full or for
+ *  reading only.
  *  @param address        first text: address of the CA
- *  @param port           number of the toolkit
- *  @param reference      second text: reference number
- *  @param secret         third text: authentication code
- *  @param pin            fourth text
- *  @param token          fifth text
- *  @param caCertificate  first byte string of the toolkit
- *  @param certificate    second byte string; filled by the toolkit; release it with HV_BINSTR_Delete on the same
- *                        handle
+ *  @param port           number of the toolkit; open toolkit: port of a host alone, 0 for 80
+ *  @param reference      second text: reference number; open toolkit: asked for as the name too, of which the CA decides
+ *  @param secret         third text: authentication code; open toolkit: protects the messages, never sent
+ *  @param pin            fourth text; open toolkit: the token's PIN
+ *  @param token          fifth text; open toolkit: the token's label, UTF-8 or CP949
+ *  @param caCertificate  first byte string of the toolkit; open toolkit: as in CMPCertRequest; may be null
+ *  @param certificate    second byte string; filled by the toolkit; open toolkit: for a fresh RSA key of 2048 bits; release it
+ *                        with HV_BINSTR_Delete on the same handle
  *  @return the common codes; 1001 when @p address, @p reference, @p secret, @p pin or @p token is null; 1003 on the
  *          GPKI library */
 SIGIL_EXPORT int PKCS11CMPCertRequest(void* handle, char* address, int port, char* reference, char* secret,
     char* pin, char* token, BINSTR* caCertificate, BINSTR* certificate);
 
-/** Renews a certificate on the token (RFC 4210).
+/** Renews a certificate on the token (RFC 4210). Open toolkit: the request is signed with the certificate's key on the token; the
+ *  answer must lead to a certificate of CertAddTrustedCert.
  *  @param address         first text: address of the CA
- *  @param port            number of the toolkit
- *  @param newKey          flag of the toolkit
- *  @param pin             second text
- *  @param token           third text
- *  @param certificate     first byte string, required
- *  @param newCertificate  second byte string, required by the façade
+ *  @param port            number of the toolkit; open toolkit: port of a host alone, 0 for 80
+ *  @param newKey          flag of the toolkit; open toolkit: a fresh key of the same kind, made on the token, which inherits the
+ *                         identity random value, and the old pair stays; false: the same key, and the new certificate takes
+ *                         the place of the old one
+ *  @param pin             second text; open toolkit: the token's PIN
+ *  @param token           third text; open toolkit: the token's label, UTF-8 or CP949
+ *  @param certificate     first byte string, required; open toolkit: the certificate that is renewed
+ *  @param newCertificate  second byte string, required by the façade: it must hold data on entry (any byte, put in with
+ *                         HV_BINSTR_SetData); filled by the toolkit (the open toolkit releases what it held); release it with
+ *                         HV_BINSTR_Delete on the same handle
  *  @return the common codes; 1001 when @p certificate or @p newCertificate is empty or @p address, @p pin or @p
  *          token is null; 1003 on the GPKI library */
 SIGIL_EXPORT int PKCS11CMPCertUpdate(void* handle, char* address, int port, bool newKey, char* pin, char* token,
@@ -254,34 +266,39 @@ SIGIL_EXPORT int PKCS11CMPCertUpdate(void* handle, char* address, int port, bool
 
 /** Renews the certificates on the token (RFC 4210).
  *  @param address         first text: address of the CA
- *  @param port            first number of the toolkit
- *  @param newKey          flag of the toolkit
- *  @param keyBits         second number of the toolkit
- *  @param pin             second text
- *  @param token           third text
- *  @param certificate     first byte string, required
- *  @param caCertificate   second byte string, required
+ *  @param port            first number of the toolkit; open toolkit: port of a host alone, 0 for 80
+ *  @param newKey          flag of the toolkit; open toolkit: as in PKCS11CMPCertUpdate
+ *  @param keyBits         second number of the toolkit; open toolkit: size of the fresh key as PKCS11GenKeyPair takes it; 0: as
+ *                         the old one, RSA with 2048 bits at least
+ *  @param pin             second text; open toolkit: the token's PIN
+ *  @param token           third text; open toolkit: the token's label, UTF-8 or CP949
+ *  @param certificate     first byte string, required; open toolkit: the certificate that is renewed
+ *  @param caCertificate   second byte string, required; open toolkit: CA certificate or a list, to which the answer's signer
+ *                         and the new certificates must lead
  *  @param newCertificate  third byte string; filled by the toolkit; release it with HV_BINSTR_Delete on the same
  *                         handle
- *  @param newId           fourth byte string; filled by the toolkit; release it with HV_BINSTR_Delete on the same
- *                         handle
- *  @param kmCertificate   fifth byte string; filled by the toolkit; release it with HV_BINSTR_Delete on the same
- *                         handle
- *  @param kmId            sixth byte string; filled by the toolkit; release it with HV_BINSTR_Delete on the same
- *                         handle
+ *  @param newId           fourth byte string; filled by the toolkit; open toolkit: identifier of its key; release it with
+ *                         HV_BINSTR_Delete on the same handle
+ *  @param kmCertificate   fifth byte string; filled by the toolkit; open toolkit: may be null; else a certificate for key
+ *                         management is asked for too, with a fresh RSA key of 2048 bits, and the record is emptied when that
+ *                         brings none; release it with HV_BINSTR_Delete on the same handle
+ *  @param kmId            sixth byte string; filled by the toolkit; open toolkit: identifier of its key; may be null with
+ *                         @p kmCertificate; release it with HV_BINSTR_Delete on the same handle
  *  @return the common codes; 1001 when @p certificate or @p caCertificate is empty or @p address, @p pin or @p
  *          token is null; 1003 on the GPKI library */
 SIGIL_EXPORT int PKCS11CMPCertUpdate2(void* handle, char* address, int port, bool newKey, int keyBits, char* pin,
     char* token, BINSTR* certificate, BINSTR* caCertificate, BINSTR* newCertificate, BINSTR* newId,
     BINSTR* kmCertificate, BINSTR* kmId);
 
-/** Revokes a certificate of the token (RFC 4210).
+/** Revokes a certificate of the token (RFC 4210). Open toolkit: signed with its key in the open session, logged in; the answer must
+ *  lead to a certificate of CertAddTrustedCert.
  *  @param address      address of the CA
- *  @param port         first number of the toolkit
- *  @param reason       second number of the toolkit
- *  @param certificate  first byte string of the toolkit
- *  @param id           second byte string of the toolkit
- *  @return the common codes; 1001 when @p address is null; 1003 on the GPKI library */
+ *  @param port         first number of the toolkit; open toolkit: port of a host alone, 0 for 80
+ *  @param reason       second number of the toolkit; open toolkit: CRLReason of RFC 5280, 0 to 10 without 7 (3000)
+ *  @param certificate  first byte string of the toolkit; open toolkit: the certificate that is revoked, required (3000)
+ *  @param id           second byte string of the toolkit; open toolkit: identifier of its key; null or empty: it is looked for
+ *  @return the common codes; 1001 when @p address is null; 1003 on the GPKI library. Open toolkit: also 4207 without a
+ *          session, 4203 without a login, 4204 and 2005 for the key */
 SIGIL_EXPORT int PKCS11CMPCertRevoke(
     void* handle, char* address, int port, int reason, BINSTR* certificate, BINSTR* id);
 

@@ -188,12 +188,18 @@ Bytes TokenKey::sign(CK_MECHANISM mechanism, View data) const
     return signature;
 }
 
+Bytes TokenKey::signPlain(View data) const
+{
+    return m_type == CKK_EC ? ecdsaDer(sign({CKM_ECDSA, nullptr, 0}, data))
+                            : sign({CKM_RSA_PKCS, nullptr, 0}, data);
+}
+
 Bytes TokenKey::signDigest(const SignatureScheme& scheme, View digest) const
 {
     if (m_type == CKK_EC)
-        return ecdsaDer(sign({CKM_ECDSA, nullptr, 0}, digest));
+        return signPlain(digest);
     if (scheme.rsaVersion != SIGIL_TK_RSA_PSS)
-        return sign({CKM_RSA_PKCS, nullptr, 0}, digestInfo(m_library, scheme.hash, digest));
+        return signPlain(digestInfo(m_library, scheme.hash, digest));
     const HashName& name = hashName(scheme.hash);
     CK_RSA_PKCS_PSS_PARAMS parameters{name.mechanism, name.mask, digest.size()};
     return sign({CKM_RSA_PKCS_PSS, &parameters, sizeof parameters}, digest);
@@ -263,7 +269,7 @@ Bytes tokenPublicKey(const Library& library, const TokenSession& session, View i
     fail(SIGIL_TK_TOKEN_OBJECT, "public key");
 }
 
-Bytes generateTokenKey(const Library& library, const TokenSession& session, int algorithm, int bits)
+PublicTokenKey generateTokenKey(const Library& library, const TokenSession& session, int algorithm, int bits)
 {
     Generation pair = generation(algorithm, bits);
     session.requireLogin();
@@ -276,10 +282,10 @@ Bytes generateTokenKey(const Library& library, const TokenSession& session, int 
     try {
         Bytes publicKey = publicKeyIn(session, publicObject);
         require(!publicKey.empty(), SIGIL_TK_TOKEN_MODULE, "public key");
-        const Bytes id = tokenIdOf(library, publicKey);
+        Bytes id = tokenIdOf(library, publicKey);
         setId(session, publicObject, id);
         setId(session, privateObject, id);
-        return publicKey;
+        return {std::move(id), std::move(publicKey)};
     } catch (const Error&) {
         session.call(&_CK_FUNCTION_LIST::C_DestroyObject, publicObject);
         session.call(&_CK_FUNCTION_LIST::C_DestroyObject, privateObject);

@@ -15,6 +15,8 @@ public:
     /** Throws SIGIL_TK_TOKEN_LOGIN, SIGIL_TK_TOKEN_OBJECT, and SIGIL_TK_ALGORITHM for another kind than RSA and EC. */
     TokenKey(const Library& library, const TokenSession& session, View id);
 
+    /** With an RSA key it pads and signs a DigestInfo (RFC 8017), with an EC key a hash, and then answers DER. */
+    Bytes signPlain(View data) const;
     /** Signs a hash; ECDSA signatures are DER. Throws SIGIL_TK_TOKEN_MECHANISM. */
     Bytes signDigest(const SignatureScheme& scheme, View digest) const;
     /** Throws SIGIL_TK_DECRYPT, SIGIL_TK_TOKEN_MECHANISM, and SIGIL_TK_ALGORITHM for a key that is not RSA. */
@@ -36,9 +38,14 @@ private:
  *  Throws SIGIL_TK_TOKEN_OBJECT. */
 Bytes tokenPublicKey(const Library& library, const TokenSession& session, View id);
 
+/** A key pair on a token as others see it. */
+struct PublicTokenKey {
+    Bytes id;
+    Bytes info; ///< SubjectPublicKeyInfo
+};
+
 /** Makes a key pair on the token, with the identifier of tokenIdOf().
- *  @param algorithm SigilToolkitTokenKey @param bits SigilToolkitKeyPair
- *  @return its SubjectPublicKeyInfo */
-Bytes generateTokenKey(const Library& library, const TokenSession& session, int algorithm, int bits);
+ *  @param algorithm SigilToolkitTokenKey @param bits SigilToolkitKeyPair */
+PublicTokenKey generateTokenKey(const Library& library, const TokenSession& session, int algorithm, int bits);
 
 } // namespace toolkit

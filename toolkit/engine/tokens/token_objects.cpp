@@ -5,6 +5,7 @@
 #include "toolkit/engine/base/error.h"
 #include "toolkit/engine/base/oid.h"
 #include "toolkit/engine/keys/private_key.h"
+#include "toolkit/engine/tokens/token_certificates.h"
 #include "toolkit/engine/x509/text.h"
 
 #include <algorithm>
@@ -64,6 +65,13 @@ ObjectHandles randomsOf(const TokenSession& session, View id)
     if (found.empty() && capitals != label)
         found = randomsLabelled(session, capitals);
     return found;
+}
+
+/** Empty when there is none. */
+Secret storedRandom(const TokenSession& session, View id)
+{
+    const ObjectHandles found = randomsOf(session, id);
+    return found.empty() ? Secret() : session.attribute(found.front(), CKA_VALUE).value_or(Secret());
 }
 
 Template storedObject(CK_OBJECT_CLASS type, bool isPrivate)
@@ -231,6 +239,18 @@ ObjectHandles objectsOf(const TokenSession& session, CK_OBJECT_CLASS type, View 
     return session.find(Template().add(CKA_CLASS, type).add(CKA_ID, id));
 }
 
+Bytes keyIdOf(const Library& library, const TokenSession& session, const Certificate& certificate)
+{
+    session.requireLogin();
+    for (const TokenCertificate& other : tokenCertificates(library, session))
+        if (!other.id.empty() && other.certificate.der() == certificate.der())
+            return other.id;
+    for (Bytes id : {tokenIdOf(library, certificate), tokenIdOf(library, certificate.publicKeyDer())})
+        if (!objectsOf(session, CKO_PRIVATE_KEY, id).empty())
+            return id;
+    fail(SIGIL_TK_TOKEN_OBJECT, "private key");
+}
+
 CK_OBJECT_HANDLE privateKeyOf(const TokenSession& session, View id)
 {
     session.requireLogin();
@@ -245,6 +265,25 @@ void writeTokenCertificate(const TokenSession& session, const Certificate& certi
     Writing writing(session);
     writing.add(certificateTemplate(certificate, name));
     writing.finish(replaced);
+}
+
+void writeCertificateOfKey(
+    const Library& library, const TokenSession& session, const Certificate& certificate, View id)
+{
+    const ObjectName name{toBytes(id), nameOf(library, certificate).label};
+    writeTokenCertificate(session, certificate, name);
+    Template names;
+    names.add(CKA_LABEL, view(name.label)).add(CKA_SUBJECT, certificate.subjectNameDer());
+    for (const CK_OBJECT_CLASS type : {CKO_PRIVATE_KEY, CKO_PUBLIC_KEY})
+        for (const CK_OBJECT_HANDLE key : objectsOf(session, type, id))
+            session.call(&_CK_FUNCTION_LIST::C_SetAttributeValue, key, names.data(), names.size());
+}
+
+void inheritTokenRandom(const TokenSession& session, View fromId, View toId)
+{
+    const Secret random = storedRandom(session, fromId);
+    if (!random.empty())
+        session.create(randomTemplate(random, toId));
 }
 
 void writePair(const Library& library, const TokenSession& session, const Certificate& certificate, View keyInfo)
@@ -282,10 +321,9 @@ void deletePair(const TokenSession& session, View id)
 Secret tokenRandom(const TokenSession& session, View id)
 {
     privateKeyOf(session, id);
-    const ObjectHandles found = randomsOf(session, id);
-    const auto random = found.empty() ? std::nullopt : session.attribute(found.front(), CKA_VALUE);
-    require(random && !random->empty(), SIGIL_TK_VID_NO_RANDOM);
-    return *random;
+    Secret random = storedRandom(session, id);
+    require(!random.empty(), SIGIL_TK_VID_NO_RANDOM);
+    return random;
 }
 
 } // namespace toolkit

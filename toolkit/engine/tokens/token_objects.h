@@ -33,6 +33,13 @@ void writePair(const Library& library, const TokenSession& session, const Certif
 /** Writes a private key and its random value in the same manner. */
 void writeTokenKey(const TokenSession& session, View keyInfo, const ObjectName& name, View subject);
 
+/** Writes a certificate beside its key, which is there and takes the certificate's name if the token lets it.
+ *  @param id of the key */
+void writeCertificateOfKey(
+    const Library& library, const TokenSession& session, const Certificate& certificate, View id);
+/** Gives a key the random value of another one, if that has any. */
+void inheritTokenRandom(const TokenSession& session, View fromId, View toId);
+
 /** Removes all objects of a pair. Throws SIGIL_TK_TOKEN_LOGIN and, when there is none, SIGIL_TK_TOKEN_OBJECT. */
 void deletePair(const TokenSession& session, View id);
 
@@ -42,6 +49,9 @@ Secret tokenRandom(const TokenSession& session, View id);
 
 /** Objects of a class with an identifier. */
 ObjectHandles objectsOf(const TokenSession& session, CK_OBJECT_CLASS type, View id);
+/** CKA_ID of the private key on the token that belongs to a certificate, which need not be there. Throws
+ *  SIGIL_TK_TOKEN_LOGIN, SIGIL_TK_TOKEN_OBJECT. */
+Bytes keyIdOf(const Library& library, const TokenSession& session, const Certificate& certificate);
 /** The private key with an identifier. Throws SIGIL_TK_TOKEN_LOGIN, SIGIL_TK_TOKEN_OBJECT. */
 CK_OBJECT_HANDLE privateKeyOf(const TokenSession& session, View id);
 

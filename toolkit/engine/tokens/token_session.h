@@ -28,6 +28,7 @@ public:
     /** The login is the token's: it holds for every session that the process has with it. A token that the process is logged
      *  in to already does not look at the PIN. */
     void login(std::string_view pin);
+    bool loggedIn() const;
     /** Throws SIGIL_TK_TOKEN_LOGIN when nobody is logged in. */
     void logout();
     void changePin(std::string_view oldPin, std::string_view newPin);
@@ -62,7 +63,6 @@ public:
 
 private:
     void open(int flags);
-    bool loggedIn() const;
     [[noreturn]] void refusePin(CK_RV answer, const char* function) const;
 
     std::shared_ptr<TokenModules> m_modules;
