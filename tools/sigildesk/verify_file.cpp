@@ -27,9 +27,12 @@ constexpr Words certificateNeedsSignature{"--certificate is for a bare signature
     "--certificate는 --signature가 가리키는 서명 값에 씁니다"};
 constexpr Words twoContents{
     "--content and --signature exclude each other", "--content와 --signature는 함께 쓸 수 없습니다"};
+constexpr Words otherContent{
+    "the message holds another content than {}", "메시지에 담긴 내용이 {} 파일의 내용과 다릅니다"};
 
 /** What is verified: the message and, when it stands beside it, the content. */
 struct Input {
+    std::string messageFile, contentFile; ///< the second is empty when the content is in the message
     std::string message, content;
 };
 
@@ -38,10 +41,13 @@ Input inputOf(const Session& session)
     const std::string file = session.arguments.text("FILE");
     if (session.arguments.has("--signature") && session.arguments.has("--content"))
         throw Failure(wrongUse, "wrong_use", twoContents);
-    if (session.arguments.has("--signature"))
-        return {readFile(session.arguments.text("--signature")), readFile(file)};
-    return {readFile(file),
-        session.arguments.has("--content") ? readFile(session.arguments.text("--content")) : std::string()};
+    const bool isContent = session.arguments.has("--signature");
+    Input input{isContent ? session.arguments.text("--signature") : file,
+        isContent ? file : session.arguments.text("--content"), {}, {}};
+    input.message = readFile(input.messageFile);
+    if (!input.contentFile.empty())
+        input.content = readFile(input.contentFile);
+    return input;
 }
 
 bool answersNo(int code) { return exitOf(code) == no; }
@@ -58,6 +64,7 @@ class Message {
 public:
     Message(const Session& session, int toolkit, const Input& input)
         : m_session(session)
+        , m_input(input)
         , m_crypto(session, toolkit)
         , m_message(m_crypto.handle())
         , m_content(m_crypto.handle())
@@ -66,6 +73,8 @@ public:
         set(m_crypto, m_content, input.content);
         m_code = CMSProcessSignedData(
             m_crypto.handle(), SIGIL_TK_CHECK_SIGNATURES, m_message.get(), m_content.get(), &m_signers);
+        if (m_code == SIGIL_TK_CMS_CONTENT && !input.contentFile.empty() && input.content.empty())
+            verifyWithEmptyFile();
     }
 
     /** Result of the verification; throws Failure for what is no signed message at all. */
@@ -76,6 +85,8 @@ public:
         return m_code;
     }
     int signers() const { return m_signers; }
+    /** The content that stands beside the message is not the one in it: what was verified says nothing of it. */
+    bool holdsOtherContent() const { return !m_input.contentFile.empty() && content() != m_input.content; }
     std::string_view content() const { return view(m_content); }
     const Crypto& crypto() const { return m_crypto; }
 
@@ -106,7 +117,21 @@ public:
     }
 
 private:
+    /** An empty record means no content at all; a file can be empty. */
+    void verifyWithEmptyFile()
+    {
+        std::string content = m_input.contentFile;
+        std::string message = m_input.messageFile;
+        m_code = CMSProcessSignedDataFile(m_crypto.handle(), content.data(), message.data(), nullptr, nullptr);
+        for (m_signers = 0; m_code == SIGIL_SUCCESS; ++m_signers) {
+            Bytes certificate(m_crypto.handle());
+            if (CMSGetSignerCert(m_crypto.handle(), m_signers, certificate.get(), nullptr) != SIGIL_SUCCESS)
+                return;
+        }
+    }
+
     const Session& m_session;
+    const Input& m_input;
     Crypto m_crypto;
     Bytes m_message;
     Bytes m_content;
@@ -133,6 +158,15 @@ Json jsonOf(const Signer& signer)
     const auto orNull = [](const std::string& text) { return text.empty() ? Json() : Json(text); };
     return {{"certificate", jsonOf(signer.certificate)}, {"signing_time", orNull(signer.time)},
         {"timestamp", orNull(signer.stamp)}};
+}
+
+void addSignature(const Session& session, const Message& message, const Input& input, Steps& steps)
+{
+    if (message.code() == SIGIL_SUCCESS && message.holdsOtherContent())
+        steps.add("signature", signatureWords, false, session.say(otherContent, {input.contentFile}));
+    else
+        steps.addCode(session, "signature", signatureWords, message.code(),
+            message.code() == SIGIL_SUCCESS ? std::string() : message.crypto().errorText());
 }
 
 Json judgeSigners(const Session& session, const Message& message, const Input& input, Steps& steps)
@@ -167,9 +201,8 @@ int verifyMessage(Session& session)
     const Message message(session, session.toolkit, input);
     Steps steps;
     Json signers = Json::array();
-    steps.addCode(session, "signature", signatureWords, message.code(),
-        message.code() == SIGIL_SUCCESS ? std::string() : message.crypto().errorText());
-    if (message.code() == SIGIL_SUCCESS)
+    addSignature(session, message, input, steps);
+    if (steps.valid())
         signers = judgeSigners(session, message, input, steps);
     if (!target || !steps.valid())
         return tell(session, steps, signers, {});

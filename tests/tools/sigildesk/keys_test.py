@@ -133,6 +133,29 @@ class KeysTest(CommandTest):
             self.answer("verify-file", other, "--signature", "text" + ending, *more, "--out", content, status=NO)
             self.assertFalse(content.exists())
 
+    def test_the_content_beside_a_message_is_the_one_in_it(self):
+        other = self.work / "beside.txt"
+        self.answer("sign", "0", self.text, "--out", "text.p7m", "--force", "--password-file", self.password)
+        for toolkit in TOOLKITS:
+            for content, status in ((TEXT, DONE), (TEXT + b"!", NO), (b"", NO)):
+                other.write_bytes(content)
+                for how in ([other, "--signature", "text.p7m"], ["text.p7m", "--content", other]):
+                    document = self.json("verify-file", *how, "--toolkit", toolkit, status=status)
+                    self.assertEqual((document["valid"], document["steps"][0]["ok"]), (status == DONE, status == DONE))
+                    self.assertEqual(other.read_bytes(), content)
+
+    def test_a_signed_empty_file_verifies(self):
+        empty = self.work / "nothing.txt"
+        empty.write_bytes(b"")
+        for toolkit in TOOLKITS:
+            for form, how in (("--detached", [empty, "--signature", "nothing.txt.p7s"]), ("--attached", ["nothing.txt.p7m"])):
+                self.answer("sign", "0", empty, form, "--force", "--toolkit", toolkit, "--password-file", self.password)
+                document = self.json("verify-file", *how, "--trust", self.trusted, "--toolkit", toolkit)
+                self.assertEqual([step["ok"] for step in document["steps"]], [True] * 3)
+                self.assertEqual(len(document["signers"]), 1)
+        self.openssl("cms", "-verify", "-binary", "-inform", "DER", "-in", "nothing.txt.p7s", "-content", empty, "-CAfile",
+                     self.trusted, "-purpose", "any")
+
     def test_untrusted_signer_is_no(self):
         self.answer("sign", "0", self.text, "--out", "text.p7m", "--force", "--password-file", self.password)
         self.openssl("req", "-x509", "-newkey", "rsa:2048", "-nodes", "-keyout", "/dev/null", "-subj", "/CN=other", "-out",
