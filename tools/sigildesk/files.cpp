@@ -131,12 +131,14 @@ WrittenFile::WrittenFile(const Session& session, std::string path, Content conte
         throw Failure(failed, "file_not_written", cannotWrite, {m_path, reason(EISDIR)});
     if (exists && !m_force)
         throw Failure(failed, "file_exists", alreadyThere, {m_path});
+    const EndingsWait wait; // until it is known what is to go
     const sigil::Descriptor file(mkostemp(m_temporary.data(), O_CLOEXEC));
-    if (file.get() >= 0)
-        return;
-    const int error = errno;
-    m_temporary.clear();
-    fail(error);
+    if (file.get() < 0) {
+        const int error = errno;
+        m_temporary.clear();
+        fail(error);
+    }
+    m_unfinished.emplace(m_temporary);
 }
 
 WrittenFile::~WrittenFile()

@@ -4,9 +4,11 @@
 #pragma once
 
 #include "session.h"
+#include "unfinished.h"
 
 #include "foundation/secret.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -49,6 +51,7 @@ private:
     std::string m_temporary;
     bool m_force;
     mode_t m_mode;
+    std::optional<Unfinished> m_unfinished;
 };
 
 /** Writes a whole file. */

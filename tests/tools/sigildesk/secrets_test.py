@@ -3,57 +3,14 @@
 import contextlib
 import fcntl
 import os
-import pty
 import re
-import select
 import signal
 import struct
 import subprocess
 import termios
 
 from command import DONE, FAILED, NO, PASSWORD, PROGRAM, WRONG_USE, CommandTest, main
-
-
-class Terminal:
-    """The command on a terminal of its own."""
-
-    def __init__(self, test, *arguments, pass_fds=()):
-        self.control, terminal = pty.openpty()
-        self.seen = ""
-
-        def own_terminal():
-            os.setsid()
-            fcntl.ioctl(terminal, termios.TIOCSCTTY, 0)
-
-        self.process = subprocess.Popen([PROGRAM, *map(str, arguments)], env=test.environment, stdin=terminal, stdout=terminal,
-                                        stderr=terminal, preexec_fn=own_terminal, pass_fds=pass_fds, cwd=test.work)
-        self.terminal = terminal
-
-    def wait_for(self, text):
-        """Reads until the text has come."""
-        while text not in self.seen:
-            readable, _, _ = select.select([self.control], [], [], 120)
-            if not readable:
-                raise AssertionError(f"no {text!r} in {self.seen!r}")
-            self.seen += os.read(self.control, 4096).decode()
-        before, self.seen = self.seen.split(text, 1)
-        return before
-
-    def type(self, line):
-        os.write(self.control, line.encode() + b"\n")
-
-    def echoes(self):
-        return bool(termios.tcgetattr(self.terminal)[3] & termios.ECHO)
-
-    def end(self):
-        """Exit status and what else was shown."""
-        status = self.process.wait(timeout=120)
-        os.close(self.terminal)
-        with contextlib.suppress(OSError):
-            while chunk := os.read(self.control, 4096):
-                self.seen += chunk.decode()
-        os.close(self.control)
-        return status, self.seen
+from terminal import Terminal
 
 
 class SecretsTest(CommandTest):
