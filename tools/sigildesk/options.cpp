@@ -11,59 +11,72 @@ namespace host {
 
 namespace {
 
-constexpr Words wrongLine{"{}", "잘못 사용했습니다: {}"};
+constexpr Words noCommand{"a command is needed; \"sigildesk --help\" lists them",
+    "명령이 필요합니다. \"sigildesk --help\"가 모두 보여 줍니다"};
+constexpr Words unknownCommand{"{} is no command; \"sigildesk --help\" lists them",
+    "{}은(는) 없는 명령입니다. \"sigildesk --help\"가 모두 보여 줍니다"};
+constexpr Words notExpected{"{} is not expected here; \"{} --help\" tells what is",
+    "{}은(는) 여기에 쓸 수 없습니다. \"{} --help\"를 보십시오"};
+constexpr Words missing{"{} is required", "{} 인자가 필요합니다"};
+constexpr Words needsValue{"{} needs a value", "{} 옵션에는 값이 필요합니다"};
+constexpr Words takesNoValue{"{} takes no value", "{} 옵션에는 값을 줄 수 없습니다"};
+constexpr Words noneOf{"{}: {} is none of: {}", "{}: {}은(는) 다음 가운데 하나가 아닙니다: {}"};
+constexpr Words noNumber{"{}: {} is not a number", "{}: {}은(는) 숫자가 아닙니다"};
 
 using Choices = std::vector<const char*>;
 
-std::string validWord(const Choices& choices, const std::string& word)
+[[noreturn]] void refuse(const Words& words, std::vector<std::string> values = {})
+{
+    throw Failure(wrongUse, "wrong_use", words, std::move(values));
+}
+
+void checkWord(const char* name, const Choices& choices, const std::string& word)
 {
     const auto known = [&](const char* choice) { return word == choice; };
     if (std::any_of(choices.begin(), choices.end(), known))
-        return {};
+        return;
     std::string all;
     for (const char* choice : choices)
         all.append(all.empty() ? "" : ", ").append(choice);
-    return word + " is none of: " + all;
+    refuse(noneOf, {name, word, all});
 }
 
-std::string validWords(const Choices& choices, const std::string& text)
-{
-    for (const std::string& word : CLI::detail::split(text, ','))
-        if (std::string fault = validWord(choices, word); !fault.empty())
-            return fault;
-    return {};
-}
-
-std::string validNumber(const std::string& text)
+void checkNumber(const char* name, const std::string& text)
 {
     int number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc() && end == text.data() + text.size() && number >= 0 ? "" : text + " is not a number";
+    if (error != std::errc() || end != text.data() + text.size() || number < 0)
+        refuse(noNumber, {name, text});
 }
 
-/** The fault of a value, empty for none. */
-std::string fault(Value value, const Choices& choices, const std::string& text)
+/** @param row  an option or an argument, of which @p text is a value */
+template <class Row>
+void checkValue(const Row& row, const std::string& text)
 {
-    switch (value) {
-    case Value::Word:
-        return validWord(choices, text);
-    case Value::Words:
-        return validWords(choices, text);
-    case Value::Number:
-        return validNumber(text);
-    default:
-        return {};
-    }
+    if (row.value == Value::Word)
+        checkWord(row.name, row.choices, text);
+    if (row.value == Value::Words)
+        for (const std::string& word : CLI::detail::split(text, ','))
+            checkWord(row.name, row.choices, word);
+    if (row.value == Value::Number)
+        checkNumber(row.name, text);
+}
+
+template <class Row>
+void checkValues(const Row& row, const Arguments& arguments)
+{
+    if (row.value != Value::None)
+        for (const std::string& text : arguments.all(row.name))
+            checkValue(row, text);
 }
 
 void addOption(CLI::App& app, const Option& option)
 {
     if (option.value == Value::None) {
-        app.add_flag(option.name);
+        app.add_flag(option.name)->disable_flag_override();
         return;
     }
     CLI::Option* added = app.add_option(option.name)->type_name(option.valueName);
-    added->check([option](const std::string& text) { return fault(option.value, option.choices, text); });
     if (option.many)
         added->expected(1, -1)->allow_extra_args();
     else
@@ -72,8 +85,7 @@ void addOption(CLI::App& app, const Option& option)
 
 void addArgument(CLI::App& app, const Argument& argument)
 {
-    CLI::Option* added = app.add_option(argument.name)->required(argument.required);
-    added->check([argument](const std::string& text) { return fault(argument.value, argument.choices, text); });
+    CLI::Option* added = app.add_option(argument.name);
     if (argument.many)
         added->expected(1, -1)->allow_extra_args();
 }
@@ -83,7 +95,7 @@ void describe(CLI::App& app)
 {
     app.set_help_flag("--help,-h");
     app.set_version_flag("--version", "");
-    app.require_subcommand(1);
+    app.require_subcommand(0, 1);
     for (const Option& option : globalOptions())
         if (!app.get_option_no_throw(option.name))
             addOption(app, option);
@@ -103,6 +115,41 @@ void take(Arguments& arguments, const CLI::App& app)
         if (option->count() > 0)
             arguments.add(option->get_positional() ? option->get_name(true) : "--" + option->get_lnames().front(),
                 option->results());
+}
+
+/** What the parser does not say in every language, it does not check. */
+void check(const Arguments& arguments)
+{
+    for (const Option& option : globalOptions())
+        checkValues(option, arguments);
+    if (!arguments.command)
+        refuse(noCommand);
+    for (const Option& option : arguments.command->options)
+        checkValues(option, arguments);
+    for (const Argument& argument : arguments.command->arguments) {
+        if (argument.required && !arguments.has(argument.name))
+            refuse(missing, {argument.name});
+        checkValues(argument, arguments);
+    }
+}
+
+[[noreturn]] void refuseExtra(const CLI::App& app)
+{
+    const std::string word = app.remaining(true).front();
+    const std::vector<const CLI::App*> subs = app.get_subcommands({});
+    const auto given = std::find_if(subs.begin(), subs.end(), [](const CLI::App* sub) { return sub->parsed(); });
+    if (given == subs.end() && !word.starts_with('-'))
+        refuse(unknownCommand, {word});
+    refuse(notExpected, {word, given == subs.end() ? "sigildesk" : "sigildesk " + (*given)->get_name()});
+}
+
+/** An option without its value, or with one that it does not take. What the parser says begins with its name. */
+[[noreturn]] void refuseValue(const CLI::ParseError& mistake)
+{
+    const std::string text = mistake.what();
+    const std::size_t start = text.find_first_not_of('-');
+    refuse(text.ends_with("missing") ? needsValue : takesNoValue,
+        {"--" + text.substr(start, text.find_first_of(": ", start) - start)});
 }
 
 } // namespace
@@ -137,14 +184,18 @@ Arguments parse(int count, char** words)
         arguments.helpWanted = true;
     } catch (const CLI::CallForVersion&) {
         arguments.versionWanted = true;
+    } catch (const CLI::ExtrasError&) {
+        refuseExtra(app);
     } catch (const CLI::ParseError& mistake) {
-        throw Failure(wrongUse, "wrong_use", wrongLine, {mistake.what()});
+        refuseValue(mistake);
     }
     take(arguments, app);
     for (const CLI::App* sub : app.get_subcommands()) {
         take(arguments, *sub);
         arguments.command = commandNamed(sub->get_name());
     }
+    if (!arguments.helpWanted && !arguments.versionWanted)
+        check(arguments);
     return arguments;
 }
 

@@ -4,6 +4,7 @@ import json
 import os
 import pathlib
 import pty
+import re
 import subprocess
 
 from command import DONE, FAILED, NO, PROGRAM, WRONG_USE, CommandTest, main
@@ -30,6 +31,28 @@ class OutputTest(CommandTest):
             self.assertTrue(process.stderr.startswith("sigildesk: "), process.stderr)
             error = self.error(*arguments, status=WRONG_USE)
             self.assertEqual((error["code"], error["name"]), (WRONG_USE, "wrong_use"))
+
+    def test_wrong_use_is_told_in_korean(self):
+        for arguments, told in {
+            (): "명령이 필요합니다",
+            ("lsit",): "lsit은(는) 없는 명령",
+            ("--bogus",): "--bogus은(는) 여기에 쓸 수 없습니다",
+            ("list", "--bogus"): '"sigildesk list --help"',
+            ("list", "show"): "show은(는) 여기에",
+            ("show",): "CERT 인자가 필요합니다",
+            ("show", "0", "1"): "1은(는) 여기에",
+            ("list", "--media"): "--media 옵션에는 값이 필요합니다",
+            ("list", "--expired=yes"): "--expired 옵션에는 값을 줄 수 없습니다",
+            ("list", "--expires-within", "soon"): "--expires-within: soon은(는) 숫자가 아닙니다",
+            ("list", "--family", "npki,xpki"): "--family: xpki은(는) 다음 가운데",
+            ("list", "--toolkit", "other"): "--toolkit: other은(는) 다음 가운데",
+            ("completion", "tcsh"): "SHELL: tcsh은(는) 다음 가운데",
+        }.items():
+            korean = self.error("--language", "ko", *arguments, status=WRONG_USE)["message"]
+            self.assertIn(told, korean)
+            words = set(re.findall("[a-z]{2,}", korean)) - set(re.findall("[a-z]{2,}", " ".join(arguments)))
+            self.assertLessEqual(words, {"sigildesk", "help", "npki", "gpki", "mpki", "ppki", "maker", "bash", "zsh", "fish"})
+            self.assertTrue(self.error(*arguments, status=WRONG_USE)["message"].isascii())
 
     def test_failures_have_code_name_and_message(self):
         error = self.error("show", self.work / "passwd", status=FAILED)
