@@ -9,8 +9,8 @@ namespace host {
 
 namespace {
 
-constexpr Words question{"Delete {} (serial number {}, valid until {}) with its keys?",
-    "{} (일련번호 {}, {}까지 유효) 인증서와 키를 지울까요?"};
+constexpr Words question{"Delete {} (serial number {}, valid until {}) with its keys? [y/N]",
+    "{} (일련번호 {}, {}까지 유효) 인증서와 키를 지울까요? [예(y)/아니요(N)]"};
 constexpr Words kept{"nothing was deleted", "지우지 않았습니다"};
 constexpr Words deleted{"Deleted: {}", "지웠습니다: {}"};
 constexpr Words noFile{"a certificate on standard input has no files", "표준 입력의 인증서에는 파일이 없습니다"};

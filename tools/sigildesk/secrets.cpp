@@ -6,6 +6,7 @@
 
 #include <sigildesk/open_toolkit.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -14,6 +15,7 @@
 #include <optional>
 #include <poll.h>
 #include <spawn.h>
+#include <string_view>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -50,6 +52,9 @@ constexpr Words askpassFailed{"{} gave no password", "{} 프로그램이 비밀�
 constexpr Words cancelled{"cancelled", "취소했습니다"};
 constexpr Words differ{"the two passwords differ", "두 비밀번호가 다릅니다"};
 constexpr Words emptyPassword{"a new password cannot be empty", "새 비밀번호는 비워 둘 수 없습니다"};
+
+/** What a yes begins with; the last is the key of "y" on a Korean keyboard. */
+constexpr std::array<std::string_view, 5> yes{"y", "Y", "예", "네", "ㅛ"};
 
 std::string reason(int error) { return std::generic_category().message(error); }
 
@@ -286,9 +291,12 @@ bool confirm(const std::string& question)
     const Descriptor terminal(::open("/dev/tty", O_RDWR | O_CLOEXEC));
     if (terminal.get() < 0)
         throw Failure(wrongUse, "no_terminal", noTerminal, {"--yes"});
-    print(terminal.get(), question + " [y/N] ");
+    print(terminal.get(), question + " ");
     SecretBytes line;
-    return readLine(terminal.get(), line) == LineEnd::Line && !line.empty() && (line[0] == 'y' || line[0] == 'Y');
+    if (readLine(terminal.get(), line) != LineEnd::Line)
+        return false;
+    const std::string_view answer(line.data(), line.size());
+    return std::any_of(yes.begin(), yes.end(), [&](std::string_view word) { return answer.starts_with(word); });
 }
 
 bool isWrongPassword(int code)

@@ -53,7 +53,7 @@ Secret askNewPassword(const Session& session, const std::string& name);
 /** The identity number: --identity-fd, --identity-file, or a prompt. */
 Secret askIdentity(const Session& session, const std::string& name);
 
-/** A yes at the terminal. Throws Failure (wrongUse) without one. */
+/** A yes at the terminal, in English or Korean; everything else is a no. Throws Failure (wrongUse) without one. */
 bool confirm(const std::string& question);
 
 /** Calls @p attempt with a password until it takes it: once, and once more for a person at a terminal.

@@ -8,6 +8,7 @@ import stat
 import struct
 
 from command import DONE, FAILED, NO, PASSWORD, PROGRAM, WRONG_USE, CommandTest, main
+from terminal import Terminal
 
 PARTS = ["certificate", "key", "km_certificate", "km_key"]
 NEW_PASSWORD = "renewed5678?"
@@ -135,6 +136,18 @@ class PairsTest(CommandTest):
         self.assertEqual(self.state(self.home), before)
         self.assertEqual(self.at_terminal("y\n", "delete", certificate["index"]), DONE)
         self.assertEqual(len(before) - len(self.state(self.home)), 4)
+
+    def test_delete_asks_in_both_languages(self):
+        question = {"en": "? [y/N] ", "ko": "지울까요? [예(y)/아니요(N)] "}
+        for language, answer, status in (("ko", "아니요", NO), ("ko", "", NO), ("en", "", NO), ("en", "no", NO), ("ko", "예", DONE),
+                                         ("ko", "네", DONE), ("ko", "ㅛ", DONE), ("en", "Yes", DONE), ("en", "y", DONE)):
+            self.setUp()
+            before = self.state(self.home)
+            terminal = Terminal(self, "delete", self.of("gpki")["index"], "--language", language)
+            terminal.wait_for(question[language])
+            terminal.type(answer)
+            self.assertEqual(terminal.end()[0], status, answer)
+            self.assertEqual(self.state(self.home) == before, status == NO, answer)
 
     def at_terminal(self, answers, *arguments):
         """The exit code of a run that a person at a terminal answers, a line for each question."""
