@@ -283,6 +283,13 @@ TEST_F(OddTokens, AModuleThatFailsDoesNotHideTheOthers)
     EXPECT_THAT(slots(), SizeIs(2));
 }
 
+TEST_F(OddTokens, TheStoreOfTrustedRootsIsNoToken)
+{
+    workshop.write("modules/odd.module", "module: " SIGILDESK_ODD_MODULE "\ntrust-policy: yes\n");
+    EXPECT_THAT(slots(), SizeIs(2)) << "SoftHSM's alone";
+    EXPECT_EQ(oddBehaviour().starts, 0);
+}
+
 TEST_F(OddTokens, AModuleIsStartedAtTheFirstTokenCall)
 {
     alone();

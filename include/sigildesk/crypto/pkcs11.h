@@ -44,7 +44,8 @@ struct PKCS11_TOKEN_INFO {
 };
 
 /** Lists the slots.
- *  @param slots  first pointer of the toolkit, required; open toolkit: room for the numbers of the slots that hold a token
+ *  @param slots  first pointer of the toolkit, required; open toolkit: room for the numbers of the slots that hold a token;
+ *                what p11-kit has the system's trusted roots in (trust-policy) is no token
  *  @param count  second pointer of the toolkit; open toolkit: required; how many numbers @p slots has room for, and then how
  *                many there are
  *  @return the common codes; 1001 when @p slots is null; open toolkit: 3003 when there is too little room, with the number in

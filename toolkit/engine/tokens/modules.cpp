@@ -59,6 +59,13 @@ std::string nameOf(Cryptoki* module)
     return name ? name.get() : "a module";
 }
 
+/** Whether p11-kit has the module for the roots that the system trusts: their store calls itself a token, and is none. */
+bool isTrustStore(Cryptoki* module)
+{
+    const TextHandle policy(p11Kit().config_option(module, "trust-policy"));
+    return policy && std::string_view(policy.get()) == "yes";
+}
+
 /** What is wrong with a module before it is used; empty for a good one. One that p11-kit runs elsewhere has no file. */
 std::string flawOf(Cryptoki* module)
 {
@@ -120,6 +127,8 @@ TokenModules::~TokenModules()
 
 void TokenModules::start(Cryptoki* module)
 {
+    if (isTrustStore(module))
+        return;
     std::string flaw = flawOf(module);
     if (flaw.empty() && p11Kit().module_initialize(module) != CKR_OK)
         flaw = "does not start";
