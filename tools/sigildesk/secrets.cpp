@@ -11,7 +11,9 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
+#include <cstring>
 #include <fcntl.h>
+#include <malloc.h>
 #include <optional>
 #include <poll.h>
 #include <spawn.h>
@@ -241,17 +243,33 @@ Secret required(std::optional<Secret> secret, const Words& otherwise, const std:
     return std::move(*secret);
 }
 
+/** What was copied lies in the registers that copying uses, and where calls had their frames: the loader puts the registers
+ *  there while it binds a function at its first call. Zeros are copied over them. */
+[[gnu::noinline]] void wipeRegistersAndStack()
+{
+    std::array<char, 0x40000> frames{}; // deeper than calls go
+    for (std::size_t size = 1; size <= 4096; size *= 2) {
+        std::memmove(frames.data(), frames.data() + size, size);
+        asm volatile("" : : "r"(frames.data()) : "memory"); // it is not left out
+    }
+}
+
 } // namespace
 
 NotDumpable::NotDumpable()
 {
     prctl(PR_SET_DUMPABLE, 0);
+    mallopt(M_PERTURB, 0x5a); // what libraries release unwiped is overwritten: OpenSSL's decoders copy keys
     const rlimit none{0, 0};
     setrlimit(RLIMIT_CORE, &none);
 }
 
 // By now every secret is wiped, and a leak checker may want to look.
-NotDumpable::~NotDumpable() { prctl(PR_SET_DUMPABLE, 1); }
+NotDumpable::~NotDumpable()
+{
+    wipeRegistersAndStack();
+    prctl(PR_SET_DUMPABLE, 1);
+}
 
 Answer askPassword(const Session& session, const std::string& name)
 {

@@ -28,7 +28,8 @@ private:
     sigil::SecretBytes m_text;
 };
 
-/** Keeps other processes, and files of crashes, from the memory of this one. Lasts as long as the object. */
+/** Keeps other processes, and files of crashes, from the memory of this one, and its memory from keeping what was a secret.
+ *  Lasts as long as the object. */
 class NotDumpable {
 public:
     NotDumpable();
