@@ -5,6 +5,7 @@ import os
 import pathlib
 import re
 import subprocess
+import sys
 import tempfile
 import unittest
 
@@ -25,6 +26,7 @@ REFUSED = {
     "format": ["one", "--chekc"],
     "fuzz": ["no-such-target"],
     "install-dependencies": ["runn", "apt-get"],
+    "instructions": ["one"],
     "nightly": ["one", "--fuzz=long"],
     "tidy": ["no-such-folder", "--commits=many"],
 }
@@ -74,6 +76,43 @@ class Documents(unittest.TestCase):
         document = (SOURCE / "CONTRIBUTING.md").read_text(encoding="utf-8")
         self.assertEqual({step for step in steps if step not in document}, set())
         self.assertGreater(len(steps), 5)
+
+
+class Instructions(unittest.TestCase):
+    """The comparison of what was counted with what is checked in."""
+
+    BEFORE = "facade HVTK_ CertLoad 1000\nlist 2000\n"
+
+    def compared(self, load, listing):
+        dumps = "".join(
+            f"desc: Trigger: Client Request: {name}\nevents: Ir\nsummary: {count}\n"
+            for name, count in {
+                "100 facade HVTK_ CertLoad": 100 * load + 500,
+                "100 bare HVTK_ CertLoad": 500,
+                **({"1 list": listing} if listing else {}),
+            }.items())
+        with tempfile.TemporaryDirectory() as folder:
+            files = [pathlib.Path(folder) / name for name in ("dumps", "counts")]
+            for file, text in zip(files, (dumps, self.BEFORE)):
+                file.write_text(text, encoding="utf-8")
+            return subprocess.run([sys.executable, SOURCE / "bench/instructions/compare.py", *files],
+                                  capture_output=True, text=True, check=False)
+
+    def test_a_twentieth_more_passes(self):
+        for load, listing in (1000, 2000), (1050, 2100), (500, 1):
+            answer = self.compared(load, listing)
+            self.assertEqual((answer.returncode, answer.stderr), (0, ""), answer.stdout)
+
+    def test_more_than_that_is_named(self):
+        answer = self.compared(1051, 2000)
+        self.assertEqual(answer.returncode, 1)
+        self.assertIn("facade HVTK_ CertLoad: 1000 -> 1051 instructions", answer.stdout)
+        self.assertIn("list: 2000 -> 2101", self.compared(1000, 2101).stdout)
+
+    def test_what_is_not_counted_any_more_is_named(self):
+        answer = self.compared(1000, None)
+        self.assertEqual(answer.returncode, 1)
+        self.assertIn("list: not counted any more", answer.stdout)
 
 
 class InstallDependencies(unittest.TestCase):

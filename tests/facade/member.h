@@ -110,14 +110,20 @@ struct Member {
         , calls{maker, gpki}
         , backendRequires{words(makerRequires), words(gpkiRequires)}
         , gpkiRequired(words(gpkiFacadeRequires))
-        , call([function](void* handle, Values& values) {
+        , arguments(namesOf<A...>())
+        , m_call([function](void* handle, Values& values, int times) {
             std::map<char, int> taken;
             const std::tuple<A...> given{values.next<A>(taken)...}; // braces: from left to right
-            return std::apply([&](A... a) { return function(handle, a...); }, given);
+            int result = 0;
+            for (int i = 0; i < times; ++i)
+                result = std::apply([&](A... a) { return function(handle, a...); }, given);
+            return result;
         })
-        , arguments(namesOf<A...>())
     {
     }
+
+    /** @return what the last of the calls answers */
+    int call(void* handle, Values& values, int times = 1) const { return m_call(handle, values, times); }
 
     /** Whether toolkit type @p type has the function. */
     bool isOn(int type) const { return !calls[static_cast<std::size_t>(type)].empty(); }
@@ -137,7 +143,6 @@ struct Member {
     std::array<std::string, 2> calls;
     std::array<std::vector<std::string>, 2> backendRequires;
     std::vector<std::string> gpkiRequired;
-    std::function<int(void* handle, Values& values)> call;
     std::vector<std::string> arguments; // the names of all its arguments
 
 private:
@@ -160,6 +165,8 @@ private:
     static char kind(unsigned long**) { return 'P'; }
     static char kind(bool**) { return 'O'; }
     static char kind(PKCS11_TOKEN_INFO**) { return 'K'; }
+
+    std::function<int(void* handle, Values& values, int times)> m_call;
 };
 
 /** Name and function of a member. */
