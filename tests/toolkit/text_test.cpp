@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cstdlib>
 #include <ctime>
 #include <memory>
+#include <thread>
 
 using namespace toolkit;
 
@@ -105,6 +107,33 @@ TEST(Cp949, WhatCannotBeConvertedBecomesAQuestionMark)
     EXPECT_EQ(cp949FromUtf8("a\xFF\xFE가"), "a??\xB0\xA1");
     EXPECT_EQ(cp949FromUtf8(std::string_view("a\0\nb", 4)), "a??b");
     EXPECT_FALSE(utf8FromCp949("\xC8"));
+}
+
+TEST(Cp949, NothingIsLeftOfATextThatStoppedInACharacter)
+{
+    EXPECT_FALSE(utf8FromCp949("\xC8"));
+    EXPECT_EQ(utf8FromCp949("\xAB\xB1"), "ケ") << "not the rest of the character before";
+    EXPECT_EQ(cp949FromUtf8("\xED\x99"), "?");
+    EXPECT_EQ(cp949FromUtf8("홍"), "\xC8\xAB");
+}
+
+TEST(Cp949, ThreadsConvertAtTheSameTime)
+{
+    std::string utf8;
+    std::string cp949;
+    for (int i = 0; i < 2000; ++i) {
+        utf8 += "홍길동";
+        cp949 += "\xC8\xAB\xB1\xE6\xB5\xBF";
+    }
+    std::atomic<int> right = 0;
+    const auto convert = [&] {
+        for (int i = 0; i < 20; ++i)
+            right += cp949FromUtf8(utf8) == cp949 && utf8FromCp949(cp949) == utf8 ? 1 : 0;
+    };
+    std::thread other(convert);
+    convert();
+    other.join();
+    EXPECT_EQ(right, 40);
 }
 
 TEST(Asn1Text, EveryStringTypeBecomesCp949)

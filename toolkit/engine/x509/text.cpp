@@ -10,6 +10,7 @@
 #include <array>
 #include <chrono>
 #include <cstdio>
+#include <mutex>
 
 namespace toolkit {
 namespace {
@@ -36,6 +37,13 @@ public:
     Converter(const Converter&) = delete;
     Converter& operator=(const Converter&) = delete;
 
+    /** Forgets the text of before. */
+    void restart()
+    {
+        if (valid())
+            iconv(m_descriptor, nullptr, nullptr, nullptr, nullptr);
+    }
+
     // NOLINTNEXTLINE(performance-no-int-to-ptr): how iconv_open says that it failed
     bool valid() const { return m_descriptor != reinterpret_cast<iconv_t>(-1); }
 
@@ -60,13 +68,63 @@ private:
     iconv_t m_descriptor;
 };
 
-std::optional<std::string> convertWhole(const char* to, const char* from, std::string_view text)
+/** A converter that is kept: to open one costs more than to convert dozens of names. */
+class KeptConverter {
+public:
+    KeptConverter(const char* to, const char* from)
+        : m_to(to)
+        , m_from(from)
+    {
+    }
+
+    /** Lends it to @p use; another thread that comes meanwhile gets one of its own, and nobody waits. */
+    template <class Use>
+    auto lend(Use use)
+    {
+        const std::unique_lock lock(m_mutex, std::try_to_lock);
+        if (!lock) {
+            Converter another(m_to, m_from);
+            return use(another);
+        }
+        if (!m_kept || !m_kept->valid())
+            m_kept.emplace(m_to, m_from);
+        m_kept->restart();
+        return use(*m_kept);
+    }
+
+private:
+    const char* m_to;
+    const char* m_from;
+    std::mutex m_mutex;
+    std::optional<Converter> m_kept;
+};
+
+KeptConverter& toCp949()
 {
-    Converter converter(to, from);
-    std::string out;
-    if (!converter.valid() || converter.append(text, out) != text.size())
-        return {};
-    return out;
+    static KeptConverter kept("CP949", "UTF-8");
+    return kept;
+}
+
+KeptConverter& fromCp949()
+{
+    static KeptConverter kept("UTF-8", "CP949");
+    return kept;
+}
+
+KeptConverter& toUtf16()
+{
+    static KeptConverter kept("UTF-16LE", "UTF-8");
+    return kept;
+}
+
+std::optional<std::string> convertWhole(KeptConverter& kept, std::string_view text)
+{
+    return kept.lend([&](Converter& converter) -> std::optional<std::string> {
+        std::string out;
+        if (!converter.valid() || converter.append(text, out) != text.size())
+            return {};
+        return out;
+    });
 }
 
 /** Bytes of the UTF-8 character that begins @p text, at least one. */
@@ -132,7 +190,7 @@ std::string withoutControls(std::string text)
  *  else CP949; nothing when they are neither. */
 std::optional<std::string> koreanText(std::string_view bytes)
 {
-    if (auto fromUtf8 = convertWhole("CP949", "UTF-8", bytes))
+    if (auto fromUtf8 = convertWhole(toCp949(), bytes))
         return fromUtf8;
     return utf8FromCp949(bytes) ? std::optional<std::string>(bytes) : std::nullopt;
 }
@@ -145,29 +203,32 @@ std::string asciiOnly(std::string_view bytes)
     return text;
 }
 
+std::string lossyText(Converter& converter, std::string_view text)
+{
+    std::string out;
+    while (!text.empty()) {
+        text.remove_prefix(converter.append(text, out));
+        if (!text.empty()) {
+            out += '?';
+            text.remove_prefix(utf8Length(text));
+        }
+    }
+    return out;
+}
+
 } // namespace
 
 std::string cp949FromUtf8(std::string_view utf8)
 {
     if (isAscii(utf8))
         return withoutControls(std::string(utf8));
-    Converter converter("CP949", "UTF-8");
-    if (!converter.valid())
-        return withoutControls(asciiOnly(utf8));
-    std::string out;
-    while (!utf8.empty()) {
-        utf8.remove_prefix(converter.append(utf8, out));
-        if (!utf8.empty()) {
-            out += '?';
-            utf8.remove_prefix(utf8Length(utf8));
-        }
-    }
-    return withoutControls(out);
+    return withoutControls(toCp949().lend(
+        [utf8](Converter& converter) { return converter.valid() ? lossyText(converter, utf8) : asciiOnly(utf8); }));
 }
 
-std::optional<std::string> utf8FromCp949(std::string_view cp949) { return convertWhole("UTF-8", "CP949", cp949); }
+std::optional<std::string> utf8FromCp949(std::string_view cp949) { return convertWhole(fromCp949(), cp949); }
 
-bool isUtf8(std::string_view bytes) { return isAscii(bytes) || convertWhole("UTF-16LE", "UTF-8", bytes); }
+bool isUtf8(std::string_view bytes) { return isAscii(bytes) || convertWhole(toUtf16(), bytes); }
 
 std::string asn1Text(const ASN1_STRING* string)
 {
@@ -206,11 +267,11 @@ std::string_view cutText(std::string_view cp949, std::size_t bytes)
 std::string hexText(View bytes)
 {
     constexpr std::string_view digits = "0123456789abcdef";
-    std::string text;
-    text.reserve(2 * bytes.size());
+    std::string text(2 * bytes.size(), '0');
+    char* at = text.data();
     for (const unsigned char byte : bytes) {
-        text += digits[byte >> 4];
-        text += digits[byte & 15];
+        *at++ = digits[byte >> 4];
+        *at++ = digits[byte & 15];
     }
     return text;
 }
