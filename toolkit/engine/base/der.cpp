@@ -6,7 +6,47 @@
 
 #include <openssl/objects.h>
 
+#include <algorithm>
+#include <array>
+#include <utility>
+
 namespace toolkit::der {
+namespace {
+
+struct CommonId {
+    View content;
+    int nid;
+};
+
+/** What stands in nearly every certificate: OpenSSL searches a thousand names for it. */
+const auto& commonIds()
+{
+    static const auto ids = [] {
+        constexpr std::array nids{NID_commonName, NID_organizationalUnitName, NID_organizationName, NID_countryName,
+            NID_pkcs9_emailAddress, NID_domainComponent, NID_sha256WithRSAEncryption, NID_sha1WithRSAEncryption,
+            NID_rsaEncryption, NID_X9_62_id_ecPublicKey, NID_id_qt_cps, NID_id_qt_unotice, NID_ad_OCSP,
+            NID_ad_ca_issuers};
+        std::array<CommonId, nids.size()> found{};
+        std::transform(nids.begin(), nids.end(), found.begin(), [](int nid) {
+            return CommonId{oidContent(nid), nid};
+        });
+        return found;
+    }();
+    return ids;
+}
+
+/** Null when this is not the content of an OID. */
+ObjectHandle objectOf(View content)
+{
+    const Bytes der = element(Oid, {content});
+    const unsigned char* at = der.data();
+    ObjectHandle object(d2i_ASN1_OBJECT(nullptr, &at, static_cast<long>(der.size())));
+    if (!object)
+        requireMemory();
+    return object;
+}
+
+} // namespace
 
 std::optional<Element> Reader::next()
 {
@@ -37,17 +77,62 @@ std::optional<View> Reader::take(Tag tag)
 
 std::optional<Element> first(View bytes) { return Reader(bytes).next(); }
 
+std::optional<Element> shortest(View bytes)
+{
+    constexpr std::size_t mostOctets = 4;
+    if (bytes.size() < 2 || (bytes[0] & 0x1F) == 0x1F)
+        return {};
+    std::size_t header = 2;
+    std::size_t length = bytes[1];
+    if (length >= 0x80) {
+        const std::size_t octets = length - 0x80;
+        if (octets > mostOctets || bytes.size() < header + octets)
+            return {};
+        length = 0;
+        for (const unsigned char octet : bytes.subspan(header, octets))
+            length = length << 8 | octet;
+        if (length < 0x80 || bytes[header] == 0)
+            return {};
+        header += octets;
+    }
+    if (length > bytes.size() - header)
+        return {};
+    return Element{bytes[0], bytes.subspan(header, length), bytes.first(header + length)};
+}
+
+bool isOid(View content)
+{
+    constexpr std::size_t longest = 64;
+    if (content.empty() || content.size() > longest || content.back() >= 0x80)
+        return false;
+    unsigned char before = 0; // a number ends with an octet below 0x80, and does not begin with 0x80
+    for (const unsigned char octet : content)
+        if (std::exchange(before, octet) < 0x80 && octet == 0x80)
+            return false;
+    return true;
+}
+
+int nidOf(View content)
+{
+    for (const CommonId& id : commonIds())
+        if (std::ranges::equal(id.content, content))
+            return id.nid;
+    const ObjectHandle object = objectOf(content);
+    return object ? OBJ_obj2nid(object.get()) : NID_undef;
+}
+
+View oidContent(int nid)
+{
+    const ASN1_OBJECT* const object = OBJ_nid2obj(nid);
+    return {OBJ_get0_data(object), OBJ_length(object)};
+}
+
 std::string oidText(View content)
 {
     if (const auto common = commonOid(content))
         return *common;
-    const Bytes der = element(Oid, {content});
-    const unsigned char* at = der.data();
-    const ObjectHandle object(d2i_ASN1_OBJECT(nullptr, &at, static_cast<long>(der.size())));
-    if (object)
-        return dottedOid(object.get());
-    requireMemory();
-    return {};
+    const ObjectHandle object = objectOf(content);
+    return object ? dottedOid(object.get()) : std::string();
 }
 
 std::optional<unsigned long> smallInteger(View content)

@@ -15,6 +15,7 @@ namespace toolkit::der {
 
 /** Identifier octets of the elements that the engine meets. */
 enum Tag : unsigned char {
+    Boolean = 0x01,
     Integer = 0x02,
     BitString = 0x03,
     OctetString = 0x04,
@@ -22,6 +23,12 @@ enum Tag : unsigned char {
     Oid = 0x06,
     Utf8String = 0x0C,
     PrintableString = 0x13,
+    T61String = 0x14,
+    Ia5String = 0x16,
+    UtcTime = 0x17,
+    GeneralizedTime = 0x18,
+    VisibleString = 0x1A,
+    BmpString = 0x1E,
     Sequence = 0x30,
     Set = 0x31,
     ConstructedOctetString = 0x24,
@@ -31,6 +38,10 @@ enum Tag : unsigned char {
     Explicit0 = 0xA0,
     Implicit0 = 0xA0, ///< in place of the tag of a SEQUENCE
 };
+
+/** Context-specific tags. */
+constexpr Tag primitive(int number) { return static_cast<Tag>(0x80 | number); }
+constexpr Tag constructed(int number) { return static_cast<Tag>(0xA0 | number); }
 
 /** One element of definite length. */
 struct Element {
@@ -58,6 +69,14 @@ private:
 
 /** The first element of @p bytes, whatever follows it. */
 std::optional<Element> first(View bytes);
+/** The same, only when its header is as short as DER wants it and has one identifier octet. */
+std::optional<Element> shortest(View bytes);
+/** Whether this is the content of an OBJECT IDENTIFIER of a usual length, X.690 8.19. */
+bool isOid(View content);
+/** OpenSSL's number of an OID; NID_undef when it has none. */
+int nidOf(View content);
+/** The content of the OID that OpenSSL numbers so. */
+View oidContent(int nid);
 /** Dotted text of an OID's content; empty when it is not one. */
 std::string oidText(View content);
 /** Value of a non-negative INTEGER of at most four bytes. */
