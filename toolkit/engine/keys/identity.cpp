@@ -101,7 +101,7 @@ VirtualId computeVid(const Library& library, const std::string& hashOid, std::st
 
 void verifyIdentity(const Library& library, const Certificate& certificate, View random, std::string_view idn)
 {
-    const auto der = identifyDataOf(certificate);
+    const auto der = certificate.identifyData();
     const auto data = der ? parseIdentifyData(*der) : std::nullopt;
     require(data && data->vid, SIGIL_TK_VID_NO_DATA);
     const VirtualId expected = computeVid(library, data->vid->hashOid, idn, random);

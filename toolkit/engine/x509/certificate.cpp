@@ -1,82 +1,17 @@
 #include "toolkit/engine/x509/certificate.h"
 
-#include "toolkit/engine/base/der.h"
 #include "toolkit/engine/base/error.h"
-#include "toolkit/engine/base/oid.h"
 #include "toolkit/engine/base/pem.h"
 #include "toolkit/engine/x509/text.h"
 
-#include <openssl/objects.h>
-
-#include <bit>
-
 namespace toolkit {
 
-namespace {
-
-X509Handle parse(OSSL_LIB_CTX* context, View der)
-{
-    X509Handle fresh(X509_new_ex(context, nullptr));
-    require(fresh != nullptr, SIGIL_TK_NO_MEMORY);
-    const unsigned char* at = der.data();
-    X509Handle parsed = decodeInto(
-        std::move(fresh), [&](X509** target) { return d2i_X509(target, &at, static_cast<long>(der.size())); });
-    require(parsed != nullptr, SIGIL_TK_CERT_MALFORMED);
-    return parsed;
-}
-
-View octets(const ASN1_STRING* string)
-{
-    return {ASN1_STRING_get0_data(string), static_cast<std::size_t>(ASN1_STRING_length(string))};
-}
-
-/** Whether these are the octets of an INTEGER above zero in its shortest form. */
-bool isPositive(View integer)
-{
-    return !integer.empty() && integer[0] < 0x80 && integer[0] + (integer.size() > 1 ? integer[1] & 0x80 : 0) != 0;
-}
-
-/** Bits of the modulus of an RSAPublicKey, which needs no decoder; nothing when it looks unusual. */
-std::optional<int> modulusBits(View key)
-{
-    der::Reader outer(key);
-    const auto content = outer.take(der::Sequence);
-    der::Reader numbers(content.value_or(View()));
-    const auto modulus = numbers.take(der::Integer);
-    const auto exponent = numbers.take(der::Integer);
-    if (!outer.atEnd() || !numbers.atEnd() || !modulus || !exponent || !isPositive(*modulus) ||
-        !isPositive(*exponent))
-        return {};
-    const View magnitude = modulus->subspan((*modulus)[0] == 0 ? 1 : 0);
-    return 8 * static_cast<int>(magnitude.size()) - std::countl_zero(magnitude[0]);
-}
-
-/** Bits of a key as OpenSSL counts them; @p otherwise when it cannot decode the key. */
-int keyBits(const X509* certificate, int otherwise)
-{
-    const EVP_PKEY* const key = X509_get0_pubkey(certificate);
-    if (key)
-        return EVP_PKEY_get_bits(key);
-    requireMemory();
-    return otherwise;
-}
-
-} // namespace
-
 Certificate::Certificate(const Library& library, View bytes)
-    : m_library(&library)
-    , m_read(parse(library.readingContext(), derOf(bytes, SIGIL_TK_CERT_MALFORMED)))
+    : m_parsed(library, derOf(bytes, SIGIL_TK_CERT_MALFORMED))
 {
 }
 
-X509* Certificate::get() const
-{
-    if (!m_judged)
-        m_judged = parse(m_library->context(), der());
-    return m_judged.get();
-}
-
-Bytes Certificate::der() const { return encode<Bytes>(read(), i2d_X509); }
+Bytes Certificate::der() const { return parsed().der(); }
 
 KeyHandle Certificate::publicKey() const
 {
@@ -85,57 +20,25 @@ KeyHandle Certificate::publicKey() const
     return key;
 }
 
-std::string Certificate::uid() const
-{
-    const X509_NAME* name = X509_get_subject_name(read());
-    int last = -1;
-    for (int i = -1; (i = X509_NAME_get_index_by_NID(name, NID_commonName, i)) >= 0;)
-        last = i;
-    return last < 0 ? std::string() : asn1Text(X509_NAME_ENTRY_get_data(X509_NAME_get_entry(name, last)));
-}
+std::string Certificate::uid() const { return parsed().uid(); }
 
-int Certificate::version() const { return static_cast<int>(X509_get_version(read())) + 1; }
+int Certificate::version() const { return parsed().version(); }
 
-std::string Certificate::serialNumber() const
-{
-    const ASN1_INTEGER* serial = X509_get0_serialNumber(read());
-    const bool negative = (ASN1_STRING_type(serial) & V_ASN1_NEG) != 0;
-    return (negative ? "-" : "") + hexText(octets(serial));
-}
+std::string Certificate::serialNumber() const { return parsed().serialNumber(); }
 
-std::string Certificate::signatureAlgorithm() const
-{
-    const X509_ALGOR* algorithm = X509_get0_tbs_sigalg(read());
-    const int nid = OBJ_obj2nid(algorithm->algorithm);
-    return nid == NID_undef ? dottedOid(algorithm->algorithm) : OBJ_nid2ln(nid);
-}
+std::string Certificate::signatureAlgorithm() const { return parsed().signatureAlgorithm(); }
 
-std::string Certificate::signature() const
-{
-    const ASN1_BIT_STRING* bits = nullptr;
-    X509_get0_signature(&bits, nullptr, read());
-    return hexText(octets(bits));
-}
+std::string Certificate::signature() const { return parsed().signature(); }
 
-std::string Certificate::issuerName() const { return nameText(X509_get_issuer_name(read())); }
+std::string Certificate::issuerName() const { return parsed().issuerName(); }
 
-std::string Certificate::subjectName() const { return nameText(X509_get_subject_name(read())); }
+std::string Certificate::subjectName() const { return parsed().subjectName(); }
 
-Bytes Certificate::subjectNameDer() const { return encode<Bytes>(X509_get_subject_name(read()), i2d_X509_NAME); }
+Bytes Certificate::subjectNameDer() const { return parsed().subjectNameDer(); }
 
-std::time_t Certificate::notBefore() const
-{
-    const auto time = asn1Time(X509_get0_notBefore(read()));
-    require(time.has_value(), SIGIL_TK_CERT_MALFORMED, "start of validity");
-    return *time;
-}
+std::time_t Certificate::notBefore() const { return parsed().notBefore(); }
 
-std::time_t Certificate::notAfter() const
-{
-    const auto time = asn1Time(X509_get0_notAfter(read()));
-    require(time.has_value(), SIGIL_TK_CERT_MALFORMED, "end of validity");
-    return *time;
-}
+std::time_t Certificate::notAfter() const { return parsed().notAfter(); }
 
 int Certificate::remainingDays(std::time_t now) const
 {
@@ -144,35 +47,50 @@ int Certificate::remainingDays(std::time_t now) const
     return static_cast<int>(seconds >= 0 ? seconds / day : -((-seconds + day - 1) / day));
 }
 
-std::string Certificate::publicKeyAlgorithm() const
-{
-    ASN1_OBJECT* type = nullptr;
-    X509_PUBKEY_get0_param(&type, nullptr, nullptr, nullptr, X509_get_X509_PUBKEY(read()));
-    switch (const int nid = OBJ_obj2nid(type)) {
-    case NID_rsaEncryption:
-        return "RSA";
-    case NID_X9_62_id_ecPublicKey:
-        return "EC";
-    case NID_undef:
-        return dottedOid(type);
-    default:
-        return OBJ_nid2sn(nid);
-    }
-}
+std::string Certificate::publicKeyAlgorithm() const { return parsed().publicKeyAlgorithm(); }
 
-std::string Certificate::publicKeyLength() const
-{
-    const ASN1_BIT_STRING* bits = X509_get0_pubkey_bitstr(read());
-    const auto modulus = publicKeyAlgorithm() == "RSA" ? modulusBits(octets(bits)) : std::nullopt;
-    return std::to_string(modulus ? *modulus : keyBits(get(), 8 * bits->length)) + " Bits";
-}
+std::string Certificate::publicKeyLength() const { return parsed().publicKeyLength(); }
 
-std::string Certificate::publicKeyText() const
-{
-    const ASN1_BIT_STRING* bits = X509_get0_pubkey_bitstr(read());
-    return hexText(octets(bits));
-}
+std::string Certificate::publicKeyText() const { return parsed().publicKeyText(); }
 
-Bytes Certificate::publicKeyDer() const { return encode<Bytes>(X509_get_X509_PUBKEY(read()), i2d_X509_PUBKEY); }
+Bytes Certificate::publicKeyDer() const { return parsed().publicKeyDer(); }
+
+std::optional<unsigned> Certificate::usageBits() const { return parsed().usageBits(); }
+
+std::string Certificate::keyUsage() const { return usageText(usageBits().value_or(0)); }
+
+std::string Certificate::basicConstraints() const { return parsed().basicConstraints(); }
+
+bool Certificate::isAuthority() const { return parsed().isAuthority(); }
+
+std::string Certificate::policies() const { return parsed().policies(); }
+
+std::string Certificate::policyIds() const { return parsed().policyIds(); }
+
+std::string Certificate::policyConstraints() const { return parsed().policyConstraints(); }
+
+std::string Certificate::extendedKeyUsage() const { return parsed().extendedKeyUsage(); }
+
+std::string Certificate::subjectAltName() const { return parsed().subjectAltName(); }
+
+std::string Certificate::issuerAltName() const { return parsed().issuerAltName(); }
+
+std::string Certificate::authorityKeyId() const { return parsed().authorityKeyId(); }
+
+std::string Certificate::subjectKeyId() const { return parsed().subjectKeyId(); }
+
+std::string Certificate::crlDistributionPoints() const { return parsed().crlDistributionPoints(); }
+
+std::vector<std::string> Certificate::crlUrls() const { return parsed().crlUrls(); }
+
+std::string Certificate::crlUrlText() const { return join(crlUrls(), ", "); }
+
+std::string Certificate::authorityInfoAccess() const { return parsed().authorityInfoAccess(); }
+
+std::vector<std::string> Certificate::issuerUrls() const { return parsed().issuerUrls(); }
+
+std::vector<std::string> Certificate::responderUrls() const { return parsed().responderUrls(); }
+
+std::optional<Bytes> Certificate::identifyData() const { return parsed().identifyData(); }
 
 } // namespace toolkit

@@ -7,6 +7,7 @@
 #include "toolkit/engine/base/bytes.h"
 #include "toolkit/engine/base/handles.h"
 #include "toolkit/engine/base/library.h"
+#include "toolkit/engine/x509/parsed_certificate.h"
 
 #include <ctime>
 #include <optional>
@@ -21,9 +22,9 @@ public:
     Certificate(const Library& library, View bytes);
 
     /** For OpenSSL to judge: verification, keys. Made at its first use. */
-    X509* get() const;
+    X509* get() const { return parsed().get(); }
     /** For reading: its key stays undecoded. */
-    const X509* read() const { return m_read.get(); }
+    const X509* read() const { return parsed().read(); }
     Bytes der() const;
     /** Throws SIGIL_TK_ALGORITHM when OpenSSL does not know the key's algorithm. */
     KeyHandle publicKey() const;
@@ -78,14 +79,13 @@ public:
     /** KU_ bits of <openssl/x509v3.h>; nothing when the certificate does not limit its usage. */
     std::optional<unsigned> usageBits() const;
     bool isAuthority() const;
+    /** The otherName of identity data in the subject alternative name: DER of IdentifyData. */
+    std::optional<Bytes> identifyData() const;
 
 private:
-    const Library* m_library;
-    X509Handle m_read;
-    mutable X509Handle m_judged;
-};
+    const ParsedCertificate& parsed() const { return m_parsed; }
 
-/** The otherName of identity data in a subject alternative name: DER of IdentifyData. */
-std::optional<Bytes> identifyDataOf(const Certificate& certificate);
+    ParsedCertificate m_parsed;
+};
 
 } // namespace toolkit

@@ -1,24 +1,21 @@
 // The extensions of a certificate as texts.
 
-#include "toolkit/engine/base/der.h"
 #include "toolkit/engine/base/error.h"
 #include "toolkit/engine/base/oid.h"
-#include "toolkit/engine/x509/certificate.h"
 #include "toolkit/engine/x509/general_name.h"
+#include "toolkit/engine/x509/parsed_certificate.h"
 #include "toolkit/engine/x509/text.h"
 
 #include <openssl/objects.h>
-
-#include <array>
 
 namespace toolkit {
 namespace {
 
 /** An extension decoded by OpenSSL; null when the certificate lacks it or when it is malformed. */
 template <class T, auto Release>
-Handle<T, Release> extension(const Certificate& certificate, int nid)
+Handle<T, Release> extension(const X509* certificate, int nid)
 {
-    Handle<T, Release> decoded(static_cast<T*>(X509_get_ext_d2i(certificate.read(), nid, nullptr, nullptr)));
+    Handle<T, Release> decoded(static_cast<T*>(X509_get_ext_d2i(certificate, nid, nullptr, nullptr)));
     if (!decoded)
         requireMemory();
     return decoded;
@@ -43,23 +40,6 @@ std::string integerText(const ASN1_INTEGER* integer)
     return text.get();
 }
 
-struct UsageName {
-    unsigned bit;
-    const char* name;
-};
-
-constexpr std::array usageNames{
-    UsageName{KU_DIGITAL_SIGNATURE, "digitalSignature"},
-    UsageName{KU_NON_REPUDIATION, "nonRepudiation"},
-    UsageName{KU_KEY_ENCIPHERMENT, "keyEncipherment"},
-    UsageName{KU_DATA_ENCIPHERMENT, "dataEncipherment"},
-    UsageName{KU_KEY_AGREEMENT, "keyAgreement"},
-    UsageName{KU_KEY_CERT_SIGN, "keyCertSign"},
-    UsageName{KU_CRL_SIGN, "crlSign"},
-    UsageName{KU_ENCIPHER_ONLY, "encipherOnly"},
-    UsageName{KU_DECIPHER_ONLY, "decipherOnly"},
-};
-
 std::string qualifierText(const POLICYQUALINFO* qualifier)
 {
     if (OBJ_obj2nid(qualifier->pqualid) == NID_id_qt_cps)
@@ -69,7 +49,7 @@ std::string qualifierText(const POLICYQUALINFO* qualifier)
     return {};
 }
 
-std::string policyText(const POLICYINFO* policy)
+std::string policyInfo(const POLICYINFO* policy)
 {
     std::vector<std::string> qualifiers;
     for (int i = 0; i < sk_POLICYQUALINFO_num(policy->qualifiers); ++i) {
@@ -77,12 +57,11 @@ std::string policyText(const POLICYINFO* policy)
         if (!text.empty())
             qualifiers.push_back(text);
     }
-    const std::string id = blankOid(policy->policyid);
-    return qualifiers.empty() ? id : id + " [" + join(qualifiers, "; ") + "]";
+    return policyText(blankOid(policy->policyid), qualifiers);
 }
 
 template <class Format>
-std::string eachPolicy(const Certificate& certificate, Format format)
+std::string eachPolicy(const X509* certificate, Format format)
 {
     const auto policies =
         extension<CERTIFICATEPOLICIES, CERTIFICATEPOLICIES_free>(certificate, NID_certificate_policies);
@@ -92,21 +71,21 @@ std::string eachPolicy(const Certificate& certificate, Format format)
     return join(texts, ", ");
 }
 
-std::vector<std::string> namesOf(const Certificate& certificate, int nid)
+std::vector<std::string> namesOf(const X509* certificate, int nid)
 {
     const auto names = extension<GENERAL_NAMES, GENERAL_NAMES_free>(certificate, nid);
     return names ? generalNames(names.get()) : std::vector<std::string>();
 }
 
 template <class Visit>
-void eachAccess(const Certificate& certificate, Visit visit)
+void eachAccess(const X509* certificate, Visit visit)
 {
     const auto access = extension<AUTHORITY_INFO_ACCESS, AUTHORITY_INFO_ACCESS_free>(certificate, NID_info_access);
     for (int i = 0; access && i < sk_ACCESS_DESCRIPTION_num(access.get()); ++i)
         visit(sk_ACCESS_DESCRIPTION_value(access.get(), i));
 }
 
-std::vector<std::string> accessUrls(const Certificate& certificate, int method)
+std::vector<std::string> accessUrls(const X509* certificate, int method)
 {
     std::vector<std::string> urls;
     eachAccess(certificate, [&](const ACCESS_DESCRIPTION* access) {
@@ -117,7 +96,7 @@ std::vector<std::string> accessUrls(const Certificate& certificate, int method)
 }
 
 template <class Visit>
-void eachCrlName(const Certificate& certificate, Visit visit)
+void eachCrlName(const X509* certificate, Visit visit)
 {
     const auto points = extension<CRL_DIST_POINTS, CRL_DIST_POINTS_free>(certificate, NID_crl_distribution_points);
     for (int i = 0; points && i < sk_DIST_POINT_num(points.get()); ++i) {
@@ -131,9 +110,9 @@ void eachCrlName(const Certificate& certificate, Visit visit)
 
 } // namespace
 
-std::optional<unsigned> Certificate::usageBits() const
+std::optional<unsigned> ParsedCertificate::usageBits() const
 {
-    const auto bits = extension<ASN1_BIT_STRING, ASN1_BIT_STRING_free>(*this, NID_key_usage);
+    const auto bits = extension<ASN1_BIT_STRING, ASN1_BIT_STRING_free>(read(), NID_key_usage);
     if (!bits)
         return {};
     unsigned value = bits->length > 0 ? bits->data[0] : 0U;
@@ -142,25 +121,15 @@ std::optional<unsigned> Certificate::usageBits() const
     return value;
 }
 
-std::string Certificate::keyUsage() const
+bool ParsedCertificate::isAuthority() const
 {
-    const unsigned bits = usageBits().value_or(0);
-    std::vector<std::string> names;
-    for (const UsageName& usage : usageNames)
-        if ((bits & usage.bit) != 0)
-            names.emplace_back(usage.name);
-    return join(names, ", ");
-}
-
-bool Certificate::isAuthority() const
-{
-    const auto constraints = extension<BASIC_CONSTRAINTS, BASIC_CONSTRAINTS_free>(*this, NID_basic_constraints);
+    const auto constraints = extension<BASIC_CONSTRAINTS, BASIC_CONSTRAINTS_free>(read(), NID_basic_constraints);
     return constraints && constraints->ca != 0;
 }
 
-std::string Certificate::basicConstraints() const
+std::string ParsedCertificate::basicConstraints() const
 {
-    const auto constraints = extension<BASIC_CONSTRAINTS, BASIC_CONSTRAINTS_free>(*this, NID_basic_constraints);
+    const auto constraints = extension<BASIC_CONSTRAINTS, BASIC_CONSTRAINTS_free>(read(), NID_basic_constraints);
     if (!constraints)
         return {};
     std::string text = constraints->ca ? "CA=TRUE" : "CA=FALSE";
@@ -169,16 +138,16 @@ std::string Certificate::basicConstraints() const
     return text;
 }
 
-std::string Certificate::policies() const { return eachPolicy(*this, policyText); }
+std::string ParsedCertificate::policies() const { return eachPolicy(read(), policyInfo); }
 
-std::string Certificate::policyIds() const
+std::string ParsedCertificate::policyIds() const
 {
-    return eachPolicy(*this, [](const POLICYINFO* policy) { return blankOid(policy->policyid); });
+    return eachPolicy(read(), [](const POLICYINFO* policy) { return blankOid(policy->policyid); });
 }
 
-std::string Certificate::policyConstraints() const
+std::string ParsedCertificate::policyConstraints() const
 {
-    const auto constraints = extension<POLICY_CONSTRAINTS, POLICY_CONSTRAINTS_free>(*this, NID_policy_constraints);
+    const auto constraints = extension<POLICY_CONSTRAINTS, POLICY_CONSTRAINTS_free>(read(), NID_policy_constraints);
     if (!constraints)
         return {};
     std::vector<std::string> parts;
@@ -189,22 +158,22 @@ std::string Certificate::policyConstraints() const
     return join(parts, ", ");
 }
 
-std::string Certificate::extendedKeyUsage() const
+std::string ParsedCertificate::extendedKeyUsage() const
 {
-    const auto usages = extension<EXTENDED_KEY_USAGE, EXTENDED_KEY_USAGE_free>(*this, NID_ext_key_usage);
+    const auto usages = extension<EXTENDED_KEY_USAGE, EXTENDED_KEY_USAGE_free>(read(), NID_ext_key_usage);
     std::vector<std::string> names;
     for (int i = 0; usages && i < sk_ASN1_OBJECT_num(usages.get()); ++i)
         names.push_back(objectName(sk_ASN1_OBJECT_value(usages.get(), i)));
     return join(names, ", ");
 }
 
-std::string Certificate::subjectAltName() const { return join(namesOf(*this, NID_subject_alt_name), ", "); }
+std::string ParsedCertificate::subjectAltName() const { return join(namesOf(read(), NID_subject_alt_name), ", "); }
 
-std::string Certificate::issuerAltName() const { return join(namesOf(*this, NID_issuer_alt_name), ", "); }
+std::string ParsedCertificate::issuerAltName() const { return join(namesOf(read(), NID_issuer_alt_name), ", "); }
 
-std::string Certificate::authorityKeyId() const
+std::string ParsedCertificate::authorityKeyId() const
 {
-    const auto id = extension<AUTHORITY_KEYID, AUTHORITY_KEYID_free>(*this, NID_authority_key_identifier);
+    const auto id = extension<AUTHORITY_KEYID, AUTHORITY_KEYID_free>(read(), NID_authority_key_identifier);
     if (!id)
         return {};
     std::vector<std::string> parts;
@@ -217,49 +186,47 @@ std::string Certificate::authorityKeyId() const
     return join(parts, ", ");
 }
 
-std::string Certificate::subjectKeyId() const
+std::string ParsedCertificate::subjectKeyId() const
 {
-    const auto id = extension<ASN1_OCTET_STRING, ASN1_OCTET_STRING_free>(*this, NID_subject_key_identifier);
+    const auto id = extension<ASN1_OCTET_STRING, ASN1_OCTET_STRING_free>(read(), NID_subject_key_identifier);
     return id ? hexText(octets(id.get())) : std::string();
 }
 
-std::string Certificate::crlDistributionPoints() const
+std::string ParsedCertificate::crlDistributionPoints() const
 {
     std::vector<std::string> names;
-    eachCrlName(*this, [&](const GENERAL_NAME* name) { names.push_back(generalName(name)); });
+    eachCrlName(read(), [&](const GENERAL_NAME* name) { names.push_back(generalName(name)); });
     return join(names, ", ");
 }
 
-std::vector<std::string> Certificate::crlUrls() const
+std::vector<std::string> ParsedCertificate::crlUrls() const
 {
     std::vector<std::string> urls;
-    eachCrlName(*this, [&](const GENERAL_NAME* name) {
+    eachCrlName(read(), [&](const GENERAL_NAME* name) {
         if (name->type == GEN_URI)
             urls.push_back(asn1Text(name->d.uniformResourceIdentifier));
     });
     return urls;
 }
 
-std::string Certificate::crlUrlText() const { return join(crlUrls(), ", "); }
-
-std::string Certificate::authorityInfoAccess() const
+std::string ParsedCertificate::authorityInfoAccess() const
 {
     std::vector<std::string> parts;
-    eachAccess(*this, [&](const ACCESS_DESCRIPTION* access) {
+    eachAccess(read(), [&](const ACCESS_DESCRIPTION* access) {
         parts.push_back(objectName(access->method) + "=" + generalName(access->location));
     });
     return join(parts, ", ");
 }
 
-std::vector<std::string> Certificate::issuerUrls() const { return accessUrls(*this, NID_ad_ca_issuers); }
+std::vector<std::string> ParsedCertificate::issuerUrls() const { return accessUrls(read(), NID_ad_ca_issuers); }
 
-std::vector<std::string> Certificate::responderUrls() const { return accessUrls(*this, NID_ad_OCSP); }
+std::vector<std::string> ParsedCertificate::responderUrls() const { return accessUrls(read(), NID_ad_OCSP); }
 
-std::optional<Bytes> identifyDataOf(const Certificate& certificate)
+std::optional<Bytes> ParsedCertificate::identifyData() const
 {
-    const auto names = extension<GENERAL_NAMES, GENERAL_NAMES_free>(certificate, NID_subject_alt_name);
+    const auto names = extension<GENERAL_NAMES, GENERAL_NAMES_free>(read(), NID_subject_alt_name);
     for (int i = 0; names && i < sk_GENERAL_NAME_num(names.get()); ++i) {
-        auto data = identifyData(sk_GENERAL_NAME_value(names.get(), i));
+        auto data = toolkit::identifyData(sk_GENERAL_NAME_value(names.get(), i));
         if (data)
             return data;
     }

@@ -13,17 +13,6 @@
 namespace toolkit {
 namespace {
 
-std::string identityText(View der)
-{
-    const auto data = parseIdentifyData(der);
-    if (!data)
-        return "identifyData";
-    std::string text = "identifyData(" + cp949FromUtf8(data->realName);
-    if (data->vid)
-        text += ", vid=" + hexText(data->vid->value);
-    return text + ")";
-}
-
 std::string otherName(const GENERAL_NAME* name)
 {
     const auto identity = identifyData(name);
@@ -40,7 +29,19 @@ std::string addressText(View address)
     return text.data();
 }
 
-/** An address, or in constraints an address and its mask; bytes of another length in hexadecimal. */
+} // namespace
+
+std::string identityText(View der)
+{
+    const auto data = parseIdentifyData(der);
+    if (!data)
+        return "identifyData";
+    std::string text = "identifyData(" + cp949FromUtf8(data->realName);
+    if (data->vid)
+        text += ", vid=" + hexText(data->vid->value);
+    return text + ")";
+}
+
 std::string addressesText(View bytes)
 {
     const std::string one = addressText(bytes);
@@ -50,8 +51,6 @@ std::string addressesText(View bytes)
         return one;
     return range.empty() || bytes.size() % 2 != 0 ? hexText(bytes) : range + "/" + addressText(bytes.subspan(half));
 }
-
-} // namespace
 
 std::string generalName(const GENERAL_NAME* name)
 {

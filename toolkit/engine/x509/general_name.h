@@ -18,6 +18,11 @@ namespace toolkit {
 std::string generalName(const GENERAL_NAME* name);
 std::vector<std::string> generalNames(const GENERAL_NAMES* names);
 
+/** "identifyData(realName, vid=...)" of the DER of IdentifyData. */
+std::string identityText(View der);
+/** An address, or in constraints an address and its mask; bytes of another length in hexadecimal. */
+std::string addressesText(View bytes);
+
 /** DER of IdentifyData when @p name is such an otherName. */
 std::optional<Bytes> identifyData(const GENERAL_NAME* name);
 

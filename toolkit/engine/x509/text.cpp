@@ -195,6 +195,23 @@ std::optional<std::string> koreanText(std::string_view bytes)
     return utf8FromCp949(bytes) ? std::optional<std::string>(bytes) : std::nullopt;
 }
 
+struct UsageName {
+    unsigned bit;
+    const char* name;
+};
+
+constexpr std::array usageNames{
+    UsageName{KU_DIGITAL_SIGNATURE, "digitalSignature"},
+    UsageName{KU_NON_REPUDIATION, "nonRepudiation"},
+    UsageName{KU_KEY_ENCIPHERMENT, "keyEncipherment"},
+    UsageName{KU_DATA_ENCIPHERMENT, "dataEncipherment"},
+    UsageName{KU_KEY_AGREEMENT, "keyAgreement"},
+    UsageName{KU_KEY_CERT_SIGN, "keyCertSign"},
+    UsageName{KU_CRL_SIGN, "crlSign"},
+    UsageName{KU_ENCIPHER_ONLY, "encipherOnly"},
+    UsageName{KU_DECIPHER_ONLY, "decipherOnly"},
+};
+
 std::string asciiOnly(std::string_view bytes)
 {
     std::string text(bytes);
@@ -216,6 +233,21 @@ std::string lossyText(Converter& converter, std::string_view text)
     return out;
 }
 
+/** A string of any ASN.1 type as OpenSSL reads it; nothing when its bytes are not of the type. */
+std::optional<std::string> utf8Of(int type, View bytes)
+{
+    const Handle<ASN1_STRING, ASN1_STRING_free> string(ASN1_STRING_type_new(type));
+    require(string && ASN1_STRING_set(string.get(), bytes.data(), static_cast<int>(bytes.size())) == 1,
+        SIGIL_TK_NO_MEMORY);
+    unsigned char* utf8 = nullptr;
+    const int length = ASN1_STRING_to_UTF8(&utf8, string.get());
+    const BufferHandle owner(utf8);
+    if (length >= 0)
+        return std::string(reinterpret_cast<char*>(utf8), static_cast<std::size_t>(length));
+    requireMemory();
+    return {};
+}
+
 } // namespace
 
 std::string cp949FromUtf8(std::string_view utf8)
@@ -230,25 +262,26 @@ std::optional<std::string> utf8FromCp949(std::string_view cp949) { return conver
 
 bool isUtf8(std::string_view bytes) { return isAscii(bytes) || convertWhole(toUtf16(), bytes); }
 
-std::string asn1Text(const ASN1_STRING* string)
+std::string asn1Text(int type, View bytes)
 {
-    const std::string_view raw(reinterpret_cast<const char*>(ASN1_STRING_get0_data(string)),
-        static_cast<std::size_t>(ASN1_STRING_length(string)));
-    const int type = ASN1_STRING_type(string);
+    const std::string_view raw(chars(bytes), bytes.size());
     const bool wide = type == V_ASN1_BMPSTRING || type == V_ASN1_UNIVERSALSTRING;
     if (!wide && isAscii(raw))
         return withoutControls(std::string(raw));
     if (!wide && type != V_ASN1_UTF8STRING)
         if (const auto korean = koreanText(raw))
             return withoutControls(*korean);
-    unsigned char* utf8 = nullptr;
-    const int length = ASN1_STRING_to_UTF8(&utf8, string);
-    const BufferHandle owner(utf8);
-    if (length < 0)
-        requireMemory();
-    else
-        return cp949FromUtf8({reinterpret_cast<char*>(utf8), static_cast<std::size_t>(length)});
+    if (type == V_ASN1_UTF8STRING && isUtf8(raw))
+        return cp949FromUtf8(raw);
+    if (const auto utf8 = utf8Of(type, bytes))
+        return cp949FromUtf8(*utf8);
     return withoutControls(utf8FromCp949(raw) ? std::string(raw) : asciiOnly(raw));
+}
+
+std::string asn1Text(const ASN1_STRING* string)
+{
+    return asn1Text(ASN1_STRING_type(string),
+        {ASN1_STRING_get0_data(string), static_cast<std::size_t>(ASN1_STRING_length(string))});
 }
 
 std::string_view cutText(std::string_view cp949, std::size_t bytes)
@@ -285,12 +318,13 @@ Bytes bytesOfHex(std::string_view digits)
     return {bytes.get(), bytes.get() + length};
 }
 
-std::string blankOid(const ASN1_OBJECT* object)
+std::string blankOid(std::string dotted)
 {
-    std::string text = dottedOid(object);
-    std::replace(text.begin(), text.end(), '.', ' ');
-    return text;
+    std::replace(dotted.begin(), dotted.end(), '.', ' ');
+    return dotted;
 }
+
+std::string blankOid(const ASN1_OBJECT* object) { return blankOid(dottedOid(object)); }
 
 std::string dotted(std::string_view oidText)
 {
@@ -307,14 +341,19 @@ std::string nameText(const X509_NAME* name)
         const X509_NAME_ENTRY* entry = X509_NAME_get_entry(name, i);
         const ASN1_OBJECT* type = X509_NAME_ENTRY_get_object(entry);
         const int nid = OBJ_obj2nid(type);
-        std::string key = nid == NID_undef ? dottedOid(type) : OBJ_nid2sn(nid);
-        lowerAscii(key);
-        if (!text.empty())
-            text += X509_NAME_ENTRY_set(entry) == previousSet ? '+' : ',';
+        addAttribute(text, X509_NAME_ENTRY_set(entry) == previousSet,
+            nid == NID_undef ? dottedOid(type) : OBJ_nid2sn(nid), asn1Text(X509_NAME_ENTRY_get_data(entry)));
         previousSet = X509_NAME_ENTRY_set(entry);
-        text += key + "=" + asn1Text(X509_NAME_ENTRY_get_data(entry));
     }
     return text;
+}
+
+void addAttribute(std::string& name, bool besideLast, std::string type, std::string_view value)
+{
+    if (!name.empty())
+        name += besideLast ? '+' : ',';
+    lowerAscii(type);
+    name.append(type).append("=").append(value);
 }
 
 bool sameName(std::string_view left, std::string_view right)
@@ -333,6 +372,20 @@ std::string join(const std::vector<std::string>& parts, std::string_view separat
         text += part;
     }
     return text;
+}
+
+std::string usageText(unsigned bits)
+{
+    std::vector<std::string> names;
+    for (const UsageName& usage : usageNames)
+        if ((bits & usage.bit) != 0)
+            names.emplace_back(usage.name);
+    return join(names, ", ");
+}
+
+std::string policyText(const std::string& id, const std::vector<std::string>& qualifiers)
+{
+    return qualifiers.empty() ? id : id + " [" + join(qualifiers, "; ") + "]";
 }
 
 std::string timeText(std::time_t time)

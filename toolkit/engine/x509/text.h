@@ -24,6 +24,8 @@ bool isUtf8(std::string_view bytes);
 /** A string of any ASN.1 type as CP949. Old certificates hold Korean bytes, UTF-8 or CP949, in T61, IA5 and Printable
  *  strings. */
 std::string asn1Text(const ASN1_STRING* string);
+/** The same of its V_ASN1_ type and its bytes. */
+std::string asn1Text(int type, View bytes);
 
 /** Longest prefix of at most @p bytes bytes that does not cut a CP949 character. */
 std::string_view cutText(std::string_view cp949, std::size_t bytes);
@@ -34,14 +36,23 @@ std::string hexText(View bytes);
 Bytes bytesOfHex(std::string_view digits);
 /** Numbers of an OID separated by blanks: "1 2 410 200004 5 2 1 2". */
 std::string blankOid(const ASN1_OBJECT* object);
+std::string blankOid(std::string dotted);
 /** The same for a dotted or blank-separated text, in dotted form. */
 std::string dotted(std::string_view oidText);
 /** "cn=...,ou=...,o=...,c=KR": most specific first, lower-case types, values as they are (a comma is not escaped). */
 std::string nameText(const X509_NAME* name);
+/** Adds the next attribute to such a text.
+ *  @param besideLast whether it stands in one set with the attribute before
+ *  @param type short name or dotted number, of any letter case */
+void addAttribute(std::string& name, bool besideLast, std::string type, std::string_view value);
 /** Whether two such texts name the same entry: letter case, blanks around the separators and the order of the whole
  *  (most specific first or last) do not matter. */
 bool sameName(std::string_view left, std::string_view right);
 std::string join(const std::vector<std::string>& parts, std::string_view separator);
+/** Names of KU_ bits of <openssl/x509v3.h>: "digitalSignature, nonRepudiation". */
+std::string usageText(unsigned bits);
+/** "1 2 410 200004 5 2 1 2 [CPS: http://...; notice text]". */
+std::string policyText(const std::string& id, const std::vector<std::string>& qualifiers);
 
 /** "YYYY-MM-DD HH:MM:SS" in local standard time: daylight saving never shifts it, because readers convert it back with
  *  tm_isdst = 0. Always 19 characters: times outside the years 0 to 9999 become the nearest end. */
