@@ -6,12 +6,33 @@
 
 namespace toolkit {
 
+using Parsed = ParsedCertificate;
+
 Certificate::Certificate(const Library& library, View bytes)
-    : m_parsed(library, derOf(bytes, SIGIL_TK_CERT_MALFORMED))
+    : m_library(&library)
+    , m_der(derOf(bytes, SIGIL_TK_CERT_MALFORMED))
+    , m_view(CertificateView::of(m_der))
 {
+    if (!m_view)
+        parsed();
 }
 
-Bytes Certificate::der() const { return parsed().der(); }
+const Parsed& Certificate::parsed() const
+{
+    if (!m_parsed)
+        m_parsed.emplace(*m_library, m_der);
+    return *m_parsed;
+}
+
+/** A field as the view has it, and as OpenSSL has it when the view does not know. */
+template <class T, class View>
+T Certificate::field(View view, T (Parsed::*otherwise)() const) const
+{
+    auto known = m_view ? std::optional<T>(((*m_view).*view)()) : std::nullopt;
+    return known ? *std::move(known) : (parsed().*otherwise)();
+}
+
+Bytes Certificate::der() const { return m_view ? m_der : parsed().der(); }
 
 KeyHandle Certificate::publicKey() const
 {
@@ -20,25 +41,34 @@ KeyHandle Certificate::publicKey() const
     return key;
 }
 
-std::string Certificate::uid() const { return parsed().uid(); }
+std::string Certificate::uid() const { return field(&CertificateView::uid, &Parsed::uid); }
 
-int Certificate::version() const { return parsed().version(); }
+int Certificate::version() const { return field(&CertificateView::version, &Parsed::version); }
 
-std::string Certificate::serialNumber() const { return parsed().serialNumber(); }
+std::string Certificate::serialNumber() const
+{
+    return field(&CertificateView::serialNumber, &Parsed::serialNumber);
+}
 
-std::string Certificate::signatureAlgorithm() const { return parsed().signatureAlgorithm(); }
+std::string Certificate::signatureAlgorithm() const
+{
+    return field(&CertificateView::signatureAlgorithm, &Parsed::signatureAlgorithm);
+}
 
-std::string Certificate::signature() const { return parsed().signature(); }
+std::string Certificate::signature() const { return field(&CertificateView::signature, &Parsed::signature); }
 
-std::string Certificate::issuerName() const { return parsed().issuerName(); }
+std::string Certificate::issuerName() const { return field(&CertificateView::issuerName, &Parsed::issuerName); }
 
-std::string Certificate::subjectName() const { return parsed().subjectName(); }
+std::string Certificate::subjectName() const { return field(&CertificateView::subjectName, &Parsed::subjectName); }
 
-Bytes Certificate::subjectNameDer() const { return parsed().subjectNameDer(); }
+Bytes Certificate::subjectNameDer() const
+{
+    return field(&CertificateView::subjectNameDer, &Parsed::subjectNameDer);
+}
 
-std::time_t Certificate::notBefore() const { return parsed().notBefore(); }
+std::time_t Certificate::notBefore() const { return field(&CertificateView::notBefore, &Parsed::notBefore); }
 
-std::time_t Certificate::notAfter() const { return parsed().notAfter(); }
+std::time_t Certificate::notAfter() const { return field(&CertificateView::notAfter, &Parsed::notAfter); }
 
 int Certificate::remainingDays(std::time_t now) const
 {
@@ -47,15 +77,27 @@ int Certificate::remainingDays(std::time_t now) const
     return static_cast<int>(seconds >= 0 ? seconds / day : -((-seconds + day - 1) / day));
 }
 
-std::string Certificate::publicKeyAlgorithm() const { return parsed().publicKeyAlgorithm(); }
+std::string Certificate::publicKeyAlgorithm() const
+{
+    return field(&CertificateView::publicKeyAlgorithm, &Parsed::publicKeyAlgorithm);
+}
 
-std::string Certificate::publicKeyLength() const { return parsed().publicKeyLength(); }
+std::string Certificate::publicKeyLength() const
+{
+    return field(&CertificateView::publicKeyLength, &Parsed::publicKeyLength);
+}
 
-std::string Certificate::publicKeyText() const { return parsed().publicKeyText(); }
+std::string Certificate::publicKeyText() const
+{
+    return field(&CertificateView::publicKeyText, &Parsed::publicKeyText);
+}
 
-Bytes Certificate::publicKeyDer() const { return parsed().publicKeyDer(); }
+Bytes Certificate::publicKeyDer() const { return field(&CertificateView::publicKeyDer, &Parsed::publicKeyDer); }
 
-std::optional<unsigned> Certificate::usageBits() const { return parsed().usageBits(); }
+std::optional<unsigned> Certificate::usageBits() const
+{
+    return field(&CertificateView::usageBits, &Parsed::usageBits);
+}
 
 std::string Certificate::keyUsage() const { return usageText(usageBits().value_or(0)); }
 
@@ -63,29 +105,44 @@ std::string Certificate::basicConstraints() const { return parsed().basicConstra
 
 bool Certificate::isAuthority() const { return parsed().isAuthority(); }
 
-std::string Certificate::policies() const { return parsed().policies(); }
+std::string Certificate::policies() const { return field(&CertificateView::policies, &Parsed::policies); }
 
-std::string Certificate::policyIds() const { return parsed().policyIds(); }
+std::string Certificate::policyIds() const { return field(&CertificateView::policyIds, &Parsed::policyIds); }
 
 std::string Certificate::policyConstraints() const { return parsed().policyConstraints(); }
 
 std::string Certificate::extendedKeyUsage() const { return parsed().extendedKeyUsage(); }
 
-std::string Certificate::subjectAltName() const { return parsed().subjectAltName(); }
+std::string Certificate::subjectAltName() const
+{
+    return field(&CertificateView::subjectAltName, &Parsed::subjectAltName);
+}
 
 std::string Certificate::issuerAltName() const { return parsed().issuerAltName(); }
 
-std::string Certificate::authorityKeyId() const { return parsed().authorityKeyId(); }
+std::string Certificate::authorityKeyId() const
+{
+    return field(&CertificateView::authorityKeyId, &Parsed::authorityKeyId);
+}
 
-std::string Certificate::subjectKeyId() const { return parsed().subjectKeyId(); }
+std::string Certificate::subjectKeyId() const
+{
+    return field(&CertificateView::subjectKeyId, &Parsed::subjectKeyId);
+}
 
-std::string Certificate::crlDistributionPoints() const { return parsed().crlDistributionPoints(); }
+std::string Certificate::crlDistributionPoints() const
+{
+    return field(&CertificateView::crlDistributionPoints, &Parsed::crlDistributionPoints);
+}
 
 std::vector<std::string> Certificate::crlUrls() const { return parsed().crlUrls(); }
 
 std::string Certificate::crlUrlText() const { return join(crlUrls(), ", "); }
 
-std::string Certificate::authorityInfoAccess() const { return parsed().authorityInfoAccess(); }
+std::string Certificate::authorityInfoAccess() const
+{
+    return field(&CertificateView::authorityInfoAccess, &Parsed::authorityInfoAccess);
+}
 
 std::vector<std::string> Certificate::issuerUrls() const { return parsed().issuerUrls(); }
 

@@ -7,6 +7,7 @@
 #include "toolkit/engine/base/bytes.h"
 #include "toolkit/engine/base/handles.h"
 #include "toolkit/engine/base/library.h"
+#include "toolkit/engine/x509/certificate_view.h"
 #include "toolkit/engine/x509/parsed_certificate.h"
 
 #include <ctime>
@@ -16,6 +17,8 @@
 
 namespace toolkit {
 
+/** Most certificates are as usual as certificates can be: their fields are read from their bytes. What the view does not
+ *  know, and all that OpenSSL must judge, OpenSSL reads. */
 class Certificate {
 public:
     /** Parses DER, or PEM when the bytes begin with its marker. Throws SIGIL_TK_CERT_MALFORMED. */
@@ -83,9 +86,14 @@ public:
     std::optional<Bytes> identifyData() const;
 
 private:
-    const ParsedCertificate& parsed() const { return m_parsed; }
+    const ParsedCertificate& parsed() const;
+    template <class T, class View>
+    T field(View view, T (ParsedCertificate::*otherwise)() const) const;
 
-    ParsedCertificate m_parsed;
+    const Library* m_library;
+    Bytes m_der; ///< as it came
+    std::optional<CertificateView> m_view;
+    mutable std::optional<ParsedCertificate> m_parsed;
 };
 
 } // namespace toolkit

@@ -44,7 +44,7 @@ std::string identityText(View der)
 
 std::string addressesText(View bytes)
 {
-    const std::string one = addressText(bytes);
+    std::string one = addressText(bytes);
     const std::size_t half = bytes.size() / 2;
     const std::string range = addressText(bytes.first(half));
     if (!one.empty())

@@ -1,13 +1,11 @@
 #include "toolkit/engine/x509/parsed_certificate.h"
 
-#include "toolkit/engine/base/der.h"
 #include "toolkit/engine/base/error.h"
 #include "toolkit/engine/base/oid.h"
+#include "toolkit/engine/x509/certificate_view.h"
 #include "toolkit/engine/x509/text.h"
 
 #include <openssl/objects.h>
-
-#include <bit>
 
 namespace toolkit {
 
@@ -27,27 +25,6 @@ X509Handle parse(OSSL_LIB_CTX* context, View der)
 View octets(const ASN1_STRING* string)
 {
     return {ASN1_STRING_get0_data(string), static_cast<std::size_t>(ASN1_STRING_length(string))};
-}
-
-/** Whether these are the octets of an INTEGER above zero in its shortest form. */
-bool isPositive(View integer)
-{
-    return !integer.empty() && integer[0] < 0x80 && integer[0] + (integer.size() > 1 ? integer[1] & 0x80 : 0) != 0;
-}
-
-/** Bits of the modulus of an RSAPublicKey, which needs no decoder; nothing when it looks unusual. */
-std::optional<int> modulusBits(View key)
-{
-    der::Reader outer(key);
-    const auto content = outer.take(der::Sequence);
-    der::Reader numbers(content.value_or(View()));
-    const auto modulus = numbers.take(der::Integer);
-    const auto exponent = numbers.take(der::Integer);
-    if (!outer.atEnd() || !numbers.atEnd() || !modulus || !exponent || !isPositive(*modulus) ||
-        !isPositive(*exponent))
-        return {};
-    const View magnitude = modulus->subspan((*modulus)[0] == 0 ? 1 : 0);
-    return 8 * static_cast<int>(magnitude.size()) - std::countl_zero(magnitude[0]);
 }
 
 /** Bits of a key as OpenSSL counts them; @p otherwise when it cannot decode the key. */
