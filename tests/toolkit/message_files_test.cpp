@@ -6,8 +6,11 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <csignal>
 #include <filesystem>
 #include <fstream>
+#include <sys/resource.h>
+#include <sys/stat.h>
 
 using namespace toolkit_test;
 namespace fs = std::filesystem;
@@ -136,6 +139,7 @@ TEST_P(MessageFiles, StreamedMessagesOfOpensslAreRead)
         "rsa.key.pem");
     EXPECT_THAT(verify(true, "out"), testing::StartsWith("CN = rsa ")) << toolkit.errorText();
     EXPECT_EQ(read("out"), content());
+    remove("out");
     run("openssl cms -encrypt -binary -stream -aes128 -outform DER -in content -out message -recip rsa.pem");
     EXPECT_EQ(open(true), 0) << toolkit.errorText();
     EXPECT_EQ(read("out"), content());
@@ -166,6 +170,81 @@ TEST_P(MessageFiles, WhatAMakingFunctionWritesIsReplaced)
     EXPECT_EQ(sign(true), 0);
     EXPECT_NE(read("message"), "what was there");
     EXPECT_EQ(sign(true, "rsa", "no folder/message"), SIGIL_TK_FILE_WRITE);
+}
+
+TEST_P(MessageFiles, WhatAMessageSaysReplacesNothing)
+{
+    ASSERT_EQ(envelope(0, true), 0) << toolkit.errorText();
+    const std::string whole = read("message");
+    write("out", "what was there");
+    EXPECT_EQ(open(true), SIGIL_TK_FILE_WRITE);
+    EXPECT_EQ(read("out"), "what was there");
+    out = message;
+    EXPECT_EQ(open(true), SIGIL_TK_FILE_WRITE);
+    EXPECT_EQ(read("message"), whole);
+    ASSERT_EQ(envelope(0, false), 0);
+    out = cipherFile;
+    EXPECT_EQ(open(false), SIGIL_TK_FILE_WRITE);
+    remove("out");
+    fs::create_symlink("elsewhere", path("out"));
+    out = "out";
+    EXPECT_EQ(open(false), SIGIL_TK_FILE_WRITE);
+    EXPECT_FALSE(exists("elsewhere"));
+    EXPECT_TRUE(isTidy("out") && isTidy("message") && isTidy("cipher"));
+}
+
+TEST_P(MessageFiles, ASignatureDoesNotReplaceWhatItSigns)
+{
+    fs::create_symlink("content", path("link"));
+    for (const std::string target : {"content", "./content", "link"}) {
+        source = target == "link" ? "content" : "link";
+        EXPECT_EQ(sign(false, "rsa", target), target == "link" ? 0 : SIGIL_TK_ARGUMENT) << target;
+        EXPECT_EQ(read("content"), content());
+    }
+    remove("link");
+    source = "content";
+    cipherFile = "../" + fs::path(folder).filename().string() + "/message";
+    EXPECT_EQ(envelope(0, false), SIGIL_TK_ARGUMENT) << "two files under one name";
+    EXPECT_FALSE(exists("message"));
+}
+
+TEST_P(MessageFiles, OnlyFilesAreReplaced)
+{
+    ASSERT_EQ(mkfifo(path("pipe").c_str(), 0600), 0);
+    fs::create_directory(path("folder"));
+    for (const std::string target : {"pipe", "folder"}) {
+        EXPECT_EQ(sign(true, "rsa", target), SIGIL_TK_FILE_WRITE) << target;
+        message = target;
+        EXPECT_EQ(envelope(0, false), SIGIL_TK_FILE_WRITE) << target;
+        EXPECT_FALSE(exists("cipher")) << "half of what was to be written";
+    }
+    EXPECT_TRUE(fs::is_fifo(path("pipe")) && fs::is_directory(path("folder")));
+    remove("pipe", "folder");
+}
+
+TEST_P(MessageFiles, ALinkIsReplacedAndNotWhatItLeadsTo)
+{
+    write("other", "what was there");
+    fs::create_symlink("other", path("message"));
+    ASSERT_EQ(sign(true), 0) << toolkit.errorText();
+    EXPECT_FALSE(fs::is_symlink(path("message")));
+    EXPECT_EQ(read("other"), "what was there");
+    remove("other");
+}
+
+TEST_P(MessageFiles, WithoutRoomNothingAppears)
+{
+    const rlimit small{100'000, RLIM_INFINITY};
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    auto* const handler = std::signal(SIGXFSZ, SIG_IGN);
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+    const std::array codes{sign(true), envelope(0, true), envelope(0, false)};
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_THAT(codes, testing::Each(SIGIL_TK_FILE_WRITE));
+    EXPECT_FALSE(exists("message") || exists("cipher"));
+    EXPECT_TRUE(isTidy("message") && isTidy("cipher"));
 }
 
 TEST_P(MessageFiles, EnvelopesCarryTheFile)

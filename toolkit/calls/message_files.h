@@ -36,7 +36,10 @@ inline void signFile(const Context& state, BINSTR* certificate, BINSTR* key, cha
 {
     const Certificate signer(state.library(), in(certificate));
     const SigningRequest request = signingRequest(state, signer, 0, time, attached ? SIGIL_TK_MESSAGE_DETACHED : 0);
-    const Input content = Input::file(inPath(state, contentFile));
+    const std::string path = inPath(state, contentFile);
+    if (!attached) // what was signed must outlive its signature
+        requireApart(inPath(state, messageFile), path);
+    const Input content = Input::file(path);
     const Bytes digest = digestOf(state.library(), request.scheme.hash, content);
     const MessageLayout layout =
         signContent(state.library(), request, digestSigner(state.library(), request, in(key)), digest);
@@ -111,6 +114,7 @@ inline void cmsMakeEnvelopedDataWithContentFile(
 inline void cmsMakeEnvelopedDataFile(
     Context& state, BINSTR* recipient, char* contentFile, int cipher, char* messageFile, char* cipherFile)
 {
+    requireApart(inPath(state, messageFile), inPath(state, cipherFile));
     Encryption encryption = envelopeFor(state, recipient, cipher);
     FileWriter message(inPath(state, messageFile));
     FileWriter ciphertext(inPath(state, cipherFile));
@@ -121,7 +125,7 @@ inline void cmsMakeEnvelopedDataFile(
     message.commit();
 }
 
-/** Decrypts into a file. @param ciphertext hands out the encrypted content */
+/** Decrypts into a file that is not there yet. @param ciphertext hands out the encrypted content */
 template <class Ciphertext>
 void openInto(const Context& state, BINSTR* certificate, BINSTR* key, const Message& message,
     const std::string& contentFile, Ciphertext ciphertext)
@@ -130,7 +134,7 @@ void openInto(const Context& state, BINSTR* certificate, BINSTR* key, const Mess
     openEnvelope(state.library(), message.require(oid::envelopedData).layout().skeleton(),
         {state.library(), in(certificate)}, openerWith(in(key)), ciphertext,
         [&](View piece) { file.write(piece); });
-    file.commit();
+    file.commitNew();
 }
 
 inline void cmsProcessEnvelopedDataWithContentFile(

@@ -16,7 +16,8 @@
  *  - signingTime in: "YYYY-MM-DD HH:MM:SS" in local standard time, empty: the time of the call (3007 for other texts). Out:
  *    the same form in a buffer of at least 25 bytes, empty when the message says none; may be null.
  *  - path: bytes of the file system, below the folder of MediaLoad when it is relative. Files may have any size; what is
- *    written appears whole or not at all, and replaces a file of that name unless the function says otherwise. 3300 a file
+ *    written appears whole or not at all. Making a message replaces a file or a link of that name in one step; the content of
+ *    a message replaces nothing, its path must be free (3302). 3000 when two files that are needed would be one; 3300 a file
  *    that is not there, 3301 one that cannot be read or changes meanwhile, 3302 one that cannot be written.
  *  - byte strings in are not empty (3000); a file may be. A record that is written holds nothing on entry, or its bytes
  *    leak, unless the function says that it replaces them.
@@ -220,7 +221,7 @@ SIGIL_EXPORT int CMSMakeEnvelopedDataFile(
  *  @param privateKey   private key
  *  @param messageFile  path of the message, read
  *  @param cipherFile   path of the encrypted content, read when it is not in the message
- *  @param contentFile  path of the content, written
+ *  @param contentFile  path of the content, written, where nothing may be yet (3302)
  *  @return the common codes; 1001 when @p certificate or @p privateKey is empty or @p messageFile, @p cipherFile or
  *          @p contentFile is null */
 SIGIL_EXPORT int CMSProcessEnvelopedDataFile(
@@ -231,7 +232,7 @@ SIGIL_EXPORT int CMSProcessEnvelopedDataFile(
  *  @param privateKey   private key
  *  @param messageFile  path of the message, read
  *  @param cipherFile   ignored, may be null
- *  @param contentFile  path of the content, written
+ *  @param contentFile  path of the content, written, where nothing may be yet (3302)
  *  @return the common codes; 1001 when @p certificate or @p privateKey is empty or @p messageFile or @p contentFile
  *          is null */
 SIGIL_EXPORT int CMSProcessEnvDataFileWithContent(

@@ -9,12 +9,37 @@
 #include <array>
 #include <cerrno>
 #include <cstdlib>
+#include <filesystem>
 #include <system_error>
 
 namespace toolkit {
 namespace {
 
 [[noreturn]] void failWithErrno(int code) { fail(code, std::generic_category().message(errno)); }
+
+/** A file makes way, or a link to something; a device, a pipe or a folder of that name is not the caller's to replace. */
+const std::string& replaceable(const std::string& path)
+{
+    struct stat status { };
+    require(lstat(path.c_str(), &status) != 0 || S_ISREG(status.st_mode) || S_ISLNK(status.st_mode),
+        SIGIL_TK_FILE_WRITE, "not a regular file");
+    return path;
+}
+
+/** @p path without links and detours, as far as it can be followed. */
+std::filesystem::path resolved(const std::filesystem::path& path)
+{
+    std::error_code failure;
+    std::filesystem::path straight = std::filesystem::weakly_canonical(path, failure);
+    return failure ? path : straight;
+}
+
+/** The name that writing to @p path gives to something else: not what a link of that name leads to. */
+std::filesystem::path placeOf(const std::filesystem::path& path)
+{
+    const std::filesystem::path folder = path.has_parent_path() ? path.parent_path() : ".";
+    return resolved(folder) / path.filename();
+}
 
 } // namespace
 
@@ -88,8 +113,14 @@ void deleteFile(const std::string& path)
         failWithErrno(errno == ENOENT || errno == ENOTDIR ? SIGIL_TK_FILE_NOT_FOUND : SIGIL_TK_FILE_DELETE);
 }
 
+void requireApart(const std::string& written, const std::string& other)
+{
+    const std::filesystem::path place = placeOf(written);
+    require(place != placeOf(other) && place != resolved(other), SIGIL_TK_ARGUMENT, "two paths of one file");
+}
+
 FileWriter::FileWriter(const std::string& path)
-    : m_path(path)
+    : m_path(replaceable(path))
     , m_temporary(path + ".XXXXXX")
     , m_descriptor(mkostemp(m_temporary.data(), O_CLOEXEC)) // mkostemp makes the file with mode 0600
 {

@@ -40,11 +40,15 @@ private:
 void readPieces(const std::string& path, const std::function<void(View)>& take);
 
 /** Replaces or makes a file in one step: readers see the old bytes or the new ones. Written as a temporary file that only
- *  the owner may read, flushed to the disk, then renamed. Throws SIGIL_TK_FILE_WRITE; no temporary file is left. */
+ *  the owner may read, flushed to the disk, then renamed: a link is replaced, not what it leads to. Throws
+ *  SIGIL_TK_FILE_WRITE, also for anything but a file or a link of that name; no temporary file is left. */
 void writeFile(const std::string& path, View bytes);
 
 /** Removes a regular file or a link. Throws SIGIL_TK_FILE_NOT_FOUND and SIGIL_TK_FILE_DELETE. */
 void deleteFile(const std::string& path);
+
+/** Throws SIGIL_TK_ARGUMENT when writing @p written would replace the file @p other, which is read or written too. */
+void requireApart(const std::string& written, const std::string& other);
 
 /** A file being written: nothing appears under @p path before commit(). */
 class FileWriter {
