@@ -12,6 +12,9 @@
 #include <array>
 #include <ctime>
 #include <memory>
+#include <tuple>
+#include <utility>
+#include <vector>
 
 using namespace toolkit_test;
 
@@ -242,6 +245,28 @@ TEST_P(TimeStamp, RefusalsHaveTheAuthoritysWords)
     EXPECT_EQ(verifyResponse(fromHex("30053003020100")), SIGIL_TK_TSP_MALFORMED) << "granted, but nothing is there";
 }
 
+TEST_P(TimeStamp, AnAddressIsOneOfTheWebOrAHostAlone)
+{
+    ByteString request(toolkit);
+    ASSERT_EQ(makeRequest(request), 0);
+    const int port = authority().server->port();
+    const std::string host = "127.0.0.1:" + std::to_string(port);
+    const Server elsewhere = Server::answering(authority().workshop, "", 302);
+    const std::vector<std::tuple<std::string, int, int>> addresses{{"http://" + host + "/stamp", 1, 0},
+        {"HTTP://user:word@" + host, 0, 0}, {"127.0.0.1", port, 0}, {host, 0, SIGIL_TK_URL},
+        {"127.0.0.1/stamp", port, SIGIL_TK_URL}, {"user@127.0.0.1", port, SIGIL_TK_URL},
+        {"127.0.0.1 ", port, SIGIL_TK_URL}, {"ldap://" + host, 0, SIGIL_TK_URL},
+        {"file:///etc/hostname", 0, SIGIL_TK_URL}, {"", port, SIGIL_TK_ARGUMENT},
+        {"127.0.0.1", -1, SIGIL_TK_ARGUMENT}, {"127.0.0.1", 65536, SIGIL_TK_ARGUMENT},
+        {"127.0.0.1", elsewhere.port(), SIGIL_TK_FETCH}};
+    for (const auto& [address, beside, expected] : addresses) {
+        ByteString response(toolkit);
+        EXPECT_EQ(toolkit("TSP_SendAndRecv", text(address), beside, request.get(), response.get()), expected)
+            << address << toolkit.errorText();
+        EXPECT_EQ(response.empty(), expected != 0);
+    }
+}
+
 TEST_P(TimeStamp, WhoMayNotStampIsRefused)
 {
     const std::string token = stamped();
@@ -259,6 +284,31 @@ TEST_P(TimeStamp, WhoMayNotStampIsRefused)
         "openssl cms -sign -in data -signer tsa.pem -inkey tsa.key.pem -nodetach -binary -outform DER -out "
         "message.der");
     EXPECT_EQ(verifyToken(file("message.der")), SIGIL_TK_TSP_MALFORMED) << "a message is no time stamp";
+}
+
+TEST_P(TimeStamp, OnlyCertificatesForTimeStampsAloneStamp)
+{
+    const Workshop& workshop = authority().workshop;
+    const std::string alone = "extendedKeyUsage=critical,timeStamping";
+    const std::vector<std::pair<std::string, int>> certificates{{alone, 0},
+        {alone + "\nkeyUsage=nonRepudiation", 0}, {"keyUsage=digitalSignature", SIGIL_TK_TSP_SIGNER},
+        {"extendedKeyUsage=timeStamping", SIGIL_TK_TSP_SIGNER}, // not critical
+        {"extendedKeyUsage=critical,codeSigning", SIGIL_TK_TSP_SIGNER},
+        {alone + ",emailProtection", SIGIL_TK_TSP_SIGNER}, {alone + ",1.2.3.4", SIGIL_TK_TSP_SIGNER},
+        {alone + "\nkeyUsage=keyAgreement", SIGIL_TK_TSP_SIGNER}};
+    const auto nameOf = [](std::size_t i) { return "signer" + std::to_string(i); };
+    for (std::size_t i = 0; i < certificates.size(); ++i)
+        workshop.certificate(nameOf(i), "/CN=signer", certificates[i].first, "ca", "-days 365",
+            "ec -pkeyopt ec_paramgen_curve:P-256");
+    workshop.write("token.der", stamped()); // at a time when all of them are valid
+    workshop.run("openssl cms -verify -noverify -binary -inform DER -in token.der -out info");
+    for (std::size_t i = 0; i < certificates.size(); ++i) {
+        workshop.run(
+            "openssl cms -sign -cades -binary -nodetach -econtent_type id-smime-ct-TSTInfo -in info -signer " +
+            nameOf(i) + ".pem -inkey " + nameOf(i) + ".key.pem -outform DER -out made.der");
+        EXPECT_EQ(verifyToken(file("made.der")), certificates[i].second)
+            << certificates[i].first << toolkit.errorText();
+    }
 }
 
 TEST_P(TimeStamp, ASignatureThatAnybodyCanMakeIsRefused)

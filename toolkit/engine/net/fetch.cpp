@@ -94,6 +94,13 @@ std::string withPort(std::string_view host)
     return std::string(host) + (port == host.npos ? ":" + std::to_string(ldapPort) : "");
 }
 
+/** Whether an address is the name of a host and nothing else; the colons of IPv6 stand in brackets. */
+bool isHost(std::string_view text)
+{
+    const bool bracketed = text.starts_with('[') && text.ends_with(']');
+    return text.find_first_of(bracketed ? "/?#@\\ " : "/?#@\\ :") == text.npos;
+}
+
 DirectoryQuery directoryQuery(std::string_view rest, const std::vector<std::string>& attributes)
 {
     const std::string_view host = cutAt(rest, '/');
@@ -144,6 +151,7 @@ std::string webAddress(std::string_view address, int port)
     require(!address.empty() && port >= 0 && port <= 0xFFFF, SIGIL_TK_ARGUMENT, "address");
     if (address.find("://") != address.npos)
         return std::string(address);
+    require(isHost(address), SIGIL_TK_URL, "neither a web address nor a host alone");
     return "http://" + std::string(address) + ":" + std::to_string(port == 0 ? webPort : port) + "/";
 }
 

@@ -39,7 +39,7 @@ Bytes post(
     std::string_view url, const std::string& contentType, View body, std::size_t maximumSize, Visits& visits);
 
 /** The address of a server that is named by "http://host[:port]/path", or by a host alone and @p port (0: 80). Throws
- *  SIGIL_TK_ARGUMENT. */
+ *  SIGIL_TK_ARGUMENT for none or for a port that is none, and SIGIL_TK_URL. */
 std::string webAddress(std::string_view address, int port);
 
 /** As fetch() for a directory address, with an attribute of the caller's. */

@@ -41,12 +41,17 @@ std::string accuracyText(const TS_ACCURACY* accuracy)
     return fraction.empty() ? whole : whole + "." + fraction;
 }
 
-/** A certificate for time stamps and nothing else (RFC 3161, 2.3). */
+/** A certificate for time stamps and nothing else (RFC 3161, 2.3). OpenSSL's own summary leaves out purposes that it does not
+ *  know. */
 bool isForTimeStamps(const Certificate& certificate)
 {
-    const int at = X509_get_ext_by_NID(certificate.get(), NID_ext_key_usage, -1);
-    return at >= 0 && X509_EXTENSION_get_critical(X509_get_ext(certificate.get(), at)) == 1 &&
-        X509_get_extended_key_usage(certificate.get()) == XKU_TIMESTAMP;
+    constexpr unsigned signing = KU_DIGITAL_SIGNATURE | KU_NON_REPUDIATION;
+    int critical = 0;
+    const Handle<EXTENDED_KEY_USAGE, EXTENDED_KEY_USAGE_free> purposes(static_cast<EXTENDED_KEY_USAGE*>(
+        X509_get_ext_d2i(certificate.get(), NID_ext_key_usage, &critical, nullptr)));
+    return purposes && critical == 1 && sk_ASN1_OBJECT_num(purposes.get()) == 1 &&
+        OBJ_obj2nid(sk_ASN1_OBJECT_value(purposes.get(), 0)) == NID_time_stamp &&
+        (certificate.usageBits().value_or(signing) & signing) != 0;
 }
 
 template <class T, class Decoder>
