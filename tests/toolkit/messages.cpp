@@ -18,6 +18,8 @@ const Workshop& messageWorkshop()
         made.certificate("other", "/CN=other", both + "other@example", "root");
         made.certificate(
             "ec", "/CN=ec", both + "ec@example", "root", "-days 365", "ec -pkeyopt ec_paramgen_curve:P-256");
+        made.certificate(
+            "pss", "/CN=pss", both + "pss@example", "root", "-days 365", "rsa-pss -pkeyopt rsa_keygen_bits:2048");
         made.certificate("encipher", "/CN=encipher", "keyUsage=keyEncipherment\nsubjectKeyIdentifier=none", "root");
         return true;
     }();

@@ -12,8 +12,8 @@
 
 namespace toolkit_test {
 
-/** A folder with certificates that one root issued: `rsa`, `ec` and `other` (RSA) for every use, `encipher` for keys alone
- *  and without a subject key identifier. Made once. */
+/** A folder with certificates that one root issued: `rsa`, `ec` and `other` (RSA) for every use, `pss` for RSASSA-PSS alone,
+ *  `encipher` for keys alone and without a subject key identifier. Made once. */
 const Workshop& messageWorkshop();
 
 class MessageTest : public testing::Test {

@@ -95,6 +95,19 @@ TEST_P(SignedMessages, HashAndSchemeOfTheContextAreUsed)
     }
 }
 
+TEST_P(SignedMessages, AKeyForPssAloneSignsSo)
+{
+    write("message", sign("pss"));
+    run("openssl cms -verify -inform DER -in message -CAfile root.pem -binary -out read");
+    EXPECT_EQ(read("read"), content);
+    EXPECT_EQ(processed(read("message")), content) << toolkit.errorText();
+    write("content", content);
+    run("openssl cms -sign -binary -nodetach -outform DER -in content -out message -signer pss.pem -inkey "
+        "pss.key.pem "
+        "-keyopt rsa_padding_mode:pss");
+    EXPECT_EQ(processed(read("message")), content) << toolkit.errorText();
+}
+
 TEST_P(SignedMessages, TheSigningTimeIsWritten)
 {
     ASSERT_EQ(processed(sign("rsa")), content);
@@ -240,6 +253,12 @@ TEST_P(HvtkSignedMessages, OptionsOfTheContextAreAdded)
     EXPECT_EQ(processed(attached), content);
     EXPECT_EQ(addSigner("ec", attached, SIGIL_TK_MESSAGE_DETACHED), "code 3006") << "its content is in it";
     EXPECT_EQ(processed(addSigner("ec", attached, SIGIL_TK_MESSAGE_NO_ATTRIBUTES)), content);
+    write("content", content);
+    run("openssl cms -sign -binary -nodetach -outform DER -econtent_type 1.2.3.4 -in content -out message -signer "
+        "rsa.pem -inkey rsa.key.pem");
+    EXPECT_EQ(processed(addSigner("ec", read("message"))), content);
+    EXPECT_EQ(addSigner("ec", read("message"), SIGIL_TK_MESSAGE_NO_ATTRIBUTES), "code 3006")
+        << "nobody would vouch for the type";
 }
 
 TEST_P(HvtkSignedMessages, SignersAreVerifiedUnderTheEnvironment)

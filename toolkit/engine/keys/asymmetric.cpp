@@ -93,8 +93,7 @@ KeyContextHandle digestContext(
 {
     KeyContextHandle context = contextFor(library, key);
     const DigestHandle algorithm = hashAlgorithm(library, scheme.hash);
-    const bool pss = scheme.rsaVersion == SIGIL_TK_RSA_PSS && EVP_PKEY_is_a(key, "RSA") == 1;
-    const bool ready = start(context.get()) == 1 && (!pss || usePss(context.get())) &&
+    const bool ready = start(context.get()) == 1 && (!signsWithPss(scheme, key) || usePss(context.get())) &&
         EVP_PKEY_CTX_set_signature_md(context.get(), algorithm.get()) == 1;
     require(ready, SIGIL_TK_ALGORITHM, "signature");
     return context;
@@ -144,6 +143,12 @@ EVP_PKEY* generate(const Library& library, int kind)
 }
 
 } // namespace
+
+bool signsWithPss(const SignatureScheme& scheme, const EVP_PKEY* key)
+{
+    return EVP_PKEY_is_a(key, "RSA-PSS") == 1 ||
+        (scheme.rsaVersion == SIGIL_TK_RSA_PSS && EVP_PKEY_is_a(key, "RSA") == 1);
+}
 
 bool usePss(EVP_PKEY_CTX* options)
 {

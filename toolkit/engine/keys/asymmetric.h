@@ -33,6 +33,8 @@ void verifyFile(const Library& library, const SignatureScheme& scheme, const Cer
 
 /** Signs a hash that was taken elsewhere. */
 Bytes signDigest(const Library& library, const SignatureScheme& scheme, View keyInfo, View digest);
+/** Whether a key signs messages with RSASSA-PSS: as the scheme says, or because it is for nothing else. */
+bool signsWithPss(const SignatureScheme& scheme, const EVP_PKEY* key);
 /** RSASSA-PSS with a salt as long as the hash. */
 bool usePss(EVP_PKEY_CTX* options);
 

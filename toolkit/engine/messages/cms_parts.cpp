@@ -36,6 +36,4 @@ int digestNid(CMS_SignerInfo* signer)
     return OBJ_obj2nid(algorithm->algorithm);
 }
 
-bool isRsa(const Certificate& certificate) { return EVP_PKEY_is_a(certificate.publicKey().get(), "RSA") == 1; }
-
 } // namespace toolkit

@@ -35,6 +35,4 @@ void* onlyAttribute(Getter getter, const CMS_SignerInfo* signer, int nid, int ty
     return getter(const_cast<CMS_SignerInfo*>(signer), OBJ_nid2obj(nid), onlyOne, type);
 }
 
-bool isRsa(const Certificate& certificate);
-
 } // namespace toolkit

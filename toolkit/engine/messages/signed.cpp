@@ -46,7 +46,7 @@ AlgorithmHandle pssAlgorithm(const Library& library, const SigningRequest& reque
 /** Says in the signer's record how the signature is made. OpenSSL has already said it for everything but PSS. */
 void setSignatureAlgorithm(const Library& library, const SigningRequest& request, CMS_SignerInfo* signer)
 {
-    if (request.scheme.rsaVersion != SIGIL_TK_RSA_PSS || !isRsa(request.certificate))
+    if (!signsWithPss(request.scheme, request.certificate.publicKey().get()))
         return;
     X509_ALGOR* algorithm = nullptr;
     CMS_SignerInfo_get0_algs(signer, nullptr, nullptr, nullptr, &algorithm);
@@ -296,6 +296,8 @@ MessageLayout addSigner(
     CmsHandle cms = parseCms(library, message.require(oid::signedData).layout().skeleton());
     const bool bare = has(request, SIGIL_TK_MESSAGE_NO_ATTRIBUTES);
     require(!bare || message.hasContent(), SIGIL_TK_CMS_CONTENT, "detached message");
+    require(
+        !bare || message.layout().holds == oid::data, SIGIL_TK_OPTION, "the type of the content needs attributes");
     const Bytes digest = message.hasContent()
         ? digestOf(library, request.scheme.hash, [&](const Sink& take) { message.content(take); })
         : statedDigest(cms.get(), hashAlgorithm(library, request.scheme.hash).get());
