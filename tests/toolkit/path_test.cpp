@@ -247,12 +247,14 @@ protected:
             "issuingDistributionPoint=critical,@p\n[p]\nonlysomereasons=CACompromise,affiliationChanged,superseded,"
             "cessationOfOperation,certificateHold,privilegeWithdrawn,AACompromise\n");
     }
-    static void makeList(const std::string& name, const std::string& extensions, const std::string& options = "")
+    /** @param signer another certificate of the authority's name, when not its own */
+    static void makeList(const std::string& name, const std::string& extensions, const std::string& options = "",
+        const std::string& signer = "lister")
     {
         const Workshop& workshop = pki().workshop;
         workshop.write("list.conf", workshop.read("ca.conf") + "[extensions]\n" + extensions);
-        workshop.run("openssl ca -config list.conf -cert lister.pem -keyfile lister.key.pem -gencrl " + options +
-            (extensions.empty() ? "" : " -crlexts extensions") +
+        workshop.run("openssl ca -config list.conf -cert " + signer + ".pem -keyfile " + signer +
+            ".key.pem -gencrl " + options + (extensions.empty() ? "" : " -crlexts extensions") +
             " -out list.pem && openssl crl -in list.pem -outform DER -out " + name + ".crl");
     }
     /** What both ways to ask for revocation say, as one code. */
@@ -288,6 +290,29 @@ TEST_F(Lists, AListThatAnybodyCanMakeTellsNothing)
 {
     EXPECT_EQ(revocationOf("bad", {"full.crl"}), SIGIL_TK_VERIFY_REVOKED);
     EXPECT_EQ(revocationOf("bad", {"md5.crl"}), SIGIL_TK_VERIFY_NO_CRL);
+}
+
+TEST_F(Lists, ASignerThatAnybodyCanBeTellsNothing)
+{
+    struct Signer {
+        std::string name;
+        std::string options;
+        std::string key;
+        int expected; // of a good certificate
+    };
+    for (const Signer& signer :
+        {Signer{"second", "", "rsa:2048", 0}, Signer{"shorter", "", "rsa:512", SIGIL_TK_VERIFY_NO_CRL},
+            Signer{"forged", " -md5", "rsa:2048", SIGIL_TK_VERIFY_NO_CRL}}) {
+        pki().workshop.certificate(signer.name, "/C=KR/CN=lister", std::string(ca) + "keyUsage=cRLSign,keyCertSign",
+            "lister", "-days 365" + signer.options, signer.key);
+        makeList(signer.name, "authorityKeyIdentifier=issuer:always", "", signer.name);
+        ByteString authority(toolkit, file(signer.name + ".crt"));
+        ASSERT_EQ(toolkit("CERT_SetCaPubs", authority.get()), 0);
+        relyOn("lister", {signer.name + ".crl"});
+        int value = -1;
+        EXPECT_EQ(status("good", value), signer.expected) << signer.name << toolkit.errorText();
+        EXPECT_EQ(value, signer.expected == 0 ? SIGIL_TK_STATUS_GOOD : -1);
+    }
 }
 
 TEST_F(Lists, WhatIsTrustedItselfHasNoStatusWithoutAList)
