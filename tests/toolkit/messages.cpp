@@ -2,6 +2,7 @@
 
 #include <array>
 #include <sstream>
+#include <utility>
 
 namespace toolkit_test {
 
@@ -60,6 +61,49 @@ void MessageTest::makeNssDatabase()
     for (const std::string name : {"rsa", "other", "ec"})
         run("openssl pkcs12 -export -in " + name + ".pem -inkey " + name + ".key.pem -name " + name +
             " -passout pass:x -out " + name + ".p12 && pk12util -i " + name + ".p12 -d nss -W x -K ''");
+}
+
+std::string element(char tag, const std::string& body)
+{
+    const auto octet = [&](int shift) { return static_cast<char>(body.size() >> shift); };
+    return std::string{tag, '\x83', octet(16), octet(8), octet(0)} + body;
+}
+
+std::vector<std::string> children(const std::string& der)
+{
+    const auto parse = [](const std::string& bytes, std::size_t at) {
+        std::size_t length = static_cast<unsigned char>(bytes[at + 1]);
+        std::size_t head = 2;
+        if (length >= 0x80) {
+            head += length & 0x7F;
+            length = 0;
+            for (std::size_t i = 2; i < head; ++i)
+                length = length << 8 | static_cast<unsigned char>(bytes[at + i]);
+        }
+        return std::pair(head, length);
+    };
+    std::vector<std::string> out;
+    for (std::size_t at = parse(der, 0).first; at < der.size();) {
+        const auto [head, length] = parse(der, at);
+        out.push_back(der.substr(at, head + length));
+        at += head + length;
+    }
+    return out;
+}
+
+std::string namingItsHashOften(const std::string& message)
+{
+    const std::string hash = fromHex("300b0609608648016503040201");
+    std::vector<std::string> fields = children(children(children(message)[1])[0]);
+    EXPECT_EQ(children(fields[1]).size(), 1U);
+    std::string hashes;
+    for (int i = 0; i < 40'000; ++i)
+        hashes += hash;
+    fields[1] = element('\x31', hashes);
+    std::string body;
+    for (const std::string& field : fields)
+        body += field;
+    return element('\x30', children(message)[0] + element('\xA0', element('\x30', body)));
 }
 
 const std::string FaceMessages::content = "the content\r\nof a message\n";

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 namespace toolkit_test {
 
@@ -54,6 +55,13 @@ protected:
 private:
     bool m_hvtk;
 };
+
+/** A DER element by hand, for messages that no program at hand writes. */
+std::string element(char tag, const std::string& body);
+/** The elements in a DER element, whole. */
+std::vector<std::string> children(const std::string& der);
+/** A message signed with SHA-256 that names it 40,000 times. */
+std::string namingItsHashOften(const std::string& message);
 
 /** Messages in memory on the face that is the parameter. Where one face has no option, 0 is all that it has. What a step
  *  makes comes back, or "code N". */

@@ -53,36 +53,6 @@ protected:
     }
 };
 
-/** DER by hand, for messages that no program at hand writes. */
-std::string element(char tag, const std::string& body)
-{
-    const auto octet = [&](int shift) { return static_cast<char>(body.size() >> shift); };
-    return std::string{tag, '\x83', octet(16), octet(8), octet(0)} + body;
-}
-
-/** The content octets of the elements in a DER element, whole. */
-std::vector<std::string> children(const std::string& der)
-{
-    const auto parse = [](const std::string& bytes, std::size_t at) {
-        std::size_t length = static_cast<unsigned char>(bytes[at + 1]);
-        std::size_t head = 2;
-        if (length >= 0x80) {
-            head += length & 0x7F;
-            length = 0;
-            for (std::size_t i = 2; i < head; ++i)
-                length = length << 8 | static_cast<unsigned char>(bytes[at + i]);
-        }
-        return std::pair(head, length);
-    };
-    std::vector<std::string> out;
-    for (std::size_t at = parse(der, 0).first; at < der.size();) {
-        const auto [head, length] = parse(der, at);
-        out.push_back(der.substr(at, head + length));
-        at += head + length;
-    }
-    return out;
-}
-
 std::string fieldsOf(const std::string& message) { return children(children(message)[1])[0]; }
 
 } // namespace

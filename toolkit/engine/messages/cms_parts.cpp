@@ -4,12 +4,12 @@
 
 namespace toolkit {
 
-CmsHandle parseCms(const Library& library, View der)
+CmsHandle parseCms(const Library& library, View der, int malformed)
 {
     const unsigned char* at = der.data();
     CmsHandle cms = decodeInto(CmsHandle(CMS_ContentInfo_new_ex(library.context(), nullptr)),
         [&](CMS_ContentInfo** target) { return d2i_CMS_ContentInfo(target, &at, static_cast<long>(der.size())); });
-    require(cms && at == der.data() + der.size(), SIGIL_TK_CMS_MALFORMED);
+    require(cms && at == der.data() + der.size(), malformed);
     return cms;
 }
 

@@ -18,8 +18,8 @@ inline View octets(const ASN1_STRING* string)
     return {ASN1_STRING_get0_data(string), static_cast<std::size_t>(ASN1_STRING_length(string))};
 }
 
-/** Throws SIGIL_TK_CMS_MALFORMED. */
-CmsHandle parseCms(const Library& library, View der);
+/** Throws @p malformed. */
+CmsHandle parseCms(const Library& library, View der, int malformed = SIGIL_TK_CMS_MALFORMED);
 Bytes encodeCms(const CMS_ContentInfo* cms);
 
 /** The signers in the order of the message; owned by it. */

@@ -5,6 +5,7 @@
 #include "toolkit/engine/base/oid.h"
 
 #include <array>
+#include <set>
 #include <string_view>
 
 namespace toolkit {
@@ -175,12 +176,34 @@ std::string takeOid(Walker& walker, const Rest& rest, Bytes* copy = nullptr)
     Bytes bytes;
     walker.copy(rest, bytes);
     const auto content = der::Reader(bytes).take(der::Oid);
-    const std::string text = content ? der::oidText(*content) : std::string();
+    std::string text = content ? der::oidText(*content) : std::string();
     if (text.empty())
         failMalformed("type");
     if (copy)
         copy->insert(copy->end(), bytes.begin(), bytes.end());
     return text;
+}
+
+/** Copies the hashes that a message names, each of them once. Readers hash the content for every one that stands there, one inside
+ *  the other, and a message may name the same hash by the hundred thousand. */
+void copyHashes(Walker& walker, const Rest& fields, Bytes& out)
+{
+    const std::uint64_t begin = walker.at();
+    const Rest hashes = walker.enter(fields, der::Set);
+    std::set<std::string> known;
+    Bytes content;
+    while (walker.more(hashes)) {
+        Bytes algorithm;
+        walker.copy(hashes, algorithm);
+        const Input bytes{View(algorithm)};
+        Walker inside(bytes);
+        if (known.insert(takeOid(inside, inside.enter(inside.whole(), der::Sequence))).second)
+            content.insert(content.end(), algorithm.begin(), algorithm.end());
+        if (walker.at() - begin > maximumFields)
+            failMalformed("too large");
+    }
+    const Bytes set = der::element(der::Set, {content});
+    out.insert(out.end(), set.begin(), set.end());
 }
 
 bool isMessageType(std::string_view type)
@@ -256,7 +279,10 @@ Message::Message(Input input)
     const Rest wrapper = walker.enter(info, der::Explicit0);
     const Rest fields = walker.enter(wrapper, der::Sequence);
     while (walker.peek(fields) != der::Sequence)
-        walker.copy(fields, m_layout.before);
+        if (isWrapped(m_layout.type) && walker.peek(fields) == der::Set)
+            copyHashes(walker, fields, m_layout.before);
+        else
+            walker.copy(fields, m_layout.before);
     const Rest holder = walker.enter(fields, der::Sequence);
     m_layout.holds = takeOid(walker, holder, &m_layout.holder);
     if (!isWrapped(m_layout.type))

@@ -15,7 +15,7 @@ namespace toolkit {
 /** The fields of a message as they are encoded, without the content itself. */
 struct MessageLayout {
     std::string type;  ///< of the ContentInfo, dotted
-    Bytes before;      ///< fields before the one that holds the content
+    Bytes before;      ///< fields before the one that holds the content; a signed message names each hash once
     Bytes holder;      ///< fields of that one, without the content
     Bytes after;       ///< fields behind it
     std::string holds; ///< type of the content, dotted

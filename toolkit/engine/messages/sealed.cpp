@@ -107,6 +107,21 @@ Secret withContent(const MessageLayout& layout, View content)
     return message;
 }
 
+Secret verifiableForm(View signedMessage, int malformed)
+{
+    try {
+        const Message message{Input(signedMessage)};
+        Secret content;
+        message.require(oid::signedData).content([&](View piece) {
+            content.insert(content.end(), piece.begin(), piece.end());
+        });
+        return withContent(message.layout(), content);
+    } catch (const Error& error) {
+        requireMemory(error);
+        fail(malformed, error.what());
+    }
+}
+
 Secret openMessage(
     const Library& library, const Message& message, const Certificate& certificate, const EnvelopeOpener& opener)
 {

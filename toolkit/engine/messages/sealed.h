@@ -12,6 +12,9 @@ namespace toolkit {
 /** A message with its content in place. */
 Secret withContent(const MessageLayout& layout, View content);
 
+/** A signed message in the form that OpenSSL verifies in a bounded time. Throws @p malformed when it is none. */
+Secret verifiableForm(View signedMessage, int malformed);
+
 /** The content of an enveloped message, and the signed message of a signed-and-enveloped one: a whole message as enveloped
  *  data, a SignedData under its own type, or the type of PKCS#7 (RFC 2315, section 11), whose signature may be
  *  encrypted or bare. Throws what openEnvelope() throws. */

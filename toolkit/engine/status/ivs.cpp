@@ -6,6 +6,8 @@
 #include "toolkit/engine/base/oid.h"
 #include "toolkit/engine/base/settings.h"
 #include "toolkit/engine/keys/identity.h"
+#include "toolkit/engine/messages/cms_parts.h"
+#include "toolkit/engine/messages/sealed.h"
 #include "toolkit/engine/net/fetch.h"
 #include "toolkit/engine/x509/text.h"
 
@@ -47,11 +49,6 @@ Bytes query(const Certificate& certificate)
             der::element(der::Sequence, {notCached})});
 }
 
-View octets(const ASN1_STRING* string)
-{
-    return {ASN1_STRING_get0_data(string), static_cast<std::size_t>(ASN1_STRING_length(string))};
-}
-
 bool equal(View left, View right) { return std::equal(left.begin(), left.end(), right.begin(), right.end()); }
 
 /** A number that has 0 for its default; one that is out of bounds is -1. */
@@ -91,12 +88,8 @@ scvp::ResponseHandle parsePlain(View der)
 
 CmsHandle parseSigned(const Library& library, View der)
 {
-    const unsigned char* at = der.data();
-    CmsHandle cms = decodeInto(CmsHandle(CMS_ContentInfo_new_ex(library.context(), nullptr)),
-        [&](CMS_ContentInfo** target) { return d2i_CMS_ContentInfo(target, &at, static_cast<long>(der.size())); });
-    require(cms && at == der.data() + der.size() && OBJ_obj2nid(CMS_get0_type(cms.get())) == NID_pkcs7_signed &&
-            dottedOid(CMS_get0_eContentType(cms.get())) == oid::scvpResponse,
-        SIGIL_TK_IVS_MALFORMED);
+    CmsHandle cms = parseCms(library, verifiableForm(der, SIGIL_TK_IVS_MALFORMED), SIGIL_TK_IVS_MALFORMED);
+    require(dottedOid(CMS_get0_eContentType(cms.get())) == oid::scvpResponse, SIGIL_TK_IVS_MALFORMED);
     return cms;
 }
 

@@ -3,6 +3,8 @@
 #include "toolkit/engine/base/error.h"
 #include "toolkit/engine/base/file.h"
 #include "toolkit/engine/base/oid.h"
+#include "toolkit/engine/messages/cms_parts.h"
+#include "toolkit/engine/messages/sealed.h"
 #include "toolkit/engine/trust/soundness.h"
 #include "toolkit/engine/x509/text.h"
 
@@ -14,11 +16,6 @@ namespace toolkit {
 namespace {
 
 constexpr int onlyOne = -3;
-
-View octets(const ASN1_STRING* string)
-{
-    return {ASN1_STRING_get0_data(string), static_cast<std::size_t>(ASN1_STRING_length(string))};
-}
 
 std::string numberText(const ASN1_INTEGER* number) { return number ? hexText(octets(number)) : std::string(); }
 
@@ -92,13 +89,8 @@ bool isForgeable(CMS_SignerInfo* signer, const Certificate& certificate)
 
 TimeStampToken::TimeStampToken(const Library& library, View der)
 {
-    const unsigned char* at = der.data();
-    m_cms = decodeInto(
-        Handle<CMS_ContentInfo, CMS_ContentInfo_free>(CMS_ContentInfo_new_ex(library.context(), nullptr)),
-        [&](CMS_ContentInfo** target) { return d2i_CMS_ContentInfo(target, &at, static_cast<long>(der.size())); });
-    require(m_cms && at == der.data() + der.size() && OBJ_obj2nid(CMS_get0_type(m_cms.get())) == NID_pkcs7_signed &&
-            OBJ_obj2nid(CMS_get0_eContentType(m_cms.get())) == NID_id_smime_ct_TSTInfo,
-        SIGIL_TK_TSP_MALFORMED);
+    m_cms = parseCms(library, verifiableForm(der, SIGIL_TK_TSP_MALFORMED), SIGIL_TK_TSP_MALFORMED);
+    require(OBJ_obj2nid(CMS_get0_eContentType(m_cms.get())) == NID_id_smime_ct_TSTInfo, SIGIL_TK_TSP_MALFORMED);
     ASN1_OCTET_STRING** const content = CMS_get0_content(m_cms.get());
     require(content && *content, SIGIL_TK_TSP_MALFORMED, "no content");
     const View bytes = octets(*content);

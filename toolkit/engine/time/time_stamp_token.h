@@ -58,7 +58,7 @@ private:
     void requireImprint(View hash) const;
     DigestHandle imprintHash(const Library& library) const;
 
-    Handle<CMS_ContentInfo, CMS_ContentInfo_free> m_cms;
+    CmsHandle m_cms;
     TokenInfoHandle m_info;
 };
 
