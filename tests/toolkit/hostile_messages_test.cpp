@@ -6,7 +6,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <ctime>
+#include <limits>
 #include <set>
 
 using namespace toolkit_test;
@@ -123,6 +126,39 @@ TEST_F(HostileMessages, ChangedBytesOfEnvelopesHaveTheirCodes)
     run("openssl cms -EncryptedData_encrypt -aes128 -outform DER -in content -secretkey " + keyHex +
         " -binary -out message");
     flipBytes(read("message"), 1, [&](const std::string& changed) { return decrypt(changed); });
+}
+
+TEST_F(HostileMessages, WrongPaddingTakesTheTimeOfAWrongKey)
+{
+    write("large", std::string(1024UL * 1024, 'x')); // takes far longer than the key that opens it
+    run("openssl cms -encrypt -provider default -provider legacy -seed -binary -outform DER -in large -out message "
+        "-recip rsa.pem");
+    const std::string message = read("message");
+    const std::size_t place = message.find(octetsIn(message.substr(0, 1000), 256));
+    ASSERT_LT(place, 1000U);
+    const auto with = [&](const std::string& block, const std::string& padding) {
+        write("block", block);
+        run("openssl pkeyutl -encrypt -certin -inkey rsa.pem -in block -out wrapped -pkeyopt rsa_padding_mode:" +
+            padding);
+        return std::string(message).replace(place, 256, read("wrapped"));
+    };
+    struct Wrong {
+        std::string message;
+        std::clock_t time;
+    };
+    constexpr std::clock_t never = std::numeric_limits<std::clock_t>::max();
+    std::array<Wrong, 3> all{Wrong{with(std::string(16, 'k'), "pkcs1"), never}, // another key
+        Wrong{with(std::string(5, 'k'), "pkcs1"), never},                       // none for this cipher
+        Wrong{with('\0' + std::string(255, '\3'), "none"), never}};             // no padding
+    for (int round = 0; round < 3; ++round)
+        for (Wrong& wrong : all) {
+            const std::clock_t begin = std::clock();
+            const int code = open("rsa", wrong.message);
+            wrong.time = std::min(wrong.time, std::clock() - begin);
+            EXPECT_TRUE(code == SIGIL_TK_DECRYPT || code == 0) << code; // one padding in 256 is right by chance
+        }
+    const auto [least, most] = std::minmax({all[0].time, all[1].time, all[2].time});
+    EXPECT_LT(most, 2 * least) << "an answer that comes before the content was decrypted tells which it is";
 }
 
 TEST_F(HostileMessages, TruncatedAndTrailingBytesAreRefused)
