@@ -18,21 +18,9 @@ using MessageHandle = Handle<OSSL_CMP_MSG, OSSL_CMP_MSG_free>;
 constexpr std::string_view secret = "secret";
 constexpr der::Tag senderNonce{0xA5};
 
-/** The key of the certificates in the seeds: a P-256 key whose secret number is 32 times the digit one. */
 const KeyHandle& ownKey()
 {
-    static const KeyHandle key = [] {
-        const std::string number(32, '1');
-        const Bytes version{1};
-        const Bytes zero{0};
-        const Bytes inner = der::element(
-            der::Sequence, {der::element(der::Integer, {version}), der::element(der::OctetString, {view(number)})});
-        const Bytes info = der::element(der::Sequence,
-            {der::element(der::Integer, {zero}),
-                der::element(der::Sequence, {der::oid(oid::ec), der::oid("1.2.840.10045.3.1.7")}),
-                der::element(der::OctetString, {inner})});
-        return loadPrivateKey(fuzz::library(), info);
-    }();
+    static const KeyHandle key = loadPrivateKey(fuzz::library(), fuzz::ownKeyInfo());
     return key;
 }
 

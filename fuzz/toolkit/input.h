@@ -4,12 +4,15 @@
 #pragma once
 
 #include "toolkit/engine/base/bytes.h"
+#include "toolkit/engine/base/der.h"
 #include "toolkit/engine/base/error.h"
 #include "toolkit/engine/base/library.h"
+#include "toolkit/engine/base/oid.h"
 #include "toolkit/engine/base/pem.h"
 
 #include <cstdint>
 #include <cstdlib>
+#include <string>
 
 namespace fuzz {
 
@@ -28,6 +31,24 @@ inline toolkit::Bytes input(const std::uint8_t* data, std::size_t size)
     } catch (const toolkit::Error&) {
         return {data, data + size};
     }
+}
+
+/** The key of the certificates in some seeds, as PrivateKeyInfo: of P-256, its secret number is 32 times the digit one. */
+inline const toolkit::Bytes& ownKeyInfo()
+{
+    using namespace toolkit;
+    static const Bytes info = [] {
+        const std::string number(32, '1');
+        const Bytes version{1};
+        const Bytes zero{0};
+        const Bytes inner = der::element(
+            der::Sequence, {der::element(der::Integer, {version}), der::element(der::OctetString, {view(number)})});
+        return der::element(der::Sequence,
+            {der::element(der::Integer, {zero}),
+                der::element(der::Sequence, {der::oid(oid::ec), der::oid("1.2.840.10045.3.1.7")}),
+                der::element(der::OctetString, {inner})});
+    }();
+    return info;
 }
 
 /** Runs the code under test; only the engine's own exception may come out. */
