@@ -10,7 +10,6 @@
 #include <array>
 #include <ctime>
 #include <limits>
-#include <set>
 
 using namespace toolkit_test;
 
@@ -18,10 +17,6 @@ namespace {
 
 const std::string content = "the content of a message";
 const std::string keyHex = "000102030405060708090a0b0c0d0e0f";
-
-/** Every code that a reader of messages may answer. */
-const std::set<int> codes{0, SIGIL_TK_ALGORITHM, SIGIL_TK_DECRYPT, SIGIL_TK_SIGNATURE, SIGIL_TK_CERT_MALFORMED,
-    SIGIL_TK_CMS_MALFORMED, SIGIL_TK_CMS_CONTENT, SIGIL_TK_CMS_NOBODY, SIGIL_TK_CMS_TYPE};
 
 class HostileMessages : public MessageTest {
 protected:
@@ -75,7 +70,7 @@ protected:
             std::string changed = message;
             changed[i] = static_cast<char>(changed[i] ^ (1 << (i % 8)));
             const int code = read(changed);
-            EXPECT_TRUE(codes.contains(code)) << i << ": " << code;
+            EXPECT_TRUE(isMessageCode(code)) << i << ": " << code;
             tally("changed messages");
         }
     }

@@ -1,5 +1,6 @@
 #include "tests/toolkit/messages.h"
 
+#include <algorithm>
 #include <array>
 #include <sstream>
 #include <utility>
@@ -89,6 +90,14 @@ std::vector<std::string> children(const std::string& der)
         at += head + length;
     }
     return out;
+}
+
+bool isMessageCode(int code)
+{
+    constexpr std::array codes{SIGIL_TK_OK, SIGIL_TK_ALGORITHM, SIGIL_TK_DECRYPT, SIGIL_TK_SIGNATURE,
+        SIGIL_TK_CERT_MALFORMED, SIGIL_TK_CMS_MALFORMED, SIGIL_TK_CMS_CONTENT, SIGIL_TK_CMS_NOBODY,
+        SIGIL_TK_CMS_TYPE};
+    return std::find(codes.begin(), codes.end(), code) != codes.end();
 }
 
 std::string namingItsHashOften(const std::string& message)

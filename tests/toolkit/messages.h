@@ -60,6 +60,8 @@ private:
 std::string element(char tag, const std::string& body);
 /** The elements in a DER element, whole. */
 std::vector<std::string> children(const std::string& der);
+/** Whether a reader of messages may answer a changed one with this code. */
+bool isMessageCode(int code);
 /** A message signed with SHA-256 that names it 40,000 times. */
 std::string namingItsHashOften(const std::string& message);
 

@@ -505,6 +505,11 @@ TEST_P(OcspSteps, EveryChangedByteIsNoticed)
                               : code >= SIGIL_TK_OCSP_MALFORMED && code <= SIGIL_TK_OCSP_UNKNOWN)
             << i << " " << code;
     }
+    for (std::size_t length = 1; length < response.size(); ++length) {
+        ByteString responder(toolkit);
+        ASSERT_EQ(verify("good", response.substr(0, length), responder), SIGIL_TK_OCSP_MALFORMED) << length;
+    }
+    tally("truncated OCSP responses", response.size() - 1);
 }
 
 TEST(HvtkOcsp, AllStepsInOne)
