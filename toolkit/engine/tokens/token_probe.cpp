@@ -4,6 +4,7 @@
 #include <p11-kit/pkcs11.h>
 
 #include <dlfcn.h>
+#include <sys/socket.h>
 #include <unistd.h>
 
 namespace {
@@ -28,6 +29,9 @@ bool starts(const char* file, char* reserved)
 int main(int argc, char** argv)
 {
     const bool usable = argc > 1 && starts(argv[1], argc > 2 ? argv[2] : nullptr);
+    const bool told = usable && write(STDOUT_FILENO, "+", 1) == 1;
+    // The answer is whole, even if the module left a process behind that has the stream open.
+    shutdown(STDOUT_FILENO, SHUT_WR);
     // Ends without the module's own clean-up, which may go wrong as well.
-    _exit(usable && write(STDOUT_FILENO, "+", 1) == 1 ? 0 : 1);
+    _exit(told ? 0 : 1);
 }
