@@ -322,7 +322,9 @@ enum SigilToolkitCmpAuthority {
 
 /** `medium` of the GPKI storage functions. */
 enum SigilToolkitMedium {
-    SIGIL_TK_MEDIUM_DISK = 1 /**< the only medium that the open toolkit has */
+    SIGIL_TK_MEDIUM_DISK = 1, /**< files; `path` is a path */
+    SIGIL_TK_MEDIUM_CARD =
+        2 /**< tokens (PKCS#11); `path` is the label (CKA_LABEL) of an object, `password` the PIN */
 };
 
 /** `option` of GPKI_API_SetOption. */

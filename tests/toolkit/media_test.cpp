@@ -197,11 +197,13 @@ TEST_P(Media, KeysOfOtherProgramsAreOpened)
     }
 }
 
-TEST(GpkiStorage, OnlyTheDiskIsThere)
+TEST(GpkiStorage, HasNoOtherMediumThanDisksAndCards)
 {
     const ToolkitLibrary toolkit("GPKI_");
     ByteString out(toolkit);
-    EXPECT_EQ(toolkit("STORAGE_ReadCert", 2, text("/tmp"), 1, out.get()), SIGIL_TK_MEDIUM);
-    EXPECT_EQ(toolkit("STORAGE_ReadPriKey", 2, text("/tmp"), text("p"), 1, out.get()), SIGIL_TK_MEDIUM);
-    EXPECT_EQ(toolkit("STORAGE_DeleteCert", 0, text("/tmp/none"), 1), SIGIL_TK_MEDIUM);
+    for (const int medium : {-1, 0, 3}) {
+        EXPECT_EQ(toolkit("STORAGE_ReadCert", medium, text("/tmp"), 1, out.get()), SIGIL_TK_MEDIUM);
+        EXPECT_EQ(toolkit("STORAGE_ReadPriKey", medium, text("/tmp"), text("p"), 1, out.get()), SIGIL_TK_MEDIUM);
+        EXPECT_EQ(toolkit("STORAGE_DeleteCert", medium, text("/tmp/none"), 1), SIGIL_TK_MEDIUM);
+    }
 }

@@ -137,6 +137,8 @@ CK_RV createObject(
     CK_SESSION_HANDLE /*session*/, CK_ATTRIBUTE* /*attributes*/, unsigned long /*count*/, CK_OBJECT_HANDLE* object)
 {
     *object = 1;
+    if (behaviour.guarded && !loggedIn)
+        return CKR_USER_NOT_LOGGED_IN;
     return behaviour.full ? CKR_DEVICE_MEMORY : CKR_OK;
 }
 

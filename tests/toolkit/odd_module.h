@@ -9,6 +9,7 @@ namespace toolkit_test {
 struct OddBehaviour {
     bool pulled = false;       ///< the token was taken out
     bool full = false;         ///< nothing can be written
+    bool guarded = false;      ///< nothing can be written without a login
     bool endless = false;      ///< searches never end
     bool lyingLengths = false; ///< attributes claim to be larger than any memory
     bool failing = false;      ///< it cannot tell its slots

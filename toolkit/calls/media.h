@@ -1,11 +1,12 @@
 /** @file
- *  Files, certificates and keys on the disk: bodies of the functions that both faces export.
+ *  Files, certificates and keys on the disk and on cards: bodies of the functions that both faces export.
  */
 #pragma once
 
 #include "toolkit/engine/base/face.h"
 #include "toolkit/engine/base/file.h"
 #include "toolkit/engine/keys/storage.h"
+#include "toolkit/engine/tokens/card.h"
 
 namespace toolkit::calls {
 
@@ -46,6 +47,34 @@ inline void mediaDiskWritePriKey(Context& state, int algorithm, char* path, char
 inline void mediaDiskDeletePriKey(Context& state, char* password, char* path)
 {
     deletePrivateKey(state.library(), inPath(state, path), in(password));
+}
+
+/** @param path name of the object, its CKA_LABEL */
+inline void mediaCardReadCert(Context& state, int slot, char* path, BINSTR* out)
+{
+    put(readCardCertificate(state.library(), state.tokens, {slot, in(path)}), out);
+}
+
+inline void mediaCardReadPriKey(Context&) { fail(SIGIL_TK_MEDIUM, "a private key does not leave its card"); }
+
+inline void mediaCardWriteCert(Context& state, int slot, char* path, BINSTR* certificate)
+{
+    writeCardCertificate(state.library(), state.tokens, {slot, in(path)}, in(certificate));
+}
+
+inline void mediaCardWritePriKey(Context& state, int slot, char* path, char* pin, BINSTR* key)
+{
+    writeCardKey(state.library(), state.tokens, {slot, in(path)}, in(pin), in(key));
+}
+
+inline void mediaCardDeleteCert(Context& state, int slot, char* path)
+{
+    deleteCardCertificate(state.tokens, {slot, in(path)});
+}
+
+inline void mediaCardDeletePriKey(Context& state, int slot, char* path, char* pin)
+{
+    deleteCardKey(state.tokens, {slot, in(path)}, in(pin));
 }
 
 } // namespace toolkit::calls

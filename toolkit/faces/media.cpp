@@ -1,5 +1,5 @@
-// HVTK_MEDIA_ and GPKI_STORAGE_: files, certificates and keys on the disk, the only medium here. Which pair of a
-// certificate GPKI_STORAGE_ means (`kind`) is already told by the path.
+// HVTK_MEDIA_ and GPKI_STORAGE_: files on the disk and objects on cards. `place` of GPKI_STORAGE_ is
+// the slot of a card; for the disk it tells which pair is meant, and the path says that already.
 
 #include "toolkit/calls/media.h"
 #include "toolkit/engine/base/face.h"
@@ -10,12 +10,16 @@ using namespace toolkit;
 
 namespace {
 
-template <class Body, class... Arguments>
-int onDisk(void* context, int medium, Body body, Arguments... arguments)
+/** Does what the medium needs. */
+template <class Disk, class Card>
+int onMedium(void* context, int medium, Disk disk, Card card)
 {
     return call(context, [&](Context& state) {
-        require(medium == SIGIL_TK_MEDIUM_DISK, SIGIL_TK_MEDIUM);
-        body(state, arguments...);
+        require(medium == SIGIL_TK_MEDIUM_DISK || medium == SIGIL_TK_MEDIUM_CARD, SIGIL_TK_MEDIUM);
+        if (medium == SIGIL_TK_MEDIUM_DISK)
+            disk(state);
+        else
+            card(state);
     });
 }
 
@@ -44,9 +48,16 @@ TOOLKIT_FUNCTION HVTK_MEDIA_DISK_ReadCert(void* context, char* path, BINSTR* out
     return call(context, calls::mediaDiskReadCert, path, out);
 }
 
-TOOLKIT_FUNCTION GPKI_STORAGE_ReadCert(void* context, int medium, char* path, int, BINSTR* out)
+TOOLKIT_FUNCTION HVTK_MEDIA_CARD_ReadCert(void* context, int slot, char* path, BINSTR* out)
 {
-    return onDisk(context, medium, calls::mediaDiskReadCert, path, out);
+    return call(context, calls::mediaCardReadCert, slot, path, out);
+}
+
+TOOLKIT_FUNCTION GPKI_STORAGE_ReadCert(void* context, int medium, char* path, int place, BINSTR* out)
+{
+    return onMedium(
+        context, medium, [&](Context& state) { calls::mediaDiskReadCert(state, path, out); },
+        [&](Context& state) { calls::mediaCardReadCert(state, place, path, out); });
 }
 
 TOOLKIT_FUNCTION HVTK_MEDIA_DISK_WriteCert(void* context, char* path, BINSTR* certificate)
@@ -54,9 +65,16 @@ TOOLKIT_FUNCTION HVTK_MEDIA_DISK_WriteCert(void* context, char* path, BINSTR* ce
     return call(context, calls::mediaDiskWriteCert, path, certificate);
 }
 
-TOOLKIT_FUNCTION GPKI_STORAGE_WriteCert(void* context, int medium, char* path, int, BINSTR* certificate)
+TOOLKIT_FUNCTION HVTK_MEDIA_CARD_WriteCert(void* context, int slot, char* path, BINSTR* certificate)
 {
-    return onDisk(context, medium, calls::mediaDiskWriteCert, path, certificate);
+    return call(context, calls::mediaCardWriteCert, slot, path, certificate);
+}
+
+TOOLKIT_FUNCTION GPKI_STORAGE_WriteCert(void* context, int medium, char* path, int place, BINSTR* certificate)
+{
+    return onMedium(
+        context, medium, [&](Context& state) { calls::mediaDiskWriteCert(state, path, certificate); },
+        [&](Context& state) { calls::mediaCardWriteCert(state, place, path, certificate); });
 }
 
 TOOLKIT_FUNCTION HVTK_MEDIA_DISK_DeleteCert(void* context, char* path)
@@ -64,9 +82,16 @@ TOOLKIT_FUNCTION HVTK_MEDIA_DISK_DeleteCert(void* context, char* path)
     return call(context, calls::mediaDiskDeleteCert, path);
 }
 
-TOOLKIT_FUNCTION GPKI_STORAGE_DeleteCert(void* context, int medium, char* path, int)
+TOOLKIT_FUNCTION HVTK_MEDIA_CARD_DeleteCert(void* context, int slot, char* path)
 {
-    return onDisk(context, medium, calls::mediaDiskDeleteCert, path);
+    return call(context, calls::mediaCardDeleteCert, slot, path);
+}
+
+TOOLKIT_FUNCTION GPKI_STORAGE_DeleteCert(void* context, int medium, char* path, int place)
+{
+    return onMedium(
+        context, medium, [&](Context& state) { calls::mediaDiskDeleteCert(state, path); },
+        [&](Context& state) { calls::mediaCardDeleteCert(state, place, path); });
 }
 
 TOOLKIT_FUNCTION HVTK_MEDIA_DISK_ReadPriKey(void* context, char* path, char* password, BINSTR* out)
@@ -74,9 +99,16 @@ TOOLKIT_FUNCTION HVTK_MEDIA_DISK_ReadPriKey(void* context, char* path, char* pas
     return call(context, calls::mediaDiskReadPriKey, path, password, out);
 }
 
+TOOLKIT_FUNCTION HVTK_MEDIA_CARD_ReadPriKey(void* context, int, char*, char*, BINSTR*)
+{
+    return call(context, calls::mediaCardReadPriKey);
+}
+
 TOOLKIT_FUNCTION GPKI_STORAGE_ReadPriKey(void* context, int medium, char* path, char* password, int, BINSTR* out)
 {
-    return onDisk(context, medium, calls::mediaDiskReadPriKey, path, password, out);
+    return onMedium(
+        context, medium, [&](Context& state) { calls::mediaDiskReadPriKey(state, path, password, out); },
+        [&](Context& state) { calls::mediaCardReadPriKey(state); });
 }
 
 TOOLKIT_FUNCTION HVTK_MEDIA_DISK_WritePriKey(void* context, int algorithm, char* path, char* password, BINSTR* key)
@@ -84,10 +116,18 @@ TOOLKIT_FUNCTION HVTK_MEDIA_DISK_WritePriKey(void* context, int algorithm, char*
     return call(context, calls::mediaDiskWritePriKey, algorithm, path, password, key);
 }
 
-TOOLKIT_FUNCTION GPKI_STORAGE_WritePriKey(
-    void* context, int medium, char* path, char* password, int, int algorithm, BINSTR* key)
+TOOLKIT_FUNCTION HVTK_MEDIA_CARD_WritePriKey(void* context, int slot, int, char* path, char* password, BINSTR* key)
 {
-    return onDisk(context, medium, calls::mediaDiskWritePriKey, algorithm, path, password, key);
+    return call(context, calls::mediaCardWritePriKey, slot, path, password, key);
+}
+
+TOOLKIT_FUNCTION GPKI_STORAGE_WritePriKey(
+    void* context, int medium, char* path, char* password, int place, int algorithm, BINSTR* key)
+{
+    return onMedium(
+        context, medium,
+        [&](Context& state) { calls::mediaDiskWritePriKey(state, algorithm, path, password, key); },
+        [&](Context& state) { calls::mediaCardWritePriKey(state, place, path, password, key); });
 }
 
 TOOLKIT_FUNCTION HVTK_MEDIA_DISK_DeletePriKey(void* context, char* password, char* path)
@@ -95,7 +135,14 @@ TOOLKIT_FUNCTION HVTK_MEDIA_DISK_DeletePriKey(void* context, char* password, cha
     return call(context, calls::mediaDiskDeletePriKey, password, path);
 }
 
-TOOLKIT_FUNCTION GPKI_STORAGE_DeletePriKey(void* context, int medium, char* path, char* password, int)
+TOOLKIT_FUNCTION HVTK_MEDIA_CARD_DeletePriKey(void* context, int slot, char* path, char* password)
 {
-    return onDisk(context, medium, calls::mediaDiskDeletePriKey, password, path);
+    return call(context, calls::mediaCardDeletePriKey, slot, path, password);
+}
+
+TOOLKIT_FUNCTION GPKI_STORAGE_DeletePriKey(void* context, int medium, char* path, char* password, int place)
+{
+    return onMedium(
+        context, medium, [&](Context& state) { calls::mediaDiskDeletePriKey(state, password, path); },
+        [&](Context& state) { calls::mediaCardDeletePriKey(state, place, path, password); });
 }

@@ -80,48 +80,61 @@ SIGIL_EXPORT int MediaDiskDeleteCert(void* handle, char* path, int kind);
 SIGIL_EXPORT int MediaDiskDeletePriKey(void* handle, char* password, int kind, char* path);
 
 /** Reads a certificate from a card.
- *  @param slot         slot number
- *  @param path         path or name on the medium
- *  @param certificate  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
- *  @return the common codes; 1001 when @p path is null */
+ *
+ *  What is said of cards here is how the open toolkit means them; a licensed toolkit may number slots and name objects
+ *  otherwise. A card is a token: 3304 when there is none in the slot.
+ *  @param slot         slot number, one of PKCS11GetSlotList
+ *  @param path         name on the medium: the label (CKA_LABEL) of the object, in UTF-8 or CP949, terminated, of any length
+ *                      but 0 (3000)
+ *  @param certificate  filled by the toolkit with DER; release it with HV_BINSTR_Delete on the same handle
+ *  @return the common codes; 1001 when @p path is null; 3304; 4204 when no certificate has the name */
 SIGIL_EXPORT int MediaCardReadCert(void* handle, int slot, char* path, BINSTR* certificate);
 
-/** Reads a private key from a card.
+/** Reads a private key from a card. The open toolkit always answers 3304: there a key does not leave its card.
  *  @param slot        slot number
- *  @param path        path or name on the medium
- *  @param password    password of the key, terminated
+ *  @param path        name on the medium
+ *  @param password    PIN of the card, terminated
  *  @param privateKey  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
- *  @return the common codes; 1001 when @p path or @p password is null */
+ *  @return the common codes; 1001 when @p path or @p password is null; 3304 */
 SIGIL_EXPORT int MediaCardReadPriKey(void* handle, int slot, char* path, char* password, BINSTR* privateKey);
 
-/** Writes a certificate to a card.
+/** Writes a certificate to a card, in place of the one of that name.
  *  @param slot         slot number
- *  @param path         path or name on the medium
- *  @param certificate  certificate
- *  @return the common codes; 1001 when @p certificate is empty or @p path is null */
+ *  @param path         name on the medium, as for MediaCardReadCert
+ *  @param certificate  certificate, DER or PEM
+ *  @return the common codes; 1001 when @p certificate is empty or @p path is null; 3000 when several certificates have the
+ *          name; 3101 when it is not a certificate; 3304; 4203 when the card wants a login (PKCS11Login) first; 4205 when
+ *          the card is write-protected or full */
 SIGIL_EXPORT int MediaCardWriteCert(void* handle, int slot, char* path, BINSTR* certificate);
 
-/** Writes a private key to a card. Unlike on disk, both toolkits receive the two numbers in the order given.
+/** Writes a private key to a card, in place of the one of that name. Unlike on disk, both toolkits receive the two numbers in
+ *  the order given. Write the certificate of the name first: the key is then tied to it.
  *  @param slot        slot number
- *  @param algorithm   second number: encryption algorithm of the toolkit
- *  @param path        path or name on the medium
- *  @param password    password of the key, terminated
- *  @param privateKey  private key
- *  @return the common codes; 1001 when @p privateKey is empty or @p path or @p password is null */
+ *  @param algorithm   second number: encryption algorithm of the toolkit; the open toolkit leaves that to the card
+ *  @param path        name on the medium, as for MediaCardReadCert
+ *  @param password    PIN of the card, terminated; used for this call alone. Empty: the process is logged in to the card
+ *                     already (PKCS11Login), or the answer is 4203
+ *  @param privateKey  private key, as PriKeyDecrypt hands it out
+ *  @return the common codes; 1001 when @p privateKey is empty or @p path or @p password is null; 2005 when the certificate of
+ *          the name has another key; 2006 when it is not a private key; 3000 when several keys have the name; 3304; 4201 for
+ *          a wrong PIN, 4202 when it is locked; 4203; 4205 */
 SIGIL_EXPORT int MediaCardWritePriKey(
     void* handle, int slot, int algorithm, char* path, char* password, BINSTR* privateKey);
 
-/** Deletes a certificate from a card.
+/** Deletes a certificate from a card; the key of that name stays.
  *  @param slot  slot number
- *  @param path  path or name on the medium
- *  @return the common codes; 1001 when @p path is null */
+ *  @param path  name on the medium, as for MediaCardReadCert
+ *  @return the common codes; 1001 when @p path is null; 3000 when several certificates have the name; 3304; 4203; 4204 when
+ *          none has it; 4205 */
 SIGIL_EXPORT int MediaCardDeleteCert(void* handle, int slot, char* path);
 
-/** Deletes a private key from a card. The spelling of the name is part of the interface.
+/** Deletes a private key from a card, with its public key and its identity random value. The spelling of the name is part of
+ *  the interface.
  *  @param slot      slot number
- *  @param path      path or name on the medium
- *  @param password  password of the key, terminated
- *  @return the common codes; 1001 when @p path or @p password is null */
+ *  @param path      name on the medium, as for MediaCardReadCert
+ *  @param password  PIN of the card, as for MediaCardWritePriKey
+ *  @return the common codes; 1001 when @p path or @p password is null; 3000 when several keys have the name; 3304; 4201;
+ *          4202; 4203; 4204 when none has it; 4205 */
 SIGIL_EXPORT int MediaCareDeletePriKey(void* handle, int slot, char* path, char* password);
 
 /** Writes a certificate and its key to the system store. The spelling of the name is part of the interface.

@@ -30,11 +30,18 @@ void initialise(const Slot& slot, std::string_view soPin, std::string_view label
 
 } // namespace
 
-std::string labelText(std::string_view label)
+std::string utf8Label(std::string_view label)
 {
     const auto utf8 = isUtf8(label) ? std::optional(std::string(label)) : utf8FromCp949(label);
-    require(utf8 && utf8->size() <= sizeof CK_TOKEN_INFO::label, SIGIL_TK_ARGUMENT, "label");
+    require(utf8.has_value(), SIGIL_TK_ARGUMENT, "label");
     return *utf8;
+}
+
+std::string labelText(std::string_view label)
+{
+    std::string utf8 = utf8Label(label);
+    require(utf8.size() <= sizeof CK_TOKEN_INFO::label, SIGIL_TK_ARGUMENT, "label");
+    return utf8;
 }
 
 Slot slotOfToken(TokenState& state, std::string_view label)

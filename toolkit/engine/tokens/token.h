@@ -10,7 +10,9 @@
 
 namespace toolkit {
 
-/** A label as tokens store it: UTF-8, from that or CP949. Throws SIGIL_TK_ARGUMENT when it is longer than a token's. */
+/** A label as tokens store it: UTF-8, from that or CP949. Throws SIGIL_TK_ARGUMENT when it is neither. */
+std::string utf8Label(std::string_view label);
+/** The same for the label of a whole token. Throws SIGIL_TK_ARGUMENT when it is longer than a token's. */
 std::string labelText(std::string_view label);
 
 /** The slot of the first token with this label. Throws SIGIL_TK_TOKEN_ABSENT. */

@@ -28,6 +28,11 @@ std::optional<Certificate> read(const Library& library, const TokenSession& sess
     }
 }
 
+TokenCertificate identified(const TokenSession& session, CK_OBJECT_HANDLE object, Certificate certificate)
+{
+    return {object, toBytes(session.attribute(object, CKA_ID).value_or(Secret())), std::move(certificate)};
+}
+
 } // namespace
 
 std::vector<TokenCertificate> tokenCertificates(const Library& library, const TokenSession& session)
@@ -35,9 +40,19 @@ std::vector<TokenCertificate> tokenCertificates(const Library& library, const To
     std::vector<TokenCertificate> all;
     for (const CK_OBJECT_HANDLE object : session.find(anyCertificate()))
         if (auto certificate = read(library, session, object))
-            all.push_back(
-                {object, toBytes(session.attribute(object, CKA_ID).value_or(Secret())), std::move(*certificate)});
+            all.push_back(identified(session, object, std::move(*certificate)));
     return all;
+}
+
+std::optional<TokenCertificate> labelledCertificate(
+    const Library& library, const TokenSession& session, std::string_view label)
+{
+    Template wanted = anyCertificate();
+    wanted.add(CKA_LABEL, view(label));
+    for (const CK_OBJECT_HANDLE object : session.find(wanted))
+        if (auto certificate = read(library, session, object))
+            return identified(session, object, std::move(*certificate));
+    return {};
 }
 
 Certificate tokenCertificate(const Library& library, const TokenSession& session, View id)

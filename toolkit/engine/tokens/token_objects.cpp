@@ -18,35 +18,6 @@ namespace {
 /** Korean software finds the random value of a key by this label with the key's identifier behind it. */
 constexpr const char* randomLabel = "R4VID=";
 
-/** Objects being written: those that were made go away again unless all were. */
-class Writing {
-public:
-    explicit Writing(const TokenSession& session)
-        : m_session(session)
-    {
-    }
-    ~Writing()
-    {
-        for (const CK_OBJECT_HANDLE object : m_objects)
-            m_session.call(&_CK_FUNCTION_LIST::C_DestroyObject, object);
-    }
-    Writing(const Writing&) = delete;
-    Writing& operator=(const Writing&) = delete;
-
-    void add(const Template& object) { m_objects.push_back(m_session.create(object)); }
-    /** Keeps what was written, and removes what it replaces. */
-    void finish(const ObjectHandles& replaced)
-    {
-        m_objects.clear();
-        for (const CK_OBJECT_HANDLE object : replaced)
-            m_session.destroy(object);
-    }
-
-private:
-    const TokenSession& m_session;
-    ObjectHandles m_objects;
-};
-
 std::string randomLabelOf(View id) { return randomLabel + hexText(id); }
 
 ObjectHandles randomsLabelled(const TokenSession& session, std::string_view label)
@@ -78,20 +49,6 @@ Template storedObject(CK_OBJECT_CLASS type, bool isPrivate)
 {
     Template object;
     object.add(CKA_CLASS, type).flag(CKA_TOKEN, true).flag(CKA_PRIVATE, isPrivate);
-    return object;
-}
-
-Template certificateTemplate(const Certificate& certificate, const ObjectName& name)
-{
-    X509* const fields = certificate.get();
-    Template object = storedObject(CKO_CERTIFICATE, false);
-    object.add(CKA_CERTIFICATE_TYPE, CKC_X_509)
-        .add(CKA_ID, name.id)
-        .add(CKA_LABEL, view(name.label))
-        .add(CKA_SUBJECT, certificate.subjectNameDer())
-        .add(CKA_ISSUER, encode<Bytes>(X509_get_issuer_name(fields), i2d_X509_NAME))
-        .add(CKA_SERIAL_NUMBER, encode<Bytes>(X509_get0_serialNumber(fields), i2d_ASN1_INTEGER))
-        .add(CKA_VALUE, certificate.der());
     return object;
 }
 
@@ -169,27 +126,9 @@ Template ecKey(const KeyParts& parts, const ObjectName& name)
     return object;
 }
 
-Template keyTemplate(View keyInfo, const ObjectName& name, View subject)
-{
-    const KeyParts parts = partsOf(keyInfo);
-    require(parts.algorithm == oid::rsa || parts.algorithm == oid::ec, SIGIL_TK_ALGORITHM, "kind of key");
-    Template object = parts.algorithm == oid::rsa ? rsaKey(parts, name) : ecKey(parts, name);
-    if (!subject.empty())
-        object.add(CKA_SUBJECT, subject);
-    return object;
-}
-
 void append(ObjectHandles& all, const ObjectHandles& more) { all.insert(all.end(), more.begin(), more.end()); }
 
-ObjectHandles keyObjects(const TokenSession& session, View id)
-{
-    ObjectHandles all = objectsOf(session, CKO_PRIVATE_KEY, id);
-    append(all, objectsOf(session, CKO_PUBLIC_KEY, id));
-    append(all, randomsOf(session, id));
-    return all;
-}
-
-void addKey(Writing& writing, View keyInfo, const ObjectName& name, View subject)
+void addKey(ObjectWriting& writing, View keyInfo, const ObjectName& name, View subject)
 {
     writing.add(keyTemplate(keyInfo, name, subject));
     const Secret random = randomIn(keyInfo);
@@ -198,6 +137,23 @@ void addKey(Writing& writing, View keyInfo, const ObjectName& name, View subject
 }
 
 } // namespace
+
+ObjectWriting::~ObjectWriting()
+{
+    for (const CK_OBJECT_HANDLE object : m_objects)
+        m_session.call(&_CK_FUNCTION_LIST::C_DestroyObject, object);
+}
+
+void ObjectWriting::add(const Template& object) { m_objects.push_back(m_session.create(object)); }
+
+void ObjectWriting::finish(ObjectHandles replaced)
+{
+    m_objects.clear();
+    std::sort(replaced.begin(), replaced.end());
+    replaced.erase(std::unique(replaced.begin(), replaced.end()), replaced.end());
+    for (const CK_OBJECT_HANDLE object : replaced)
+        m_session.destroy(object);
+}
 
 Bytes tokenIdOf(const Library& library, View publicKeyInfo)
 {
@@ -234,6 +190,30 @@ Template privateKeyTemplate(CK_KEY_TYPE type, const ObjectName& name)
     return object;
 }
 
+Template certificateTemplate(const Certificate& certificate, const ObjectName& name)
+{
+    X509* const fields = certificate.get();
+    Template object = storedObject(CKO_CERTIFICATE, false);
+    object.add(CKA_CERTIFICATE_TYPE, CKC_X_509)
+        .add(CKA_ID, name.id)
+        .add(CKA_LABEL, view(name.label))
+        .add(CKA_SUBJECT, certificate.subjectNameDer())
+        .add(CKA_ISSUER, encode<Bytes>(X509_get_issuer_name(fields), i2d_X509_NAME))
+        .add(CKA_SERIAL_NUMBER, encode<Bytes>(X509_get0_serialNumber(fields), i2d_ASN1_INTEGER))
+        .add(CKA_VALUE, certificate.der());
+    return object;
+}
+
+Template keyTemplate(View keyInfo, const ObjectName& name, View subject)
+{
+    const KeyParts parts = partsOf(keyInfo);
+    require(parts.algorithm == oid::rsa || parts.algorithm == oid::ec, SIGIL_TK_ALGORITHM, "kind of key");
+    Template object = parts.algorithm == oid::rsa ? rsaKey(parts, name) : ecKey(parts, name);
+    if (!subject.empty())
+        object.add(CKA_SUBJECT, subject);
+    return object;
+}
+
 ObjectHandles objectsOf(const TokenSession& session, CK_OBJECT_CLASS type, View id)
 {
     return session.find(Template().add(CKA_CLASS, type).add(CKA_ID, id));
@@ -251,6 +231,14 @@ Bytes keyIdOf(const Library& library, const TokenSession& session, const Certifi
     fail(SIGIL_TK_TOKEN_OBJECT, "private key");
 }
 
+ObjectHandles keyObjects(const TokenSession& session, View id)
+{
+    ObjectHandles all = objectsOf(session, CKO_PRIVATE_KEY, id);
+    append(all, objectsOf(session, CKO_PUBLIC_KEY, id));
+    append(all, randomsOf(session, id));
+    return all;
+}
+
 CK_OBJECT_HANDLE privateKeyOf(const TokenSession& session, View id)
 {
     session.requireLogin();
@@ -259,12 +247,13 @@ CK_OBJECT_HANDLE privateKeyOf(const TokenSession& session, View id)
     return found.front();
 }
 
-void writeTokenCertificate(const TokenSession& session, const Certificate& certificate, const ObjectName& name)
+void writeTokenCertificate(
+    const TokenSession& session, const Certificate& certificate, const ObjectName& name, ObjectHandles replaced)
 {
-    const ObjectHandles replaced = objectsOf(session, CKO_CERTIFICATE, name.id);
-    Writing writing(session);
+    append(replaced, objectsOf(session, CKO_CERTIFICATE, name.id));
+    ObjectWriting writing(session);
     writing.add(certificateTemplate(certificate, name));
-    writing.finish(replaced);
+    writing.finish(std::move(replaced));
 }
 
 void writeCertificateOfKey(
@@ -293,19 +282,20 @@ void writePair(const Library& library, const TokenSession& session, const Certif
     const ObjectName name = nameOf(library, certificate);
     ObjectHandles replaced = objectsOf(session, CKO_CERTIFICATE, name.id);
     append(replaced, keyObjects(session, name.id));
-    Writing writing(session);
+    ObjectWriting writing(session);
     writing.add(certificateTemplate(certificate, name));
     addKey(writing, keyInfo, name, certificate.subjectNameDer());
-    writing.finish(replaced);
+    writing.finish(std::move(replaced));
 }
 
-void writeTokenKey(const TokenSession& session, View keyInfo, const ObjectName& name, View subject)
+void writeTokenKey(
+    const TokenSession& session, View keyInfo, const ObjectName& name, View subject, ObjectHandles replaced)
 {
     session.requireLogin();
-    const ObjectHandles replaced = keyObjects(session, name.id);
-    Writing writing(session);
+    append(replaced, keyObjects(session, name.id));
+    ObjectWriting writing(session);
     addKey(writing, keyInfo, name, subject);
-    writing.finish(replaced);
+    writing.finish(std::move(replaced));
 }
 
 void deletePair(const TokenSession& session, View id)
