@@ -59,7 +59,7 @@ enum SigilToolkitCode {
     SIGIL_TK_FILE_READ = 3301,      /**< the file cannot be read, is not a regular file, or is larger than 64 MiB */
     SIGIL_TK_FILE_WRITE = 3302,     /**< the file cannot be written */
     SIGIL_TK_FILE_DELETE = 3303,    /**< the file cannot be deleted */
-    SIGIL_TK_MEDIUM = 3304,         /**< the storage medium is not available */
+    SIGIL_TK_MEDIUM = 3304,         /**< the storage medium is not available, or does not let a private key out */
 
     /* Primitives. */
     SIGIL_TK_ALGORITHM = 3400,      /**< unknown or unusable algorithm code, or wrong key size for it */
@@ -121,9 +121,10 @@ enum SigilToolkitCode {
     SIGIL_TK_CMP_WAITING = 4104,    /**< the authority wants to be asked later than a call may wait, 30 s in all */
 
     /* Tokens (PKCS#11). */
-    SIGIL_TK_TOKEN_ABSENT = 4200,    /**< no token in the slot or with the name, or it was taken out */
-    SIGIL_TK_TOKEN_PIN = 4201,       /**< the PIN is wrong, too short or too long, or was never set */
-    SIGIL_TK_TOKEN_LOCKED = 4202,    /**< too many wrong PINs: only the security officer's PIN helps now */
+    SIGIL_TK_TOKEN_ABSENT = 4200, /**< no token in the slot or with the name, or it was taken out */
+    SIGIL_TK_TOKEN_PIN = 4201,    /**< the PIN is wrong, too short or too long, or was never set */
+    SIGIL_TK_TOKEN_LOCKED = 4202, /**< too many wrong PINs: only the security officer's PIN helps now */
+    /* Also: the database of the system's certificate store has a password. */
     SIGIL_TK_TOKEN_LOGIN = 4203,     /**< the token wants PKCS11_Login or HSM_Login before */
     SIGIL_TK_TOKEN_OBJECT = 4204,    /**< the token has no such certificate or key */
     SIGIL_TK_TOKEN_FULL = 4205,      /**< the token, or the session, is for reading only, or the token is full */
@@ -198,7 +199,7 @@ enum SigilToolkitEnvelopeOption {
     SIGIL_TK_ENVELOPE_KEY_ID = 1  /**< by subject key identifier, which their certificates must have */
 };
 
-/** `kind` of PKCS11_GetCertInfo and HSM_GetCertInfo, by the certificate's key usage. */
+/** `kind` of PKCS11_GetCertInfo, HSM_GetCertInfo and MEDIA_WINS_GetCertDN, by the certificate's key usage. */
 enum SigilToolkitTokenCertificate {
     SIGIL_TK_TOKEN_SIGNING = 1,       /**< may sign, whatever else it may do, or its usage is not limited */
     SIGIL_TK_TOKEN_KEY_MANAGEMENT = 2 /**< is for encryption alone */

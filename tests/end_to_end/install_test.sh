@@ -34,7 +34,7 @@ lib=$prefix/$libdir
 expect() { [ -e "$1" ] || { echo "not installed: $1" >&2; exit 1; }; }
 for file in "$lib"/libSigilDesk.so{,.1} "$prefix"/include/sigildesk/{sigildesk,crypto,certlist,dialogs,open_toolkit}.h \
             "$lib/cmake/SigilDesk/SigilDeskConfig.cmake" "$lib/pkgconfig/sigildesk.pc" \
-            "$lib"/sigildesk/{libHVCToolkitV30.so,libgpkiapi_v15.so,token-probe} \
+            "$lib"/sigildesk/{libHVCToolkitV30.so,libgpkiapi_v15.so,token-probe,nss-store} \
             "$lib"/sigildesk/{KOR.ini,ENG.ini,TWAPI_LOG.ini,HVCToolkitV30.conf} \
             "$lib"/sigildesk/{Policy,Issuer}_{KOR,ENG}.conf "$lib/sigildesk/sigildesk-pick.so" "$prefix/bin/sigildesk" \
             "$prefix"/share/{man/man1/sigildesk.1,bash-completion/completions/sigildesk} \

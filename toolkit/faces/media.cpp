@@ -1,7 +1,8 @@
-// HVTK_MEDIA_ and GPKI_STORAGE_: files on the disk and objects on cards. `place` of GPKI_STORAGE_ is
+// HVTK_MEDIA_ and GPKI_STORAGE_: files on the disk, objects on cards, and the system's certificate store. `place` of GPKI_STORAGE_ is
 // the slot of a card; for the disk it tells which pair is meant, and the path says that already.
 
 #include "toolkit/calls/media.h"
+#include "toolkit/calls/system_store.h"
 #include "toolkit/engine/base/face.h"
 #include "toolkit_abi/gpki.h"
 #include "toolkit_abi/hvtk.h"
@@ -145,4 +146,34 @@ TOOLKIT_FUNCTION GPKI_STORAGE_DeletePriKey(void* context, int medium, char* path
     return onMedium(
         context, medium, [&](Context& state) { calls::mediaDiskDeletePriKey(state, password, path); },
         [&](Context& state) { calls::mediaCardDeletePriKey(state, place, path, password); });
+}
+
+TOOLKIT_FUNCTION HVTK_MEDIA_WINS_WriteCertAndPriKey(void* context, int, char* password, BINSTR* pfx)
+{
+    return call(context, calls::mediaWinsWriteCertAndPriKey, password, pfx);
+}
+
+TOOLKIT_FUNCTION HVTK_MEDIA_WINS_WriteCert(void* context, BINSTR* certificate)
+{
+    return call(context, calls::mediaWinsWriteCert, certificate);
+}
+
+TOOLKIT_FUNCTION HVTK_MEDIA_WINS_GetCertCnt(void* context, char* store, int* count)
+{
+    return call(context, calls::mediaWinsGetCertCnt, store, count);
+}
+
+TOOLKIT_FUNCTION HVTK_MEDIA_WINS_GetCertDN(void* context, int index, int* kind, char* subject, char* issuer)
+{
+    return call(context, calls::mediaWinsGetCertDN, index, kind, subject, issuer);
+}
+
+TOOLKIT_FUNCTION HVTK_MEDIA_WINS_ReadCert(void* context, int index, BINSTR* certificate)
+{
+    return call(context, calls::mediaWinsReadCert, index, certificate);
+}
+
+TOOLKIT_FUNCTION HVTK_MEDIA_WINS_ReadPriKey(void* context, int, BINSTR*)
+{
+    return call(context, calls::mediaWinsReadPriKey);
 }

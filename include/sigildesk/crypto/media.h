@@ -137,49 +137,57 @@ SIGIL_EXPORT int MediaCardDeleteCert(void* handle, int slot, char* path);
  *          4202; 4203; 4204 when none has it; 4205 */
 SIGIL_EXPORT int MediaCareDeletePriKey(void* handle, int slot, char* path, char* password);
 
-/** Writes a certificate and its key to the system store. The spelling of the name is part of the interface.
- *  @param store     number of the toolkit
- *  @param password  text of the toolkit, required
- *  @param pfx       byte string of the toolkit, required
- *  @return the common codes; 1001 when @p pfx is empty or @p password is null; 1003 on the GPKI library */
+/** Writes certificates and their keys to the system store. The spelling of the name is part of the interface.
+ *
+ *  What is said of the store here is how the open toolkit means it; a licensed toolkit may mean another one. It is the NSS database
+ *  that MediaWinsCertCnt chose last on the handle, the user's (~/.pki/nssdb) before. 3304 when it cannot be opened or written,
+ *  4203 when it has a password.
+ *  @param store     number of the toolkit; the open toolkit does not use it
+ *  @param password  password of the PKCS#12 file, terminated, in UTF-8 or CP949
+ *  @param pfx       PKCS#12 file; all of it is added or nothing. The database is made when there is none
+ *  @return the common codes; 1001 when @p pfx is empty or @p password is null; 1003 on the GPKI library; 3304; 4203; the codes
+ *          of PFXImport, 4505 for a wrong password */
 SIGIL_EXPORT int MediaWinsWirteCertKey(void* handle, int store, char* password, BINSTR* pfx);
 
-/** Writes a certificate to the system store. The spelling of the name is part of the interface.
- *  @param certificate  certificate
- *  @return the common codes; 1001 when @p certificate is empty; 1003 on the GPKI library */
+/** Writes a certificate to the system store, which is made when there is none. The spelling of the name is part of the interface.
+ *  @param certificate  certificate, DER or PEM; one that is there already stays
+ *  @return the common codes; 1001 when @p certificate is empty; 1003 on the GPKI library; 3101 when it is not a certificate;
+ *          3304; 4203 */
 SIGIL_EXPORT int MediaWinsWirteCert(void* handle, BINSTR* certificate);
 
-/** Counts the certificates of a system store.
- *  @param store  name of the store
- *  @param count  receives the number
+/** Counts the certificates of a system store, which is from then on the one of the handle.
+ *  @param store  name of the store: the folder of an NSS database, terminated; empty: the user's. It need not exist
+ *  @param count  receives the number; 0 for a database that does not exist
  *  @return the common codes; 1001 when @p store is null; 1001 when @p count is null, from the backend; 1003 on the
- *          GPKI library */
+ *          GPKI library; 3304; 4203 */
 SIGIL_EXPORT int MediaWinsCertCnt(void* handle, char* store, int* count);
 
 /** Gives the names of one certificate of the system store.
- *  @param index    position of the certificate; the toolkit says where it counts from
- *  @param kind     number that the toolkit may write
- *  @param subject  text that the toolkit may write
- *  @param issuer   text that the toolkit may write
- *  @return the common codes; 1003 on the GPKI library */
+ *  @param index    position of the certificate; the toolkit says where it counts from, the open toolkit from 0
+ *  @param kind     number that the toolkit may write: SigilToolkitTokenCertificate of <sigildesk/open_toolkit.h>; may be null
+ *  @param subject  text that the toolkit may write, CP949: room for 1024 bytes with the terminator; may be null
+ *  @param issuer   text that the toolkit may write, as @p subject
+ *  @return the common codes; 1003 on the GPKI library; 3003 when a name needs more room, and nothing is written; 3008 outside
+ *          the store; 3304, also when there is no database; 4203 */
 SIGIL_EXPORT int MediaWinsCertDN(void* handle, int index, int* kind, char* subject, char* issuer);
 
 /** Reads a certificate of the system store.
- *  @param index        position of the certificate; the toolkit says where it counts from
- *  @param certificate  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
- *  @return the common codes; 1003 on the GPKI library */
+ *  @param index        position of the certificate, as for MediaWinsCertDN
+ *  @param certificate  filled by the toolkit with DER; release it with HV_BINSTR_Delete on the same handle
+ *  @return the common codes; 1003 on the GPKI library; 3008; 3304; 4203 */
 SIGIL_EXPORT int MediaWinsReadCert(void* handle, int index, BINSTR* certificate);
 
-/** Reads a private key of the system store. The spelling of the name is part of the interface.
- *  @param index       position of the certificate; the toolkit says where it counts from
+/** Reads a private key of the system store. The spelling of the name is part of the interface. The open toolkit always answers 3304:
+ *  there a key does not leave the store.
+ *  @param index       position of the certificate, as for MediaWinsCertDN
  *  @param privateKey  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
- *  @return the common codes; 1003 on the GPKI library */
+ *  @return the common codes; 1003 on the GPKI library; 3304 */
 SIGIL_EXPORT int MediaWinsReadPrikey(void* handle, int index, BINSTR* privateKey);
 
 /** Reaches the same toolkit function as MediaWinsReadPrikey, deliberately: the two behave identically.
- *  @param index         position of the certificate; the toolkit says where it counts from
+ *  @param index         position of the certificate, as for MediaWinsCertDN
  *  @param certificates  filled by the toolkit; release it with HV_BINSTR_Delete on the same handle
- *  @return the common codes; 1003 on the GPKI library */
+ *  @return the common codes; 1003 on the GPKI library; 3304 */
 SIGIL_EXPORT int MediaWinsReadCaPubs(void* handle, int index, BINSTR* certificates);
 
 #endif

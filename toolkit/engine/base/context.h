@@ -8,6 +8,7 @@
 #include "toolkit/engine/keys/session_cipher.h"
 #include "toolkit/engine/messages/processed.h"
 #include "toolkit/engine/status/ocsp_exchange.h"
+#include "toolkit/engine/store/system_store.h"
 #include "toolkit/engine/time/time_stamp.h"
 #include "toolkit/engine/tokens/token_state.h"
 #include "toolkit/engine/trust/trust.h"
@@ -51,6 +52,8 @@ public:
     TimeStampExchange timeStamps;
     /** The session of the token functions. */
     TokenState tokens;
+    /** The store of the MEDIA_WINS functions. */
+    SystemStore systemStore;
     /** Folder that relative paths begin at; empty for the process's own. */
     std::string mediaFolder;
 
