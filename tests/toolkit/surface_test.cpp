@@ -9,8 +9,10 @@
 
 #include <filesystem>
 #include <map>
+#include <regex>
 #include <set>
 #include <sstream>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -20,6 +22,21 @@ const std::string sources = std::filesystem::path(SIGILDESK_TEST_DATA).parent_pa
 std::set<std::string> exportsOf(const std::string& library)
 {
     return functionsOf(SIGILDESK_LIBRARY_FOLDER "/" + library);
+}
+
+/** The symbols that the façade's rows name. */
+std::set<std::string> boundSymbols()
+{
+    const std::regex name("(?:SYMBOL\\(|\")((?:HVTK|GPKI)_\\w+)");
+    std::set<std::string> symbols;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(sources + "/../../facade")) {
+        if (!entry.is_regular_file())
+            continue;
+        const std::string code = readFile(entry.path());
+        for (std::sregex_iterator found(code.begin(), code.end(), name), end; found != end; ++found)
+            symbols.insert(found->str(1));
+    }
+    return symbols;
 }
 
 /** The texts between pairs of @p quote in @p line. */
@@ -97,5 +114,20 @@ TEST(Surface, TheNamedTestCallsTheSymbol)
     for (const auto& [symbol, file] : documented()) {
         EXPECT_TRUE(mentions(file, operationOf(symbol)) || mentions(file, symbol.substr(5)))
             << symbol << " in " << file;
+    }
+}
+
+TEST(Surface, WhateverTheFacadeLooksUpIsThere)
+{
+    const auto bound = boundSymbols();
+    for (const auto& [prefix, library, count] :
+        {std::tuple("HVTK_", "libHVCToolkitV30.so", 202U), std::tuple("GPKI_", "libgpkiapi_v15.so", 146U)}) {
+        std::set<std::string> own;
+        for (const std::string& symbol : bound)
+            if (symbol.starts_with(prefix))
+                own.insert(symbol);
+        tally(std::string("symbols bound, ") + prefix, own.size());
+        EXPECT_EQ(own.size(), count);
+        EXPECT_EQ(own, exportsOf(library));
     }
 }
