@@ -2,6 +2,7 @@
 
 #include "tests/support/secret_hunt.h"
 #include "tests/toolkit/server.h"
+#include "tests/toolkit/tokens.h"
 #include "tests/toolkit/toolkit_library.h"
 #include "tests/toolkit/workshop.h"
 
@@ -242,4 +243,45 @@ TEST_F(Residue, OfWhatACertificateIsAskedForWith)
         for (const Pieces& pieces : secrets)
             EXPECT_EQ(pieces.found(), "");
     }
+}
+
+TEST(TokenResidue, OfPinsAndOfWhatAKeyOnATokenIsCertifiedWith)
+{
+    const TokenWorkshop workshop;
+    workshop.addSoftHsm();
+    for (const std::string name : {"pin", "new", "wrong", "security", "secret"})
+        workshop.run("openssl rand -base64 36 | tr -d '\\n' > " + name);
+    workshop.run("softhsm2-util --init-token --free --label first --pin $(cat pin) --so-pin $(cat security)");
+    workshop.certificate("ca", "/CN=CA", "basicConstraints=critical,CA:TRUE");
+    const MappedFile pin(workshop.path("pin"));
+    const MappedFile fresh(workshop.path("new"));
+    const MappedFile wrong(workshop.path("wrong"));
+    const MappedFile secret(workshop.path("secret"));
+    const Pieces secrets[] = {
+        {"PIN", pin.bytes()}, {"new PIN", fresh.bytes()}, {"wrong PIN", wrong.bytes()}, {"secret", secret.bytes()}};
+    const auto expectNone = [&](const std::string& after) {
+        for (const Pieces& pieces : secrets)
+            EXPECT_EQ(pieces.found(), "") << after;
+    };
+    const Server server = Server::authority(workshop, "ca");
+    const ToolkitLibrary toolkit("HVTK_");
+    const auto call = [&](int expected, const std::string& function, auto... arguments) {
+        EXPECT_EQ(toolkit(function, arguments...), expected) << function << ": " << toolkit.errorText();
+        expectNone(function);
+    };
+    const auto request = [&](int expected, char* known, char* used) {
+        ByteString certificate(toolkit);
+        BINSTR* const none = nullptr;
+        call(expected, "PKCS11_CMP_CertRequest", text("127.0.0.1"), server.port(), text("ref"), known, used,
+            text("first"), none, certificate.get());
+    };
+    call(SIGIL_TK_OK, "PKCS11_OpenSessionWithTokenName", text("first"), 0);
+    call(SIGIL_TK_TOKEN_PIN, "PKCS11_Login", wrong.chars());
+    call(SIGIL_TK_OK, "PKCS11_Login", pin.chars());
+    call(SIGIL_TK_OK, "PKCS11_Logout");
+    call(SIGIL_TK_OK, "PKCS11_ChangePIN", pin.chars(), fresh.chars());
+    call(SIGIL_TK_OK, "PKCS11_CloseSession");
+    request(SIGIL_TK_TOKEN_PIN, secret.chars(), wrong.chars());
+    request(SIGIL_TK_CMP_PROTECTION, secret.chars(), fresh.chars());
+    request(SIGIL_TK_OK, text("the secret"), fresh.chars());
 }
