@@ -5,13 +5,15 @@
 `openssl cmp -port` speaks the protocol, but hands out one certificate that it is told beforehand. This program stands
 before it, in the folder with NAME.pem and NAME.key.pem: it issues a certificate for the key in each request, starts the
 command with that, and hands the messages of the transaction on to it. It may be told to issue it for another subject,
-or to hand out a certificate of old. OPTIONs are more of the command's own."""
+or to hand out a certificate of old. OPTIONs are more of the command's own. PORT 0 is any; the address is printed."""
 
 import argparse
 import http.server
 import pathlib
+import signal
 import socket
 import subprocess
+import sys
 import urllib.request
 
 IR, CR, KUR, RR = 0xA0, 0xA2, 0xA7, 0xAB
@@ -127,6 +129,7 @@ def main():
     parser.add_argument("--certificate")
     settings, options = parser.parse_known_args()
     authority = Authority(settings, options)
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit())  # by way of what ends the command
 
     class Handler(http.server.BaseHTTPRequestHandler):
         def do_POST(self):
@@ -137,6 +140,7 @@ def main():
             self.wfile.write(reply)
 
     with http.server.HTTPServer(("127.0.0.1", settings.port), Handler) as server:
+        print(f"http://127.0.0.1:{server.server_port}/", flush=True)
         try:
             server.serve_forever()
         finally:

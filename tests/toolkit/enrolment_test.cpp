@@ -7,6 +7,8 @@
 #include "toolkit/engine/x509/text.h"
 
 #include <chrono>
+#include <filesystem>
+#include <system_error>
 #include <thread>
 
 using namespace toolkit_test;
@@ -105,6 +107,25 @@ TEST_F(Enrolment, SilenceEnds)
     } catch (const toolkit::Error& error) {
         EXPECT_EQ(error.code(), SIGIL_TK_FETCH);
     }
+}
+
+TEST_F(Enrolment, TheAuthorityOfTheTestsLeavesNoProcess)
+{
+    const auto processesHere = [&] {
+        int count = 0;
+        for (const auto& process : std::filesystem::directory_iterator("/proc")) {
+            std::error_code gone;
+            count += std::filesystem::read_symlink(process.path() / "cwd", gone) ==
+                std::filesystem::canonical(workshop.path("."));
+        }
+        return count;
+    };
+    {
+        const Server server = authority();
+        EXPECT_EQ(request(server).code, 0);
+        EXPECT_EQ(processesHere(), 2) << "it and its command";
+    }
+    EXPECT_EQ(processesHere(), 0);
 }
 
 TEST(Authority, ItsTimeBeginsWithTheFirstMessage)
