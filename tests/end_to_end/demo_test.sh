@@ -16,7 +16,8 @@ fail() { echo "$*" >&2; exit 1; }
 for language in ko en; do
     output=$("$source_folder/scripts/demo" --headless --keep --build "$build" --language "$language")
     echo "$output"
-    for verdict in 'CMS Verification successful' 'CMS Decryption successful' 'Time stamp, Verification: OK'; do
+    for verdict in 'CMS Verification successful' 'CMS Decryption successful' 'Time stamp, Verification: OK' \
+        'Token, CMS Verification successful'; do
         grep -q "^openssl     $verdict$" <<<"$output" || fail "openssl does not say: $verdict"
     done
     kept=$(sed -n 's/^kept        //p' <<<"$output")
