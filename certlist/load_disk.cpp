@@ -3,6 +3,7 @@
 #include "certlist/codes.h"
 #include "certlist/pair_reader.h"
 #include "certlist/store_layout.h"
+#include "certlist/store_repair.h"
 #include "certlist/toolkit_calls.h"
 #include "foundation/environment.h"
 #include "foundation/text_field.h"
@@ -81,9 +82,14 @@ int CLoadDISK::countFamily(const Family& family, int& total)
         return SIGIL_SUCCESS;
     m_folders[family.code].assign(static_cast<std::size_t>(places), {});
     const int rc = GetCertDirectory(family.code);
-    if (rc == SIGIL_SUCCESS)
-        search(family, true, [&total](const tagCERTINFO&) { ++total; });
-    return rc;
+    if (rc != SIGIL_SUCCESS)
+        return rc;
+    // Files that a killed operation left half changed are put back once, before anything is judged.
+    for (const std::string& folder : m_folders[family.code])
+        if (!folder.empty()) // some families have places without a folder
+            repairStore(family, folder);
+    search(family, true, [&total](const tagCERTINFO&) { ++total; });
+    return SIGIL_SUCCESS;
 }
 
 void CLoadDISK::fillList(const std::vector<const Family*>& found, int total)

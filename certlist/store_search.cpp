@@ -2,7 +2,6 @@
 
 #include "certlist/codes.h"
 #include "certlist/store_layout.h"
-#include "certlist/store_repair.h"
 
 #include <system_error>
 
@@ -13,8 +12,6 @@ void StoreSearch::look(const Family& family, const std::vector<std::string>& fol
 {
     ScratchEntry entry;
     for (const std::string& path : folders) {
-        if (!path.empty()) // some families have places without a folder
-            repairStore(family, path);
         m_folder = SearchedFolder(path);
         if (observer && !path.empty())
             observer->searches(family, path, m_folder.openError());

@@ -30,8 +30,7 @@ public:
 
     /** A new listing begins: no folder of it has been unreadable so far. */
     void begin() { m_folderUnread = false; }
-    /** Looks through @p folders, in this order, for certificates of @p family. Files that a killed operation left
-     *  half changed are put back. @param observer  null for none */
+    /** Looks through @p folders, in this order, for certificates of @p family. @param observer  null for none */
     void look(const Family& family, const std::vector<std::string>& folders, const Judge& judge, const Keep& keep,
         ListObserver* observer);
     /** Where there are the files of the entry that is judged; no folder outside of a search. */

@@ -66,9 +66,10 @@ std::size_t FileReader::readAt(std::uint64_t offset, std::span<unsigned char> ro
             pread(m_descriptor, room.data() + total, room.size() - total, static_cast<off_t>(offset + total));
         if (count < 0 && errno != EINTR)
             failWithErrno(SIGIL_TK_FILE_READ);
-        if (count == 0)
-            break;
         total += count < 0 ? 0 : static_cast<std::size_t>(count);
+        if (count == 0 ||
+            offset + total == m_size) // there it ended when it was opened, and there was no more just now
+            break;
     }
     return total;
 }
@@ -90,10 +91,12 @@ Secret readFile(const std::string& path)
     require(file.size() <= maximumFileSize, SIGIL_TK_FILE_READ, "the file is too large");
     Secret bytes(file.size() + 1); // the byte more tells whether the file grows while it is read
     std::size_t length = 0;
-    while (const std::size_t count = file.readAt(length, std::span(bytes).subspan(length))) {
+    for (bool atEnd = false; !atEnd;) {
+        const std::size_t count = file.readAt(length, std::span(bytes).subspan(length));
         length += count;
         require(length <= maximumFileSize, SIGIL_TK_FILE_READ, "the file is too large");
-        if (length == bytes.size())
+        atEnd = length < bytes.size();
+        if (!atEnd)
             bytes.resize(2 * length);
     }
     bytes.resize(length);

@@ -169,7 +169,9 @@ bool isConvertible(const der::Element& string)
 /** @param name content of the SEQUENCE */
 std::vector<Attribute> attributes(View name)
 {
+    constexpr std::size_t usualCount = 8;
     std::vector<Attribute> found;
+    found.reserve(usualCount);
     Elements sets(name);
     for (int set = 0; !sets.atEnd(); ++set) {
         Elements members(sets.take(der::Set));
@@ -256,28 +258,40 @@ std::optional<unsigned> usage(View extension)
     return bits[1] | (bits.size() > 2 ? static_cast<unsigned>(bits[2]) << 8 : 0U);
 }
 
-std::string userNotice(View content)
+/** A text that is made when it is wanted. */
+struct TextBytes {
+    int type;
+    View bytes;
+};
+
+TextBytes userNotice(View content)
 {
     Elements notice(content);
     if (notice.atEnd())
-        return {};
+        return {V_ASN1_UTF8STRING, {}};
     const der::Element text = notice.next();
     notice.end();
     const bool isWide = text.tag == der::BmpString;
     expect(text.tag == der::Utf8String || text.tag == der::Ia5String || text.tag == der::VisibleString || isWide);
     expect(!isWide || text.content.size() % 2 == 0);
-    return asn1Text(text.tag, text.content);
+    return {text.tag, text.content};
 }
 
-std::string qualifier(View content)
+/** Adds the text of a qualifier to @p texts, when that is not null. */
+void readQualifier(View content, std::vector<std::string>* texts)
 {
     Elements elements(content);
     const int kind = der::nidOf(identifier(elements.take(der::Oid)));
-    expect(kind == NID_id_qt_cps || kind == NID_id_qt_unotice);
-    std::string text = kind == NID_id_qt_cps ? "CPS: " + asn1Text(V_ASN1_IA5STRING, elements.take(der::Ia5String))
-                                             : userNotice(elements.take(der::Sequence));
+    const bool isPlace = kind == NID_id_qt_cps;
+    expect(isPlace || kind == NID_id_qt_unotice);
+    const TextBytes found = isPlace ? TextBytes{V_ASN1_IA5STRING, elements.take(der::Ia5String)}
+                                    : userNotice(elements.take(der::Sequence));
     elements.end();
-    return text;
+    if (!texts)
+        return;
+    std::string text = (isPlace ? "CPS: " : "") + asn1Text(found.type, found.bytes);
+    if (!text.empty())
+        texts->push_back(std::move(text));
 }
 
 std::string policy(View content, bool withQualifiers)
@@ -288,8 +302,7 @@ std::string policy(View content, bool withQualifiers)
     Elements qualifiers(elements.atEnd() ? View() : elements.take(der::Sequence));
     elements.end();
     while (!qualifiers.atEnd())
-        if (std::string text = qualifier(qualifiers.take(der::Sequence)); withQualifiers && !text.empty())
-            texts.push_back(std::move(text));
+        readQualifier(qualifiers.take(der::Sequence), withQualifiers ? &texts : nullptr);
     return policyText(id, texts);
 }
 

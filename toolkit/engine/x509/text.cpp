@@ -9,7 +9,9 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <mutex>
 
 namespace toolkit {
@@ -17,6 +19,13 @@ namespace {
 
 bool isAscii(std::string_view text)
 {
+    constexpr std::uint64_t highBits = 0x8080808080808080;
+    std::uint64_t eight = 0;
+    for (; text.size() >= sizeof eight; text.remove_prefix(sizeof eight)) {
+        std::memcpy(&eight, text.data(), sizeof eight);
+        if ((eight & highBits) != 0)
+            return false;
+    }
     return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
@@ -111,12 +120,6 @@ KeptConverter& fromCp949()
     return kept;
 }
 
-KeptConverter& toUtf16()
-{
-    static KeptConverter kept("UTF-16LE", "UTF-8");
-    return kept;
-}
-
 std::optional<std::string> convertWhole(KeptConverter& kept, std::string_view text)
 {
     return kept.lend([&](Converter& converter) -> std::optional<std::string> {
@@ -134,6 +137,31 @@ std::size_t utf8Length(std::string_view text)
     while (length < text.size() && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80)
         ++length;
     return length;
+}
+
+/** Bytes of the character that begins @p text, by Unicode's table of well-formed UTF-8; 0 when none does. */
+std::size_t wellFormedLength(std::string_view text)
+{
+    struct Row {
+        unsigned char firstFrom, firstTo, secondFrom, secondTo;
+        std::size_t length;
+    };
+    static constexpr std::array rows{Row{0x00, 0x7F, 0x80, 0xBF, 1}, Row{0xC2, 0xDF, 0x80, 0xBF, 2},
+        Row{0xE0, 0xE0, 0xA0, 0xBF, 3}, Row{0xE1, 0xEC, 0x80, 0xBF, 3}, Row{0xED, 0xED, 0x80, 0x9F, 3},
+        Row{0xEE, 0xEF, 0x80, 0xBF, 3}, Row{0xF0, 0xF0, 0x90, 0xBF, 4}, Row{0xF1, 0xF3, 0x80, 0xBF, 4},
+        Row{0xF4, 0xF4, 0x80, 0x8F, 4}};
+    const auto at = [&](std::size_t index) { return static_cast<unsigned char>(text[index]); };
+    for (const Row& row : rows) {
+        if (at(0) < row.firstFrom || at(0) > row.firstTo)
+            continue;
+        if (text.size() < row.length || (row.length > 1 && (at(1) < row.secondFrom || at(1) > row.secondTo)))
+            return 0;
+        for (std::size_t index = 2; index < row.length; ++index)
+            if ((at(index) & 0xC0) != 0x80)
+                return 0;
+        return row.length;
+    }
+    return 0;
 }
 
 std::string_view trimmed(std::string_view text)
@@ -260,7 +288,18 @@ std::string cp949FromUtf8(std::string_view utf8)
 
 std::optional<std::string> utf8FromCp949(std::string_view cp949) { return convertWhole(fromCp949(), cp949); }
 
-bool isUtf8(std::string_view bytes) { return isAscii(bytes) || convertWhole(toUtf16(), bytes); }
+bool isUtf8(std::string_view bytes)
+{
+    if (isAscii(bytes))
+        return true;
+    while (!bytes.empty()) {
+        const std::size_t length = wellFormedLength(bytes);
+        if (length == 0)
+            return false;
+        bytes.remove_prefix(length);
+    }
+    return true;
+}
 
 std::string asn1Text(int type, View bytes)
 {
@@ -271,8 +310,9 @@ std::string asn1Text(int type, View bytes)
     if (!wide && type != V_ASN1_UTF8STRING)
         if (const auto korean = koreanText(raw))
             return withoutControls(*korean);
-    if (type == V_ASN1_UTF8STRING && isUtf8(raw))
-        return cp949FromUtf8(raw);
+    if (type == V_ASN1_UTF8STRING)
+        if (const auto korean = convertWhole(toCp949(), raw))
+            return withoutControls(*korean);
     if (const auto utf8 = utf8Of(type, bytes))
         return cp949FromUtf8(*utf8);
     return withoutControls(utf8FromCp949(raw) ? std::string(raw) : asciiOnly(raw));
@@ -287,6 +327,8 @@ std::string asn1Text(const ASN1_STRING* string)
 std::string_view cutText(std::string_view cp949, std::size_t bytes)
 {
     const std::size_t limit = std::min(bytes, cp949.size());
+    if (isAscii(cp949.substr(0, limit)))
+        return cp949.substr(0, limit);
     std::size_t end = 0;
     while (end < limit) {
         const std::size_t width = cp949Width(cp949[end]);
