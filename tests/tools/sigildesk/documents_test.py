@@ -7,6 +7,7 @@ import shlex
 import subprocess
 
 from command import PASSWORD, PROGRAM, CommandTest, main
+from completing_shell import Zsh, completed_by_fish
 
 SOURCE = pathlib.Path(os.environ["SIGILDESK_SOURCE"])
 # Their examples need servers, a display, a certificate in trouble or another store; their own tests run them.
@@ -58,23 +59,36 @@ class DocumentsTest(CommandTest):
             line = " ".join(shlex.quote(word) for word in words)
             shell = (f"source {script}; COMP_WORDS=({line}); COMP_CWORD={len(words) - 1}; _sigildesk; "
                      "printf '%s\\n' \"${COMPREPLY[@]}\"")
-            answer = subprocess.run(["bash", "-c", shell], check=True, capture_output=True, text=True).stdout
+            answer = subprocess.run(["bash", "-c", shell], check=True, capture_output=True, text=True, cwd=self.work).stdout
             return set(answer.split())
 
-        self.assertEqual(completed("sigildesk", ""), set(self.commands))
-        for command in self.commands:
-            self.assertEqual(completed("sigildesk", command, "--"), self.own_options(command) | self.global_options, command)
-        self.assertEqual(completed("sigildesk", "--toolkit", ""), {"maker", "gpki"})
-        self.assertEqual(completed("sigildesk", "completion", ""), {"bash", "zsh", "fish"})
-        self.assertEqual(completed("sigildesk", "export", "0", "--protection", "a"), {"aes256"})
+        self.check_completion(lambda line: completed(*shlex.split(line), *([""] if line.endswith(" ") else [])))
 
-    def test_completion_of_the_other_shells(self):
-        for shell in ("zsh", "fish"):
-            script = self.answer("completion", shell)
-            for command in self.commands:
-                self.assertIn(command, script)
-                for option in self.own_options(command):
-                    self.assertIn(option if shell == "zsh" else f"-l {option[2:]}", script, (shell, command))
+    def test_completion_of_zsh(self):
+        folder = self.work / "zsh"
+        folder.mkdir()
+        (folder / "_sigildesk").write_text(self.answer("completion", "zsh"))
+        shell = Zsh(folder, self.work)
+        self.addCleanup(shell.close)
+        self.check_completion(shell.completed)
+
+    def test_completion_of_fish(self):
+        script = self.work / "completion.fish"
+        script.write_text(self.answer("completion", "fish"))
+        self.check_completion(lambda line: completed_by_fish(script, line, self.work))
+
+    def check_completion(self, completed):
+        """@param completed  what a shell offers behind a line"""
+        (self.work / "contract.txt").touch()
+        self.assertEqual(completed("sigildesk "), set(self.commands))
+        self.assertEqual(completed("sigildesk li"), {"list"})
+        for command in self.commands:
+            self.assertEqual(completed(f"sigildesk {command} --"), self.own_options(command) | self.global_options, command)
+        self.assertEqual(completed("sigildesk --toolkit "), {"maker", "gpki"})
+        self.assertEqual(completed("sigildesk list --color "), {"auto", "always", "never"})
+        self.assertEqual(completed("sigildesk completion "), {"bash", "zsh", "fish"})
+        self.assertEqual(completed("sigildesk export 0 --protection a"), {"aes256"})
+        self.assertIn("contract.txt", completed("sigildesk encrypt cont"))
 
     def test_documents_of_json(self):
         document = (SOURCE / "docs" / "command-line.md").read_text(encoding="utf-8")
