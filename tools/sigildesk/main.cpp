@@ -34,9 +34,16 @@ Language languageOfLocale()
     return Language::English;
 }
 
+bool isDumb()
+{
+    const char* terminal = std::getenv("TERM");
+    return terminal && std::strcmp(terminal, "dumb") == 0;
+}
+
 bool colorWanted(std::string_view choice)
 {
-    return choice == "always" || (choice != "never" && isatty(STDOUT_FILENO) != 0 && !std::getenv("NO_COLOR"));
+    return choice == "always" ||
+        (choice != "never" && isatty(STDOUT_FILENO) != 0 && !isDumb() && !std::getenv("NO_COLOR"));
 }
 
 /** What is wanted of the output, told from the words alone: a line that cannot be parsed is told in that style too. */

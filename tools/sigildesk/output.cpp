@@ -107,7 +107,7 @@ Progress::Progress(const Output& output, const Words& words)
 {
     if (output.quiet() || output.json() || isatty(STDERR_FILENO) == 0)
         return;
-    m_thread = std::thread([this, line = Charset().encode(words.in(output.language()))] { wait(line); });
+    m_thread = std::thread([this, line = std::string(words.in(output.language()))] { wait(line); });
 }
 
 Progress::~Progress()
@@ -126,9 +126,10 @@ void Progress::wait(const std::string& line)
     std::unique_lock lock(m_mutex);
     if (m_over.wait_for(lock, std::chrono::milliseconds(500), [this] { return m_done; }))
         return;
-    static_cast<void>(std::fputs((line + "\r").c_str(), stderr));
+    static_cast<void>(std::fputs(Charset().encode(line).c_str(), stderr));
     m_over.wait(lock, [this] { return m_done; });
-    static_cast<void>(std::fputs("\033[2K\r", stderr));
+    const std::string blanks(columns(line), ' '); // every terminal takes them
+    static_cast<void>(std::fputs(("\r" + blanks + "\r").c_str(), stderr));
 }
 
 } // namespace host

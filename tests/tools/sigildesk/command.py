@@ -8,6 +8,7 @@ import pathlib
 import shutil
 import subprocess
 import tempfile
+import unicodedata
 import unittest
 
 BUILD = pathlib.Path(os.environ["SIGILDESK_BUILD"])
@@ -21,6 +22,11 @@ def nss_wrapper():
     known = subprocess.run(["/sbin/ldconfig", "-p"], check=True, capture_output=True, text=True).stdout
     lines = [line.split()[-1] for line in known.splitlines() if "libnss_wrapper.so" in line]
     return lines[-1] if lines else "libnss_wrapper.so"
+
+
+def width(text):
+    """Columns of a terminal."""
+    return sum(2 if unicodedata.east_asian_width(letter) in "WF" else 1 for letter in text)
 
 
 class CommandTest(unittest.TestCase):
@@ -42,9 +48,10 @@ class CommandTest(unittest.TestCase):
             "NSS_WRAPPER_GROUP": str(cls.work / "group"),
             "NSS_WRAPPER_DISABLE_DEEPBIND": "1",
             "LC_ALL": "C.UTF-8",
+            "TERM": "xterm",
             "TZ": "Asia/Seoul",
         }
-        for name in ("DISPLAY", "WAYLAND_DISPLAY", "SIGILDESK_ASKPASS", "QT_QPA_PLATFORM"):
+        for name in ("DISPLAY", "WAYLAND_DISPLAY", "SIGILDESK_ASKPASS", "QT_QPA_PLATFORM", "NO_COLOR"):
             cls.environment.pop(name, None)
 
     @classmethod

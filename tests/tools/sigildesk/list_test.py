@@ -3,16 +3,11 @@
 import datetime
 import pathlib
 import shutil
-import unicodedata
 
-from command import DONE, FAILED, NO, WRONG_USE, CommandTest, main
+from command import DONE, FAILED, NO, WRONG_USE, CommandTest, main, width
 
 MEMBERS = ["index", "name", "subject", "issuer", "issuer_name", "serial", "use", "policy", "family", "medium", "valid_from",
            "valid_to", "days_left", "expired", "has_key", "has_km", "files"]
-
-
-def width(text):
-    return sum(2 if unicodedata.east_asian_width(letter) in "WF" else 1 for letter in text)
 
 
 class ListTest(CommandTest):

@@ -3,11 +3,13 @@
 import json
 import os
 import pathlib
-import pty
 import re
+import socket
 import subprocess
+import time
 
-from command import DONE, FAILED, NO, PROGRAM, WRONG_USE, CommandTest, main
+from command import DONE, FAILED, NO, PROGRAM, WRONG_USE, CommandTest, main, width
+from terminal import Terminal
 
 
 class OutputTest(CommandTest):
@@ -127,20 +129,39 @@ class OutputTest(CommandTest):
         self.assertIn("\x1b[31m", self.on_terminal("list"))
         self.assertNotIn("\x1b", self.on_terminal("list", "--color", "never"))
 
-    def on_terminal(self, *arguments):
-        control, terminal = pty.openpty()
-        process = subprocess.run([PROGRAM, *arguments], check=False, env=self.environment, stdout=terminal, stdin=terminal,
-                                 stderr=subprocess.DEVNULL)
-        os.close(terminal)
-        text = b""
-        try:
-            while chunk := os.read(control, 65536):
-                text += chunk
-        except OSError: # the terminal is gone
-            pass
-        os.close(control)
-        self.assertEqual(process.returncode, DONE)
-        return text.decode()
+    def on_terminal(self, *arguments, environment=None):
+        status, seen = Terminal(self, *arguments, environment=environment).end()
+        self.assertEqual(status, DONE)
+        return seen
+
+    def test_a_dumb_terminal_gets_no_sequences(self):
+        self.assertNotIn("\x1b", self.on_terminal("list", environment={"TERM": "dumb"}))
+
+    def wait_for_a_server(self, *options, shown):
+        """What a terminal shows while a time stamp is awaited from a server that answers late, and then not at all."""
+        with socket.create_server(("127.0.0.1", 0)) as server:
+            url = f"http://127.0.0.1:{server.getsockname()[1]}/"
+            terminal = Terminal(self, "timestamp", self.work / "passwd", "--url", url, *options)
+            connection, _ = server.accept()
+            if shown:
+                terminal.wait_for(shown)
+            else:
+                time.sleep(1) # long enough for a line that must not come
+            connection.close()
+            server.close()
+            status, seen = terminal.end()
+            self.assertEqual(status, FAILED)
+            return seen
+
+    def test_progress_is_told_on_a_terminal_and_goes_away(self):
+        for language, line in (("en", "Waiting for the time-stamping authority ..."), ("ko", "시점확인 기관의 응답을 기다립니다 ...")):
+            seen = self.wait_for_a_server("--language", language, shown=line)
+            self.assertRegex(seen, "^\r {%d}\rsigildesk: " % (width(line)))
+            self.assertNotIn("\x1b", seen)
+
+    def test_progress_is_not_told_where_nobody_wants_it(self):
+        for option in ("--quiet", "--json"):
+            self.assertNotIn("Waiting", self.wait_for_a_server(option, shown=""))
 
     def test_quiet_keeps_results_and_errors(self):
         self.assertEqual(self.answer("list", "--quiet"), self.answer("list"))

@@ -1,5 +1,6 @@
 """A terminal for the command."""
 
+import codecs
 import contextlib
 import fcntl
 import os
@@ -14,16 +15,18 @@ from command import PROGRAM
 class Terminal:
     """The command on a terminal of its own."""
 
-    def __init__(self, test, *arguments, pass_fds=()):
+    def __init__(self, test, *arguments, pass_fds=(), environment=None):
         self.control, terminal = pty.openpty()
         self.seen = ""
+        self.decoder = codecs.getincrementaldecoder("utf-8")()  # a letter may come in two pieces
 
         def own_terminal():
             os.setsid()
             fcntl.ioctl(terminal, termios.TIOCSCTTY, 0)
 
-        self.process = subprocess.Popen([PROGRAM, *map(str, arguments)], env=test.environment, stdin=terminal, stdout=terminal,
-                                        stderr=terminal, preexec_fn=own_terminal, pass_fds=pass_fds, cwd=test.work)
+        self.process = subprocess.Popen([PROGRAM, *map(str, arguments)], stdin=terminal, stdout=terminal, stderr=terminal,
+                                        env={**test.environment, **(environment or {})}, preexec_fn=own_terminal,
+                                        pass_fds=pass_fds, cwd=test.work)
         self.terminal = terminal
 
     def wait_for(self, text):
@@ -32,7 +35,7 @@ class Terminal:
             readable, _, _ = select.select([self.control], [], [], 120)
             if not readable:
                 raise AssertionError(f"no {text!r} in {self.seen!r}")
-            self.seen += os.read(self.control, 4096).decode()
+            self.seen += self.decoder.decode(os.read(self.control, 4096))
         before, self.seen = self.seen.split(text, 1)
         return before
 
@@ -44,10 +47,9 @@ class Terminal:
 
     def end(self):
         """Exit status and what else was shown."""
-        status = self.process.wait(timeout=120)
         os.close(self.terminal)
-        with contextlib.suppress(OSError):
+        with contextlib.suppress(OSError):  # nobody has the terminal any more
             while chunk := os.read(self.control, 4096):
-                self.seen += chunk.decode()
+                self.seen += self.decoder.decode(chunk)
         os.close(self.control)
-        return status, self.seen
+        return self.process.wait(timeout=120), self.seen
