@@ -16,6 +16,8 @@ namespace {
 
 constexpr Words noRecipient{"--to names nobody", "--to로 받는 사람을 지정하십시오"};
 constexpr Words notForThisKey{"{} is not for a key of {}", "{} 파일은 {}의 키로 풀 수 없습니다"};
+constexpr Words encrypting{"Encrypting ...", "암호화합니다 ..."};
+constexpr Words decrypting{"Decrypting ...", "암호를 풉니다 ..."};
 constexpr char encryptedEnding[] = ".p7e";
 
 struct Cipher {
@@ -48,8 +50,8 @@ std::string withoutEnding(const std::string& file)
 }
 
 /** Opens a message with the key of one pair. @return a result of the library */
-int open(const Crypto& crypto, const Certificate& certificate, Pair pair, Secret& password, Bytes& message,
-    Bytes& content)
+int open(const Session& session, const Crypto& crypto, const Certificate& certificate, Pair pair, Secret& password,
+    std::string message, std::string content)
 {
     Bytes key(crypto.handle());
     Bytes recipient(crypto.handle());
@@ -57,7 +59,45 @@ int open(const Crypto& crypto, const Certificate& certificate, Pair pair, Secret
     if (code != SIGIL_SUCCESS)
         return code;
     setCertificate(crypto, certificate, pair, recipient);
-    return CMSProcessEnvelopedData(crypto.handle(), recipient.get(), key.get(), message.get(), content.get());
+    const Progress progress(session.output, decrypting);
+    return CMSProcessEnvDataFileWithContent(
+        crypto.handle(), recipient.get(), key.get(), message.data(), nullptr, content.data());
+}
+
+void encryptInMemory(const Session& session, const Crypto& crypto, const std::vector<std::string>& certificates,
+    const std::string& file, int cipher, WrittenFile& target)
+{
+    Bytes recipients(crypto.handle());
+    Bytes content(crypto.handle());
+    Bytes message(crypto.handle());
+    setList(session, crypto, certificates, recipients);
+    set(crypto, content, readContent(file));
+    crypto.check(CMSMakeEnvDataWithMultiRec(
+        crypto.handle(), SIGIL_TK_ENVELOPE_ISSUER, recipients.get(), content.get(), cipher, message.get()));
+    target.write(view(message));
+}
+
+/** For one recipient the government library makes an ordinary message piece by piece. The maker's keeps the encrypted
+ *  content apart from its message then. */
+void encryptFile(
+    const Crypto& crypto, const std::string& certificate, std::string file, int cipher, const WrittenFile& target)
+{
+    Bytes recipient(crypto.handle());
+    std::string message = target.temporaryPath();
+    char nowhere[] = "";
+    set(crypto, recipient, certificate);
+    crypto.check(
+        CMSMakeEnvelopedDataFile(crypto.handle(), recipient.get(), file.data(), cipher, message.data(), nowhere));
+}
+
+void encryptInto(const Session& session, const Crypto& crypto, const std::vector<std::string>& certificates,
+    const std::string& file, int cipher, WrittenFile& target)
+{
+    const Progress progress(session.output, encrypting);
+    if (session.toolkit == SIGIL_TOOLKIT_GPKI && certificates.size() == 1)
+        encryptFile(crypto, certificates.front(), file, cipher, target);
+    else
+        encryptInMemory(session, crypto, certificates, file, cipher, target);
 }
 
 } // namespace
@@ -71,7 +111,6 @@ int runEncrypt(Session& session)
     mustExist(file);
     const Cipher cipher = cipherOf(session.arguments);
     const Crypto crypto(session);
-    Bytes recipients(crypto.handle());
     std::vector<std::string> certificates;
     Json recipientList = Json::array();
     for (const std::string& name : names) {
@@ -80,13 +119,7 @@ int runEncrypt(Session& session)
         recipientList.push_back(jsonOf(recipient));
     }
     WrittenFile target(session, outputPath(session, file + encryptedEnding));
-    Bytes content(crypto.handle());
-    Bytes message(crypto.handle());
-    setList(session, crypto, certificates, recipients);
-    set(crypto, content, readFile(file));
-    crypto.check(CMSMakeEnvDataWithMultiRec(
-        crypto.handle(), SIGIL_TK_ENVELOPE_ISSUER, recipients.get(), content.get(), cipher.code, message.get()));
-    target.write(view(message));
+    encryptInto(session, crypto, certificates, file, cipher.code, target);
     target.commit();
     session.output.document({{"file", target.path()}, {"cipher", cipher.name}, {"recipients", recipientList}});
     session.output.line(target.path());
@@ -101,22 +134,18 @@ int runDecrypt(Session& session)
     mustHave(certificate, Pair::Sign);
     WrittenFile target(session, outputPath(session, withoutEnding(file)));
     const Crypto crypto(session);
-    Bytes message(crypto.handle());
-    Bytes content(crypto.handle());
-    set(crypto, message, readFile(file));
     std::vector<Pair> pairs = pairsOf(certificate);
     std::reverse(pairs.begin(), pairs.end()); // the key-management pair is there for this
     const int code = withPassword(session, certificate.name, [&](Secret& password) {
         int result = SIGIL_TK_CMS_NOBODY;
         for (const Pair pair : pairs)
             if (result == SIGIL_TK_CMS_NOBODY)
-                result = open(crypto, certificate, pair, password, message, content);
+                result = open(session, crypto, certificate, pair, password, file, target.freePath());
         return result;
     });
     if (code == SIGIL_TK_CMS_NOBODY)
         throw Failure(no, "not_a_recipient", notForThisKey, {file, certificate.name});
     crypto.check(code);
-    target.write(view(content));
     target.commit();
     session.output.document({{"file", target.path()}, {"certificate", jsonOf(certificate)}});
     session.output.line(target.path());

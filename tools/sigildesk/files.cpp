@@ -22,6 +22,11 @@ constexpr Words alreadyThere{
 constexpr Words notThere{"{} does not exist", "{}이(가) 없습니다"};
 constexpr Words inputTooLarge{"standard input holds more than a certificate", "표준 입력이 인증서보다 큽니다"};
 
+constexpr Words tooLarge{"{} has more than {} bytes, and is needed in one piece",
+    "{} 파일이 {}바이트보다 큽니다. 한 번에 처리해야 하는 작업입니다"};
+constexpr Words emptyContent{"{} is empty, and the toolkit takes no empty content here",
+    "{} 파일이 비어 있습니다. 툴킷이 이 작업에서 빈 내용을 받지 않습니다"};
+
 std::string reason(int error) { return std::generic_category().message(error); }
 
 /** Appends all of an open file to @p to. @return errno; 0 */
@@ -46,7 +51,7 @@ int readAll(int descriptor, Buffer& to, std::size_t most)
 template <class Buffer>
 Buffer contentOf(const std::string& path)
 {
-    constexpr std::size_t most = 0x7FFFFFFF; // what the façade's lengths can tell
+    constexpr std::size_t most = 0x7FFFFFFE; // what the façade's lengths can tell
     mustExist(path);
     const sigil::Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     struct stat status { };
@@ -55,6 +60,8 @@ Buffer contentOf(const std::string& path)
     if (!S_ISREG(status.st_mode))
         throw Failure(
             failed, "file_not_read", cannotRead, {path, reason(S_ISDIR(status.st_mode) ? EISDIR : EINVAL)});
+    if (static_cast<std::size_t>(status.st_size) > most)
+        throw Failure(failed, "file_too_large", tooLarge, {path, std::to_string(most)});
     Buffer content;
     content.reserve(static_cast<std::size_t>(status.st_size) + 65536 + 1); // no reallocation leaves a copy behind
     if (const int error = readAll(file.get(), content, most); error != 0)
@@ -105,6 +112,14 @@ void mustExist(const std::string& path)
 
 std::string readFile(const std::string& path) { return contentOf<std::string>(path); }
 
+std::string readContent(const std::string& path)
+{
+    std::string content = readFile(path);
+    if (content.empty())
+        throw Failure(failed, "empty_file", emptyContent, {path});
+    return content;
+}
+
 sigil::SecretBytes readSecretFile(const std::string& path) { return contentOf<sigil::SecretBytes>(path); }
 
 std::string readStandardInput()
@@ -150,6 +165,12 @@ WrittenFile::~WrittenFile()
 void WrittenFile::fail(int error) const
 {
     throw Failure(failed, "file_not_written", cannotWrite, {m_path, reason(error)});
+}
+
+const std::string& WrittenFile::freePath() const
+{
+    static_cast<void>(unlink(m_temporary.c_str()));
+    return m_temporary;
 }
 
 void WrittenFile::write(std::string_view bytes)

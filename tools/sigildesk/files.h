@@ -16,8 +16,10 @@
 
 namespace host {
 
-/** The file's content. Throws Failure when it cannot be read, or is no regular file. */
+/** The file's content. Throws Failure when it cannot be read, is no regular file, or is larger than the façade can tell. */
 std::string readFile(const std::string& path);
+/** The same for what the façade takes in one piece; throws Failure (empty_file) for an empty one, too. */
+std::string readContent(const std::string& path);
 /** The same for what may be a key; the bytes wipe themselves. */
 sigil::SecretBytes readSecretFile(const std::string& path);
 /** Everything on standard input, at most a megabyte. */
@@ -40,6 +42,8 @@ public:
     const std::string& path() const { return m_path; }
     /** Where to write, for those who write by themselves; may be replaced as a whole. */
     const std::string& temporaryPath() const { return m_temporary; }
+    /** The same for those who write only where nothing is yet. */
+    const std::string& freePath() const;
     void write(std::string_view bytes);
     /** Flushes the file and puts it in its place in one step. */
     void commit();

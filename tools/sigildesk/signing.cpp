@@ -16,7 +16,7 @@ void writeRaw(const Crypto& crypto, Bytes& certificate, Bytes& key, const std::s
 {
     Bytes text(crypto.handle());
     Bytes signature(crypto.handle());
-    set(crypto, text, readFile(file));
+    set(crypto, text, readContent(file));
     crypto.check(CRYPTSign(
         crypto.handle(), certificate.get(), key.get(), SIGIL_TK_HASH_SHA256, text.get(), signature.get()));
     target.write(view(signature));

@@ -16,6 +16,12 @@ namespace {
 constexpr Words waiting{"Waiting for the time-stamping authority ...", "시점확인 기관의 응답을 기다립니다 ..."};
 constexpr Words noAddress{"--url names the authority", "--url로 시점확인 기관의 주소를 지정하십시오"};
 
+std::string tokenFor(const Session& session, const Crypto& crypto, const std::string& file)
+{
+    const Progress progress(session.output, waiting);
+    return stampToken(crypto, session.arguments.text("--url"), readContent(file));
+}
+
 } // namespace
 
 Stamp stampOf(const Crypto& crypto, Bytes& token)
@@ -38,8 +44,7 @@ int runTimestamp(Session& session)
     mustExist(file);
     WrittenFile target(session, outputPath(session, file + ".tst"));
     const Crypto crypto(session);
-    const Progress progress(session.output, waiting);
-    const std::string token = stampToken(crypto, session.arguments.text("--url"), readFile(file));
+    const std::string token = tokenFor(session, crypto, file);
     Bytes bytes(crypto.handle());
     set(crypto, bytes, token);
     const Stamp stamp = stampOf(crypto, bytes);

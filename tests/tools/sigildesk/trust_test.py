@@ -6,6 +6,7 @@ import subprocess
 import threading
 
 from command import DONE, FAILED, NO, WRONG_USE, CommandTest, main
+from terminal import Terminal
 
 CONFIG = """
 [req]
@@ -67,6 +68,7 @@ class Servers:
 
             def do_POST(self):
                 body = self.rfile.read(int(self.headers["Content-Length"]))
+                servers.answering.wait()
                 self.reply(test.ocsp(body) if self.path == "/ocsp" else test.stamp(body) if self.path == "/tsa" else None)
 
             def reply(self, body):
@@ -80,6 +82,8 @@ class Servers:
                 pass
 
         self.files, self.asked = {}, []
+        self.answering = threading.Event()
+        self.answering.set()
         self.server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Handler)
         self.base = f"http://127.0.0.1:{self.server.server_address[1]}"
         threading.Thread(target=self.server.serve_forever, daemon=True).start()
@@ -263,6 +267,16 @@ class TrustTest(CommandTest):
             self.assertEqual((answer["file"], answer["policy"]), (str(text) + ".tst", "1.2.3.4"))
             self.assertRegex(answer["time"], r"^\d{4}-\d\d-\d\dT\d\d:\d\d:\d\d\+09:00$")
             self.openssl("ts", "-verify", "-token_in", "-in", answer["file"], "-data", text, "-CAfile", "chain.pem")
+
+    def test_progress_goes_before_the_result_comes(self):
+        self.servers.answering.clear()
+        self.addCleanup(self.servers.answering.set)
+        terminal = Terminal(self, "timestamp", self.user, "--url", self.servers.base + "/tsa", "--out", "late.tst")
+        terminal.wait_for("Waiting for the time-stamping authority ...")
+        self.servers.answering.set()
+        status, seen = terminal.end()
+        self.assertEqual(status, DONE)
+        self.assertRegex(seen, r"^\r +\rlate.tst  ")
 
     def test_stamped_message(self):
         folder = self.work / "pair"
