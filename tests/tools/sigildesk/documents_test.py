@@ -1,16 +1,19 @@
 """Help, man page, completion scripts and docs/command-line.md say the same; the examples of the man page work."""
 
+import json
 import os
 import pathlib
 import re
 import shlex
+import shutil
 import subprocess
 
-from command import PASSWORD, PROGRAM, CommandTest, main
+import shapes
+from command import DONE, NO, PASSWORD, PROGRAM, CommandTest, main
 from completing_shell import Zsh, completed_by_fish
 
 SOURCE = pathlib.Path(os.environ["SIGILDESK_SOURCE"])
-# Their examples need servers, a display, a certificate in trouble or another store; their own tests run them.
+# Their examples need servers, a display, or a token; their own tests run them.
 ELSEWHERE = {"status", "timestamp", "tokens", "pick"}
 
 
@@ -23,6 +26,7 @@ class DocumentsTest(CommandTest):
     def setUpClass(cls):
         super().setUpClass()
         cls.report = cls.store("--count", "2", "--keys", "2", "--state", "valid", "--pairs", "both", "--families", "npki")
+        shutil.copytree(cls.home, cls.work / "sample")
         process = subprocess.run([PROGRAM, "--help"], check=True, capture_output=True, text=True, env=cls.environment)
         first, rest = process.stdout.split("Commands:\n")[1].split("\nGlobal options")
         cls.commands = re.findall(r"^  (\S+)", first, re.MULTILINE)
@@ -96,26 +100,57 @@ class DocumentsTest(CommandTest):
             shape = self.section(command).split("With --json:\n.PP\n.RS\n")[1].split("\n.RE")[0]
             self.assertIn(f"| `{command}` | `{shape.replace('|', chr(92) + '|')}` |", document)
 
-    def test_examples(self):
-        for name, text in (("password", PASSWORD), ("new-password", "new-Pass2!"), ("number", "")):
-            (self.work / name).write_text(text)
-            (self.work / name).chmod(0o600)
+    def test_the_tests_that_the_document_names_exist(self):
+        table = (SOURCE / "docs" / "command-line.md").read_text(encoding="utf-8").split("| promise | held by |\n|---|---|\n")[1]
+        named = 0
+        for held in (row.split("|")[2] for row in table.strip().splitlines()):
+            for group in held.split(";"):
+                file, *tests = re.findall("`([^`]+)`", group)
+                here = SOURCE / file if "/" in file else pathlib.Path(__file__).with_name(file)
+                for test in tests:
+                    self.assertRegex(here.read_text(encoding="utf-8"), rf"def {test}\(|, {test}\)", file)
+                    named += 1
+        self.assertGreater(named, 100)
+
+    def prepare_examples(self):
+        """What the examples name, and a home folder that nothing was done to."""
+        shutil.rmtree(self.home)
+        shutil.copytree(self.work / "sample", self.home)
+        folder = self.work / self.id()
+        (folder / "usb").mkdir(parents=True)
         serial = self.json("show", "0")["certificate"]["serial"]
-        first = next(row for row in self.report if row["serial"] == serial)
-        (self.work / "number").write_text(first["identity"])
-        (self.work / "contract.txt").write_text("a contract")
-        (self.work / "usb").mkdir()
+        identity = next(row["identity"] for row in self.report if row["serial"] == serial)
+        for name, text in (("password", PASSWORD), ("new-password", "new-Pass2!"), ("number", identity)):
+            (folder / name).write_text(text)
+            (folder / name).chmod(0o600)
+        (folder / "contract.txt").write_text("a contract")
         authorities = self.home / "ca"
-        (self.work / "root.pem").write_bytes((authorities / "root.pem").read_bytes() + (authorities / "authorities.pem").read_bytes())
+        (folder / "root.pem").write_bytes((authorities / "root.pem").read_bytes() + (authorities / "authorities.pem").read_bytes())
+        return folder
+
+    def examples(self):
         for command in self.commands:
             example = self.section(command).split("Example:\n.PP\n.nf\n.RS\n")[1].split("\n.RE")[0]
             words = shlex.split(example)
             self.assertEqual(words[:2], ["sigildesk", command])
             self.assertIn(example, self.help[command])
-            if command in ELSEWHERE:
-                continue
-            status = self.run_command(*words[1:]).returncode
-            self.assertIn(status, (0, 1) if command in ("list", "doctor") else (0,), example)
+            if command not in ELSEWHERE:
+                yield command, words[1:], (DONE, NO) if command in ("list", "doctor") else (DONE,)
+
+    def test_examples(self):
+        folder = self.prepare_examples()
+        for _, words, statuses in self.examples():
+            self.assertIn(self.run_command(*words, cwd=folder).returncode, statuses, words)
+
+    def test_examples_print_the_documents_of_their_shapes(self):
+        folder = self.prepare_examples()
+        for command, words, statuses in self.examples():
+            process = self.run_command(*words, "--json", cwd=folder)
+            self.assertIn(process.returncode, statuses, words)
+            document = json.loads(process.stdout)
+            document.pop("error", None)  # of a list without certificates
+            shapes.check(self.page, command, document)
+        shapes.check(self.page, "list", self.json("list"))
 
 
 main()

@@ -4,6 +4,7 @@ import glob
 import shutil
 import subprocess
 
+import shapes
 from command import DONE, CommandTest, main
 
 PIN = "1234"
@@ -34,6 +35,7 @@ class TokensTest(CommandTest):
             token = next(token for token in document["tokens"] if token["label"] == "계약 토큰")
             self.assertTrue(token["initialised"])
             self.assertEqual([c["serial"] for c in token["certificates"]], [self.report[0]["serial"]])
+            shapes.check(self.answer("manual"), "tokens", document)
             self.assertIn("계약 토큰", self.answer("tokens", "--toolkit", toolkit))
 
 

@@ -2,9 +2,12 @@
 
 import http.server
 import os
+import re
+import shutil
 import subprocess
 import threading
 
+import shapes
 from command import DONE, FAILED, NO, WRONG_USE, CommandTest, main
 from terminal import Terminal
 
@@ -256,6 +259,24 @@ class TrustTest(CommandTest):
         error = self.error("status", self.user, status=FAILED)
         self.assertEqual([step["step"] for step in error["steps"]], ["issuer"])
 
+    # -- the examples of the manual page, but for the port of the servers --------------------------------------------
+
+    def test_examples(self):
+        pair = self.home / "NPKI" / "yessign" / "USER" / "cn=User"
+        pair.mkdir(parents=True)
+        self.addCleanup(shutil.rmtree, self.home / "NPKI")
+        shutil.copy(self.user, pair / "signCert.der")
+        shutil.copy(self.work / "user.key", pair / "signPri.key")
+        shutil.copy(self.work / "issuer.pem", self.work / "authorities.pem")
+        (self.work / "contract.txt").write_text("a contract")
+        page = self.answer("manual")
+        for command, path in (("status", "/ocsp"), ("timestamp", "/tsa")):
+            example, = re.findall(f"^  (sigildesk {command} .*)$", self.answer(command, "--help"), re.MULTILINE)
+            words = re.sub(r"http://127\.0\.0\.1:\d+/", self.servers.base + path, example).split()[1:]
+            self.assertIn(example, page.replace("\\-", "-"))
+            self.answer(*words)
+            shapes.check(page, command, self.json(*words, *(["--force"] if command == "timestamp" else [])))
+
     # -- timestamp -------------------------------------------------------------------------------------------------
 
     def test_token_is_read_by_openssl(self):
@@ -289,12 +310,14 @@ class TrustTest(CommandTest):
         password.chmod(0o600)
         text = self.work / "stamped.txt"
         text.write_text("a text")
+        page = self.answer("manual")
         for form, how in (("--attached", ["stamped.txt.p7m"]), ("--detached", ["stamped.txt", "--signature", "stamped.txt.p7s"])):
             self.answer("sign", folder, text, form, "--timestamp", self.servers.base + "/tsa", "--password-file", password)
             document = self.json("verify-file", *how)
             self.assertEqual([(step["step"], step["ok"]) for step in document["steps"]],
                              [("signature", True), ("signer", True), ("timestamp", True)])
             self.assertTrue(document["signers"][0]["timestamp"])
+            shapes.check(page, "verify-file", document)
 
     def test_timestamp_needs_an_address(self):
         self.assertEqual(self.error("timestamp", self.user, status=WRONG_USE)["name"], "wrong_use")
