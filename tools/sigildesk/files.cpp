@@ -24,8 +24,8 @@ constexpr Words inputTooLarge{"standard input holds more than a certificate", "�
 
 constexpr Words tooLarge{"{} has more than {} bytes, and is needed in one piece",
     "{} 파일이 {}바이트보다 큽니다. 한 번에 처리해야 하는 작업입니다"};
-constexpr Words emptyContent{"{} is empty, and the toolkit takes no empty content here",
-    "{} 파일이 비어 있습니다. 툴킷이 이 작업에서 빈 내용을 받지 않습니다"};
+constexpr Words emptyContent{"{} is empty, and empty content cannot be taken here",
+    "{} 파일이 비어 있습니다. 이 작업은 빈 내용을 받지 않습니다"};
 
 std::string reason(int error) { return std::generic_category().message(error); }
 
@@ -131,6 +131,8 @@ std::string readStandardInput()
         throw Failure(failed, "file_not_read", inputTooLarge);
     if (error != 0)
         throw Failure(failed, "file_not_read", cannotRead, {"-", reason(error)});
+    if (content.empty())
+        throw Failure(failed, "empty_file", emptyContent, {"-"});
     return content;
 }
 

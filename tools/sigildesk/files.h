@@ -22,7 +22,7 @@ std::string readFile(const std::string& path);
 std::string readContent(const std::string& path);
 /** The same for what may be a key; the bytes wipe themselves. */
 sigil::SecretBytes readSecretFile(const std::string& path);
-/** Everything on standard input, at most a megabyte. */
+/** Everything on standard input: something, and at most a megabyte. Throws Failure. */
 std::string readStandardInput();
 
 /** Throws Failure (not_found) when nothing is there. */

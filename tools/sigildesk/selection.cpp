@@ -298,7 +298,7 @@ std::vector<std::string> certificatesIn(const fs::path& folder)
 Certificate readPair(const Session& session, const Crypto& crypto, const std::string& path)
 {
     const PairFiles files = filesOf(path);
-    Certificate certificate = readCertificate(session, crypto, readFile(path));
+    Certificate certificate = readCertificate(session, crypto, readContent(path));
     certificate.files = files;
     if (!files.kmCertificate.empty())
         certificate.kmDer = derOf(crypto, readFile(files.kmCertificate));

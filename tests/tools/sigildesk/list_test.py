@@ -137,6 +137,11 @@ class ListTest(CommandTest):
         self.assertEqual(self.error("show", "0", "--serial", "ffff", status=NO)["name"], "no_match")
         self.assertEqual(self.error("list", "--family", "xpki", status=WRONG_USE)["name"], "wrong_use")
 
+    def test_an_empty_certificate(self):
+        (self.work / "empty.der").touch()
+        for form in ("empty.der", "-"):  # standard input is empty
+            self.assertEqual(self.error("show", form, status=FAILED)["name"], "empty_file", form)
+
     def test_show_has_fingerprints_and_files(self):
         one = self.listed()[7]
         shown = self.json("show", "7")["certificate"]
