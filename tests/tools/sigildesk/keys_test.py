@@ -4,9 +4,8 @@ other way round."""
 import os
 import pathlib
 import shutil
-import subprocess
 
-from command import DONE, FAILED, NO, PASSWORD, PROGRAM, WRONG_USE, CommandTest, main
+from command import DONE, FAILED, NO, PASSWORD, WRONG_USE, CommandTest, main
 
 TEXT = "계약서: 이 글에 서명합니다.\r\n".encode()
 TOOLKITS = ("maker", "gpki")
@@ -230,30 +229,6 @@ class KeysTest(CommandTest):
                           ["timestamp", large, "--url", "http://127.0.0.1:1/"], ["verify-file", large],
                           ["verify-file", self.text, "--signature", large]):
             self.assertEqual(self.error(*arguments, status=FAILED)["name"], "file_too_large", arguments)
-
-    def test_messages_are_worked_on_piece_by_piece(self):
-        size = 32 << 20
-        large, plain = self.work / "large", self.fresh("plain")
-        large.touch()
-        os.truncate(large, size)
-        for file in (large, self.work / "large.p7e", self.work / "large.p7m", plain):
-            self.addCleanup(file.unlink)
-        commands = [["encrypt", large, "--to", "0", "--toolkit", "gpki"], ["sign", "0", large, "--password-file", self.password]]
-        commands += [["decrypt", "0", "large.p7e", "--out", plain, "--force", "--toolkit", toolkit, "--password-file", self.password]
-                     for toolkit in TOOLKITS]
-        before = self.peak("show", "0")
-        for arguments in commands:
-            self.assertLess(self.peak(*arguments), before + size / 2, arguments)
-        self.assertEqual(plain.stat().st_size, size)
-
-    def peak(self, *arguments):
-        """Bytes of memory that a run had at once."""
-        process = subprocess.Popen([PROGRAM, *map(str, arguments)], env=self.environment, cwd=self.work, stdin=subprocess.DEVNULL,
-                                   stdout=subprocess.DEVNULL, start_new_session=True)
-        _, status, usage = os.wait4(process.pid, 0)
-        process.returncode = os.waitstatus_to_exitcode(status)
-        self.assertEqual(process.returncode, DONE, arguments)
-        return usage.ru_maxrss * 1024
 
     def test_not_for_this_key(self):
         self.answer("encrypt", self.text, "--to", "1", "--out", "other.p7e", "--force")
