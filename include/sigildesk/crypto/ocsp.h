@@ -1,7 +1,8 @@
 /** @file
  *  Online certificate status.
  *
- *  The protocol is that of RFC 6960.
+ *  The protocol is that of RFC 6960. With the open toolkit requests name certificates by SHA-1 and carry a nonce of 16 bytes,
+ *  certificates may be PEM too, and one call waits twenty seconds at most; a licensed toolkit may do otherwise.
  *  The rules that hold for every function (handle, codes, ownership, texts) stand in <sigildesk/crypto.h>.
  */
 #ifndef SIGILDESK_CRYPTO_OCSP_H
@@ -41,7 +42,9 @@ SIGIL_EXPORT int OCSPSendAndRecv(void* handle, char* url, BINSTR* certificate, B
  *  @param responderCertificate  receives the certificate of the responder, which may be null; release it with
  *                               HV_BINSTR_Delete on the same handle
  *  @return the common codes; 1001 when @p certificate or @p response is empty; open toolkit: 3700 to 3705; on type 0 also 3204 for
- *          a revoked certificate and 3706 for one that the responder does not know */
+ *          a revoked certificate and 3706 for one that the responder does not know. A response without the nonce is 3703,
+ *          unless HV_SetOption(SIGIL_TK_OPTION_OCSP_ANY_NONCE) on type 1, or "Nonce = 0" in the section [OCSP] of the file of
+ *          HV_SetConfFile on type 0, allows it; one with another nonce is 3703 in any case */
 SIGIL_EXPORT int OCSPVerifyResMsg(
     void* handle, BINSTR* certificate, BINSTR* response, int* status, BINSTR* responderCertificate);
 

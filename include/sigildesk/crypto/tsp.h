@@ -1,7 +1,9 @@
 /** @file
  *  Time stamps.
  *
- *  The protocol is that of RFC 3161.
+ *  The protocol is that of RFC 3161. With the open toolkit a hash of 0 is that of HV_SetHashAlg, an address that is neither of
+ *  the web nor a host alone is 3600, a server that does not answer within twenty seconds 3601, and what is empty where
+ *  something is needed 3000.
  *  The rules that hold for every function (handle, codes, ownership, texts) stand in <sigildesk/crypto.h>.
  */
 #ifndef SIGILDESK_CRYPTO_TSP_H
