@@ -121,4 +121,5 @@ int call(void* context, Body body, Arguments... arguments) noexcept
 
 /** The function @p other of this file under a second name, for the other toolkit. Compiles only if toolkit_abi/ declares
  *  both with the same arguments. */
+// NOLINTNEXTLINE(bugprone-macro-parentheses): a declared name takes none
 #define SAME_FUNCTION(name, other) extern "C" SIGIL_EXPORT decltype(other) name __attribute__((alias(#other)))
