@@ -2,7 +2,6 @@
 
 #include "foundation/text_field.h"
 #include "ui/dialog_support.h"
-#include "ui/language_texts.h"
 #include "ui/large_type.h"
 #include "ui_cert_view_detail_form.h"
 
@@ -61,25 +60,24 @@ CertViewDetailForm::~CertViewDetailForm() = default;
 
 QWidget* CertViewDetailForm::LastControl() const { return m_Form->textEdit_certinfo; }
 
-void CertViewDetailForm::SetCertificate(const char* langFile, tagCERTINFO* entry)
+void CertViewDetailForm::SetCertificate(const sigil::LanguageTexts& texts, tagCERTINFO* entry)
 {
-    sigil::copyText(m_szLangFile, langFile ? langFile : "");
+    m_Texts = texts;
     m_Entry = entry;
 }
 
 void CertViewDetailForm::InitSetControl()
 {
-    const sigil::LanguageTexts texts(m_Util, m_szLangFile);
     QTableView* list = m_Form->tableView_certinfolist;
     m_Model.clear();
     m_Model.setHorizontalHeaderLabels(
-        {texts.ui("DLG_CERVIEWDETAIL_LISTFIELD"), texts.ui("DLG_CERVIEWDETAIL_LISTCONTENTS")});
+        {m_Texts.ui("DLG_CERVIEWDETAIL_LISTFIELD"), m_Texts.ui("DLG_CERVIEWDETAIL_LISTCONTENTS")});
     sigil::tipHeaders(m_Model);
     if (m_Entry) {
         int row = 0;
         for (const DetailRow& detail : detailRows)
-            SetRow(row++, texts.ui(detail.captionKey), sigil::fromEucKr(detail.value(*m_Entry)));
-        SetRow(row, texts.ui("DLG_CERVIEWDETAIL_FIELDLOCATION"), Location(texts));
+            SetRow(row++, m_Texts.ui(detail.captionKey), sigil::fromEucKr(detail.value(*m_Entry)));
+        SetRow(row, m_Texts.ui("DLG_CERVIEWDETAIL_FIELDLOCATION"), Location());
     }
     sigil::showWholeRows(list);
     list->setModel(&m_Model);
@@ -87,8 +85,8 @@ void CertViewDetailForm::InitSetControl()
     list->setColumnWidth(1, sigil::scaled(list, 175));
     connect(list->selectionModel(), &QItemSelectionModel::selectionChanged, this,
         &CertViewDetailForm::on_tableViewSelection, Qt::UniqueConnection);
-    list->setAccessibleName(texts.ui("DLG_CERVIEWMAIN_TABDETAIL"));
-    m_Form->textEdit_certinfo->setAccessibleName(texts.ui("DLG_CERVIEWDETAIL_LISTCONTENTS"));
+    list->setAccessibleName(m_Texts.ui("DLG_CERVIEWMAIN_TABDETAIL"));
+    m_Form->textEdit_certinfo->setAccessibleName(m_Texts.ui("DLG_CERVIEWDETAIL_LISTCONTENTS"));
 }
 
 void CertViewDetailForm::SetRow(int row, const QString& caption, const QString& value)
@@ -100,20 +98,20 @@ void CertViewDetailForm::SetRow(int row, const QString& caption, const QString& 
     m_Model.setData(m_Model.index(row, 1), sigil::toolTipOf(value), Qt::ToolTipRole);
 }
 
-QString CertViewDetailForm::Location(const sigil::LanguageTexts& texts) const
+QString CertViewDetailForm::Location() const
 {
     switch (m_Entry->nMediaType) {
     case 1:
     case 2:
         return sigil::fromEucKr(sigil::fieldText(m_Entry->szSignCertPath));
     case 3:
-        return texts.ui("DLG_BUTTONMEDIA_SMCARD");
+        return m_Texts.ui("DLG_BUTTONMEDIA_SMCARD");
     case 4:
-        return texts.ui("DLG_BUTTONMEDIA_PKCS11");
+        return m_Texts.ui("DLG_BUTTONMEDIA_PKCS11");
     case 7:
-        return texts.ui("DLG_BUTTONMEDIA_USIM");
+        return m_Texts.ui("DLG_BUTTONMEDIA_USIM");
     default:
-        return texts.ui("DLG_BUTTONMEDIA_MEMORY");
+        return m_Texts.ui("DLG_BUTTONMEDIA_MEMORY");
     }
 }
 

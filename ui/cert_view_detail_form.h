@@ -3,10 +3,9 @@
  */
 #pragma once
 
-#include "foundation/text_field.h"
+#include "ui/language_texts.h"
 
 #include <sigildesk/records.h>
-#include <sigildesk/util.h>
 
 #include <QStandardItemModel>
 #include <QWidget>
@@ -14,10 +13,6 @@
 
 class QItemSelection;
 class Ui_CertViewDetailForm;
-
-namespace sigil {
-class LanguageTexts;
-}
 
 class CertViewDetailForm : public QWidget {
     Q_OBJECT
@@ -27,7 +22,7 @@ public:
     ~CertViewDetailForm() override;
 
     /** What is shown. @param entry stays the caller's and must outlive the form */
-    void SetCertificate(const char* langFile, tagCERTINFO* entry);
+    void SetCertificate(const sigil::LanguageTexts& texts, tagCERTINFO* entry);
     /** The last control that the Tab key reaches. */
     QWidget* LastControl() const;
     /** Headers and rows. */
@@ -40,11 +35,10 @@ public slots: // NOLINT(readability-redundant-access-specifiers): the slots must
 
 private:
     void SetRow(int row, const QString& caption, const QString& value);
-    QString Location(const sigil::LanguageTexts& texts) const;
+    QString Location() const;
 
-    char m_szLangFile[sigil::pathCapacity] = {};
+    sigil::LanguageTexts m_Texts;
     tagCERTINFO* m_Entry = nullptr;
     QStandardItemModel m_Model;
     std::unique_ptr<Ui_CertViewDetailForm> m_Form;
-    CUtil m_Util;
 };

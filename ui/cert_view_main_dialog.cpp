@@ -1,11 +1,9 @@
 #include "ui/cert_view_main_dialog.h"
 
-#include "foundation/text_field.h"
 #include "ui/cert_view_detail_form.h"
 #include "ui/cert_view_normal_form.h"
 #include "ui/contrast.h"
 #include "ui/dialog_support.h"
-#include "ui/language_texts.h"
 #include "ui/large_type.h"
 #include "ui_cert_view_main_dialog.h"
 
@@ -27,27 +25,26 @@ CertViewMainDialog::CertViewMainDialog(QWidget* parent)
 
 CertViewMainDialog::~CertViewMainDialog() = default;
 
-void CertViewMainDialog::SetCertificate(const char* langFile, void* processor, tagCERTINFO* entry)
+void CertViewMainDialog::SetCertificate(const sigil::LanguageTexts& texts, void* processor, tagCERTINFO* entry)
 {
-    sigil::copyText(m_szLangFile, langFile ? langFile : "");
+    m_Texts = texts;
     m_hProcessor = processor;
     m_Entry = entry;
 }
 
 void CertViewMainDialog::InitSetControl()
 {
-    const sigil::LanguageTexts texts(m_Util, m_szLangFile);
-    m_Form->tabWidget->setTabText(0, texts.ui("DLG_CERVIEWMAIN_TABNORMAL"));
-    m_Form->tabWidget->setTabText(1, texts.ui("DLG_CERVIEWMAIN_TABDETAIL"));
-    m_NormalForm->SetCertificate(m_szLangFile, m_hProcessor, m_Entry);
+    m_Form->tabWidget->setTabText(0, m_Texts.ui("DLG_CERVIEWMAIN_TABNORMAL"));
+    m_Form->tabWidget->setTabText(1, m_Texts.ui("DLG_CERVIEWMAIN_TABDETAIL"));
+    m_NormalForm->SetCertificate(m_Texts, m_hProcessor, m_Entry);
     m_NormalForm->InitSetControl();
-    m_DetailForm->SetCertificate(m_szLangFile, m_Entry);
+    m_DetailForm->SetCertificate(m_Texts, m_Entry);
     m_DetailForm->InitSetControl();
-    setWindowTitle(texts.ui("DLG_CERTVIEW_CAPITON"));
-    m_Form->pushButton_ok->setText(texts.ui("DLG_BUTTON_OK"));
-    m_Form->pushButton_verify->setText(texts.ui("DLG_BUTTON_VERIFY"));
+    setWindowTitle(m_Texts.ui("DLG_CERTVIEW_CAPITON"));
+    m_Form->pushButton_ok->setText(m_Texts.ui("DLG_BUTTON_OK"));
+    m_Form->pushButton_verify->setText(m_Texts.ui("DLG_BUTTON_VERIFY"));
     m_Form->pushButton_verify->clearFocus();
-    m_Form->tabWidget->setAccessibleName(texts.ui("DLG_ACCESS_PAGES"));
+    m_Form->tabWidget->setAccessibleName(m_Texts.ui("DLG_ACCESS_PAGES"));
 }
 
 void CertViewMainDialog::on_pushButton_verify_clicked() { m_nRv = m_NormalForm->VerifyCert(); }

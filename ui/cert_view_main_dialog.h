@@ -3,10 +3,9 @@
  */
 #pragma once
 
-#include "foundation/text_field.h"
+#include "ui/language_texts.h"
 
 #include <sigildesk/records.h>
-#include <sigildesk/util.h>
 
 #include <QDialog>
 #include <memory>
@@ -23,11 +22,11 @@ public:
     ~CertViewMainDialog() override;
 
     /** What is shown; before InitSetControl.
-     *  @param langFile  path of the language file, cut to pathCapacity
+     *  @param texts     in the language of the caller
      *  @param processor verifies the certificate; stays the caller's
      *  @param entry     stays the caller's and must outlive the dialog; verifying sets its status */
-    void SetCertificate(const char* langFile, void* processor, tagCERTINFO* entry);
-    /** Texts in the language of the file, and both tabs. */
+    void SetCertificate(const sigil::LanguageTexts& texts, void* processor, tagCERTINFO* entry);
+    /** Texts, and both tabs. */
     void InitSetControl();
     /** What the processor answered to the last verification, 0 before the first. */
     int LastResult() const { return m_nRv; }
@@ -47,7 +46,6 @@ private:
     int m_nRv = 0;
     void* m_hProcessor = nullptr;
     tagCERTINFO* m_Entry = nullptr;
-    char m_szLangFile[sigil::pathCapacity] = {};
+    sigil::LanguageTexts m_Texts;
     std::unique_ptr<Ui_CertViewMainDialog> m_Form;
-    CUtil m_Util;
 };

@@ -3,7 +3,6 @@
 #include "foundation/text_field.h"
 #include "ui/cert_records.h"
 #include "ui/dialog_support.h"
-#include "ui/language_texts.h"
 #include "ui/large_type.h"
 #include "ui/verify_causes.h"
 #include "ui_cert_view_normal_form.h"
@@ -74,34 +73,33 @@ CertViewNormalForm::CertViewNormalForm(QWidget* parent)
 
 CertViewNormalForm::~CertViewNormalForm() = default;
 
-void CertViewNormalForm::SetCertificate(const char* langFile, void* processor, tagCERTINFO* entry)
+void CertViewNormalForm::SetCertificate(const sigil::LanguageTexts& texts, void* processor, tagCERTINFO* entry)
 {
-    sigil::copyText(m_szLangFile, langFile ? langFile : "");
+    m_Texts = texts;
     m_hProcessor = processor;
     m_Entry = entry;
 }
 
 void CertViewNormalForm::InitSetControl()
 {
-    const sigil::LanguageTexts texts(m_Util, m_szLangFile);
-    SetCaptions(texts);
+    SetCaptions();
     if (!m_Entry)
         return;
     SetValues();
     SetCertStatus(m_Entry->nValidStatus);
-    SetKeyUsages(texts);
+    SetKeyUsages();
 }
 
-void CertViewNormalForm::SetCaptions(const sigil::LanguageTexts& texts)
+void CertViewNormalForm::SetCaptions()
 {
-    m_Form->label_infotitle->setText(texts.ui("DLG_CERVIEWNORAL_TITLE"));
-    m_Form->label_certusagetitle->setText(texts.ui("DLG_CERVIEWNORAL_USAGETITLE"));
-    m_Form->label_explain->setText(texts.ui("DLG_CERVIEWNORAL_EXPLAIN"));
-    m_Form->label_subjecttitle->setText(texts.ui("DLG_CERVIEWNORAL_SUBJECTTITLE"));
-    m_Form->label_issuertitle->setText(texts.ui("DLG_CERVIEWNORAL_ISSUERTITLE"));
-    m_Form->label_validitytitle->setText(texts.ui("DLG_CERVIEWNORAL_DATETITLE"));
-    m_Form->label_usagetitle->setText(texts.ui("DLG_CERVIEWNORAL_USETITLE"));
-    m_Form->label_statustitle->setText(texts.ui("DLG_CERVIEWNORAL_STATETITLE"));
+    m_Form->label_infotitle->setText(m_Texts.ui("DLG_CERVIEWNORAL_TITLE"));
+    m_Form->label_certusagetitle->setText(m_Texts.ui("DLG_CERVIEWNORAL_USAGETITLE"));
+    m_Form->label_explain->setText(m_Texts.ui("DLG_CERVIEWNORAL_EXPLAIN"));
+    m_Form->label_subjecttitle->setText(m_Texts.ui("DLG_CERVIEWNORAL_SUBJECTTITLE"));
+    m_Form->label_issuertitle->setText(m_Texts.ui("DLG_CERVIEWNORAL_ISSUERTITLE"));
+    m_Form->label_validitytitle->setText(m_Texts.ui("DLG_CERVIEWNORAL_DATETITLE"));
+    m_Form->label_usagetitle->setText(m_Texts.ui("DLG_CERVIEWNORAL_USETITLE"));
+    m_Form->label_statustitle->setText(m_Texts.ui("DLG_CERVIEWNORAL_STATETITLE"));
     m_Form->listView->setAccessibleName(m_Form->label_certusagetitle->text());
 }
 
@@ -115,13 +113,13 @@ void CertViewNormalForm::SetValues()
     m_Form->label_usage->setText(sigil::fromEucKr(sigil::fieldText(m_Entry->szPolicyName)));
 }
 
-void CertViewNormalForm::SetKeyUsages(const sigil::LanguageTexts& texts)
+void CertViewNormalForm::SetKeyUsages()
 {
     const std::string_view held = sigil::fieldText(m_Entry->szKeyUsage);
     QStringList lines;
     for (const KeyUsage& usage : keyUsages)
         if (held.find(usage.name) != std::string_view::npos)
-            lines << texts.ui(usage.textKey);
+            lines << m_Texts.ui(usage.textKey);
     m_KeyUsages.setStringList(lines);
 }
 
@@ -136,7 +134,7 @@ void CertViewNormalForm::SetCertStatus(int)
     const QPixmap image = sigil::pictureFor(this, status.image);
     if (!image.isNull())
         m_Form->label_certimage->setPixmap(image);
-    ShowStatus(sigil::LanguageTexts(m_Util, m_szLangFile).ui(status.textKey));
+    ShowStatus(m_Texts.ui(status.textKey));
 }
 
 void CertViewNormalForm::ShowStatus(const QString& text)
@@ -163,14 +161,13 @@ int CertViewNormalForm::VerifyCert()
 void CertViewNormalForm::ShowFailure(const char* error)
 {
     constexpr std::size_t most = 1023;
-    const sigil::LanguageTexts texts(m_Util, m_szLangFile);
-    const QString failed = texts.message("MSG_CERTVERIFY_FAIL");
+    const QString failed = m_Texts.message("MSG_CERTVERIFY_FAIL");
     const QString cause = QString::fromStdString(sigil::toUtf8(sigil::fromEucKr(error), most));
     const QString forUser = partForUser(cause);
-    const QString message = failed + "\n(" + texts.message("MSG_CERTVERIFY_DETAILMSG") + " : " +
-        (cause.contains(forUserMark) ? forUser : sigil::causeIn(texts, cause)) + ")";
+    const QString message = failed + "\n(" + m_Texts.message("MSG_CERTVERIFY_DETAILMSG") + " : " +
+        (cause.contains(forUserMark) ? forUser : sigil::causeIn(m_Texts, cause)) + ")";
     m_Form->label_certimage->setPixmap(
         sigil::pictureFor(this, refusedImage)); // a green tick would say the opposite of the text
     ShowStatus(cause.contains(forUserMark) ? forUser : failed);
-    sigil::showInformation(this, texts, QString(), QString::fromStdString(sigil::toUtf8(message, most)));
+    sigil::showInformation(this, m_Texts, QString(), QString::fromStdString(sigil::toUtf8(message, most)));
 }

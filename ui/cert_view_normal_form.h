@@ -3,20 +3,15 @@
  */
 #pragma once
 
-#include "foundation/text_field.h"
+#include "ui/language_texts.h"
 
 #include <sigildesk/records.h>
-#include <sigildesk/util.h>
 
 #include <QStringListModel>
 #include <QWidget>
 #include <memory>
 
 class Ui_CertViewNormalForm;
-
-namespace sigil {
-class LanguageTexts;
-}
 
 class CertViewNormalForm : public QWidget {
     Q_OBJECT
@@ -26,7 +21,7 @@ public:
     ~CertViewNormalForm() override;
 
     /** What is shown; see CertViewMainDialog::SetCertificate. */
-    void SetCertificate(const char* langFile, void* processor, tagCERTINFO* entry);
+    void SetCertificate(const sigil::LanguageTexts& texts, void* processor, tagCERTINFO* entry);
     /** Captions, values, status and key usages. */
     void InitSetControl();
     /** Shows the entry's own status; the argument is deliberately not looked at. */
@@ -35,17 +30,16 @@ public:
     int VerifyCert();
 
 private:
-    void SetCaptions(const sigil::LanguageTexts& texts);
+    void SetCaptions();
     void SetValues();
-    void SetKeyUsages(const sigil::LanguageTexts& texts);
+    void SetKeyUsages();
     void ShowStatus(const QString& text);
     void ShowFailure(const char* error);
 
     int m_nRv = 0;
-    char m_szLangFile[sigil::pathCapacity] = {};
+    sigil::LanguageTexts m_Texts;
     tagCERTINFO* m_Entry = nullptr;
     void* m_hProcessor = nullptr;
     std::unique_ptr<Ui_CertViewNormalForm> m_Form;
-    CUtil m_Util;
     QStringListModel m_KeyUsages;
 };

@@ -1,6 +1,7 @@
 #include "ui/language_texts.h"
 
 #include "foundation/language_file.h"
+#include "foundation/profile_file.h"
 #include "foundation/text_field.h"
 
 #include <QtGlobal>
@@ -9,15 +10,13 @@
 #else
 #include <QStringConverter>
 #endif
-#include <algorithm>
-#include <array>
 
 namespace sigil {
 
 namespace {
 
-/** Room for one looked-up text, and for the terminator of a text that fills it. */
-using TextBuffer = std::array<char, 1024 + 1>;
+/** What a text has at most, in bytes: language files are input. */
+constexpr std::size_t longestText = 1023;
 
 /** Whether every "%" of @p format begins "%%", but for one that begins "%s". */
 bool holdsOneText(std::string_view format)
@@ -83,24 +82,20 @@ std::string languageFile(std::string_view folder, int language)
     return languageFile(folder, language, SIGIL_LANGUAGE_ENGLISH).substr(0, pathCapacity - 1);
 }
 
-QString LanguageTexts::ui(const char* key) const
+LanguageTexts::LanguageTexts(const std::string& file)
+    : m_file(std::make_shared<ProfileFile>(file.c_str()))
 {
-    TextBuffer text{};
-    std::string file = m_file;
-    std::string name = key;
-    m_util.GetLanguageUIText(file.data(), name.data(), static_cast<int>(text.size()) - 1, text.data());
-    return fromEucKr(text.data());
 }
 
-QString LanguageTexts::message(const char* key) const { return fromEucKr(messageBytes(key)); }
+QString LanguageTexts::ui(const char* key) const { return fromEucKr(bytes("UserInterface", key)); }
 
-std::string LanguageTexts::messageBytes(const char* key) const
+QString LanguageTexts::message(const char* key) const { return fromEucKr(bytes("Message", key)); }
+
+std::string LanguageTexts::messageBytes(const char* key) const { return std::string(bytes("Message", key)); }
+
+std::string_view LanguageTexts::bytes(const char* section, const char* key) const
 {
-    TextBuffer text{};
-    std::string file = m_file;
-    std::string name = key;
-    m_util.GetLanguageMessageText(file.data(), name.data(), static_cast<int>(text.size()) - 1, text.data());
-    return text.data();
+    return m_file ? m_file->value(section, key).substr(0, longestText) : std::string_view();
 }
 
 } // namespace sigil

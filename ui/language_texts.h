@@ -3,13 +3,14 @@
  */
 #pragma once
 
-#include <sigildesk/util.h>
-
 #include <QString>
+#include <memory>
 #include <string>
 #include <string_view>
 
 namespace sigil {
+
+class ProfileFile;
 
 /** Text of the library (EUC-KR bytes) as Qt shows it. */
 QString fromEucKr(std::string_view text);
@@ -24,14 +25,12 @@ std::string formatOneText(std::string_view format, std::string_view value);
 /** Path of the dialogs' language file in @p folder, cut to what a path field holds. */
 std::string languageFile(std::string_view folder, int language);
 
-/** One language file. Every lookup reads the file anew; a missing file or key gives an empty text. */
+/** One language file, which is read once. A missing file or key gives an empty text. Copies share what was read. */
 class LanguageTexts {
 public:
-    LanguageTexts(CUtil& util, std::string_view file)
-        : m_util(util)
-        , m_file(file)
-    {
-    }
+    /** No texts at all. */
+    LanguageTexts() = default;
+    explicit LanguageTexts(const std::string& file);
 
     QString ui(const char* key) const;      ///< from section "UserInterface"
     QString message(const char* key) const; ///< from section "Message"
@@ -39,8 +38,9 @@ public:
     std::string messageBytes(const char* key) const;
 
 private:
-    CUtil& m_util;
-    std::string m_file;
+    std::string_view bytes(const char* section, const char* key) const;
+
+    std::shared_ptr<const ProfileFile> m_file;
 };
 
 } // namespace sigil

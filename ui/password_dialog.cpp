@@ -5,7 +5,6 @@
 #include "ui/contrast.h"
 #include "ui/dialog_support.h"
 #include "ui/korean_font.h"
-#include "ui/language_texts.h"
 #include "ui/large_type.h"
 #include "ui_password_dialog.h"
 
@@ -31,14 +30,13 @@ void PasswordDialog::SetCaller(int language, const char* folder)
 
 void PasswordDialog::InitSetControl()
 {
-    sigil::copyText(m_szLangFile, sigil::languageFile(m_szLibraryFolder, sigil::readableLanguage(m_nLanguage)));
+    m_Texts = sigil::LanguageTexts(sigil::languageFile(m_szLibraryFolder, sigil::readableLanguage(m_nLanguage)));
     m_Form->lineEdit_password->setEchoMode(QLineEdit::Password);
-    const sigil::LanguageTexts texts(m_Util, m_szLangFile);
-    setWindowTitle(texts.ui("DLG_CERTPASSWORD_CAPITON"));
+    setWindowTitle(m_Texts.ui("DLG_CERTPASSWORD_CAPITON"));
     ShowTitle(false);
-    m_Form->label_pwd->setText(texts.ui("DLG_STATIC_CERTPASSWORD"));
-    m_Form->pushButton_ok->setText(texts.ui("DLG_BUTTON_OK"));
-    m_Form->pushButton_cancel->setText(texts.ui("DLG_BUTTON_CANCEL"));
+    m_Form->label_pwd->setText(m_Texts.ui("DLG_STATIC_CERTPASSWORD"));
+    m_Form->pushButton_ok->setText(m_Texts.ui("DLG_BUTTON_OK"));
+    m_Form->pushButton_cancel->setText(m_Texts.ui("DLG_BUTTON_CANCEL"));
     m_Form->lineEdit_password->setAccessibleName(m_Form->label_pwd->text());
 }
 
@@ -55,15 +53,13 @@ void PasswordDialog::on_pushButton_ok_clicked()
 
 void PasswordDialog::ShowTitle(bool capsLock)
 {
-    const sigil::LanguageTexts texts(m_Util, m_szLangFile);
     m_Form->label_title->setText(
-        capsLock ? texts.message("MSG_SELECTCERT_CAPSLOCK") : texts.ui("DLG_CERTPASSWORD_INPUT"));
+        capsLock ? m_Texts.message("MSG_SELECTCERT_CAPSLOCK") : m_Texts.ui("DLG_CERTPASSWORD_INPUT"));
 }
 
 void PasswordDialog::ShowMessage(const char* messageKey)
 {
-    const sigil::LanguageTexts texts(m_Util, m_szLangFile);
-    sigil::showInformation(this, texts, texts.ui("DLG_SELCERT_CAPITON"), texts.message(messageKey));
+    sigil::showInformation(this, m_Texts, m_Texts.ui("DLG_SELCERT_CAPITON"), m_Texts.message(messageKey));
     sigil::askForPassword(m_Form->lineEdit_password);
 }
 

@@ -5,9 +5,7 @@
  */
 #pragma once
 
-#include "foundation/text_field.h"
-
-#include <sigildesk/util.h>
+#include "ui/language_texts.h"
 
 #include <QDialog>
 #include <memory>
@@ -45,7 +43,6 @@ private:
     int m_nLanguage = 0;
     char m_szLibraryFolder[1024] = {};
     char m_szPassword[1024] = {};
-    char m_szLangFile[sigil::pathCapacity] = {};
+    sigil::LanguageTexts m_Texts;
     std::unique_ptr<Ui_PasswordDialog> m_Form;
-    CUtil m_Util;
 };

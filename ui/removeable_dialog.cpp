@@ -4,7 +4,6 @@
 #include "ui/contrast.h"
 #include "ui/dialog_support.h"
 #include "ui/korean_font.h"
-#include "ui/language_texts.h"
 #include "ui/large_type.h"
 #include "ui_removeable_dialog.h"
 
@@ -62,13 +61,12 @@ void RemoveableDialog::SetCaller(int language, const char* folder, void* process
 
 void RemoveableDialog::InitSetControl()
 {
-    sigil::copyText(m_szLangFile, sigil::languageFile(m_szLibraryFolder, sigil::readableLanguage(m_nLanguage)));
-    const sigil::LanguageTexts texts(m_Util, m_szLangFile);
-    setWindowTitle(texts.ui("DLG_REMOVABLE_CAPTION"));
-    m_Form->label_text->setText(texts.ui("DLG_REMOVABLE_TITLE"));
-    m_Form->pushButton_ok->setText(texts.ui("DLG_BUTTON_OK"));
-    m_Form->pushButton_cancel->setText(texts.ui("DLG_BUTTON_CANCEL"));
-    m_Form->tableView_remobable->setAccessibleName(texts.ui("DLG_REMOVABLE_LIST"));
+    m_Texts = sigil::LanguageTexts(sigil::languageFile(m_szLibraryFolder, sigil::readableLanguage(m_nLanguage)));
+    setWindowTitle(m_Texts.ui("DLG_REMOVABLE_CAPTION"));
+    m_Form->label_text->setText(m_Texts.ui("DLG_REMOVABLE_TITLE"));
+    m_Form->pushButton_ok->setText(m_Texts.ui("DLG_BUTTON_OK"));
+    m_Form->pushButton_cancel->setText(m_Texts.ui("DLG_BUTTON_CANCEL"));
+    m_Form->tableView_remobable->setAccessibleName(m_Texts.ui("DLG_REMOVABLE_LIST"));
 }
 
 int RemoveableDialog::GetRemovableDisk()
@@ -105,7 +103,7 @@ void RemoveableDialog::SetListItem()
     list->setFont(font);
     sigil::showWholeRows(list);
     m_Model.clear();
-    m_Model.setHorizontalHeaderLabels({sigil::LanguageTexts(m_Util, m_szLangFile).ui("DLG_REMOVABLE_LIST")});
+    m_Model.setHorizontalHeaderLabels({m_Texts.ui("DLG_REMOVABLE_LIST")});
     list->setModel(&m_Model);
     list->setColumnWidth(0, sigil::scaled(list, 284));
     sigil::tipHeaders(m_Model);
@@ -127,9 +125,8 @@ void RemoveableDialog::on_pushButton_ok_clicked()
         accept();
         return;
     }
-    const sigil::LanguageTexts texts(m_Util, m_szLangFile);
-    m_nBoxResult =
-        sigil::showInformation(this, texts, texts.ui("DLG_REMOVABLE_CAPTION"), texts.ui("DLG_REMOVABLE_TITLE"));
+    m_nBoxResult = sigil::showInformation(
+        this, m_Texts, m_Texts.ui("DLG_REMOVABLE_CAPTION"), m_Texts.ui("DLG_REMOVABLE_TITLE"));
 }
 
 bool RemoveableDialog::eventFilter(QObject* watched, QEvent* event)

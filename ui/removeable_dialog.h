@@ -7,9 +7,9 @@
 #pragma once
 
 #include "foundation/text_field.h"
+#include "ui/language_texts.h"
 
 #include <sigildesk/records.h>
-#include <sigildesk/util.h>
 
 #include <QDialog>
 #include <QStandardItemModel>
@@ -61,7 +61,6 @@ private:
     std::unique_ptr<Ui_RemoveableDialog> m_Form;
     int m_nBoxResult = 0;
     QStandardItemModel m_Model;
-    CUtil m_Util;
     std::vector<tagDRIVEINFO> m_Drives;
-    char m_szLangFile[sigil::pathCapacity] = {};
+    sigil::LanguageTexts m_Texts;
 };

@@ -7,7 +7,6 @@
 #include "ui/dialog_support.h"
 #include "ui/file_chooser.h"
 #include "ui/korean_font.h"
-#include "ui/language_texts.h"
 #include "ui/large_type.h"
 #include "ui/password_buffer.h"
 #include "ui/password_dialog.h"
@@ -51,7 +50,7 @@ SelectCertDialog::SelectCertDialog(QWidget* parent)
     unmarked->hide();
     unmarked->setDefault(true);
     new sigil::CapsLockHint(m_Form->lineEdit_password, [this](bool on) { // owned by the field
-        ShowStatus(on ? Texts().message("MSG_SELECTCERT_CAPSLOCK") : m_Status);
+        ShowStatus(on ? m_Texts.message("MSG_SELECTCERT_CAPSLOCK") : m_Status);
     });
     qRegisterMetaType<QItemSelection>("QItemSelection");
     // A row can also be selected with the keyboard or by a load; the field must not stay as the row before left it. The
@@ -72,7 +71,7 @@ int SelectCertDialog::SetInitOption(tagINITOPT* init, tagLOADSELECTCERTOPTION* l
 void SelectCertDialog::InitSetControl()
 {
     const int language = sigil::readableLanguage(m_Selection.language());
-    sigil::copyText(m_szLangFile, sigil::languageFile(m_Selection.options().init.szLibraryFolder, language));
+    m_Texts = sigil::LanguageTexts(sigil::languageFile(m_Selection.options().init.szLibraryFolder, language));
     m_Form->lineEdit_password->setEchoMode(QLineEdit::Password);
     // Intended: never shown, and one more on every call. The dialog owns them.
     auto* title = new QLabel(this);
@@ -80,7 +79,7 @@ void SelectCertDialog::InitSetControl()
     title->hide();
 
     SetControlTexts();
-    m_Table.setColumns(Texts());
+    m_Table.setColumns(m_Texts);
     SetButtonImage(1, 1, language);
     SetButtonImage(1, 2, language);
     for (int bit : {8, 4, 16, 32})
@@ -92,24 +91,23 @@ void SelectCertDialog::InitSetControl()
 
 void SelectCertDialog::SetControlTexts()
 {
-    const sigil::LanguageTexts texts = Texts();
-    setWindowTitle(sigil::withReason(texts.ui("DLG_SELCERT_CAPITON"), m_Selection.language(), texts));
-    m_Form->groupBox->setTitle(texts.ui("DLG_GROUPBOX_MEDIA"));
-    m_Form->label_find->setText(texts.ui("DLG_FINDCERT_TEXT"));
-    m_Form->pushButton_find->setText(texts.ui("DLG_BUTTON_FIND"));
-    m_Form->label_pwd->setText(texts.ui("DLG_STATIC_CERTPASSWORD"));
-    m_Form->pushButton_ok->setText(texts.ui("DLG_BUTTON_OK"));
-    m_Form->pushButton_cancel->setText(texts.ui("DLG_BUTTON_CANCEL"));
-    m_Form->pushButton_view->setText(texts.ui("DLG_BUTTON_VIEW"));
-    m_Form->tableView_certlist->setAccessibleName(texts.ui("DLG_ACCESS_CERTLIST"));
+    setWindowTitle(sigil::withReason(m_Texts.ui("DLG_SELCERT_CAPITON"), m_Selection.language(), m_Texts));
+    m_Form->groupBox->setTitle(m_Texts.ui("DLG_GROUPBOX_MEDIA"));
+    m_Form->label_find->setText(m_Texts.ui("DLG_FINDCERT_TEXT"));
+    m_Form->pushButton_find->setText(m_Texts.ui("DLG_BUTTON_FIND"));
+    m_Form->label_pwd->setText(m_Texts.ui("DLG_STATIC_CERTPASSWORD"));
+    m_Form->pushButton_ok->setText(m_Texts.ui("DLG_BUTTON_OK"));
+    m_Form->pushButton_cancel->setText(m_Texts.ui("DLG_BUTTON_CANCEL"));
+    m_Form->pushButton_view->setText(m_Texts.ui("DLG_BUTTON_VIEW"));
+    m_Form->tableView_certlist->setAccessibleName(m_Texts.ui("DLG_ACCESS_CERTLIST"));
     m_Form->lineEdit_password->setAccessibleName(m_Form->label_pwd->text());
-    m_Form->lineEdit_msg->setAccessibleName(texts.ui("DLG_ACCESS_STATUS"));
-    m_Form->label_logo->setAccessibleName(texts.ui("DLG_ACCESS_BANNER"));
+    m_Form->lineEdit_msg->setAccessibleName(m_Texts.ui("DLG_ACCESS_STATUS"));
+    m_Form->label_logo->setAccessibleName(m_Texts.ui("DLG_ACCESS_BANNER"));
 }
 
 void SelectCertDialog::SetButtonImage(int state, int bit, int language)
 {
-    m_MediaButtons.SetButtonImage(state, bit, language, Texts());
+    m_MediaButtons.SetButtonImage(state, bit, language, m_Texts);
 }
 
 void SelectCertDialog::SetLogoImage()
@@ -167,8 +165,8 @@ int SelectCertDialog::LoadCertDisk(int which, char* drive)
 
 void SelectCertDialog::on_pushButton_find_clicked()
 {
-    const sigil::LanguageTexts texts = Texts();
-    const QString file = sigil::FileChooser(this, sigil::readableLanguage(m_Selection.language()), texts).choose();
+    const QString file =
+        sigil::FileChooser(this, sigil::readableLanguage(m_Selection.language()), m_Texts).choose();
     if (file.isEmpty())
         return;
     char path[sigil::pathCapacity];
@@ -202,7 +200,7 @@ void SelectCertDialog::ShowList(const Outcome& outcome)
         return;
     m_Table.clear();
     if (outcome.code == 0)
-        m_Table.SetItemTableView(m_Selection.entries(), Texts());
+        m_Table.SetItemTableView(m_Selection.entries(), m_Texts);
 }
 
 void SelectCertDialog::on_tableView_certlist_clicked(const QModelIndex&)
@@ -273,22 +271,20 @@ void SelectCertDialog::on_pushButton_view_clicked()
     if (!entry)
         return Tell(outcomeOf(Step::ChooseRow, code::missing));
     CertViewMainDialog viewer(this);
-    viewer.SetCertificate(m_szLangFile, m_Selection.processor(), entry);
+    viewer.SetCertificate(m_Texts, m_Selection.processor(), entry);
     viewer.InitSetControl();
     viewer.setModal(true);
     viewer.exec();
 }
 
-sigil::LanguageTexts SelectCertDialog::Texts() { return {m_Util, m_szLangFile}; }
-
 void SelectCertDialog::Tell(const Outcome& outcome)
 {
     if (!outcome.telling)
         return;
-    const std::string text = sigil::formatOneText(Texts().messageBytes(outcome.telling->textKey), outcome.value);
+    const std::string text = sigil::formatOneText(m_Texts.messageBytes(outcome.telling->textKey), outcome.value);
     const QString shown = sigil::fromEucKr(text.substr(0, longestMessage));
     if (outcome.telling->captionKey)
-        sigil::showInformation(this, Texts(), Texts().ui(outcome.telling->captionKey), shown);
+        sigil::showInformation(this, m_Texts, m_Texts.ui(outcome.telling->captionKey), shown);
     else
         ShowStatus(m_Status = shown);
 }

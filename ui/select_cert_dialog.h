@@ -10,22 +10,18 @@
 
 #include "foundation/text_field.h"
 #include "ui/certificate_table.h"
+#include "ui/language_texts.h"
 #include "ui/media_buttons.h"
 #include "ui/selection.h"
 #include "ui/selection_logo.h"
 
 #include <sigildesk/dialogs.h>
-#include <sigildesk/util.h>
 
 #include <QDialog>
 #include <memory>
 #include <string_view>
 
 class Ui_SelectCertDialog;
-
-namespace sigil {
-class LanguageTexts;
-}
 
 class SelectCertDialog : public QDialog {
     Q_OBJECT
@@ -78,7 +74,6 @@ public slots: // NOLINT(readability-redundant-access-specifiers): the slots must
     void reject() override;
 
 private:
-    sigil::LanguageTexts Texts();
     void SetControlTexts();
     /** Shows the entries of an operation that changed them. */
     void ShowList(const sigil::Outcome& outcome);
@@ -89,9 +84,8 @@ private:
     void Tell(const sigil::Outcome& outcome);
 
     char m_szLibraryFolder[sigil::pathCapacity] = {};
-    char m_szLangFile[sigil::pathCapacity] = {};
-    QString m_Status; ///< what the status line shows unless a hint does
-    CUtil m_Util;
+    sigil::LanguageTexts m_Texts; ///< in the language of the call
+    QString m_Status;             ///< what the status line shows unless a hint does
     sigil::Selection m_Selection;
     std::unique_ptr<Ui_SelectCertDialog> m_Form;
     sigil::CertificateTable m_Table;

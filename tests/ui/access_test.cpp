@@ -107,7 +107,7 @@ TEST_P(SelectionInBothLanguages, NamesEveryControl)
     expectNames(drives);
     tagCERTINFO entry = scripted::sampleEntry("x");
     CertViewMainDialog viewer;
-    viewer.SetCertificate(sigil::languageFile(SIGILDESK_LIBRARY_FOLDER, GetParam()).c_str(), nullptr, &entry);
+    viewer.SetCertificate(driver::texts(GetParam()), nullptr, &entry);
     viewer.InitSetControl();
     expectNames(viewer);
 }
@@ -116,7 +116,7 @@ TEST_P(SelectionInBothLanguages, BindsTheValuesOfTheViewerToTheirCaptions)
 {
     tagCERTINFO entry = scripted::sampleEntry("x");
     CertViewMainDialog viewer;
-    viewer.SetCertificate(sigil::languageFile(SIGILDESK_LIBRARY_FOLDER, GetParam()).c_str(), nullptr, &entry);
+    viewer.SetCertificate(driver::texts(GetParam()), nullptr, &entry);
     viewer.InitSetControl();
     const std::pair<const char*, const char*> bound[] = {{"label_subject", "label_subjecttitle"},
         {"label_issuer", "label_issuertitle"}, {"label_validity", "label_validitytitle"},
@@ -142,8 +142,7 @@ TEST_P(SelectionInBothLanguages, SaysThePictureOfTheViewerInWords)
 {
     tagCERTINFO entry = scripted::sampleEntry("x", 4);
     CertViewMainDialog viewer;
-    viewer.SetCertificate(
-        sigil::languageFile(SIGILDESK_LIBRARY_FOLDER, GetParam()).c_str(), &scripted::processor(), &entry);
+    viewer.SetCertificate(driver::texts(GetParam()), &scripted::processor(), &entry);
     viewer.InitSetControl();
     const auto words = [&] { return driver::find<QWidget>(viewer, "label_certimage").accessibleName(); };
     EXPECT_EQ(words(), driver::ui(GetParam(), "DLG_CERVIEWNORAL_CERTRENEWAL"));

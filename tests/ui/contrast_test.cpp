@@ -132,7 +132,7 @@ TEST_P(ContrastTest, OfTheViewer)
 {
     tagCERTINFO entry = scripted::sampleEntry("x");
     CertViewMainDialog viewer;
-    viewer.SetCertificate(sigil::languageFile(SIGILDESK_LIBRARY_FOLDER, english).c_str(), nullptr, &entry);
+    viewer.SetCertificate(driver::texts(english), nullptr, &entry);
     viewer.InitSetControl();
     viewer.show();
     expectReadableTexts(viewer);

@@ -48,6 +48,8 @@ QString message(int language, const char* key)
     return korean(text);
 }
 
+sigil::LanguageTexts texts(int language) { return sigil::LanguageTexts(languageFile(language)); }
+
 void whenShown(std::function<void(QDialog&)> action)
 {
     QWidget* before = QApplication::activeModalWidget();

@@ -3,6 +3,8 @@
  */
 #pragma once
 
+#include "ui/language_texts.h"
+
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDialog>
@@ -23,6 +25,8 @@ constexpr int patience = 60000;
 /** Texts of the language file in the ready-to-use library folder, as the dialogs should show them. */
 QString ui(int language, const char* key);
 QString message(int language, const char* key);
+/** All of that file, as a dialog takes them. */
+sigil::LanguageTexts texts(int language);
 
 /** The widget of that name; the test fails, and the program ends, without it. */
 template <class Widget>

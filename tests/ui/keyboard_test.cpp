@@ -56,7 +56,7 @@ TEST_P(SelectionInBothLanguages, GivesEveryAltKeyOnce)
     expectOwnAltKeys(drives);
     tagCERTINFO entry = scripted::sampleEntry("x");
     CertViewMainDialog viewer;
-    viewer.SetCertificate(sigil::languageFile(SIGILDESK_LIBRARY_FOLDER, GetParam()).c_str(), nullptr, &entry);
+    viewer.SetCertificate(driver::texts(GetParam()), nullptr, &entry);
     viewer.InitSetControl();
     expectOwnAltKeys(viewer);
 }

@@ -71,7 +71,7 @@ TEST_F(SelectionTest, ManyViewersStayFlat)
     tagCERTINFO entry = scripted::sampleEntry("x");
     expectFlat([&] {
         CertViewMainDialog viewer;
-        viewer.SetCertificate(sigil::languageFile(SIGILDESK_LIBRARY_FOLDER, korean).c_str(), nullptr, &entry);
+        viewer.SetCertificate(driver::texts(korean), nullptr, &entry);
         viewer.InitSetControl();
         viewer.show();
         viewer.close();

@@ -164,7 +164,7 @@ TEST_P(ReaderTest, FindsTheWordsOfTheViewersPicture)
 {
     tagCERTINFO entry = scripted::sampleEntry("x", 5);
     CertViewMainDialog viewer;
-    viewer.SetCertificate(sigil::languageFile(SIGILDESK_LIBRARY_FOLDER, GetParam()).c_str(), nullptr, &entry);
+    viewer.SetCertificate(driver::texts(GetParam()), nullptr, &entry);
     viewer.InitSetControl();
     viewer.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&viewer, driver::patience));

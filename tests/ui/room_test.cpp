@@ -141,8 +141,7 @@ void measureViewer(Rooms& rooms, int language, int status)
 {
     tagCERTINFO entry = longEntry(status);
     CertViewMainDialog viewer;
-    viewer.SetCertificate(
-        sigil::languageFile(SIGILDESK_LIBRARY_FOLDER, language).c_str(), &scripted::processor(), &entry);
+    viewer.SetCertificate(driver::texts(language), &scripted::processor(), &entry);
     viewer.InitSetControl();
     viewer.show();
     rooms.measure(viewer);

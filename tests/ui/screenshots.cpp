@@ -49,7 +49,7 @@ void openSelection(SelectCertDialog& dialog, int language)
 void saveViewer(tagCERTINFO entry, const char* name, int language)
 {
     CertViewMainDialog viewer;
-    viewer.SetCertificate(sigil::languageFile(folder, language).c_str(), nullptr, &entry);
+    viewer.SetCertificate(driver::texts(language), nullptr, &entry);
     viewer.InitSetControl();
     viewer.show();
     save(viewer, name, language);
@@ -58,7 +58,7 @@ void saveViewer(tagCERTINFO entry, const char* name, int language)
 void saveDetail(tagCERTINFO entry, int language)
 {
     CertViewMainDialog viewer;
-    viewer.SetCertificate(sigil::languageFile(folder, language).c_str(), nullptr, &entry);
+    viewer.SetCertificate(driver::texts(language), nullptr, &entry);
     viewer.InitSetControl();
     viewer.show();
     driver::find<QTabWidget>(viewer, "tabWidget").setCurrentIndex(1);

@@ -7,6 +7,7 @@
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
+#include <QTemporaryDir>
 
 #include <cstring>
 
@@ -156,6 +157,22 @@ TEST_P(SelectionInBothLanguages, ShowsTheTextsOfTheLanguage)
     EXPECT_EQ(widget("pushButton_view").text(), ui("DLG_BUTTON_VIEW"));
     for (const MediaButton& button : media)
         EXPECT_EQ(widget(button.name).text(), ui(button.key)) << button.name;
+}
+
+TEST_F(SelectionTest, ReadsTheLanguageFileOnceForACall)
+{
+    QTemporaryDir folder;
+    const QString file = folder.filePath("KOR.ini");
+    ASSERT_TRUE(QFile::copy(SIGILDESK_LIBRARY_FOLDER "/KOR.ini", file));
+    tagINITOPT init = initOptions(korean, folder.path().toLocal8Bit());
+    setUp().SetInitOption(&init, &load, nullptr);
+    dialog->InitSetControl();
+    ASSERT_TRUE(QFile::remove(file));
+    dialog->SetInitMediaCert(1);
+    EXPECT_EQ(status(), driver::message(korean, "MSG_SELECTCERT_SELCERTINPUTPWD"));
+    EXPECT_EQ(widget("pushButton_hdd").text(), driver::ui(korean, "DLG_BUTTONMEDIA_HDD"));
+    dialog->InitSetControl();
+    EXPECT_EQ(widget("pushButton_ok").text(), "") << "the next call reads it again";
 }
 
 TEST_P(SelectionInBothLanguages, SetsTheListUp)

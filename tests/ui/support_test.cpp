@@ -51,8 +51,7 @@ TEST(LanguageFile, IsKoreanForOneAndEnglishForAllElse)
 
 TEST(LanguageTexts, AreFoundInTheirSectionOnly)
 {
-    CUtil util;
-    const LanguageTexts texts(util, SIGILDESK_LIBRARY_FOLDER "/KOR.ini");
+    const LanguageTexts texts(SIGILDESK_LIBRARY_FOLDER "/KOR.ini");
     EXPECT_EQ(texts.ui("DLG_GROUPBOX_MEDIA"), QStringLiteral("저장매체 선택"));
     EXPECT_EQ(texts.message("DLG_GROUPBOX_MEDIA"), QString());
     EXPECT_EQ(texts.message("MSG_SELECTCERT_NOTSELECTCERT"), QStringLiteral("인증서를 선택하십시오."));
@@ -61,8 +60,7 @@ TEST(LanguageTexts, AreFoundInTheirSectionOnly)
 
 TEST(LanguageTexts, AreEmptyWithoutAFile)
 {
-    CUtil util;
-    const LanguageTexts texts(util, "/nowhere/KOR.ini");
+    const LanguageTexts texts("/nowhere/KOR.ini");
     EXPECT_EQ(texts.ui("DLG_BUTTON_OK"), QString());
     EXPECT_EQ(texts.message("MSG_SELECTCERT_NOCERT"), QString());
 }
@@ -74,20 +72,17 @@ TEST(LanguageTexts, OfAHostileFileDoNotPassTheirBuffer)
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write("[UserInterface]\nDLG_BUTTON_OK = " + QByteArray(3000, 'x') + "\n");
     file.close();
-    CUtil util;
-    EXPECT_LE(LanguageTexts(util, file.fileName().toStdString()).ui("DLG_BUTTON_OK").size(), 1024);
+    EXPECT_LE(LanguageTexts(file.fileName().toStdString()).ui("DLG_BUTTON_OK").size(), 1024);
 }
 
 namespace {
 
-CUtil noUtil;
-const LanguageTexts noTexts(noUtil, "/nowhere");
+const LanguageTexts noTexts;
 
 } // namespace
 
 TEST(Information, HasItsButtonInTheLanguageOfTheDialogs)
 {
-    CUtil util;
     for (const int language : {1, 2}) {
         QString button;
         driver::whenShown([&](QDialog& box) {
@@ -95,7 +90,7 @@ TEST(Information, HasItsButtonInTheLanguageOfTheDialogs)
             box.accept();
         });
         showInformation(
-            nullptr, LanguageTexts(util, languageFile(SIGILDESK_LIBRARY_FOLDER, language)), "caption", "text");
+            nullptr, LanguageTexts(languageFile(SIGILDESK_LIBRARY_FOLDER, language)), "caption", "text");
         EXPECT_EQ(button, driver::ui(language, "DLG_BUTTON_OK"));
     }
 }

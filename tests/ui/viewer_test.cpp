@@ -33,8 +33,7 @@ protected:
     CertViewMainDialog& open()
     {
         viewer = std::make_unique<CertViewMainDialog>();
-        const std::string file = sigil::languageFile(SIGILDESK_LIBRARY_FOLDER, GetParam());
-        viewer->SetCertificate(file.c_str(), &scripted::processor(), &entry);
+        viewer->SetCertificate(driver::texts(GetParam()), &scripted::processor(), &entry);
         viewer->InitSetControl();
         viewer->show();
         return *viewer;
