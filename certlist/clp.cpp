@@ -1,6 +1,7 @@
 // The exported functions: each checks its arguments, keeps exceptions inside and hands over to the processor.
 
 #include "certlist/codes.h"
+#include "certlist/listing_pause.h"
 #include "certlist/processor.h"
 #include "certlist/toolkit_calls.h"
 #include "foundation/text_field.h"
@@ -12,6 +13,7 @@
 #include <memory>
 #include <new>
 #include <string_view>
+#include <utility>
 
 using namespace sigil;
 
@@ -134,6 +136,11 @@ int CLP_GetRemDrive(void* hCLP, tagDRIVEINFO* pArray)
 int CLP_LoadCertList(void* hCLP)
 {
     return call(hCLP, true, [](CCertListProcInterface& p) { return p.LoadCertList(); });
+}
+
+void sigil::pauseListings(void* processor, ListingPause pause)
+{
+    static_cast<CCertListProcInterface*>(processor)->setPause(std::move(pause));
 }
 
 int CLP_LoadMemoryCert(void* hCLP, char* pSignCert, int nSignCertLen, char* pSignKey, int nSignKeyLen,

@@ -69,9 +69,15 @@ int CLoadDISK::LoadCertList()
         if (total > before)
             found.push_back(&family);
     }
+    if (m_search.isGivenUp())
+        return SIGIL_CANCELLED;
     if (total == 0)
         return m_search.nothingFound();
     fillList(found, total);
+    if (m_search.isGivenUp()) {
+        ClearCertList();
+        return SIGIL_CANCELLED;
+    }
     return m_nCount > 0 ? SIGIL_SUCCESS : m_search.nothingFound();
 }
 
@@ -87,7 +93,7 @@ int CLoadDISK::countFamily(const Family& family, int& total)
     // Files that a killed operation left half changed are put back once, before anything is judged.
     for (const std::string& folder : m_folders[family.code])
         if (!folder.empty()) // some families have places without a folder
-            repairStore(family, folder);
+            repairStore(family, folder, [this] { return m_search.goesOn(); });
     search(family, true, [&total](const tagCERTINFO&) { ++total; });
     return SIGIL_SUCCESS;
 }

@@ -15,6 +15,7 @@
 
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 class CLoadDISK : public sigil::CertificateLoader {
@@ -32,8 +33,10 @@ public:
     int GetDirectoryCount(int nPKIType) const;
     /** Fills the folder list of a family. @return 0, also for an unknown family; 1111 no base folder */
     int GetCertDirectory(int nPKIType);
+    /** What later listings call between folders and between files. */
+    void setPause(sigil::ListingPause pause) { m_search.setPause(std::move(pause)); }
     /** Searches all families that the options name. @return 0; 1111; 1115 none found; 1123 none found, and a folder
-     *  could not be read to its end (logged) */
+     *  could not be read to its end (logged); -1 a pause gave it up */
     int LoadCertList();
     /** Forgets the list; its secrets are wiped. The memory is kept for the next list: most follow soon, and to have it
      *  from the system anew costs more than to fill it. */

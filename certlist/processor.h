@@ -15,6 +15,7 @@
 #include <sigildesk/util.h>
 
 #include <memory>
+#include <utility>
 
 class CCertListProcInterface {
 public:
@@ -63,6 +64,8 @@ public:
     int CopySetSource(int nSrcMedia, int nIndex, char* szPassword, sigil::CertNKey& out);
     /** Tells @p observer what becomes of each candidate of later listings; null for nobody. */
     void observe(sigil::ListObserver* observer);
+    /** See pauseListings(). */
+    void setPause(sigil::ListingPause pause) { m_pLoadDisk->setPause(std::move(pause)); }
     /** @return 0; 1001 nothing to release */
     int MemFree(void** ppBuf);
     /** The toolkit's last error text. @return 0; a code of the façade */

@@ -54,11 +54,14 @@ void repairSharedFolder(const Family& family, const SearchedFolder& store, const
 
 } // namespace
 
-void repairStore(const Family& family, const std::string& folder)
+void repairStore(const Family& family, const std::string& folder, const ListingPause& pause)
 {
     const SearchedFolder store(folder);
-    for (const std::string& name : namesIn(folder))
+    for (const std::string& name : namesIn(folder)) {
+        if (pause && !pause())
+            return;
         family.files.mark ? repairSharedFolder(family, store, name) : repairOwnFolder(family, store, name);
+    }
 }
 
 void repairPairsIn(const std::string& folder)

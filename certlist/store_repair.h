@@ -3,6 +3,7 @@
  */
 #pragma once
 
+#include "certlist/listing_pause.h"
 #include "foundation/families.h"
 
 #include <string>
@@ -10,8 +11,9 @@
 namespace sigil {
 
 /** Repairs the pairs in one folder of a family's store.
- *  @param folder  ends in "/" */
-void repairStore(const Family& family, const std::string& folder);
+ *  @param folder  ends in "/"
+ *  @param pause   called before each of them; those that follow one that gave up are left for the next listing */
+void repairStore(const Family& family, const std::string& folder, const ListingPause& pause = {});
 
 /** Repairs the pair that has this folder for itself, or those that share it, of whichever family they are. */
 void repairPairsIn(const std::string& folder);

@@ -11,11 +11,11 @@ void StoreSearch::look(const Family& family, const std::vector<std::string>& fol
     const Keep& keep, ListObserver* observer)
 {
     ScratchEntry entry;
-    for (const std::string& path : folders) {
-        m_folder = SearchedFolder(path);
-        if (observer && !path.empty())
-            observer->searches(family, path, m_folder.openError());
-        while (const dirent* item = m_folder.next()) {
+    for (auto path = folders.begin(); path != folders.end() && goesOn(); ++path) {
+        m_folder = SearchedFolder(*path);
+        if (observer && !path->empty())
+            observer->searches(family, *path, m_folder.openError());
+        while (const dirent* item = nextItem()) {
             if (!isCandidate(family, m_folder, *item))
                 continue;
             const int rc = judged(family, item->d_name, judge, entry);
@@ -28,6 +28,15 @@ void StoreSearch::look(const Family& family, const std::vector<std::string>& fol
             noteUnreadFolder();
     }
     m_folder = SearchedFolder();
+}
+
+const dirent* StoreSearch::nextItem() { return goesOn() ? m_folder.next() : nullptr; }
+
+bool StoreSearch::goesOn()
+{
+    if (!m_givenUp && m_pause)
+        m_givenUp = !m_pause();
+    return !m_givenUp;
 }
 
 int StoreSearch::judged(const Family& family, const char* name, const Judge& judge, ScratchEntry& entry)

@@ -6,11 +6,13 @@
 #include "certlist/entry.h"
 #include "certlist/error_log.h"
 #include "certlist/list_observer.h"
+#include "certlist/listing_pause.h"
 #include "certlist/searched_folder.h"
 #include "foundation/families.h"
 
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace sigil {
@@ -28,8 +30,14 @@ public:
     {
     }
 
-    /** A new listing begins: no folder of it has been unreadable so far. */
-    void begin() { m_folderUnread = false; }
+    /** What later listings call between folders and between files. */
+    void setPause(ListingPause pause) { m_pause = std::move(pause); }
+    /** A new listing begins: no folder of it has been unreadable so far, and nobody has given it up. */
+    void begin() { m_folderUnread = m_givenUp = false; }
+    /** Pauses. @return false: the listing is given up */
+    bool goesOn();
+    /** Whether a pause ended the listing: what was found is not all. */
+    bool isGivenUp() const { return m_givenUp; }
     /** Looks through @p folders, in this order, for certificates of @p family. @param observer  null for none */
     void look(const Family& family, const std::vector<std::string>& folders, const Judge& judge, const Keep& keep,
         ListObserver* observer);
@@ -40,12 +48,15 @@ public:
     int nothingFound() const;
 
 private:
+    const dirent* nextItem();
     int judged(const Family& family, const char* name, const Judge& judge, ScratchEntry& entry);
     void noteUnreadFolder();
 
     ErrorLog& m_log;
     SearchedFolder m_folder;
+    ListingPause m_pause;
     bool m_folderUnread = false;
+    bool m_givenUp = false;
 };
 
 } // namespace sigil
