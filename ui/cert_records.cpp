@@ -205,14 +205,6 @@ void handOutResult(const tagSELCERTINFO& from, tagSELCERTINFO& to)
     turnIntoUtf8(to.szCertPolicy);
 }
 
-void wipeKeys(tagCERTINFO& entry)
-{
-    wipe(entry.bySignPriKey, sizeof entry.bySignPriKey);
-    wipe(entry.byKmPriKey, sizeof entry.byKmPriKey);
-    entry.nSignPriKeyLen = 0;
-    entry.nKmPriKeyLen = 0;
-}
-
 int setItem(unsigned char* item, std::size_t capacity, const char* data, int size)
 {
     if (!data || size <= 0 || static_cast<std::size_t>(size) > capacity)
@@ -221,10 +213,17 @@ int setItem(unsigned char* item, std::size_t capacity, const char* data, int siz
     return size;
 }
 
-Validity validityOf(const tagCERTINFO& entry)
+Validity validityOf(int validStatus)
 {
-    const int status = entry.nValidStatus;
-    return status < 0 || status > 5 ? Validity::unknown : static_cast<Validity>(status % 3);
+    return validStatus < 0 || validStatus > 5 ? Validity::unknown : static_cast<Validity>(validStatus % 3);
+}
+
+CertificateRow rowOf(const tagCERTINFO& entry)
+{
+    const auto text = [](const auto& field) { return std::string(fieldText(field)); };
+    return {subjectName(entry), text(entry.szIssuerName), text(entry.szPolicyName), text(entry.szValidFrom),
+        text(entry.szValidTo), text(entry.szSerialNum), text(entry.szIssuerDN), entry.nValidStatus,
+        entry.nRemainDays};
 }
 
 std::string subjectName(const tagCERTINFO& entry)

@@ -125,7 +125,7 @@ void CertViewNormalForm::SetKeyUsages()
 
 void CertViewNormalForm::SetCertStatus(int)
 {
-    const sigil::Validity validity = m_Entry ? sigil::validityOf(*m_Entry) : sigil::Validity::unknown;
+    const sigil::Validity validity = m_Entry ? sigil::validityOf(m_Entry->nValidStatus) : sigil::Validity::unknown;
     if (validity == sigil::Validity::unknown) {
         ShowStatus(QString());
         return;

@@ -1,9 +1,7 @@
 #include "ui/certificate_table.h"
 
-#include "foundation/text_field.h"
 #include "ui/cert_records.h"
 #include "ui/dialog_support.h"
-#include "ui/language_texts.h"
 #include "ui/large_type.h"
 #include "ui/row_description.h"
 
@@ -17,12 +15,40 @@ namespace {
 struct Column {
     const char* headerKey;
     int width;
+    std::string CertificateRow::*text;
 };
 
-constexpr Column columns[] = {{"DLG_CERTLISTCTRL_DN", 95}, {"DLG_CERTLISTCTRL_ISSUER", 92},
-    {"DLG_CERTLISTCTRL_USAGE", 92}, {"DLG_CERTLISTCTRL_VALIDITYTO", 75}};
+constexpr Column columns[] = {{"DLG_CERTLISTCTRL_DN", 95, &CertificateRow::subject},
+    {"DLG_CERTLISTCTRL_ISSUER", 92, &CertificateRow::issuer},
+    {"DLG_CERTLISTCTRL_USAGE", 92, &CertificateRow::policy},
+    {"DLG_CERTLISTCTRL_VALIDITYTO", 75, &CertificateRow::validTo}};
 
 } // namespace
+
+void CertificateModel::show(const Selection::Rows& rows, const LanguageTexts& texts)
+{
+    m_rows = &rows;
+    m_texts = texts;
+    setRowCount(static_cast<int>(rows.size()));
+}
+
+QVariant CertificateModel::data(const QModelIndex& cell, int role) const
+{
+    if (!m_rows || !cell.isValid() || static_cast<std::size_t>(cell.row()) >= m_rows->size())
+        return {};
+    const CertificateRow& row = (*m_rows)[static_cast<std::size_t>(cell.row())];
+    const std::string& text = row.*columns[cell.column()].text;
+    switch (role) {
+    case Qt::DisplayRole:
+        return fromEucKr(text);
+    case Qt::ToolTipRole:
+        return toolTipOf(fromEucKr(text) + "\n" + describe(row, m_texts));
+    case Qt::AccessibleDescriptionRole:
+        return describe(row, m_texts);
+    default:
+        return {};
+    }
+}
 
 CertificateTable::CertificateTable(QTableView* view)
     : m_view(view)
@@ -44,26 +70,10 @@ void CertificateTable::setColumns(const LanguageTexts& texts)
     m_view->setFont(m_font);
 }
 
-void CertificateTable::SetItemTableView(const Selection::Entries& entries, const LanguageTexts& texts)
+void CertificateTable::SetItemTableView(const Selection::Rows& rows, const LanguageTexts& texts)
 {
-    for (const tagCERTINFO& entry : entries)
-        addRow(entry, texts);
+    m_model.show(rows, texts);
     m_view->selectRow(0);
-}
-
-void CertificateTable::addRow(const tagCERTINFO& entry, const LanguageTexts& texts)
-{
-    const QString cells[] = {fromEucKr(subjectName(entry)), fromEucKr(fieldText(entry.szIssuerName)),
-        fromEucKr(fieldText(entry.szPolicyName)), fromEucKr(fieldText(entry.szValidTo))};
-    const QString description = describe(entry, texts);
-    const int row = m_model.rowCount();
-    m_model.insertRow(row);
-    for (int column = 0; column < 4; ++column) {
-        const QModelIndex cell = m_model.index(row, column);
-        m_model.setData(cell, cells[column]);
-        m_model.setData(cell, toolTipOf(cells[column] + "\n" + description), Qt::ToolTipRole);
-        m_model.setData(cell, description, Qt::AccessibleDescriptionRole);
-    }
 }
 
 void CertificateTable::clear() { m_model.removeRows(0, m_model.rowCount()); }

@@ -3,6 +3,7 @@
  */
 #pragma once
 
+#include "ui/language_texts.h"
 #include "ui/selection.h"
 
 #include <QFont>
@@ -12,7 +13,18 @@ class QTableView;
 
 namespace sigil {
 
-class LanguageTexts;
+/** The rows of a list as the view asks for them: ten thousand certificates are a window of seven rows, and texts that
+ *  nobody looks at are not made. */
+class CertificateModel : public QStandardItemModel {
+public:
+    /** @param rows stay their owner's; nothing is shown of rows that went meanwhile */
+    void show(const Selection::Rows& rows, const LanguageTexts& texts);
+    QVariant data(const QModelIndex& cell, int role) const override;
+
+private:
+    const Selection::Rows* m_rows = nullptr;
+    LanguageTexts m_texts;
+};
 
 class CertificateTable {
 public:
@@ -21,17 +33,15 @@ public:
 
     /** Headers, widths and font. */
     void setColumns(const LanguageTexts& texts);
-    /** Appends a row for each entry, and selects the first row. */
-    void SetItemTableView(const Selection::Entries& entries, const LanguageTexts& texts);
+    /** Shows a row for each certificate, and selects the first one. @param rows must stay until clear() */
+    void SetItemTableView(const Selection::Rows& rows, const LanguageTexts& texts);
     void clear();
     /** Row of the first selected index, or -1 without a selection. */
     int selectedRow() const;
 
 private:
-    void addRow(const tagCERTINFO& entry, const LanguageTexts& texts);
-
     QTableView* m_view;
-    QStandardItemModel m_model;
+    CertificateModel m_model;
     QFont m_font;
 };
 

@@ -1,6 +1,5 @@
 #include "ui/row_description.h"
 
-#include "foundation/text_field.h"
 #include "ui/cert_records.h"
 #include "ui/language_texts.h"
 
@@ -10,16 +9,16 @@
 
 namespace sigil {
 
-QString stateOf(const tagCERTINFO& entry, const LanguageTexts& texts)
+QString stateOf(const CertificateRow& row, const LanguageTexts& texts)
 {
-    switch (validityOf(entry)) {
+    switch (validityOf(row.validStatus)) {
     case Validity::valid:
         return texts.ui("DLG_CERVIEWNORAL_CERTVALID");
     case Validity::endsSoon:
-        if (entry.nRemainDays < 2) // how soon is not known, or cannot be said in days
+        if (row.remainDays < 2) // how soon is not known, or cannot be said in days
             return texts.ui("DLG_CERVIEWNORAL_CERTRENEWAL");
         return fromEucKr(
-            formatOneText(texts.messageBytes("MSG_SELECTCERT_ENDSIN"), std::to_string(entry.nRemainDays)));
+            formatOneText(texts.messageBytes("MSG_SELECTCERT_ENDSIN"), std::to_string(row.remainDays)));
     case Validity::expired:
         return texts.ui("DLG_CERVIEWNORAL_CERTEXPIRED");
     case Validity::unknown:
@@ -28,15 +27,15 @@ QString stateOf(const tagCERTINFO& entry, const LanguageTexts& texts)
     return {};
 }
 
-QString describe(const tagCERTINFO& entry, const LanguageTexts& texts)
+QString describe(const CertificateRow& row, const LanguageTexts& texts)
 {
     const std::pair<const char*, std::string_view> lines[] = {
-        {"DLG_CERVIEWDETAIL_FIELDSERIAL", fieldText(entry.szSerialNum)},
-        {"DLG_CERVIEWDETAIL_FIELDISSUER", fieldText(entry.szIssuerDN)},
-        {"DLG_CERVIEWDETAIL_FIELDBEFORE", fieldText(entry.szValidFrom)},
-        {"DLG_CERVIEWDETAIL_FIELDAFTER", fieldText(entry.szValidTo)},
+        {"DLG_CERVIEWDETAIL_FIELDSERIAL", row.serialNumber},
+        {"DLG_CERVIEWDETAIL_FIELDISSUER", row.issuerDn},
+        {"DLG_CERVIEWDETAIL_FIELDBEFORE", row.validFrom},
+        {"DLG_CERVIEWDETAIL_FIELDAFTER", row.validTo},
     };
-    QStringList description = {stateOf(entry, texts)};
+    QStringList description = {stateOf(row, texts)};
     for (const auto& [key, value] : lines)
         if (!value.empty())
             description << texts.ui(key) + ": " + fromEucKr(value);

@@ -3,18 +3,17 @@
  */
 #pragma once
 
-#include <sigildesk/records.h>
-
 #include <QString>
 
 namespace sigil {
 
 class LanguageTexts;
+struct CertificateRow;
 
 /** "This certificate has expired.", "Ends in 12 days."; empty when the state is not known. */
-QString stateOf(const tagCERTINFO& entry, const LanguageTexts& texts);
+QString stateOf(const CertificateRow& row, const LanguageTexts& texts);
 
 /** The state, serial number, issuer and dates, a line each; a line whose value is empty is left out. */
-QString describe(const tagCERTINFO& entry, const LanguageTexts& texts);
+QString describe(const CertificateRow& row, const LanguageTexts& texts);
 
 } // namespace sigil

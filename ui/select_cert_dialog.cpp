@@ -200,7 +200,7 @@ void SelectCertDialog::ShowList(const Outcome& outcome)
         return;
     m_Table.clear();
     if (outcome.code == 0)
-        m_Table.SetItemTableView(m_Selection.entries(), m_Texts);
+        m_Table.SetItemTableView(m_Selection.rows(), m_Texts);
 }
 
 void SelectCertDialog::on_tableView_certlist_clicked(const QModelIndex&)
@@ -267,14 +267,16 @@ void SelectCertDialog::on_tableView_certlist_doubleClicked(const QModelIndex&) {
 
 void SelectCertDialog::on_pushButton_view_clicked()
 {
-    tagCERTINFO* entry = m_Selection.entry(m_Table.selectedRow());
-    if (!entry)
+    const int row = m_Table.selectedRow();
+    if (!m_Selection.holds(row))
         return Tell(outcomeOf(Step::ChooseRow, code::missing));
+    sigil::EntryRecord entry = m_Selection.entry(row);
     CertViewMainDialog viewer(this);
-    viewer.SetCertificate(m_Texts, m_Selection.processor(), entry);
+    viewer.SetCertificate(m_Texts, m_Selection.processor(), &*entry);
     viewer.InitSetControl();
     viewer.setModal(true);
     viewer.exec();
+    m_Selection.keepStatus(row, *entry);
 }
 
 void SelectCertDialog::Tell(const Outcome& outcome)

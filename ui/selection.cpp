@@ -3,7 +3,6 @@
 #include "foundation/ascii.h"
 #include "foundation/media.h"
 #include "foundation/text_field.h"
-#include "ui/cert_records.h"
 #include "ui/password_buffer.h"
 #include "ui/processor_bytes.h"
 
@@ -17,8 +16,6 @@ namespace {
 
 constexpr int keyCapacity = sizeof tagSELCERTINFO::bySignPriKey;
 static_assert(sizeof tagSELCERTINFO::byKmPriKey == sizeof tagSELCERTINFO::bySignPriKey);
-
-bool hasExpired(const tagCERTINFO& entry) { return validityOf(entry) == Validity::expired; }
 
 } // namespace
 
@@ -40,7 +37,7 @@ void Selection::InitVariable()
     m_finish = 1;
     m_medium = SIGIL_MEDIUM_NONE;
     m_accepted = undecided;
-    clearEntries();
+    clearRows();
     m_options.clear();
     wipe(&m_staging, sizeof m_staging);
     wipe(m_lastError, sizeof m_lastError);
@@ -71,15 +68,13 @@ void Selection::forgetKeys()
 {
     wipe(&m_staging, sizeof m_staging);
     m_options.clearMemoryItems();
-    for (tagCERTINFO& each : m_entries)
-        wipeKeys(each);
 }
 
 Outcome Selection::failDrives() { return ended(Step::ListDrives, SIGIL_FOLDERS_NOT_FORMED); }
 
 Outcome Selection::listDisk(int which, char* drive)
 {
-    clearEntries();
+    clearRows();
     Outcome outcome = ended(Step::ListDisk, list(which, drive));
     outcome.relisted = true;
     if (outcome.code != 0)
@@ -104,16 +99,15 @@ int Selection::list(int which, char* drive)
 
 int Selection::readEntries(int found)
 {
-    m_entries.assign(static_cast<std::size_t>(found), tagCERTINFO{});
-    Entries scratch(1);
+    m_rows.assign(static_cast<std::size_t>(found), {});
+    EntryRecord scratch;
     int rv = 0;
     for (int index = 0; index < found; ++index) {
-        // Cleared for each certificate, not once: the processor leaves a field alone that a certificate lacks, and
-        // the host must not be handed the key-management pair or the paths of the one before.
-        scratch[0] = tagCERTINFO{};
-        rv = CLP_GetCertInfo(processor(), index, &scratch[0]);
+        // Cleared for each certificate, not once: the processor leaves a field alone that a certificate lacks.
+        wipe(&*scratch, sizeof *scratch);
+        rv = CLP_GetCertInfo(processor(), index, &*scratch);
         if (rv == 0)
-            CopyCertInfoList(index, scratch[0]);
+            CopyCertInfoList(index, *scratch);
     }
     return rv;
 }
@@ -121,18 +115,33 @@ int Selection::readEntries(int found)
 void Selection::CopyCertInfoList(int index, const tagCERTINFO& from)
 {
     if (holds(index))
-        copyEntry(from, m_entries[static_cast<std::size_t>(index)]);
+        m_rows[static_cast<std::size_t>(index)] = rowOf(from);
 }
 
-void Selection::clearEntries()
+void Selection::clearRows()
 {
-    m_entries.clear();
-    m_entries.shrink_to_fit(); // gives the memory back, which wipes it
+    m_rows.clear();
+    m_rows.shrink_to_fit();
+}
+
+EntryRecord Selection::entry(int row) const
+{
+    EntryRecord fetched, entry;
+    if (CLP_GetCertInfo(processor(), row, &*fetched) == 0)
+        copyEntry(*fetched, *entry);
+    entry->nValidStatus = at(row).validStatus;
+    return entry;
+}
+
+void Selection::keepStatus(int row, const tagCERTINFO& entry)
+{
+    if (holds(row))
+        m_rows[static_cast<std::size_t>(row)].validStatus = entry.nValidStatus;
 }
 
 int Selection::takeCallersCertificate()
 {
-    clearEntries(); // one of an earlier call must not stand for the caller's
+    clearRows(); // one of an earlier call must not stand for the caller's
     return LoadMemoryCert(reinterpret_cast<char*>(m_options.memoryCert), m_options.memoryCertLength,
         reinterpret_cast<char*>(m_options.memoryKey), m_options.memoryKeyLength, nullptr, 0, nullptr, 0);
 }
@@ -161,7 +170,7 @@ Outcome Selection::importFile(char* path, char* password)
         return {m_lastResult};
     if (signCert.isEmpty() || signKey.isEmpty()) // the import itself succeeded, so 0 is the code: intended
         return {SIGIL_SUCCESS, tellingOf(Step::TakePair, code::missing)};
-    clearEntries();
+    clearRows();
     Outcome outcome = ended(Step::TakePair,
         LoadMemoryCert(signCert.data, signCert.length, signKey.data, signKey.length, kmCert.data, kmCert.length,
             kmKey.data, kmKey.length));
@@ -177,18 +186,18 @@ void Selection::rememberPassword(std::string_view password)
 
 bool Selection::isLocked(int row) const
 {
-    return (m_options.load.nSelectFlags & SIGIL_SELECT_LOCK_EXPIRED) && holds(row) && hasExpired(at(row));
+    return (m_options.load.nSelectFlags & SIGIL_SELECT_LOCK_EXPIRED) && holds(row) && at(row).hasExpired();
 }
 
 Outcome Selection::select(int row) const
 {
-    const bool told = holds(row) && hasExpired(at(row)) && (m_options.load.nMessageFlags & SIGIL_MESSAGE_EXPIRED);
+    const bool told = holds(row) && at(row).hasExpired() && (m_options.load.nMessageFlags & SIGIL_MESSAGE_EXPIRED);
     return told ? expired(row) : Outcome{};
 }
 
 Outcome Selection::expired(int row) const
 {
-    return {SIGIL_BAD_ARGUMENT, tellingOf(Step::UseRow, code::expired), std::string(fieldText(at(row).szValidTo))};
+    return {SIGIL_BAD_ARGUMENT, tellingOf(Step::UseRow, code::expired), at(row).validTo};
 }
 
 Outcome Selection::confirm(int row, std::string_view typed)
@@ -225,9 +234,10 @@ Outcome Selection::unlock(int row, char* password)
         return {m_lastResult};
     if (isLocked(row))
         return expired(row);
-    int signKeyLength = at(row).nSignPriKeyLen;
-    int kmKeyLength = at(row).nKmPriKeyLen;
-    const int rv = isDisk(m_medium) ? decryptKeys(row, password, signKeyLength, kmKeyLength) : 0;
+    EntryRecord used = entry(row);
+    int signKeyLength = used->nSignPriKeyLen;
+    int kmKeyLength = used->nKmPriKeyLen;
+    const int rv = isDisk(m_medium) ? decryptKeys(row, password, *used, signKeyLength, kmKeyLength) : 0;
     if (rv != 0)
         return ended(Step::DecryptKeys, rv);
     // A host must never be told of success without a key.
@@ -235,20 +245,19 @@ Outcome Selection::unlock(int row, char* password)
         return ended(Step::UseKey, SIGIL_KEY_NOT_DECRYPTED);
     if (signKeyLength > keyCapacity)
         return {m_lastResult = SIGIL_KEY_NOT_DECRYPTED, tellingOf(Step::UseKey, code::tooLong)};
-    Outcome outcome = stageWithRandom(row, password);
+    Outcome outcome = stageWithRandom(row, password, *used);
     if (outcome.code == 0 && kmKeyLength > keyCapacity)
         outcome.telling = tellingOf(Step::UseKmKey, code::tooLong);
     return outcome;
 }
 
-int Selection::decryptKeys(int row, char* password, int& signKeyLength, int& kmKeyLength)
+int Selection::decryptKeys(int row, char* password, tagCERTINFO& into, int& signKeyLength, int& kmKeyLength)
 {
     ProcessorBytes signKey(processor()), kmKey(processor());
     const int rv =
         CLP_DecryptPriKey(processor(), row, password, &signKey.data, &signKey.length, &kmKey.data, &kmKey.length);
     if (rv != 0)
         return rv;
-    tagCERTINFO& into = *entry(row);
     if (!kmKey.isEmpty())
         into.nKmPriKeyLen = setItem(into.byKmPriKey, sizeof into.byKmPriKey, kmKey.data, kmKey.length);
     into.nSignPriKeyLen = setItem(into.bySignPriKey, sizeof into.bySignPriKey, signKey.data, signKey.length);
@@ -257,12 +266,12 @@ int Selection::decryptKeys(int row, char* password, int& signKeyLength, int& kmK
     return 0;
 }
 
-Outcome Selection::stageWithRandom(int row, char* password)
+Outcome Selection::stageWithRandom(int row, char* password, const tagCERTINFO& entry)
 {
     ProcessorBytes random(processor());
     const int rv = CLP_GetPriKeyRandom(processor(), row, password, &random.data, &random.length);
     if (rv == 0) {
-        CopySelectCertInfo(row);
+        CopySelectCertInfo(entry);
         if (!random.isEmpty())
             m_staging.nRandomLen =
                 setItem(m_staging.byRandom, sizeof m_staging.byRandom, random.data, random.length);
@@ -270,18 +279,12 @@ Outcome Selection::stageWithRandom(int row, char* password)
     return ended(isDisk(m_medium) ? Step::FetchRandomOfDisk : Step::FetchRandom, rv);
 }
 
-void Selection::CopySelectCertInfo(int row)
-{
-    if (holds(row))
-        stageResult(at(row), m_medium, m_staging);
-}
+void Selection::CopySelectCertInfo(const tagCERTINFO& entry) { stageResult(entry, m_medium, m_staging); }
 
 void Selection::handOut(tagSELCERTINFO* result) const
 {
     if (result)
         handOutResult(m_staging, *result);
 }
-
-tagCERTINFO* Selection::entry(int row) { return holds(row) ? &m_entries[static_cast<std::size_t>(row)] : nullptr; }
 
 } // namespace sigil

@@ -5,7 +5,7 @@
  */
 #pragma once
 
-#include "foundation/secret.h"
+#include "ui/cert_records.h"
 #include "ui/selection_options.h"
 #include "ui/tellings.h"
 
@@ -20,7 +20,7 @@ namespace sigil {
 
 class Selection {
 public:
-    using Entries = std::vector<tagCERTINFO, WipingAllocator<tagCERTINFO>>;
+    using Rows = std::vector<CertificateRow>;
 
     Selection();
     ~Selection();
@@ -65,8 +65,6 @@ public:
      *  @return 0, else the processor's code; 1114 no signing key, or one too long for the result; 1001 no such row, or a
      *          locked one */
     Outcome unlock(int row, char* password);
-    /** Stages the entry of @p row. */
-    void CopySelectCertInfo(int row);
     /** Hands the staged result out; the record is zero-filled first. Null is ignored. */
     void handOut(tagSELCERTINFO* result) const;
 
@@ -74,11 +72,13 @@ public:
     const SelectionOptions& options() const { return m_options; }
     int language() const { return m_options.init.nLanguage; }
     void* processor() const { return m_processor.get(); }
-    const Entries& entries() const { return m_entries; }
-    /** Null: there is no such row. Verifying an entry may change its status. */
-    tagCERTINFO* entry(int row);
+    const Rows& rows() const { return m_rows; }
+    /** What the processor keeps of @p row, which there must be, as far as the dialog uses it. */
+    EntryRecord entry(int row) const;
+    /** Verifying an entry may have changed its status. */
+    void keepStatus(int row, const tagCERTINFO& entry);
     bool holds(int row) const { return row >= 0 && row < count(); }
-    int count() const { return static_cast<int>(m_entries.size()); }
+    int count() const { return static_cast<int>(m_rows.size()); }
     int medium() const { return m_medium; }
     int lastResult() const { return m_lastResult; }
     /** What the last load failed with: "LoadCertDisk() m_nRv : 1115". */
@@ -91,7 +91,7 @@ public:
     bool isDecided() const { return m_accepted != undecided; }
 
 private:
-    const tagCERTINFO& at(int row) const { return m_entries[static_cast<std::size_t>(row)]; }
+    const CertificateRow& at(int row) const { return m_rows[static_cast<std::size_t>(row)]; }
     /** Keeps the code as the last result. */
     Outcome ended(Step step, int code) { return {m_lastResult = code, tellingOf(step, code)}; }
     Outcome expired(int row) const;
@@ -99,11 +99,13 @@ private:
     /** @return the result of the last entry */
     int readEntries(int count);
     void CopyCertInfoList(int index, const tagCERTINFO& entry);
-    void clearEntries();
+    void clearRows();
+    /** Stages an entry. */
+    void CopySelectCertInfo(const tagCERTINFO& entry);
     Outcome checkPassword(std::string_view typed) const;
     /** Decrypts the keys into the entry. @return the processor's code */
-    int decryptKeys(int row, char* password, int& signKeyLength, int& kmKeyLength);
-    Outcome stageWithRandom(int row, char* password);
+    int decryptKeys(int row, char* password, tagCERTINFO& entry, int& signKeyLength, int& kmKeyLength);
+    Outcome stageWithRandom(int row, char* password, const tagCERTINFO& entry);
 
     static constexpr int undecided = -1;
 
@@ -114,7 +116,7 @@ private:
     sigildesk::ProcessorHandle m_processor;
     SelectionOptions m_options;
     tagSELCERTINFO m_staging;
-    Entries m_entries; ///< of the current medium, in list order
+    Rows m_rows; ///< of the current medium, in list order
     char m_lastError[1024];
     char m_rememberedPassword[1024]; ///< of the last successful import
 };

@@ -42,6 +42,16 @@ TEST_F(SelectionTest, ManyOpeningsStayFlat)
     });
 }
 
+TEST_F(SelectionTest, KeepsOfACertificateWhatTheListShows)
+{
+    open();
+    scripted::processor().entries.resize(500, scripted::sampleEntry("x"));
+    const std::size_t before = heapInUse();
+    driver::presses(*dialog, "pushButton_hdd");
+    EXPECT_EQ(rows(), 500);
+    EXPECT_LT(heapInUse() - before, 500 * sizeof(tagCERTINFO) / 20);
+}
+
 TEST_F(SelectionTest, ManyPasswordDialogsStayFlat)
 {
     expectFlat([] {

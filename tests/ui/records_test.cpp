@@ -316,12 +316,3 @@ TEST(SubjectName, IsTheIdentifierElseTheCommonNameElseTheWholeName)
     copyText(entry.szSubjectDN, "ou=x,c=KR");
     EXPECT_EQ(subjectName(entry), "ou=x,c=KR");
 }
-
-TEST(WipeKeys, LeavesNoDecryptedKey)
-{
-    tagCERTINFO entry{};
-    entry.nSignPriKeyLen = setItem(entry.bySignPriKey, sizeof entry.bySignPriKey, "key", 3);
-    entry.nKmPriKeyLen = setItem(entry.byKmPriKey, sizeof entry.byKmPriKey, "key", 3);
-    wipeKeys(entry);
-    EXPECT_TRUE(isZero(entry));
-}

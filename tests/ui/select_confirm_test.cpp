@@ -357,6 +357,21 @@ TEST_F(ConfirmTest, KeepsThePasswordOutOfTheClipboard)
     EXPECT_FALSE(QApplication::clipboard()->text().contains("secret"));
 }
 
+TEST_F(ConfirmTest, KeepsTheStateThatTheViewerFound)
+{
+    load.nSelectFlags = SIGIL_SELECT_LOCK_EXPIRED;
+    open();
+    driver::clicksRow(*dialog, "tableView_certlist", 2);
+    ASSERT_TRUE(dialog->State().isLocked(2));
+    whenShown([](QDialog& viewer) {
+        presses(viewer, "pushButton_verify");
+        presses(viewer, "pushButton_ok");
+    });
+    presses(*dialog, "pushButton_view");
+    EXPECT_FALSE(dialog->State().isLocked(2)) << "verified";
+    EXPECT_EQ(dialog->State().entry(2)->nValidStatus, SIGIL_VALIDITY_VALID);
+}
+
 TEST_F(ConfirmTest, OpensTheViewerFromItsButtonAndByADoubleClick)
 {
     open();
