@@ -16,6 +16,12 @@ timespec machineClock()
     return now;
 }
 
+std::chrono::milliseconds machineUptime()
+{
+    return std::chrono::duration_cast<std::chrono::milliseconds>(
+        std::chrono::steady_clock::now().time_since_epoch());
+}
+
 /** The C library crashes when memory runs out while it sets its name service up, which it does at the first look-up. So
  *  that one is made while the library is loaded. Root stands in the machine's own file: no other service is asked. */
 [[gnu::constructor]] void setNameServiceUp()
@@ -46,7 +52,8 @@ std::string passwdHomeFolder()
 
 Environment& environment()
 {
-    static Environment machine{machineClock, passwdHomeFolder, "/etc/mtab", "/tmp", "/opt/CorvennaPlugin/i386"};
+    static Environment machine{
+        machineClock, machineUptime, passwdHomeFolder, "/etc/mtab", "/tmp", "/opt/CorvennaPlugin/i386"};
     return machine;
 }
 

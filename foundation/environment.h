@@ -4,6 +4,7 @@
  */
 #pragma once
 
+#include <chrono>
 #include <ctime>
 #include <string>
 
@@ -12,6 +13,8 @@ namespace sigil {
 struct Environment {
     /** Wall clock, with the precision of the log's milliseconds. */
     timespec (*now)();
+    /** Clock for lengths of time: nobody sets it, and only differences mean something. */
+    std::chrono::milliseconds (*uptime)();
     /** Home folder of the user the process runs as, from the password database; empty when there is no entry. Throws
      *  std::bad_alloc when memory runs out. */
     std::string (*homeFolder)();

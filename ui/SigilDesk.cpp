@@ -37,6 +37,9 @@ void openMedium(SelectCertDialog& dialog, const tagLOADSELECTCERTOPTION* load)
     dialog.SetInitMediaCert(load && load->byMemoryCert != 0 ? SIGIL_MEDIUM_MEMORY : SIGIL_MEDIUM_HARD_DISK);
 }
 
+/** Runs the dialog, unless the user gave up while it listed. */
+int run(SelectCertDialog& dialog) { return dialog.State().isGivenUp() ? QDialog::Rejected : dialog.exec(); }
+
 /** @return the entry point's result */
 int handOut(SelectCertDialog& dialog, bool accepted, tagSELCERTINFO* result)
 {
@@ -86,6 +89,8 @@ int ShowUserCert(void*, void*, tagINITOPT* pInit, tagLOADSELECTCERTOPTION* pLoad
     while (!g_pQApplication)
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     SelectCertDialog& dialog = *g_dlgUserCert;
+    if (dialog.IsListing()) // for another call, which is still on the stack
+        return SIGIL_CANCELLED;
     const KeysOfOneCall keys(dialog);
     int rv = applyOptions(dialog, pInit, pLoad, pExtra);
     if (rv != 0)
@@ -97,7 +102,7 @@ int ShowUserCert(void*, void*, tagINITOPT* pInit, tagLOADSELECTCERTOPTION* pLoad
         return rv;
     openMedium(dialog, pLoad);
     dialog.setModal(true);
-    dialog.exec();
+    run(dialog);
     if (!dialog.State().isDecided())
         dialog.reject(); // the host ended the event loop under the dialog, which is still shown
     const int result = handOut(dialog, dialog.State().acceptedFlag() == 1, pResult);
@@ -115,5 +120,5 @@ int ShowUserCert_T(
     if (rv != 0)
         return rv;
     openMedium(dialog, pLoad);
-    return handOut(dialog, dialog.exec() == QDialog::Accepted, pResult);
+    return handOut(dialog, run(dialog) == QDialog::Accepted, pResult);
 }

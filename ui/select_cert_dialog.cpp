@@ -8,12 +8,14 @@
 #include "ui/file_chooser.h"
 #include "ui/korean_font.h"
 #include "ui/large_type.h"
+#include "ui/listing_turns.h"
 #include "ui/password_buffer.h"
 #include "ui/password_dialog.h"
 #include "ui/removeable_dialog.h"
 #include "ui_select_cert_dialog.h"
 
 #include <QItemSelectionModel>
+#include <QScopedValueRollback>
 
 using sigil::Outcome;
 using sigil::outcomeOf;
@@ -157,10 +159,37 @@ void SelectCertDialog::on_pushButton_remove_clicked()
 
 int SelectCertDialog::LoadCertDisk(int which, char* drive)
 {
-    const Outcome outcome = m_Selection.listDisk(which, drive);
+    const QScopedValueRollback<bool> listing(m_bListing, true);
+    m_Table.clear();
+    sigil::ListingTurns turns;
+    const Outcome outcome = m_Selection.listDisk(which, drive, [&] {
+        if (turns.isDue()) {
+            GiveTime();
+            turns.taken();
+        }
+        return !m_Selection.isGivenUp();
+    });
+    if (m_Busy) {
+        PutStatus(m_Status);
+        m_Busy.reset();
+    }
     ShowList(outcome);
     Tell(outcome);
     return outcome.code;
+}
+
+void SelectCertDialog::GiveTime()
+{
+    if (!m_Busy) {
+        m_Busy = std::make_unique<sigil::RestingControls>(this,
+            std::vector<QWidget*>{m_Form->groupBox, m_Form->tableView_certlist, m_Form->pushButton_find,
+                m_Form->lineEdit_password, m_Form->pushButton_ok, m_Form->pushButton_view},
+            m_Form->lineEdit_msg);
+        setModal(true); // the host's windows rest too, as they do while the dialog runs
+        show();
+        ShowStatus(m_Texts.message("MSG_SELECTCERT_LISTING"));
+    }
+    QCoreApplication::processEvents();
 }
 
 void SelectCertDialog::on_pushButton_find_clicked()
@@ -251,7 +280,11 @@ void SelectCertDialog::GetSelectCertinfo(tagSELCERTINFO* result) { m_Selection.h
 void SelectCertDialog::keyPressEvent(QKeyEvent* event)
 {
     sigil::takeKey(
-        event, [this] { on_pushButton_cancel_clicked(); }, [this] { on_pushButton_ok_clicked(); });
+        event, [this] { on_pushButton_cancel_clicked(); },
+        [this] {
+            if (!m_Busy)
+                on_pushButton_ok_clicked();
+        });
 }
 
 void SelectCertDialog::on_pushButton_cancel_clicked() { reject(); }
@@ -291,10 +324,16 @@ void SelectCertDialog::Tell(const Outcome& outcome)
         ShowStatus(m_Status = shown);
 }
 
-void SelectCertDialog::ShowStatus(const QString& text)
+void SelectCertDialog::PutStatus(const QString& text)
 {
     m_Form->lineEdit_msg->setText(text);
     m_Form->lineEdit_msg->setCursorPosition(0); // a long text shows its beginning
     m_Form->lineEdit_msg->setToolTip(sigil::toolTipOf(text));
+    m_Form->lineEdit_msg->setAccessibleDescription(text);
+}
+
+void SelectCertDialog::ShowStatus(const QString& text)
+{
+    PutStatus(text);
     sigil::announce(m_Form->lineEdit_msg, text);
 }

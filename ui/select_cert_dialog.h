@@ -12,6 +12,7 @@
 #include "ui/certificate_table.h"
 #include "ui/language_texts.h"
 #include "ui/media_buttons.h"
+#include "ui/resting_controls.h"
 #include "ui/selection.h"
 #include "ui/selection_logo.h"
 
@@ -41,8 +42,10 @@ public:
     int Initalize();
     /** Opens on the memory certificate (6) or, for any other value, on the hard disk. */
     void SetInitMediaCert(int medium);
-    /** Lists the certificates of a disk. @param drive mount folder of medium 2, else null
-     *  @return 0, else the processor's code; 1115 no certificate */
+    /** Lists the certificates of a disk. When that takes long, the dialog shows itself meanwhile: it is painted and moved,
+     *  and the user may give up.
+     *  @param drive mount folder of medium 2, else null
+     *  @return 0, else the processor's code; 1115 no certificate; -1 given up */
     int LoadCertDisk(int medium, char* drive);
     /** Imports a PKCS#12 file into the list. @return 0, else the code of CLP_ImportPFX or CLP_LoadMemoryCert */
     int LoadCertPKCS12(char* path, char* password);
@@ -58,6 +61,8 @@ public:
     void GetSelectCertinfo(tagSELCERTINFO* result);
     /** What this dialog shows. */
     sigil::Selection& State() { return m_Selection; }
+    /** Certificates are being listed: the host was called from in between. */
+    bool IsListing() const { return m_bListing; }
 
 public slots: // NOLINT(readability-redundant-access-specifiers): the slots must be told apart
     void on_pushButton_hdd_clicked();
@@ -79,6 +84,10 @@ private:
     void ShowList(const sigil::Outcome& outcome);
     /** Lets a password be typed unless the certificate of @p row is locked; what was typed before is then wiped. */
     void LockPassword(int row);
+    /** Lets the window live for a moment while it is busy. */
+    void GiveTime();
+    void PutStatus(const QString& text);
+    /** Puts it into the status line and has it said. */
     void ShowStatus(const QString& text);
     /** Shows what there is to tell, in a box or in the status line. */
     void Tell(const sigil::Outcome& outcome);
@@ -87,6 +96,8 @@ private:
     sigil::LanguageTexts m_Texts; ///< in the language of the call
     QString m_Status;             ///< what the status line shows unless a hint does
     sigil::Selection m_Selection;
+    bool m_bListing = false;
+    std::unique_ptr<sigil::RestingControls> m_Busy; ///< while a listing takes long
     std::unique_ptr<Ui_SelectCertDialog> m_Form;
     sigil::CertificateTable m_Table;
     sigil::MediaButtons m_MediaButtons;

@@ -72,10 +72,10 @@ void Selection::forgetKeys()
 
 Outcome Selection::failDrives() { return ended(Step::ListDrives, SIGIL_FOLDERS_NOT_FORMED); }
 
-Outcome Selection::listDisk(int which, char* drive)
+Outcome Selection::listDisk(int which, char* drive, const ListingPause& pause)
 {
     clearRows();
-    Outcome outcome = ended(Step::ListDisk, list(which, drive));
+    Outcome outcome = ended(Step::ListDisk, list(which, drive, pause));
     outcome.relisted = true;
     if (outcome.code != 0)
         static_cast<void>(
@@ -83,26 +83,33 @@ Outcome Selection::listDisk(int which, char* drive)
     return outcome;
 }
 
-int Selection::list(int which, char* drive)
+int Selection::list(int which, char* drive, const ListingPause& pause)
 {
     int rv = CLP_SetMediaType(processor(), which, drive, 0);
-    if (rv == 0)
+    if (rv == 0) {
+        pauseListings(processor(), pause);
         rv = CLP_LoadCertList(processor());
+        pauseListings(processor(), {});
+    }
     if (rv != 0)
         return rv;
     const int found = CLP_GetCertCount(processor());
     if (found <= 0)
         return SIGIL_NO_CERTIFICATE;
-    readEntries(found); // an entry that cannot be read stays empty and is listed all the same
-    return 0;
+    // An entry that cannot be read stays empty and is listed all the same.
+    return readEntries(found, pause) == SIGIL_CANCELLED ? SIGIL_CANCELLED : 0;
 }
 
-int Selection::readEntries(int found)
+int Selection::readEntries(int found, const ListingPause& pause)
 {
     m_rows.assign(static_cast<std::size_t>(found), {});
     EntryRecord scratch;
     int rv = 0;
     for (int index = 0; index < found; ++index) {
+        if (pause && !pause()) {
+            clearRows();
+            return SIGIL_CANCELLED;
+        }
         // Cleared for each certificate, not once: the processor leaves a field alone that a certificate lacks.
         wipe(&*scratch, sizeof *scratch);
         rv = CLP_GetCertInfo(processor(), index, &*scratch);
@@ -157,7 +164,7 @@ int Selection::LoadMemoryCert(
     if (m_lastResult != 0)
         return m_lastResult;
     const int found = CLP_GetCertCount(processor());
-    m_lastResult = found > 0 ? readEntries(found) : SIGIL_NO_CERTIFICATE;
+    m_lastResult = found > 0 ? readEntries(found, {}) : SIGIL_NO_CERTIFICATE;
     return m_lastResult;
 }
 

@@ -5,6 +5,7 @@
  */
 #pragma once
 
+#include "certlist/listing_pause.h"
 #include "ui/cert_records.h"
 #include "ui/selection_options.h"
 #include "ui/tellings.h"
@@ -42,8 +43,10 @@ public:
     void turnTo(int medium) { m_medium = medium; }
     /** The removable disks could not be listed. */
     Outcome failDrives();
-    /** Lists the certificates of a disk. @param drive mount folder of the removable disk, else null */
-    Outcome listDisk(int medium, char* drive);
+    /** Lists the certificates of a disk.
+     *  @param drive  mount folder of the removable disk, else null
+     *  @param pause  called again and again meanwhile; a listing that it gives up leaves no entry and ends with -1 */
+    Outcome listDisk(int medium, char* drive, const ListingPause& pause = {});
     /** Takes the caller's certificate as the only entry, in the place of all others. @return as LoadMemoryCert() */
     int takeCallersCertificate();
     /** Takes a certificate from memory as the only entry. @return 0; 1115 not accepted; else the processor's code */
@@ -87,6 +90,7 @@ public:
     int finishFlag() const { return m_finish; }
     /** -1 not decided yet, 0 given up, 1 a certificate was unlocked. */
     int acceptedFlag() const { return m_accepted; }
+    bool isGivenUp() const { return m_accepted == 0; }
     /** Whether the user has chosen or given up. */
     bool isDecided() const { return m_accepted != undecided; }
 
@@ -95,9 +99,9 @@ private:
     /** Keeps the code as the last result. */
     Outcome ended(Step step, int code) { return {m_lastResult = code, tellingOf(step, code)}; }
     Outcome expired(int row) const;
-    int list(int medium, char* drive);
-    /** @return the result of the last entry */
-    int readEntries(int count);
+    int list(int medium, char* drive, const ListingPause& pause);
+    /** @return the result of the last entry; -1 given up */
+    int readEntries(int count, const ListingPause& pause);
     void CopyCertInfoList(int index, const tagCERTINFO& entry);
     void clearRows();
     /** Stages an entry. */

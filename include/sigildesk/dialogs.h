@@ -176,13 +176,15 @@ SIGIL_EXPORT int ShowUserCertInit(int argc, char** argv);
 /** Runs the shared dialog until the user has chosen a certificate or given up.
  *
  *  Call it from inside the event loop that ShowUserCertInit() runs. Before ShowUserCertInit() it never returns.
+ *  A store that takes long to list is listed with the window open, and events of the program are handled in between.
  *  @param pReserved1,pReserved2,pReserved3 not read
  *  @param pInit    folder and language; must not be null
  *  @param pLoad    what to list; may be null
  *  @param pExtra   logo data; may be null
  *  @param pResult  caller's; filled only when 0 is returned
- *  @return 0 a certificate was chosen and unlocked; -1 the user cancelled or closed the dialog; 1001 @p pInit is null;
- *          any other value is the code of CLP_Initalize or CLP_SetType (see certlist.h) */
+ *  @return 0 a certificate was chosen and unlocked; -1 the user cancelled or closed the dialog, or it is just listing for
+ *          another call; 1001 @p pInit is null; any other value is the code of CLP_Initalize or CLP_SetType (see
+ *          certlist.h) */
 SIGIL_EXPORT int ShowUserCert(void* pReserved1, void* pReserved2, tagINITOPT* pInit, tagLOADSELECTCERTOPTION* pLoad,
     void* pReserved3, tagEXTRAOPTION* pExtra, tagSELCERTINFO* pResult);
 

@@ -1,5 +1,6 @@
 // The dialogs as a screen reader sees them: their tree is read over AT-SPI, from another process, on a real X server.
 
+#include "foundation/environment.h"
 #include "tests/ui/background.h"
 #include "tests/ui/fixture.h"
 #include "ui/cert_view_main_dialog.h"
@@ -125,6 +126,19 @@ protected:
         answering.exec();
         return QString::fromLocal8Bit(reader.readAllStandardOutput());
     }
+    /** What a reader is told to say at once. */
+    static QStringList announcedWhile(const std::function<void()>& action)
+    {
+        static QStringList announced;
+        announced.clear();
+        const auto before = QAccessible::installUpdateHandler([](QAccessibleEvent* event) {
+            if (event->type() == QAccessible::Alert && event->accessibleInterface())
+                announced << event->accessibleInterface()->text(QAccessible::Description);
+        });
+        action();
+        QAccessible::installUpdateHandler(before);
+        return announced;
+    }
     void expectLine(const QString& tree, const QString& role, const QString& name, const QString& description = "")
     {
         const QRegularExpression line("^ *" + role + "\\|" + QRegularExpression::escape(name) + "\\|.*" +
@@ -180,16 +194,25 @@ TEST_P(ReaderTest, FindsTheWordsOfTheViewersPicture)
 TEST_P(ReaderTest, IsToldWhatTheStatusLineSays)
 {
     open(GetParam());
-    static QStringList announced;
-    announced.clear();
-    const auto before = QAccessible::installUpdateHandler([](QAccessibleEvent* event) {
-        if (event->type() == QAccessible::Alert && event->accessibleInterface())
-            announced << event->accessibleInterface()->text(QAccessible::Description);
-    });
     scripted::processor().results["CLP_LoadCertList"] = 1115;
-    driver::presses(*dialog, "pushButton_hdd");
-    QAccessible::installUpdateHandler(before);
+    const QStringList announced = announcedWhile([this] { driver::presses(*dialog, "pushButton_hdd"); });
     EXPECT_EQ(announced, QStringList(driver::message(GetParam(), "MSG_SELECTCERT_NOCERT")));
+}
+
+TEST_P(ReaderTest, IsToldThatTheDialogListsAndThatItHasListed)
+{
+    const sigil::Environment machine = sigil::environment();
+    sigil::environment().uptime = [] {
+        static std::chrono::milliseconds uptime;
+        return uptime += std::chrono::milliseconds(10);
+    };
+    scripted::processor().files = 20;
+    setUp(GetParam());
+    const QStringList announced = announcedWhile([this] { dialog->SetInitMediaCert(1); });
+    sigil::environment() = machine;
+    EXPECT_EQ(announced,
+        QStringList({driver::message(GetParam(), "MSG_SELECTCERT_LISTING"),
+            driver::message(GetParam(), "MSG_SELECTCERT_SELCERTINPUTPWD")}));
 }
 
 int main(int argc, char** argv)

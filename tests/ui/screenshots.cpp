@@ -2,6 +2,7 @@
 //
 // usage: ui_screenshots FOLDER [dark]
 
+#include "foundation/environment.h"
 #include "tests/ui/desktops.h"
 #include "tests/ui/driver.h"
 #include "tests/ui/scripted_processor.h"
@@ -44,6 +45,25 @@ void openSelection(SelectCertDialog& dialog, int language)
     dialog.Initalize();
     dialog.SetInitMediaCert(1);
     dialog.show();
+}
+
+/** The dialog while it lists a store that takes long. */
+void saveListing(int language)
+{
+    const sigil::Environment machine = sigil::environment();
+    sigil::environment().uptime = [] {
+        static std::chrono::milliseconds uptime;
+        return uptime += std::chrono::milliseconds(100);
+    };
+    SelectCertDialog dialog;
+    scripted::processor().files = 2;
+    scripted::processor().onFile = [&](int file) {
+        if (file == 1)
+            save(dialog, "listing", language);
+    };
+    openSelection(dialog, language);
+    scripted::processor().files = 0;
+    sigil::environment() = machine;
 }
 
 void saveViewer(tagCERTINFO entry, const char* name, int language)
@@ -113,6 +133,7 @@ int main(int argc, char** argv)
         scripted::sampleDrive(0, "/media/hong/USB"), scripted::sampleDrive(1, "/media/hong/DATA")};
     for (int language : {1, 2}) {
         saveSelection(language);
+        saveListing(language);
         saveViewer(scripted::sampleEntry("홍길동"), "viewer-valid", language);
         saveViewer(scripted::sampleEntry("김하늘", 4), "viewer-renewal", language);
         saveViewer(scripted::sampleEntry("이바다", 5), "viewer-expired", language);

@@ -1,5 +1,6 @@
 #include "tests/ui/scripted_processor.h"
 
+#include "certlist/listing_pause.h"
 #include "foundation/text_field.h"
 #include "tests/support/cp949.h"
 
@@ -7,6 +8,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace scripted {
 
@@ -203,7 +205,18 @@ int CLP_SetMediaType(void*, int medium, char* path, int)
     return called("CLP_SetMediaType", std::to_string(medium) + (path ? std::string(" ") + path : ""));
 }
 
-int CLP_LoadCertList(void*) { return called("CLP_LoadCertList"); }
+void sigil::pauseListings(void*, ListingPause pause) { processor().pause = std::move(pause); }
+
+int CLP_LoadCertList(void*)
+{
+    for (int file = 0; file < processor().files; ++file) {
+        if (processor().onFile)
+            processor().onFile(file);
+        if (processor().pause && !processor().pause())
+            return SIGIL_CANCELLED;
+    }
+    return called("CLP_LoadCertList");
+}
 
 int CLP_LoadMemoryCert(void*, char* signCert, int signCertLen, char* signKey, int signKeyLen, char* kmCert,
     int kmCertLen, char* kmKey, int kmKeyLen)

@@ -6,6 +6,7 @@
 
 #include <sigildesk/records.h>
 
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -27,6 +28,10 @@ struct Processor {
     tagLOADCERTOPT options{};       ///< of the last CLP_SetType
     int openBuffers = 0;
     int handles = 0; ///< open now
+
+    int files = 0;                        ///< between which CLP_LoadCertList pauses
+    std::function<void(int file)> onFile; ///< what happens while it reads one
+    std::function<bool()> pause;          ///< who is asked in between
 
     int resultOf(const std::string& function) const;
     int countOf(const std::string& call) const;

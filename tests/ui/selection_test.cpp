@@ -118,6 +118,21 @@ TEST_F(DecisionTest, ListsADiskAndUnlocksARow)
     EXPECT_EQ(std::memcmp(result.bySignPriKey, "sign key", 8), 0);
 }
 
+TEST_F(DecisionTest, KeepsNothingOfAListingThatIsGivenUp)
+{
+    scripted::processor().files = 2;
+    for (int last : {1, 2, 3, 4}) { // the files are read in two pauses, the entries in two
+        int pauses = 0;
+        const Outcome outcome =
+            selection->listDisk(SIGIL_MEDIUM_HARD_DISK, nullptr, [&] { return ++pauses != last; });
+        EXPECT_EQ(pauses, last);
+        EXPECT_EQ(outcome.code, SIGIL_CANCELLED);
+        EXPECT_EQ(outcome.telling, nullptr);
+        EXPECT_EQ(selection->count(), 0);
+    }
+    EXPECT_FALSE(scripted::processor().pause) << "nobody is asked any more";
+}
+
 TEST_F(DecisionTest, ChecksThePasswordBeforeTheRowAndTheRowBeforeTheProcessor)
 {
     selection->listDisk(SIGIL_MEDIUM_HARD_DISK, nullptr);
