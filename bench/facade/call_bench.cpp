@@ -1,5 +1,5 @@
 // The cost of a facade call over the bare dlsym and call of the same symbol, in one run and on both toolkit types.
-// The symbols do next to nothing, so that the facade's own cost shows. Prints both times and their ratio; fails when a
+// The symbols do next to nothing, so that the facade's own cost shows. Prints rows of the README's table; fails when a
 // ratio is above the limit.
 
 #include "toolkit_abi/gpki.h"
@@ -116,7 +116,8 @@ bool report(const BestTimes& times, const std::string& what)
 {
     const double bare = times.best("bare/" + what);
     const double facade = times.best("facade/" + what);
-    std::printf("%-24s bare %7.2f ns   facade %7.2f ns   ratio %.3f\n", what.c_str(), bare, facade, facade / bare);
+    std::printf("| façade call, %s | %.1f ns | %.1f ns bare `dlsym` and call | %.3f |\n", what.c_str(), facade,
+        bare, facade / bare);
     return facade <= limit * bare;
 }
 
