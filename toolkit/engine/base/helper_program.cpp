@@ -87,10 +87,8 @@ pid_t start(const std::string& program, const std::vector<std::string>& argument
 {
     std::vector<std::string> texts{besideLibrary(program)};
     texts.insert(texts.end(), arguments.begin(), arguments.end());
-    std::vector<char*> pointers;
-    for (std::string& text : texts)
-        pointers.push_back(text.data());
-    pointers.push_back(nullptr);
+    std::vector<char*> pointers(texts.size() + 1); // the last is the null pointer that ends them
+    std::transform(texts.begin(), texts.end(), pointers.begin(), [](std::string& text) { return text.data(); });
     pid_t process = 0;
     const int failure =
         posix_spawn(&process, texts.front().c_str(), Streams(channel).get(), nullptr, pointers.data(), environ);

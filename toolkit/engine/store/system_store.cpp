@@ -30,7 +30,8 @@ std::string homeFolder()
     passwd* found = nullptr;
     std::array<char, 4096> room{};
     getpwuid_r(geteuid(), &entry, room.data(), room.size(), &found);
-    require(found && found->pw_dir, SIGIL_TK_MEDIUM, "the user has no home folder");
+    if (!found || !found->pw_dir)
+        fail(SIGIL_TK_MEDIUM, "the user has no home folder");
     return found->pw_dir;
 }
 
