@@ -94,8 +94,8 @@ def command_rows(programs):
         message = pathlib.Path(home, "all.p7b")
         subprocess.run(["openssl", "crl2pkcs7", "-nocrl", "-certfile", together, "-out", message], check=True)
         command_row(f"`sigildesk list` of {len(files)} certificates",
-                    ["env", f"HOME={home}", sigildesk, "list", "--json"], "`openssl pkcs7 -print_certs` of the same",
-                    ["env", f"HOME={home}", "openssl", "pkcs7", "-in", message, "-print_certs", "-text", "-noout"])
+                    [sigildesk, "list", "--json", "--media", home], "`openssl pkcs7 -print_certs` of the same",
+                    ["openssl", "pkcs7", "-in", message, "-print_certs", "-text", "-noout"])
 
 
 def own_rows(program):
