@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The SigilDesk authors
+# SPDX-License-Identifier: LicenseRef-SigilDesk
+
 """Prints the README's table of speed from one run of every benchmark: each row is SigilDesk beside its baseline, measured
 in turns on the same machine.
 

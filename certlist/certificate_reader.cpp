@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 #include "certlist/certificate_reader.h"
 
 #include "certlist/codes.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Reads one certificate into an entry and judges whether it belongs in the list.
  */

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The exported functions: each checks its arguments, keeps exceptions inside and hands over to the processor.
 
 #include "certlist/codes.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Exported functions that this library does not support. They are kept so that hosts of other systems link.
 
 #include "certlist/codes.h"

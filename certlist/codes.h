@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Codes of the toolkits that the certificate list knows, and names that mark its log records. The list's own codes,
  *  media and families have their names in <sigildesk/codes.h>.

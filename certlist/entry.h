@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Work on certificate entries: the fields of tagCERTINFO as a table, a compact form in which lists keep entries, and
  *  scratch records that leave no secret behind.

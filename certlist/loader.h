@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  What the three loaders of the certificate list share: the toolkit, the error log, the names of policies and issuers.
  */

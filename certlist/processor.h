@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  CCertListProcInterface: the object behind a certificate-list handle. It owns one loader for each kind of medium and
  *  one façade handle, and hands each operation to the loader of the current medium.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 #include "certlist/store_repair.h"
 
 #include "certlist/store_layout.h"

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The SigilDesk authors
+# SPDX-License-Identifier: LicenseRef-SigilDesk
+
 # How every target of the project is built.
 
 set(CMAKE_CXX_STANDARD 20)

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The SigilDesk authors
+# SPDX-License-Identifier: LicenseRef-SigilDesk
+
 # sigil_cp949_files(TARGET file...)
 #
 # Turns UTF-8 sources into the CP949 files that the library reads at run time, in the build tree's library folder,

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The SigilDesk authors
+# SPDX-License-Identifier: LicenseRef-SigilDesk
+
 # sigil_list_declared(FILE HEADER...)
 #
 # Writes the demangled symbols of the functions that the headers mark with SIGIL_EXPORT into FILE, one a line. For headers

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The SigilDesk authors
+# SPDX-License-Identifier: LicenseRef-SigilDesk
+
 # sigil_add_fuzz(NAME SOURCES file... [LAYERS layer...] [LIBRARIES target...])
 #
 # A fuzz target: SOURCES define LLVMFuzzerTestOneInput. With SIGILDESK_FUZZ it is a libFuzzer program; in a test build

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The SigilDesk authors
+# SPDX-License-Identifier: LicenseRef-SigilDesk
+
 # sigil_java_program(VARIABLE SOURCE)
 #
 # Compiles one Java source against Bouncy Castle, for tests, as the target java_NAME after the file. VARIABLE receives the command

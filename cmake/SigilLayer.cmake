@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The SigilDesk authors
+# SPDX-License-Identifier: LicenseRef-SigilDesk
+
 # sigil_add_layer(NAME SOURCES file... [USES layer...] [LIBRARIES target...])
 #
 # One layer of the library as a target `sigil_NAME`. USES names the layers below that it may call; tests and the

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The SigilDesk authors
+# SPDX-License-Identifier: LicenseRef-SigilDesk
+
 # The Qt that the dialogs are built with. Programs that link the library must load the same one.
 set(SIGILDESK_QT 5 CACHE STRING "Qt of the dialogs: 5 (5.15 or later) or 6 (6.4 or later)")
 set_property(CACHE SIGILDESK_QT PROPERTY STRINGS 5 6)

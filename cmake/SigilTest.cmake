@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The SigilDesk authors
+# SPDX-License-Identifier: LicenseRef-SigilDesk
+
 # sigil_add_test(NAME SOURCES file... [LAYERS layer...] [LIBRARIES target...] [ENVIRONMENT VAR=value...]
 #                [TIMEOUT seconds])
 #

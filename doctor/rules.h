@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  The rules by which certificates are listed or left out, a row each: the name that scripts compare, what a finding says,
  *  and how to mend it. Whoever adds a rule adds a row, and its line in docs/command-line.md.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // What the list depends on: library folder, toolkit, settings files, home folder, removable disks.
 #include "doctor/doctor.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  What a function requires of its arguments, said as values that are tested when their turn comes: a null handle is
  *  answered before a null buffer, and no caller has to remember the order.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The handle's life cycle, error texts, settings and byte strings.
 
 #include "facade/row.h"

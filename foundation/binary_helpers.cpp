@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // CUtil: cutting, searching and replacing on byte buffers and texts.
 
 #include <sigildesk/util.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Every result code in words: those of the façade, the certificate list, the dialogs and the open toolkit. Whoever adds a
  *  code adds its row.

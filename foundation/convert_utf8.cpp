@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 #include <sigildesk/convert_utf8.h>
 
 #include "foundation/cp949_tables.h"

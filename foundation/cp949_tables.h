@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  The published CP949 mapping, as far as the library converts it. Written by scripts/generate-cp949-tables.
  */

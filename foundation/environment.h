@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  What the library asks of the machine it runs on: the clock, the user's home folder, the mount table and the
  *  folders with a fixed place. Everything that depends on them asks here, so that a test can stand in its own.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  The PKI families: everything in which one differs from another, a row each. Whoever adds a family adds a row.
  */

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Files named by settings and hosts: opened so that nothing but a regular file is ever read or written. A folder, a
  *  device or a pipe in place of a file counts as missing instead of failing late or hanging the host program.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // CUtil: what a folder holds, and where to install from.
 
 #include <sigildesk/convert_utf8.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // CUtil: the language file and the texts in it.
 
 #include <sigildesk/codes.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // CUtil: the error log and the plug-in's dated log.
 
 #include <sigildesk/profile.h>

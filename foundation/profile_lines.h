@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  The steps of a lookup in a profile file (see sigildesk/profile.h for the format). The file is searched while it is
  *  read: what is in memory is a part of it that consists of whole lines.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // CUtil: conversion of zero-terminated texts.
 
 #include <sigildesk/convert_utf8.h>

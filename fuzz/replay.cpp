@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Runs a fuzz target once over every file of a corpus folder, so that past findings are checked without libFuzzer.
 
 #include <cstdint>

@@ -1,12 +1,15 @@
+# SPDX-FileCopyrightText: The SigilDesk authors
+# SPDX-License-Identifier: LicenseRef-SigilDesk
+
 # What every script begins with:
 #
 #   . "$(dirname "$0")/common.sh"
 #
-# It answers --help with the comment at the script's top, and gives the words for whatever is refused. A script ends
+# It answers --help with the comment at the script's top (its rights apart), and gives the words for whatever is refused. A script ends
 # with 2 after wrong use.
 set -euo pipefail
 
-script_help() { awk 'NR > 1 && !/^#/ { exit } NR > 1 { sub(/^# ?/, ""); print }' "$0"; }
+script_help() { awk 'NR > 1 && !/^#/ { exit } NR > 1 && !/^# SPDX-/ { sub(/^# ?/, ""); print }' "$0"; }
 
 # wrong_use REASON...
 wrong_use() {

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Life cycle, settings and byte strings. Init fills the context and Finish ends it, so both take its address. Byte strings
  *  are in toolkit memory and take no context; SetData copies the bytes.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  The functions of the government PKI library, libgpkiapi_v15.so, that the library binds at run time, as hvtk.h has
  *  those of the maker's toolkit; the same holds of them. Byte strings that a function fills go back through

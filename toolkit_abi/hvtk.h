@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  The functions of the maker's toolkit, libHVCToolkitV30.so, that the library binds at run time: their names and
  *  argument lists, said once. The façade's rows are checked against these declarations without linking them; the

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Storage media: disk, card slots and the system store. The government's library takes the medium as a number, 1 for the
  *  disk and 2 for a card.

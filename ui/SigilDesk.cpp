@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The entry points of the dialogs, with C linkage.
 
 #include "ui/SigilDesk.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Copies between the certificate records: from the processor's entry into a row of the list or the dialog's own entry,
  *  and from there into the result. Field by field, because each record leaves out something of the one before.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 #include "ui/cert_view_detail_form.h"
 
 #include "foundation/text_field.h"

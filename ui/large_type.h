@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Forms on a desktop with large type. Places and sizes of a form are pixels at 96 DPI; fonts are points and grow with
  *  the desktop's DPI, so the form grows with them.

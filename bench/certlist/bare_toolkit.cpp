@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 #include "bench/certlist/bare_toolkit.h"
 
 #include "toolkit_abi/hvtk.h"

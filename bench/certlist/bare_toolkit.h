@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  The least that listing a certificate can cost: the toolkit's own functions, looked up once, and no library around them.
  */

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // CLP_LoadCertList over a sample store, against two baselines in the same run. One is OpenSSL's parse of the same signing
 // certificates, once and from memory; the list reads files, makes texts, and looks twice. The other is the least that the
 // two passes can cost without the library: the reading of the folders, one question for kmCert.der, and the bare calls of

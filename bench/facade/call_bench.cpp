@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The cost of a facade call over the bare dlsym and call of the same symbol, in one run and on both toolkit types.
 // The symbols do next to nothing, so that the facade's own cost shows. Prints rows of the README's table; fails when a
 // ratio is above the limit.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Korean text between CP949 and UTF-8: ours, the C library's iconv and ICU, on the same text in the same run.
 // The argument is the number of characters; each character's cost must stay the same from 1x to 100x.
 

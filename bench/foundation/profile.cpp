@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // One profile lookup against what no lookup can do without: opening the file, reading it and one search for the key.
 // The first argument is the number of lines, the second where the key stands: in percent of the file.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Searching, counting and replacing: the cost of a byte must stay the same from 1x to 100x.
 
 #include <sigildesk/util.h>

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The SigilDesk authors
+# SPDX-License-Identifier: LicenseRef-SigilDesk
+
 """Compares the dumps of instruction_counts with the counts that are checked in, or writes them.
 
     compare.py [--write] DUMPS COUNTS

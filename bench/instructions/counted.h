@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Counts instructions under callgrind: every piece of work becomes one dump that bears its name. Without callgrind the
  *  work is done and nothing is counted.

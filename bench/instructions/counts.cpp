@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // What scripts/instructions counts: every export of the façade on both toolkit types, over toolkits whose functions do
 // nothing, and what users wait for. Texts, names and dates are the same in every run.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Opening an encrypted key in the open toolkit: with PBKDF1 against the bare loop of its hash, with PBES2 against OpenSSL's
 // own PKCS8_decrypt, on the same file in the same run.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Signs, verifies, envelopes and opens a large file through the façade, and tells for each step by how much the process grew
 // at most, and how long it took.
 //

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // ShowUserCert_T over sample stores, offscreen: from the call to the first paint of the window, the longest time between two
 // turns of the window's events, and what the process has grown by when all is listed. The opening of a Qt window of the same
 // size, which no dialog can undercut, is measured beside it.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Settings, byte strings and the version text of the GPKI library.
 
 #include "facade/backends/gpki_wrap.h"

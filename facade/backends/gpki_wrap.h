@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  The backend of toolkit type 1: the government PKI API library, libgpkiapi_v15.so.
  */

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Settings, byte strings and the version text of the maker toolkit.
 
 #include "facade/backends/hvtk_wrap.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  The backend of toolkit type 0: the maker's toolkit, libHVCToolkitV30.so.
  */

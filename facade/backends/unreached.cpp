@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The methods that no export reaches: the binding of each toolkit is complete without them.
 
 #include "facade/backends/gpki_wrap.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Entries whose bytes are of any content, lengths and terminators included; and copy targets of any subject.
 
 #include "certlist/entry.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Policy and issuer settings files and the caller's list of policies, of any content.
 
 #include "certlist/issuer_table.h"

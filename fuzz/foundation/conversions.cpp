@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The text conversions on any bytes, each in a buffer of exactly the documented size.
 
 #include "fuzz/foundation/require.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The profile reader on files of any content. The first line of the input is the key, the rest is the file.
 
 #include "fuzz/foundation/require.h"

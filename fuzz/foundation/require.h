@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Checks of the fuzz targets: a broken promise ends the program, so that the fuzzer keeps the input.
  */

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Names, dates, policies and plain texts of any content, as toolkits and certificates may bring them.
 
 #include "foundation/text_field.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Any bytes as a certificate: every getter, and what reads identity data.
 
 #include "toolkit/engine/x509/certificate.h"

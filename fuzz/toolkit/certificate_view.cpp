@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Any bytes as a certificate, read twice: what the toolkit reads without OpenSSL must be what OpenSSL reads.
 
 #include "fuzz/toolkit/input.h"

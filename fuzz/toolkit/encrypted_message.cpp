@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Any bytes as an enveloped or encrypted message: its recipients, its content for one of them, and under a key that is the same
 // in every run; what was signed before it was enveloped is verified.
 

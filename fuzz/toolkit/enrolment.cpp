@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Any bytes as the answer of a certification authority: as they are, and with the numbers and the protection that make them
 // an answer to the request.
 

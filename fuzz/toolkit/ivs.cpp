@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Any bytes as a validation server's response, about the certificates that come with it and signed with them.
 
 #include "toolkit/engine/status/ivs.h"

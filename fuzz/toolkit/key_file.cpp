@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Any bytes as a key file, and what opens as the key inside.
 
 #include "toolkit/engine/keys/key_file.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Any bytes as a list of objects: what is read can be written and read again.
 
 #include "toolkit/engine/x509/object_list.h"

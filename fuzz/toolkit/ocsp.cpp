@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Any bytes as an OCSP response about the certificate that comes with it.
 
 #include "toolkit/engine/status/ocsp.h"

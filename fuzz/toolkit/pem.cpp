@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Any bytes as PEM and as base64: what decodes encodes to the same again.
 
 #include "fuzz/toolkit/input.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Any bytes as a PKCS#12 file.
 
 #include "toolkit/engine/pkcs12/pkcs12.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Any bytes as an enveloped message whose key a token is to open: what is found in it lies inside it.
 
 #include "fuzz/toolkit/input.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Any bytes as a signed message: verified, read into, with the first time-stamp token put back, and as the answer to a challenge.
 
 #include "fuzz/toolkit/input.h"

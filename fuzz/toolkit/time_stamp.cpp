@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Any bytes as a time-stamp token, and as the response of an authority.
 
 #include "toolkit/engine/time/time_stamp.h"

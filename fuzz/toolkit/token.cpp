@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // A token that answers any bytes: handles, attributes, certificates, keys and signatures.
 
 #include "fuzz/toolkit/input.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  A certificate read twice: as the toolkit reads it, and by OpenSSL alone. Both must take the same certificates and say the
  *  same of them.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  CBinary: the owning byte buffer in which certificates, keys, file contents and texts are kept.
  *

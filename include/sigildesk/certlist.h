@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  The certificate list: find the user's certificates on the hard disk, on a removable disk or in memory, read the
  *  list, and decrypt, check, export, import, copy and delete an entry by its index.

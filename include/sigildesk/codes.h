@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  The numbers of the interface by their names: results, toolkits, media, PKI families, languages, validity states.
  *

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  The crypto façade: about two hundred functions over one of two cryptographic toolkits that are loaded at run time.
  *  The façade does no cryptography itself; it checks arguments, sends the call to the handle's toolkit and gives the

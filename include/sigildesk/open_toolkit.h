@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Result codes and option values of the open toolkit: the OpenSSL-backed libraries `libHVCToolkitV30.so` and
  *  `libgpkiapi_v15.so` that are installed beside SigilDesk and serve a machine without a licensed toolkit.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  All of SigilDesk's interface. Each face has a header of its own, for hosts that need only one of them:
  *

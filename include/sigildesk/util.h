@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  CUtil: what loaders, dialogs and hosts need around certificates: parts of names, dates, policies, key usages,
  *  removable disks, folders, texts in the user's language, logs, and cutting and replacing in texts.

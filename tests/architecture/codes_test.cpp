@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Holds the words for result codes against the headers that name the codes, the sources that answer them, and the
 // document that lists them.
 

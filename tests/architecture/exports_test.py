@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The SigilDesk authors
+# SPDX-License-Identifier: LicenseRef-SigilDesk
+
 """Compares the symbols that the built library exports with the lists, so that the interface never changes by accident:
 exports_test.py LIBRARY LIST..., one demangled symbol a line."""
 

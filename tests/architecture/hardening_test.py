@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The SigilDesk authors
+# SPDX-License-Identifier: LicenseRef-SigilDesk
+
 """Holds what is shipped to the flags that stop at an overrun: every compile command of an optimized build has them, and
 a program compiled with one of these commands ends at each of three faults."""
 

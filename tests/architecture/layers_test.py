@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The SigilDesk authors
+# SPDX-License-Identifier: LicenseRef-SigilDesk
+
 """Holds every #include of the tree against the picture of the layers.
 
 A layer includes headers of its own folder, of the layers below it and of include/sigildesk/. The open toolkit stands

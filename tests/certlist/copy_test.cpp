@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Copies of certificates: where they go, how their keys are encrypted, what may be copied.
 
 #include "tests/certlist/transfer.h"

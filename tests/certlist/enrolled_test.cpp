@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Pairs that an authority issued, in the certificate list: in a store folder they are listed, unlocked and signed with.
 
 #include "tests/toolkit/facade.h"

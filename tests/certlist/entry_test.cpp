@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The records' fields as a table, the compact form of an entry, scratch records.
 
 #include "certlist/entry.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Export of listed certificates into PKCS#12 files.
 
 #include "tests/certlist/transfer.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Root certificates, verification, key pairs.
 
 #include "tests/certlist/scripted.h"

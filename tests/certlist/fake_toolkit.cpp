@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 #include "tests/certlist/fake_toolkit.h"
 
 #include "tests/doubles/recorder.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  A toolkit with a simple memory of its own, played by the recording toolkit: certificates and keys are readable texts,
  *  files are real files. Single symbols are then made to fail with doubles::answer().

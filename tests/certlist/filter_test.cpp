@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Which certificates the caller's options leave in the list.
 
 #include "tests/certlist/parsing.h"

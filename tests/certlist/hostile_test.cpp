@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Stores that somebody has prepared: names, kinds, sizes and rights that no honest program makes.
 
 #include "tests/certlist/scripted.h"

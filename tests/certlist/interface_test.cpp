@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The boundary: checks before every operation, and what CLP_GetCertInfo copies.
 
 #include "tests/certlist/scripted.h"

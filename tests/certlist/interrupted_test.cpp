@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Copy, export and delete on the open toolkit: killed before every call that changes files, and with every such call
 // failing. Files are always whole and for their owner alone, a certificate never stands beside a key of another, what
 // was reported as done is there, and the next operation at the same place leaves nothing of a killed one.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Private keys of listed certificates: decryption, identity random value, identity check, change of password.
 
 #include "tests/certlist/scripted.h"

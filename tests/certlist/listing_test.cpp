@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Discovery of certificates on disks: which folders, which files, in which order.
 
 #include "tests/certlist/scripted.h"

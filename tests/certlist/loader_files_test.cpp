@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Files of certificates and keys, as the disk loader writes, reads and deletes them.
 
 #include "tests/certlist/transfer.h"

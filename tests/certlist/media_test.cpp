@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Which media may be chosen, what is listed of them, and the removable disks of the machine.
 
 #include "tests/certlist/scripted.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // What an entry shows beside its fields: names of policies and issuers, and whether it is valid.
 
 #include "tests/certlist/parsing.h"

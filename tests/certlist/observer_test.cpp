@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // What an observer hears of a listing: every folder, every candidate, and the reason of the loader's decision.
 
 #include "tests/certlist/parsing.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // From a certificate file to an entry: its fields, and files that cannot be read.
 
 #include "tests/certlist/parsing.h"

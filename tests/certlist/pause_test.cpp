@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // A listing that hands the time back in between, and one that is given up meanwhile.
 
 #include "tests/certlist/parsing.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // What certificates and keys tell of the key that they have in common.
 
 #include "certlist/public_part.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Fixture of the tests on the scripted toolkit: a home folder, a library folder, a fixed clock, an error log.
  */

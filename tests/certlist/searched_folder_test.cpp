@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // A folder that is looked through, and questions about the files below it.
 
 #include "certlist/searched_folder.h"

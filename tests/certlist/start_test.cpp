@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // How a processor starts: the toolkit, the library folder, the settings files.
 
 #include "tests/certlist/scripted.h"

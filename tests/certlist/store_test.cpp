@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The certificate list on the open toolkit with a sample store: real certificates, end to end.
 
 #include "tests/support/sample_store.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Torture: a session in which the k-th toolkit call fails, for every k; then one in which the k-th memory allocation of
 // the library fails. Never a crash, a byte string that is not given back or given back twice, or a code that is not
 // stated; and no private key left behind in toolkit memory.

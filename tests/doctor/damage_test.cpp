@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // What is told from bytes that should be a certificate.
 
 #include "doctor/certificate_damage.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // One store with every kind of defect at once: each has its finding, and what is said to be listed is what the list shows.
 
 #include "tests/doctor/sick_store.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Filters, media, paths, and what the list depends on.
 
 #include "doctor/file_facts.h"

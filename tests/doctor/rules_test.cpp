@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The table of rules: whole in both languages, and the same as in the document.
 
 #include "doctor/rules.h"

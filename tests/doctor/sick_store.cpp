@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 #include "tests/doctor/sick_store.h"
 
 #include "tests/support/sample_store.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // A tiny toolkit that records nothing and shares nothing between contexts. It is built under both file names; each file
 // holds both sets of names.
 

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The SigilDesk authors
+# SPDX-License-Identifier: LicenseRef-SigilDesk
+
 """Writes a toolkit of every function that toolkit_abi/ declares for it: one that notes its calls, or a silent one.
 
     recording_toolkit.py PREFIX [silent]    to standard output, at the top of the tree; HVTK or GPKI

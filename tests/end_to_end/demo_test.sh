@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: The SigilDesk authors
+# SPDX-License-Identifier: LicenseRef-SigilDesk
 # The demo, driven without a display on this build, in both languages: its last word is openssl's.
 set -euo pipefail
 build=$1

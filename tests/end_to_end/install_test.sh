@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: The SigilDesk authors
+# SPDX-License-Identifier: LicenseRef-SigilDesk
 # Installs the build into an empty folder, looks at what is there, and builds a small host against it through the
 # CMake package and through pkg-config.
 #

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The SigilDesk authors
+# SPDX-License-Identifier: LicenseRef-SigilDesk
+
 """Takes the README's examples out as they are printed, builds them against the public headers and the library, and runs
 those that need no display."""
 

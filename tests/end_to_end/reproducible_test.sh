@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: The SigilDesk authors
+# SPDX-License-Identifier: LicenseRef-SigilDesk
 # The bundle of images is the same whenever its files were drawn.
 #
 #   reproducible_test.sh BUILD

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The SigilDesk authors
+# SPDX-License-Identifier: LicenseRef-SigilDesk
+
 """Holds the groups for a run (`run;run-qt6`) of scripts/packages.txt against what the built files ask of the loader, at once or later."""
 
 import pathlib

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The SigilDesk authors
+# SPDX-License-Identifier: LicenseRef-SigilDesk
+
 """The scripts as someone meets them who does not know them: each answers --help, refuses what it does not know, and
 says which value is missing. The installation of packages runs against commands that only note what they are asked."""
 

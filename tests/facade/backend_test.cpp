@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The backends themselves: their own life cycle, and the methods that no export reaches.
 
 #include "facade/backends/gpki_wrap.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The certificate functions that do more than forward.
 
 #include "tests/doubles/recorder.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // HV_GetErrInfo, which asks the toolkit, and HV_GetErrInfo2, which remembers.
 
 #include "tests/doubles/recorder.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The lists that must stay equal: what the headers declare, what the objects export, the table of members, and the
 // toolkits' functions.
 

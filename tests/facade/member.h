@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  One row of the table of members: an exported function, what it requires, and what exactly reaches each toolkit.
  *

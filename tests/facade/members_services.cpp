@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The table of members: what each requires, and what exactly reaches each toolkit. See member.h for the notation.
 
 #include "tests/facade/member.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The same questions asked of every member on both toolkit types.
 
 #include "facade/wrapper_api.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Running out of memory is answered by a status: no exception leaves an exported function.
 
 #include "tests/doubles/recorder.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // CertGetPubKeyInfo, which is assembled from several toolkit calls.
 
 #include "tests/doubles/recorder.h"

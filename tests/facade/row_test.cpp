@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // A row takes the arguments that the toolkit's function is declared with, and no others.
 
 #include "facade/row.h"

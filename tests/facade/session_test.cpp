@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Opening a token session, which the GPKI library does in two calls.
 
 #include "tests/doubles/recorder.h"

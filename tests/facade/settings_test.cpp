@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The settings and byte-string functions, asked the same questions: null handle, missing library, missing symbol, and
 // results passed through.
 

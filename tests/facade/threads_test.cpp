@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Handles are independent: one thread each, both toolkit types, no shared state. Run it under the thread sanitizer.
 
 #include "facade/toolkit_bytes.h"

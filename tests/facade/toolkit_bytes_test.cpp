@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 #include "facade/toolkit_bytes.h"
 
 #include "tests/doubles/recorder.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The tables against the C library's own CP949, for every entry and in both directions.
 
 #include "foundation/cp949_tables.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // What the library does when memory runs out. The C library's allocator is replaced, because the C library's own
 // functions, which the library calls, run out of memory too.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // What is left in memory when a buffer is released. The operators below look at every block before it goes.
 
 #include <sigildesk/binary.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Korean texts of the library (CP949), converted by the C library: what is tested does not convert for its own test.
  */

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Runs an operation or a program in a process of its own whose calls that change files are counted, and that is killed
  *  before one of them or has them fail.

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The SigilDesk authors
+# SPDX-License-Identifier: LicenseRef-SigilDesk
+
 """A certification authority for tests and the demo:
 
     mock_authority.py PORT NAME [--secret TEXT] [--subject NAME] [--certificate FILE] [OPTION...]

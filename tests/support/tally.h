@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Counts what a test program tries, and tells it when the program ends: "tally: mutations of messages 4711".
  */

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Messages and time stamps by Bouncy Castle. Each line on the standard input is a command; the first that fails ends the program.
 //
 //   sign CERTIFICATE KEY SCHEME FORM IN OUT     FORM: attached, detached, bare (without signed attributes)

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // A certification authority by Bouncy Castle: CmpAuthority PORT CERTIFICATE KEY SECRET
 //
 // It issues what it is asked for to whoever knows the secret or has a certificate of its own, and revokes it. The path of the

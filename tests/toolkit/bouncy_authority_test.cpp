@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Certificates from an authority by Bouncy Castle (CmpAuthority.java), honest and otherwise.
 
 #include "tests/toolkit/enrolment.h"

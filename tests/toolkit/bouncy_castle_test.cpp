@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Messages and time stamps against Bouncy Castle, both ways: a whole batch goes to one run of it.
 
 #include "tests/support/tally.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Cards, by the media functions of both toolkits: SoftHSM's token is the card, and other programs see what is on it.
 
 #include "tests/toolkit/tokens.h"

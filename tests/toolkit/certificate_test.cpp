@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Fields of certificates that the openssl command made, in the text forms that the layers above rely on.
 
 #include "tests/toolkit/toolkit_library.h"

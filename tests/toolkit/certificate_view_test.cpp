@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // What the toolkit reads of certificates without OpenSSL against what OpenSSL reads: the certificates of Debian's packages, a
 // sample store, and both with mistakes in them. There is no difference that would be allowed.
 //

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Challenge and response, and what is not offered.
 
 #include "tests/toolkit/messages.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Primitives against published vectors and the openssl command.
 
 #include "tests/toolkit/toolkit_library.h"

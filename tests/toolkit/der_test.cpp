@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // DER elements in their only form, and object identifiers by number, against OpenSSL's own.
 
 #include "toolkit/engine/base/der.h"

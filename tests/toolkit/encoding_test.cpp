@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Base64, PEM, lists of objects, names and the small functions of the frames.
 
 #include "tests/toolkit/toolkit_library.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Certificates from authorities: what is asked for is what comes, and nothing comes of what goes wrong.
 
 #include "tests/toolkit/enrolment.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Enveloped and encrypted messages in memory, against other programs: openssl cms, NSS's cmsutil.
 
 #include "tests/toolkit/messages.h"

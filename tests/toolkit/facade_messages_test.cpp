@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Messages through the library's exported functions, on both toolkit types.
 
 #include "tests/toolkit/facade.h"

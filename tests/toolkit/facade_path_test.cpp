@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The whole path: the library's exported functions over the installed open toolkit, on both types, for certificates and
 // keys of each family of stores.
 

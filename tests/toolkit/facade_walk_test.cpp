@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Every member of the library's table over both toolkits: what they have, and that they have all of it.
 
 #include "tests/facade/member.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The frame of both libraries: contexts, error texts, byte strings, and what they leave alone.
 
 #include "tests/toolkit/toolkit_library.h"

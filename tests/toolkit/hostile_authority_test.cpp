@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Answers of an authority that were tampered with on their way: none is believed, whatever was changed.
 
 #include "tests/toolkit/workshop.h"

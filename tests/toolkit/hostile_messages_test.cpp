@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Messages that were changed on their way: never accepted with other content, always a stated code.
 
 #include "tests/support/tally.h"

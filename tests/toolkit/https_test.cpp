@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Web addresses over TLS: who may answer, and what the host notices of it.
 
 #include "tests/toolkit/server.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Certificates validated by a server, and by one that tells lies.
 
 #include "tests/toolkit/server.h"

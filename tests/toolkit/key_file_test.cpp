@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Private key files against worked values, and what must not be taken for a key.
 
 #include "tests/toolkit/toolkit_library.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Files as both faces read and write them.
 
 #include "tests/toolkit/toolkit_library.h"

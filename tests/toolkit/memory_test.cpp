@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // What the toolkits answer when memory runs out at any one allocation of a call, or from any one on: 3002, or the very
 // result of a call that had enough.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Messages of every shape between this toolkit and others: openssl cms, GnuTLS's certtool, NSS's cmsutil.
 
 #include "tests/toolkit/messages.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Messages in files: streamed, whole or not at all, and the same messages as in memory.
 
 #include "tests/toolkit/messages.h"

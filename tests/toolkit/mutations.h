@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Certificates that are wrong somewhere: DER whose elements are changed, and the lengths around them made right again.
  */

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Fetches from a real directory server and a real web server.
 
 #include "tests/toolkit/server.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The state of a certificate from a real responder, and from one that tells lies.
 
 #include "tests/support/tally.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 #include "tests/toolkit/odd_module.h"
 
 #include <p11-kit/pkcs11.h>

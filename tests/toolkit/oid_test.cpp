@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Object identifiers as texts, against OpenSSL's own.
 
 #include "toolkit/engine/base/der.h"

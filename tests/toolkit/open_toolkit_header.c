@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /* The codes and options are for hosts in C too. */
 
 #include <sigildesk/open_toolkit.h>

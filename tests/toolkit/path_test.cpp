@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Paths that RFC 5280 forbids although every signature is right, authorities that share a name, lists of all kinds, and what a
 // certificate may make the host fetch.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // PKCS#12 files: our own ways, and those of the openssl command, GnuTLS's certtool and NSS's pk12util.
 
 #include "tests/toolkit/toolkit_library.h"

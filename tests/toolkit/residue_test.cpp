@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // What calls leave in memory of the secrets that they were handed: nothing.
 
 #include "tests/support/secret_hunt.h"

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The SigilDesk authors
+# SPDX-License-Identifier: LicenseRef-SigilDesk
+
 """A server that misbehaves: rude_server.py PORT MANNER. Manners that begin with "ldap" speak LDAP, the others HTTP."""
 
 import socketserver

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Servers that misbehave: every call ends in time, with a code, and without eating the host's memory.
 
 #include "tests/toolkit/server.h"

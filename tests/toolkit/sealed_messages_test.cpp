@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Messages that are signed and enveloped, messages of any kind, time stamps inside messages.
 
 #include "tests/support/tally.h"

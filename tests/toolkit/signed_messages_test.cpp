@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Signed messages in memory, against other programs: openssl cms, GnuTLS's certtool, NSS's cmsutil.
 
 #include "tests/toolkit/messages.h"

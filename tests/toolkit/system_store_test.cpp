@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The system's certificate store: NSS databases that certutil and pk12util made, that the toolkit made, and that are damaged.
 
 #include "tests/support/tally.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Time stamps of a real authority, read by us and by others, and of one that should not be believed.
 
 #include "tests/support/tally.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Certificates from authorities for keys that are made on a token: the key never leaves it, its certificate lies beside it, and
 // nothing is left there of what goes wrong.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Pairs on tokens, the cryptography with their keys, and messages through them. Other programs read what is written here and
 // write what is read.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Tokens as wholes: slots, what tokens say of themselves, sessions, PINs and the certificates on them; and modules that
 // misbehave.
 

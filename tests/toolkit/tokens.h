@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Tokens for tests: SoftHSM with a folder of its own, and a module that misbehaves, registered with p11-kit for this
  *  process alone. The machine's own modules and tokens are never touched.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Verification of certificates against trusted ones, with time, usage, policies and revocation lists.
 
 #include "tests/toolkit/server.h"

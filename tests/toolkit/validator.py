@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The SigilDesk authors
+# SPDX-License-Identifier: LicenseRef-SigilDesk
+
 """A validation server (SCVP, RFC 5055) for the tests: validator.py PORT AUTHORITY SIGNER, in a workshop's folder.
 
 It reads and writes DER by itself and leaves paths and signatures to the openssl command, so that it shares no mistake with

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The PKCS#12 files of sample-store, read by the openssl command and by the toolkit.
 #include "tests/support/sample_store.h"
 #include "tests/tools/toolkit.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The policy files as delivered, held against the rules of their loader: one policy a line, the OID in dotted form,
 // "=", the name; every line ends with a line feed; fields of 30 and 60 bytes.
 #include "tests/support/cp949.h"

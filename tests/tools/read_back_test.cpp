@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // What sample-store wrote, read by the openssl command and by the toolkit, held against its report.
 #include "tests/support/sample_store.h"
 #include "tests/tools/toolkit.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // sample-store as a program: the store's layout, its promise to touch nothing, determinism, and the command line.
 #include "tests/support/sample_store.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The issuer files, the toolkit settings and the log switch as delivered, read as the library reads them.
 #include <sigildesk/profile.h>
 

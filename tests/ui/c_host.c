@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /* A host written in C: calls the entry points and prints what they answer.
  *
  * usage: ui_c_host MODE FOLDER */

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  What the C host of the tests asks of the C++ side: to run it inside the event loop, and to act as its user.
  */

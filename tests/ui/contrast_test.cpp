@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Every text can be read on what is under it, in light, dark and high-contrast palettes: measured in rendered pixels.
 
 #include "tests/ui/desktops.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Drives dialogs as a user does: waits until one is shown, finds its widgets by name, clicks and types.
  */

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  What the tests of the selection dialog begin with: three certificates on a scripted processor, and an opened dialog.
  */

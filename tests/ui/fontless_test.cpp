@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The dialogs where no Korean font is installed: a font configuration of this program's own has none.
 
 #include "tests/ui/fixture.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The forms as they are before any language is set: names, classes, places and built-in texts.
 
 #include "tests/ui/driver.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The entry points, called by a host in C in a process of its own.
 
 #include "tests/support/files.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The options that the selection dialog keeps for the caller's layout though nothing reads them, and their bounds.
 
 #include "tests/ui/fixture.h"

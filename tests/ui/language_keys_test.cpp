@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The keys that the code looks up, held against the keys of both language files.
 
 #include <gtest/gtest.h>

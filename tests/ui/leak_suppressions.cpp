@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // What the leak sanitizer is told to overlook: what fontconfig (its cache) and D-Bus (the connection of the X platform
 // for assistive tools) keep until the process ends.
 

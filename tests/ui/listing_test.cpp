@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // A listing that takes long: the window shows itself, says so and can be closed; nothing else can be done meanwhile. Time
 // is what the test says, a file after the other.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Opening and closing each dialog again and again leaves nothing behind.
 
 #include "tests/ui/fixture.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The dialogs as a screen reader sees them: their tree is read over AT-SPI, from another process, on a real X server.
 
 #include "foundation/environment.h"

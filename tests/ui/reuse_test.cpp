@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The shared dialog, set up again for one call after the other: what a call leaves behind and what it does not.
 
 #include "tests/ui/fixture.h"

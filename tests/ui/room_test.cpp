@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Every text against its room: at several DPI, scales and with two Korean fonts, in both languages. Qt reads DPI and scale
 // when an application begins, so each combination is a run of this program; without arguments it runs them all.
 

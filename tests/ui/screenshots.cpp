@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Draws every dialog in both languages into PNG files, with made-up certificates.
 //
 // usage: ui_screenshots FOLDER [dark]

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  A certificate-list processor that answers what the test says: it stands in for the CLP_ functions, so that every
  *  code and every kind of entry can be put before the dialogs.

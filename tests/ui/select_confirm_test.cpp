@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The selection dialog: password, keys, keyboard, viewer button.
 
 #include "tests/ui/fixture.h"

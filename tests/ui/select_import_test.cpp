@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The selection dialog: the find button and what comes out of a PKCS#12 file.
 
 #include "tests/ui/fixture.h"

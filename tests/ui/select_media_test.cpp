@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The selection dialog: media, list, and what a click on a row does.
 
 #include "tests/ui/fixture.h"

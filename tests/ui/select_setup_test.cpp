@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The selection dialog: options, texts, images, logo, and the way to the processor.
 
 #include "tests/doubles/recorder.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // What the selection dialog decides and tells. No display and no application: nothing here is shown.
 
 #include "tests/ui/scripted_processor.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The password dialog and the chooser of removable disks.
 
 #include "tests/ui/driver.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The dialogs over the real layers: a sample store, the open toolkit, and keys that fit their certificates.
 
 #include "foundation/environment.h"

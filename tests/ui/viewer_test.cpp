@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The certificate viewer: summary, status, verification, details.
 
 #include "tests/ui/driver.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // One run on a real X server, which the program starts itself: keys and clicks come from outside, through the server.
 
 #include "tests/ui/background.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Messages in files of any size: bodies of the functions that both faces export. What a function writes appears when all
  *  went well, and whole.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Signed, enveloped and encrypted messages in memory: bodies of the functions that both faces export. Where a face has no
  *  option, it passes 0.

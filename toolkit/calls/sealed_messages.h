@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Messages that are signed and enveloped, messages of any kind, and time stamps inside messages: bodies of the functions
  *  that both faces export.

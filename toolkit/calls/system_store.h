@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  The system's certificate store: bodies of the functions that a face exports. Its number is not used: there is one store, and the
  *  folder says where.

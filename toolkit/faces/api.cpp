@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // API_ and BINSTR_: the context, its settings and the byte strings.
 
 #include "toolkit/calls/api.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // CERT_: the loaded certificate and its fields.
 
 #include "toolkit/calls/cert.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // CMP_: certificates from an authority.
 
 #include "toolkit/calls/enrolment.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // CMS_: signed, enveloped and encrypted messages.
 
 #include "toolkit/calls/message_files.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // CRYPT_: signatures, hashes, codes and encryption.
 
 #include "toolkit/calls/crypt.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // PRIKEY_ and VID_: private keys and the identity of their holders.
 
 #include "toolkit/calls/key.h"

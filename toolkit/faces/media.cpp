@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // HVTK_MEDIA_ and GPKI_STORAGE_: files on the disk, objects on cards, and the system's certificate store. `place` of GPKI_STORAGE_ is
 // the slot of a card; for the disk it tells which pair is meant, and the path says that already.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // OCSP_: the state of a certificate in single steps.
 
 #include "toolkit/calls/ocsp.h"

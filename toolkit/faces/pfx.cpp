@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // PFX_: PKCS#12 files. GPKI_PFX_: with a signing pair and, when there is one, a key-management pair.
 
 #include "toolkit/calls/pfx.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // SIGEA_: challenge and response.
 
 #include "toolkit/calls/challenge.h"

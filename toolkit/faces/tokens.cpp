@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // HVTK_PKCS11_ and GPKI_HSM_: tokens.
 
 #include "toolkit/calls/tokens.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // Verification (CERT_), authorities (HVTK_CERT_, GPKI_API_), paths (HVTK_UTIL_) and fetches (HVTK_HVAP_, GPKI_LDAP_).
 
 #include "toolkit/calls/trust.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // UNI_: messages of any kind. Wireless formats (WPKI_, WCMS_) are not offered.
 
 #include "toolkit/calls/not_offered.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // UTIL_, BASE64_ and PEM_: lists of objects, names and encodings. GPKI_CERT_ has the lists of certificates.
 
 #include "toolkit/calls/util.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  The extensions of Korean certificates, as the accredited authorities fill them (profile of KCAC.TS.CERTPROF on
  *  RFC 3280). Each function adds one extension to a certificate under construction and throws std::runtime_error when

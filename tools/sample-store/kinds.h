@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  The kinds of certificates that a sample store holds: who issues them, for whom, under which policy, and where they
  *  are kept. Names, policies and folders follow the conventions of the accredited authorities; addresses lie in the

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // sample-store: makes a certificate store to try things on. Root, authorities, certificates and keys are invented, but
 // have the names, fields, folders and key-file encryptions of real stores.
 #include "tools/sample-store/dates.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The table of commands and options. A new command is a row here, its function in commands.h, and a file.
 #include "commands.h"
 #include "options.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  The commands, one file each. Each prints what it found and answers what the shell is told; what keeps it from its job
  *  is a Failure.

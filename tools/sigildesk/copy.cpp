@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // copy: the pairs of a certificate to another disk, in the layout that `list` reads.
 #include "commands.h"
 #include "pairs.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // delete: the pairs of a certificate, when somebody has said yes.
 #include "commands.h"
 #include "pairs.h"

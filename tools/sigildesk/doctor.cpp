@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // doctor: why a certificate is listed or not.
 #include "commands.h"
 #include "diagnosis.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // encrypt, decrypt: CMS EnvelopedData.
 #include "commands.h"
 #include "files.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // export: a PKCS#12 file of a certificate's pairs.
 #include "commands.h"
 #include "files.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // identity: does the identity number belong to the certificate?
 #include "commands.h"
 #include "keys.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // import: the pairs of a PKCS#12 file into a store. The keys keep the password of the file.
 #include "certlist/error_log.h"
 #include "certlist/key_operations.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // list: one line a certificate.
 #include "commands.h"
 #include "diagnosis.h"

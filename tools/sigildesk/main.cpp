@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The command: takes the command line apart, runs what it asks for, tells the shell how it went.
 #include "library_folder.h"
 #include "options.h"

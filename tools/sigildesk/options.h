@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  The table of commands and options: what is parsed, what --help says, what the man page and the completion scripts
  *  hold, all comes from these rows.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // passwd: a new password for all keys of a certificate.
 #include "commands.h"
 #include "pairs.h"

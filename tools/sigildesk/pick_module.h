@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  The part of `pick` that needs Qt: a module that the command opens when it is asked to, and that brings the library with
  *  the dialogs along.

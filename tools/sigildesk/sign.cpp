@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // sign: a CMS message, or the bare signature.
 #include "commands.h"
 #include "files.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // status: is the certificate revoked? Asks the responder, else looks into the revocation list.
 #include "commands.h"
 #include "selection.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  A judgement in steps: each on a line, or in {"valid", "steps": [{"step", "ok", "detail"}]}.
  */

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Texts on their way to a terminal: from the library's CP949 to UTF-8, without what could steer a terminal, within the
  *  letters that it has, and how many columns they take.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // timestamp: a token of a time-stamping authority (RFC 3161).
 #include "stamps.h"
 

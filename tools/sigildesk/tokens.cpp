@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // tokens: slots, tokens and the certificates on them.
 #include "certificate.h"
 #include "commands.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // unlock: tests the password; writes the key so that every other program can use it.
 #include "commands.h"
 #include "files.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // verify: path, validity, purpose, policies and revocation of a certificate, each a step.
 #include "commands.h"
 #include "selection.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // verify-file: a CMS message, with its content in it or beside it, or a bare signature.
 #include "commands.h"
 #include "files.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // token-walk LIBRARY-FOLDER ADDRESS TOKEN FILE OUT: has a key made on the token with this label and certified by the authority at
 // this address, signs the file with it, and writes the signed message. The first line of its input is the secret that the
 // authority gave, the second one the token's PIN.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // A small host, built against the installed tree only: it asks each face of the library one question.
 
 #include <sigildesk/open_toolkit.h>

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The SigilDesk authors
+# SPDX-License-Identifier: LicenseRef-SigilDesk
+
 """doctor: each certificate that is not listed has its reason, in agreement with list; what list says when it finds nothing."""
 
 import os

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The SigilDesk authors
+# SPDX-License-Identifier: LicenseRef-SigilDesk
+
 """Help, man page, completion scripts and docs/command-line.md say the same; the examples of the man page work."""
 
 import json

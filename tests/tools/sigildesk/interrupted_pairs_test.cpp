@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The commands that change pairs, killed before every call that changes files, and with every such call failing. The
 // folder then holds the old pairs or the new ones once somebody has read it, every file whole and for its owner alone;
 // what was reported as done is there; and the next run at the same place leaves nothing of a killed one.

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The SigilDesk authors
+# SPDX-License-Identifier: LicenseRef-SigilDesk
+
 """sign, verify-file, encrypt, decrypt, unlock, export and identity: what the command makes other programs read, and the
 other way round."""
 

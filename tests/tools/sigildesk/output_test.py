@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The SigilDesk authors
+# SPDX-License-Identifier: LicenseRef-SigilDesk
+
 """What reaches standard output and standard error, in every locale, and what the shell is told."""
 
 import json

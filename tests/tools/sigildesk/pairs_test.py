@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The SigilDesk authors
+# SPDX-License-Identifier: LicenseRef-SigilDesk
+
 """copy, delete and passwd: the pairs of a certificate, all of them or none."""
 
 import os

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // What the command leaves in its memory of the passwords, keys and numbers that it was handed: nothing. Each run is stopped
 // when it is about to end, and all of its memory searched, what was released included.
 

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The SigilDesk authors
+# SPDX-License-Identifier: LicenseRef-SigilDesk
+
 """The documents of --json, held against the shapes that the man page and docs/command-line.md give them."""
 
 import datetime

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The SigilDesk authors
+# SPDX-License-Identifier: LicenseRef-SigilDesk
+
 """verify, status and timestamp, against an authority of the test whose servers answer on the loopback address."""
 
 import http.server

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  What one toolkit context holds between calls. Contexts share nothing; each is used by one thread at a time.
  */

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Reading and writing DER elements (X.690) for the few structures that OpenSSL does not know: identity data, the
  *  parameters of Korean key files, lists of objects.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Hashes (FIPS 180-4) and message authentication codes (HMAC, RFC 2104).
  */

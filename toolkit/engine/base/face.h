@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  What the functions of both toolkits share: the frame of a call, and the step from C arguments to the engine's types and back.
  */

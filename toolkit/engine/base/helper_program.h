@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Programs of the toolkit's own, beside its libraries. They do what could crash or stop the host, and what would disturb a
  *  library that the host uses itself.

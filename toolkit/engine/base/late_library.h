@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Libraries that few hosts come to need. Loading the clients of the network takes longer than all the rest of a start, and most
  *  hosts never fetch anything, so the engine's libraries are not linked with them.

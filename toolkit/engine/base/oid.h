@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Object identifiers of Korean certificates and keys, and of a few messages. OpenSSL's table of names is shared by
  *  the whole process, so the engine adds nothing to it and compares dotted texts.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  The way to a certification authority: certificate management messages (RFC 4210) over HTTP (RFC 6712).
  */

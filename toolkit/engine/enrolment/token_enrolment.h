@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Certificates from an authority for keys that are made on a token and stay there. What goes wrong leaves nothing there.
  */

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  One transaction with a certification authority (RFC 4210): a request, the waiting for it, the answer, the confirmation.
  *  The protocol itself is OpenSSL's.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Key pairs, signatures and encryption with them (RFC 8017 for RSA, FIPS 186-4 for ECDSA).
  */

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // OpenSSL's plain hash functions, which it calls deprecated: their states are copied without asking for memory, which is
 // what makes a thousand rounds cheap.
 #define OPENSSL_SUPPRESS_DEPRECATED

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Keys from passwords: PBKDF1 and PBKDF2 of RFC 8018, the derivation of PKCS#12 (RFC 7292, appendix B) and scrypt
  *  (RFC 7914). None leaves a copy of password or key behind.

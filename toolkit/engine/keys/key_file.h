@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Encrypted private key files: EncryptedPrivateKeyInfo of PKCS#8 (RFC 5208) in all encryptions that real certificate
  *  stores use.

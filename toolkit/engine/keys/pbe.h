@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Password-based encryption: from a password and the AlgorithmIdentifier in a file to a cipher ready to run.
  */

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Private keys: PrivateKeyInfo of PKCS#8 (RFC 5208) and the random value that it may hold.
  */

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // A program takes over a key's operations through the methods of RSA and EC keys, which OpenSSL calls deprecated. What is to
 // replace them is a provider, with encoders and decoders of its own for the same.
 #define OPENSSL_SUPPRESS_DEPRECATED

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Symmetric encryption with the key that a context holds: CBC mode with PKCS#7 padding (SEED of RFC 4269, ARIA of
  *  RFC 5794, AES, 3DES).

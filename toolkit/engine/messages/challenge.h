@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Challenge and response in two passes (ISO/IEC 9798-3): the open toolkit's own encoding.
  *

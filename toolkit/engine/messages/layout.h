@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Where a message (RFC 5652) keeps its content. The content may be larger than memory, so it never stands in the structure
  *  that OpenSSL parses: reading takes it out of the message, writing puts it between the bytes around it.

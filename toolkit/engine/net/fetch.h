@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Certificates and revocation lists from servers: directories (LDAP, RFC 4511, addresses of RFC 4516) and web servers
  *  (HTTP, HTTPS). Every exchange is bounded in time and size (visits.h, web.h), and never waits for a person.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  What one call may spend on servers. Addresses stand in certificates, and servers answer as they like; neither may keep the
  *  host waiting or make it knock at one door after another.

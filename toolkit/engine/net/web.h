@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  One exchange with a web server: GET or POST, over TLS (1.2 at least) when the address says https. The server must then
  *  prove its name with a certificate that leads to one of the system's authorities; the environment variable SSL_CERT_FILE

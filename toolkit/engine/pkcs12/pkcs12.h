@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  PKCS#12 files (RFC 7292) with one or several pairs of certificate and private key. Keys are handled as PrivateKeyInfo,
  *  so attributes such as the identity random value survive both ways.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 #include "toolkit/engine/pkcs12/pkcs12.h"
 
 #include "toolkit/engine/base/der.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Validation of a certificate by a server, which builds the path, verifies it and looks its revocation up: SCVP,
  *  RFC 5055, over HTTP POST.

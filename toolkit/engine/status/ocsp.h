@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  The state of a certificate from its authority's responder (OCSP, RFC 6960, over HTTP POST as in its appendix A).
  */

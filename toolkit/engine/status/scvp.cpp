@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 #include "toolkit/engine/status/scvp.h"
 
 // The templates follow the module of RFC 5055, section 8, whose tags are implicit; a tag around a CHOICE is explicit all

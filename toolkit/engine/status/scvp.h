@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  The response of a validation server (SCVP, RFC 5055, section 4), as OpenSSL reads it. A field that nobody looks into
  *  is held as its elements; a field that is absent is null.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  An NSS database (cert9.db, key4.db), opened by NSS's own softokn module. That is one for the whole process: hosts may use
  *  it themselves, so that only a program of the toolkit's own does it here.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // nss-store list|add|import FOLDER: does one thing with the NSS database in a folder, in a process of its own: the module that opens
 // it is one for a whole process, and the database may be anybody's work.
 //

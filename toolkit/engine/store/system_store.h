@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  The certificates that the programs of a desktop share: the user's NSS database. The program `nss-store` opens it.
  */

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 #include "toolkit/engine/tokens/card.h"
 
 #include "toolkit/engine/base/error.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Cards: tokens whose objects have names, as files have paths. Each call has a session of its own, which ends with it.
  *  Everything here throws SIGIL_TK_MEDIUM when no card is in the slot.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  PKCS#11 (Cryptoki) as the engine meets it: what a module answers, and templates of attributes.
  */

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Tries a module out in a process of its own, so that one which crashes or hangs while it starts does not take the host
  *  along.

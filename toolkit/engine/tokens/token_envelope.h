@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Enveloped messages for the holder of a key on a token: the token opens the content's key, and nothing else.
  */

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 #include "toolkit/engine/tokens/token_keys.h"
 
 #include "toolkit/engine/base/der.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // token-probe FILE [RESERVED]: loads and starts a PKCS#11 module, and prints "+" when it has started and told its slots.
 // A module that crashes or hangs does it here, and not in the program that wants to use it.
 

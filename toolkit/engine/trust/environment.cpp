@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // What a context trusts, as callers say it.
 
 #include "toolkit/engine/base/error.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 #include "toolkit/engine/trust/issuer.h"
 
 #include "toolkit/engine/base/error.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Verification of one path that is already found (RFC 5280, 6): time, constraints, policies, revocation.
  */

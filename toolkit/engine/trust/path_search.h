@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Looks for paths from a certificate to trusted ones. Authorities may share a name, renew their keys and certify each other,
  *  so there can be several paths, of which one is good.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  What is refused in spite of a matching signature: certificates that RFC 5280 forbids and OpenSSL lets pass, and algorithms
  *  with which anybody can forge one.

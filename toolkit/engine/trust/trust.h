@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  Verification of certificates: paths to certificates that the host trusts, time, usage, policies and revocation lists
  *  (RFC 5280). What is looked up on the network is bounded for each call (visits.h).

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  One X.509 certificate and its fields as text (RFC 5280). Texts are CP949; a field that the certificate does not have
  *  is an empty text.

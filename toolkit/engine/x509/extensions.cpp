@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 // The extensions of a certificate as texts.
 
 #include "toolkit/engine/base/error.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
 /** @file
  *  One certificate as OpenSSL reads it: for every certificate that OpenSSL takes, however unusual.
  */
