@@ -43,6 +43,9 @@ for file in "$lib"/libSigilDesk.so{,.1} "$prefix"/include/sigildesk/{sigildesk,c
             "$prefix"/share/{zsh/site-functions/_sigildesk,fish/vendor_completions.d/sigildesk.fish}; do
     expect "$file"
 done
+# A sanitizer's runtime is no part of what is shipped.
+[ -n "$sanitize" ] || python3 "$source/tests/end_to_end/licences_test.py" "$source" "$prefix"
+
 dynamic=$(objdump -p "$lib/libSigilDesk.so.1")
 soname=$(awk '/SONAME/ { print $2 }' <<<"$dynamic")
 [ "$soname" = libSigilDesk.so.1 ] || { echo "soname is $soname" >&2; exit 1; }
