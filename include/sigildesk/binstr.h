@@ -11,14 +11,15 @@
 #ifndef SIGILDESK_BINSTR_H
 #define SIGILDESK_BINSTR_H
 
+#include <sigildesk/layout.h>
+
 /** Toolkit byte string: 16 bytes, so arrays of it have a stride of 16. */
 typedef struct BINSTR {
     unsigned char* pData; /**< bytes in toolkit memory, or null when empty */
     int nLength;          /**< number of bytes, 0 when empty */
 } BINSTR;
 
-#ifdef __cplusplus
-static_assert(sizeof(BINSTR) == 16, "BINSTR crosses to the toolkits in a fixed layout");
-#endif
+SIGIL_LAYOUT(sizeof(BINSTR) == 16);
+SIGIL_LAYOUT(offsetof(BINSTR, nLength) == 8);
 
 #endif

@@ -20,16 +20,9 @@
 #ifndef SIGILDESK_DIALOGS_H
 #define SIGILDESK_DIALOGS_H
 
-#include <stddef.h>
-
 #include <sigildesk/codes.h>
 #include <sigildesk/export.h>
-
-#ifdef __cplusplus
-#define SIGIL_DIALOG_LAYOUT(condition) static_assert(condition, "the record crosses the library boundary")
-#else
-#define SIGIL_DIALOG_LAYOUT(condition) _Static_assert(condition, "the record crosses the library boundary")
-#endif
+#include <sigildesk/layout.h>
 
 /** Bits of tagLOADSELECTCERTOPTION::nSelectFlags. */
 #define SIGIL_SELECT_EXCLUDE_EXPIRED 0x1u /**< bit 0: expired certificates are not listed */
@@ -127,41 +120,41 @@ typedef struct tagSELCERTINFO {
 
 #pragma pack(pop)
 
-SIGIL_DIALOG_LAYOUT(sizeof(int) == 4 && sizeof(long long) == 8);
-SIGIL_DIALOG_LAYOUT(sizeof(tagINITOPT) == 272);
-SIGIL_DIALOG_LAYOUT(offsetof(tagINITOPT, szLibraryFolder) == 8);
-SIGIL_DIALOG_LAYOUT(offsetof(tagINITOPT, nLanguage) == 268);
+SIGIL_LAYOUT(sizeof(int) == 4 && sizeof(long long) == 8);
+SIGIL_LAYOUT(sizeof(tagINITOPT) == 272);
+SIGIL_LAYOUT(offsetof(tagINITOPT, szLibraryFolder) == 8);
+SIGIL_LAYOUT(offsetof(tagINITOPT, nLanguage) == 268);
 
-SIGIL_DIALOG_LAYOUT(sizeof(tagLOADSELECTCERTOPTION) == 21570);
-SIGIL_DIALOG_LAYOUT(offsetof(tagLOADSELECTCERTOPTION, szShortOption) == 12);
-SIGIL_DIALOG_LAYOUT(offsetof(tagLOADSELECTCERTOPTION, szPolicyIDs) == 2316);
-SIGIL_DIALOG_LAYOUT(offsetof(tagLOADSELECTCERTOPTION, szOption) == 4364);
-SIGIL_DIALOG_LAYOUT(offsetof(tagLOADSELECTCERTOPTION, nReserved1) == 5144);
-SIGIL_DIALOG_LAYOUT(offsetof(tagLOADSELECTCERTOPTION, szLogo) == 9260);
-SIGIL_DIALOG_LAYOUT(offsetof(tagLOADSELECTCERTOPTION, nMessageFlags) == 11308);
-SIGIL_DIALOG_LAYOUT(offsetof(tagLOADSELECTCERTOPTION, szReserved8) == 11313);
-SIGIL_DIALOG_LAYOUT(offsetof(tagLOADSELECTCERTOPTION, byMemoryCert) == 13368);
-SIGIL_DIALOG_LAYOUT(offsetof(tagLOADSELECTCERTOPTION, byMemorySignCert) == 13369);
-SIGIL_DIALOG_LAYOUT(offsetof(tagLOADSELECTCERTOPTION, byMemorySignPriKey) == 17465);
-SIGIL_DIALOG_LAYOUT(offsetof(tagLOADSELECTCERTOPTION, nMemorySignCertLen) == 21561);
-SIGIL_DIALOG_LAYOUT(offsetof(tagLOADSELECTCERTOPTION, byCivicLogo) == 21569);
+SIGIL_LAYOUT(sizeof(tagLOADSELECTCERTOPTION) == 21570);
+SIGIL_LAYOUT(offsetof(tagLOADSELECTCERTOPTION, szShortOption) == 12);
+SIGIL_LAYOUT(offsetof(tagLOADSELECTCERTOPTION, szPolicyIDs) == 2316);
+SIGIL_LAYOUT(offsetof(tagLOADSELECTCERTOPTION, szOption) == 4364);
+SIGIL_LAYOUT(offsetof(tagLOADSELECTCERTOPTION, nReserved1) == 5144);
+SIGIL_LAYOUT(offsetof(tagLOADSELECTCERTOPTION, szLogo) == 9260);
+SIGIL_LAYOUT(offsetof(tagLOADSELECTCERTOPTION, nMessageFlags) == 11308);
+SIGIL_LAYOUT(offsetof(tagLOADSELECTCERTOPTION, szReserved8) == 11313);
+SIGIL_LAYOUT(offsetof(tagLOADSELECTCERTOPTION, byMemoryCert) == 13368);
+SIGIL_LAYOUT(offsetof(tagLOADSELECTCERTOPTION, byMemorySignCert) == 13369);
+SIGIL_LAYOUT(offsetof(tagLOADSELECTCERTOPTION, byMemorySignPriKey) == 17465);
+SIGIL_LAYOUT(offsetof(tagLOADSELECTCERTOPTION, nMemorySignCertLen) == 21561);
+SIGIL_LAYOUT(offsetof(tagLOADSELECTCERTOPTION, byCivicLogo) == 21569);
 
-SIGIL_DIALOG_LAYOUT(sizeof(tagEXTRAOPTION) == 200003);
-SIGIL_DIALOG_LAYOUT(offsetof(tagEXTRAOPTION, byReserved) == 200000);
+SIGIL_LAYOUT(sizeof(tagEXTRAOPTION) == 200003);
+SIGIL_LAYOUT(offsetof(tagEXTRAOPTION, byReserved) == 200000);
 
-SIGIL_DIALOG_LAYOUT(sizeof(tagSELCERTINFO) == 24380);
-SIGIL_DIALOG_LAYOUT(offsetof(tagSELCERTINFO, bySignPriKey) == 4104);
-SIGIL_DIALOG_LAYOUT(offsetof(tagSELCERTINFO, byEncSignPriKey) == 6156);
-SIGIL_DIALOG_LAYOUT(offsetof(tagSELCERTINFO, byKmCert) == 8208);
-SIGIL_DIALOG_LAYOUT(offsetof(tagSELCERTINFO, byKmPriKey) == 12308);
-SIGIL_DIALOG_LAYOUT(offsetof(tagSELCERTINFO, byEncKmPriKey) == 14360);
-SIGIL_DIALOG_LAYOUT(offsetof(tagSELCERTINFO, szSubjectDN) == 16412);
-SIGIL_DIALOG_LAYOUT(offsetof(tagSELCERTINFO, szIssuerDN) == 16932);
-SIGIL_DIALOG_LAYOUT(offsetof(tagSELCERTINFO, byRandom) == 18980);
-SIGIL_DIALOG_LAYOUT(offsetof(tagSELCERTINFO, szSignCertPath) == 20008);
-SIGIL_DIALOG_LAYOUT(offsetof(tagSELCERTINFO, szCertPolicy) == 21048);
-SIGIL_DIALOG_LAYOUT(offsetof(tagSELCERTINFO, szValidFrom) == 21560);
-SIGIL_DIALOG_LAYOUT(offsetof(tagSELCERTINFO, szMediaText1) == 23608);
+SIGIL_LAYOUT(sizeof(tagSELCERTINFO) == 24380);
+SIGIL_LAYOUT(offsetof(tagSELCERTINFO, bySignPriKey) == 4104);
+SIGIL_LAYOUT(offsetof(tagSELCERTINFO, byEncSignPriKey) == 6156);
+SIGIL_LAYOUT(offsetof(tagSELCERTINFO, byKmCert) == 8208);
+SIGIL_LAYOUT(offsetof(tagSELCERTINFO, byKmPriKey) == 12308);
+SIGIL_LAYOUT(offsetof(tagSELCERTINFO, byEncKmPriKey) == 14360);
+SIGIL_LAYOUT(offsetof(tagSELCERTINFO, szSubjectDN) == 16412);
+SIGIL_LAYOUT(offsetof(tagSELCERTINFO, szIssuerDN) == 16932);
+SIGIL_LAYOUT(offsetof(tagSELCERTINFO, byRandom) == 18980);
+SIGIL_LAYOUT(offsetof(tagSELCERTINFO, szSignCertPath) == 20008);
+SIGIL_LAYOUT(offsetof(tagSELCERTINFO, szCertPolicy) == 21048);
+SIGIL_LAYOUT(offsetof(tagSELCERTINFO, szValidFrom) == 21560);
+SIGIL_LAYOUT(offsetof(tagSELCERTINFO, szMediaText1) == 23608);
 
 #ifdef __cplusplus
 extern "C" {

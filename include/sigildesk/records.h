@@ -14,9 +14,7 @@
 #ifndef SIGILDESK_RECORDS_H
 #define SIGILDESK_RECORDS_H
 
-#ifdef __cplusplus
-#include <cstddef>
-#endif
+#include <sigildesk/layout.h>
 
 #pragma pack(push, 1)
 
@@ -121,73 +119,71 @@ typedef struct tagPKCS11DEVICELIST {
     int nReserved; /**< not used */
 } tagPKCS11DEVICELIST;
 
-#ifdef __cplusplus
-static_assert(sizeof(tagCERTINFO) == 57932, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, nPKIType) == 0, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, bySignCert) == 4, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, bySignPriKey) == 4100, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, byKmCert) == 8196, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, byKmPriKey) == 12292, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, nSignCertLen) == 16388, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, nSignPriKeyLen) == 16392, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, nKmCertLen) == 16396, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, nKmPriKeyLen) == 16400, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, byEncSignPriKey) == 16404, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, byEncKmPriKey) == 20500, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, nEncSignPriKeyLen) == 24596, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, nEncKmPriKeyLen) == 24600, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, szVersion) == 24604, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, szSerialNum) == 25628, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, szSignAlg) == 27676, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, szSubjectDN) == 28700, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, szUID) == 29724, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, szPubKey) == 30748, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, szPubKeyAlg) == 32796, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, szKeyLength) == 33820, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, szKeyUsage) == 34844, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, szCRLDP) == 35868, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, szCertPolicy) == 36892, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, szPolicyID) == 37916, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, szIssuerDN) == 38940, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, szIssuerName) == 39964, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, szIssuerCN) == 40988, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, szPolicyName) == 42012, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, szSignCertPath) == 43036, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, szSignPriKeyPath) == 43296, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, szKmCertPath) == 43556, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, szKmPriKeyPath) == 43816, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, szNotBefore) == 44076, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, szNotAfter) == 45100, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, szValidFrom) == 46124, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, szValidTo) == 47148, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, byRandom) == 48172, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, nRandomLen) == 49196, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, szSubjectAltName) == 49200, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, szAuthKeyID) == 50224, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, szSubKeyID) == 51248, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, szAIA) == 52272, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, nStatusFlag) == 53296, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, nValidStatus) == 53300, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, nRemainDays) == 53304, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, nExpired) == 53308, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, nMediaType) == 53312, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, szMediaText1) == 53316, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, szMediaText2) == 53576, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, szMediaText3) == 53836, "layout of tagCERTINFO");
-static_assert(offsetof(tagCERTINFO, szPassword) == 55884, "layout of tagCERTINFO");
-static_assert(sizeof(tagLOADCERTOPT) == 5390, "layout of tagLOADCERTOPT");
-static_assert(offsetof(tagLOADCERTOPT, nKeyPairType) == 4, "layout of tagLOADCERTOPT");
-static_assert(offsetof(tagLOADCERTOPT, szPolicyIDs) == 8, "layout of tagLOADCERTOPT");
-static_assert(offsetof(tagLOADCERTOPT, szSerialNum) == 2056, "layout of tagLOADCERTOPT");
-static_assert(offsetof(tagLOADCERTOPT, szSubjectDN) == 4104, "layout of tagLOADCERTOPT");
-static_assert(offsetof(tagLOADCERTOPT, szOption) == 5128, "layout of tagLOADCERTOPT");
-static_assert(offsetof(tagLOADCERTOPT, bExcludeExpired) == 5388, "layout of tagLOADCERTOPT");
-static_assert(offsetof(tagLOADCERTOPT, bRemovableFlag) == 5389, "layout of tagLOADCERTOPT");
+SIGIL_LAYOUT(sizeof(tagCERTINFO) == 57932);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, nPKIType) == 0);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, bySignCert) == 4);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, bySignPriKey) == 4100);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, byKmCert) == 8196);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, byKmPriKey) == 12292);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, nSignCertLen) == 16388);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, nSignPriKeyLen) == 16392);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, nKmCertLen) == 16396);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, nKmPriKeyLen) == 16400);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, byEncSignPriKey) == 16404);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, byEncKmPriKey) == 20500);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, nEncSignPriKeyLen) == 24596);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, nEncKmPriKeyLen) == 24600);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, szVersion) == 24604);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, szSerialNum) == 25628);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, szSignAlg) == 27676);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, szSubjectDN) == 28700);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, szUID) == 29724);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, szPubKey) == 30748);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, szPubKeyAlg) == 32796);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, szKeyLength) == 33820);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, szKeyUsage) == 34844);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, szCRLDP) == 35868);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, szCertPolicy) == 36892);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, szPolicyID) == 37916);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, szIssuerDN) == 38940);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, szIssuerName) == 39964);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, szIssuerCN) == 40988);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, szPolicyName) == 42012);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, szSignCertPath) == 43036);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, szSignPriKeyPath) == 43296);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, szKmCertPath) == 43556);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, szKmPriKeyPath) == 43816);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, szNotBefore) == 44076);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, szNotAfter) == 45100);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, szValidFrom) == 46124);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, szValidTo) == 47148);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, byRandom) == 48172);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, nRandomLen) == 49196);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, szSubjectAltName) == 49200);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, szAuthKeyID) == 50224);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, szSubKeyID) == 51248);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, szAIA) == 52272);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, nStatusFlag) == 53296);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, nValidStatus) == 53300);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, nRemainDays) == 53304);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, nExpired) == 53308);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, nMediaType) == 53312);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, szMediaText1) == 53316);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, szMediaText2) == 53576);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, szMediaText3) == 53836);
+SIGIL_LAYOUT(offsetof(tagCERTINFO, szPassword) == 55884);
+SIGIL_LAYOUT(sizeof(tagLOADCERTOPT) == 5390);
+SIGIL_LAYOUT(offsetof(tagLOADCERTOPT, nKeyPairType) == 4);
+SIGIL_LAYOUT(offsetof(tagLOADCERTOPT, szPolicyIDs) == 8);
+SIGIL_LAYOUT(offsetof(tagLOADCERTOPT, szSerialNum) == 2056);
+SIGIL_LAYOUT(offsetof(tagLOADCERTOPT, szSubjectDN) == 4104);
+SIGIL_LAYOUT(offsetof(tagLOADCERTOPT, szOption) == 5128);
+SIGIL_LAYOUT(offsetof(tagLOADCERTOPT, bExcludeExpired) == 5388);
+SIGIL_LAYOUT(offsetof(tagLOADCERTOPT, bRemovableFlag) == 5389);
 
-static_assert(sizeof(tagDRIVEINFO) == 784, "layout of tagDRIVEINFO");
-static_assert(offsetof(tagDRIVEINFO, szMountDir) == 4, "layout of tagDRIVEINFO");
-static_assert(offsetof(tagDRIVEINFO, szName) == 264, "layout of tagDRIVEINFO");
-static_assert(offsetof(tagDRIVEINFO, szDisplay) == 524, "layout of tagDRIVEINFO");
-#endif
+SIGIL_LAYOUT(sizeof(tagDRIVEINFO) == 784);
+SIGIL_LAYOUT(offsetof(tagDRIVEINFO, szMountDir) == 4);
+SIGIL_LAYOUT(offsetof(tagDRIVEINFO, szName) == 264);
+SIGIL_LAYOUT(offsetof(tagDRIVEINFO, szDisplay) == 524);
 
 #endif
