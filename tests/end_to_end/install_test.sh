@@ -34,7 +34,8 @@ cmake --install "$tree" --prefix "$prefix" >/dev/null
 
 lib=$prefix/$libdir
 expect() { [ -e "$1" ] || { echo "not installed: $1" >&2; exit 1; }; }
-for file in "$lib"/libSigilDesk.so{,.1} "$prefix"/include/sigildesk/{sigildesk,crypto,certlist,dialogs,open_toolkit}.h \
+for file in "$lib"/libSigilDesk.so{,.1} \
+            "$prefix"/include/sigildesk/{sigildesk,crypto,certlist,dialogs,flat,open_toolkit}.h \
             "$lib/cmake/SigilDesk/SigilDeskConfig.cmake" "$lib/pkgconfig/sigildesk.pc" \
             "$lib"/sigildesk/{libHVCToolkitV30.so,libgpkiapi_v15.so,token-probe,nss-store} \
             "$lib"/sigildesk/{KOR.ini,ENG.ini,TWAPI_LOG.ini,HVCToolkitV30.conf} \
@@ -75,3 +76,9 @@ folder=$(pkg-config --variable=libraryfolder sigildesk)
 g++ -std=c++11 "${flags[@]}" -DLIBRARY_FOLDER="\"$folder\"" "$source/tests/end_to_end/consumer/main.cpp" \
     -o "$scratch/consumer" $(pkg-config --cflags --libs sigildesk)
 "$scratch/consumer"
+
+# A host in C needs no more than the header and the same library.
+printf '#include <sigildesk/flat.h>\nint main(void) { return CLP_GetCertCount(NULL) != SIGIL_NO_HANDLE; }\n' >"$scratch/host.c"
+# shellcheck disable=SC2046
+gcc -std=c99 -pedantic-errors "${flags[@]}" "$scratch/host.c" -o "$scratch/c-host" $(pkg-config --cflags --libs sigildesk)
+"$scratch/c-host"
