@@ -7,7 +7,9 @@
  *  The functions with C++ linkage, as C: the crypto façade, the certificate list, the profile files and the trace.
  *
  *  A host in C includes this header and links libSigilDesk.so.1, as one in C++ does: every declaration names the symbol
- *  that its function has there. What is C in any case comes along: the dialogs, sigil_code_text, the records.
+ *  that its function has there. What is C in any case comes along: the dialogs, sigil_code_text, the records. A language
+ *  that looks functions up by their names while it runs loads libSigilDeskFlat.so.1, which has each of them by the
+ *  plain name.
  *
  *  The rules, the arguments and the codes of a function stand in the header that is named above it. The functions keep
  *  their C++ habits: a text that is only read is a `char*` all the same, and `bool` is one byte, 0 or 1.

@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: The SigilDesk authors
 # SPDX-License-Identifier: LicenseRef-SigilDesk
 
-"""Holds <sigildesk/flat.h> to the headers that it is made from and to the library: header_test.py SOURCE LIBRARY."""
+"""Holds <sigildesk/flat.h> to the headers that it is made from and to the libraries: header_test.py SOURCE LIBRARY FLAT."""
 
 import os
 import pathlib
@@ -11,7 +11,7 @@ import sys
 import tempfile
 import unittest
 
-SOURCE, LIBRARY = (pathlib.Path(word) for word in sys.argv[1:3])
+SOURCE, LIBRARY, FLAT = (pathlib.Path(word) for word in sys.argv[1:4])
 HEADER = SOURCE / "include" / "sigildesk" / "flat.h"
 
 
@@ -89,6 +89,23 @@ class Header(unittest.TestCase):
         """The name of a function with C++ linkage that belongs to no class and is no operator."""
         match = re.match(r"_Z(\d+)", symbol)
         return symbol[match.end():match.end() + int(match.group(1))] if match else None
+
+
+class Names(unittest.TestCase):
+    def test_are_all_that_the_flat_library_exports(self):
+        self.assertEqual(exported(FLAT) ^ set(labels()), set())
+
+    def test_lead_to_the_library_behind_it(self):
+        dynamic = output("objdump", "-p", FLAT)
+        self.assertRegex(dynamic, r"SONAME\s+libSigilDeskFlat\.so\.1\n")
+        self.assertRegex(dynamic, r"NEEDED\s+libSigilDesk\.so\.1\n")
+        taken = {line.split()[1] for line in output("nm", "-D", "--undefined-only", FLAT).splitlines()}
+        self.assertEqual(set(labels().values()) - taken, set())
+
+    def test_of_what_is_c_already_are_the_library_s_own(self):
+        already = {"ShowUserCert", "ShowUserCertInit", "ShowUserCert_T", "sigil_code_text"}
+        self.assertEqual(already - exported(LIBRARY), set())
+        self.assertEqual(already & set(labels()), set())
 
 
 if __name__ == "__main__":
