@@ -70,6 +70,20 @@ cmake -S "$source/tests/end_to_end/consumer" -B "$scratch/with-cmake" -G Ninja \
 cmake --build "$scratch/with-cmake" >/dev/null
 "$scratch/with-cmake/consumer"
 
+# refused COMPONENTS WORDS: the package says what it does not have.
+refused() {
+    if cmake -S "$source/tests/end_to_end/consumer" -B "$scratch/refused" -G Ninja -DCMAKE_PREFIX_PATH="$prefix" \
+        -DCOMPONENTS="$1" >"$scratch/refused.log" 2>&1; then
+        echo "there is a component $1" >&2
+        exit 1
+    fi
+    tr -s ' \n' ' ' <"$scratch/refused.log" | grep -qF "$2" || { cat "$scratch/refused.log" >&2; exit 1; }
+}
+refused 'Qt;Widgets' 'SigilDesk has no component Widgets; there are Qt and C'
+mv "$lib/cmake/SigilDesk/SigilDeskQtTargets.cmake" "$scratch/kept"
+refused '' 'the component Qt of SigilDesk is not installed'
+mv "$scratch/kept" "$lib/cmake/SigilDesk/SigilDeskQtTargets.cmake"
+
 export PKG_CONFIG_PATH=$lib/pkgconfig
 folder=$(pkg-config --variable=libraryfolder sigildesk)
 # shellcheck disable=SC2046
