@@ -96,3 +96,6 @@ printf '#include <sigildesk/flat.h>\nint main(void) { return CLP_GetCertCount(NU
 # shellcheck disable=SC2046
 gcc -std=c99 -pedantic-errors "${flags[@]}" "$scratch/host.c" -o "$scratch/c-host" $(pkg-config --cflags --libs sigildesk)
 "$scratch/c-host"
+
+# The examples once: they are the same whatever the library folder is called.
+[ $# -gt 3 ] || python3 -B "$source/tests/end_to_end/examples_test.py" "$build" "$source" "$prefix" "$sanitize"

@@ -4,12 +4,13 @@
 """Takes the README's examples out as they are printed, builds them against the public headers and the library, and runs
 those that need no display."""
 
-import os
 import pathlib
 import re
 import subprocess
 import sys
 import tempfile
+
+import sample_home
 
 WARNINGS = ["-Wall", "-Wextra", "-Wpedantic", "-Werror"]
 # What the README shows, called by a host.
@@ -52,26 +53,12 @@ def build(source, folder, build_tree, sanitize):
     return program
 
 
-def store(folder, build_tree):
-    """A home folder with two NPKI certificates, and the environment in which the library finds it."""
-    made = subprocess.run(
-        [build_tree / "bin" / "sample-store", "--target", folder / "home", "--count", "2", "--families", "npki",
-         "--state", "valid", "--format", "tsv"], check=True, capture_output=True, text=True).stdout.splitlines()
-    row = dict(zip(made[0].split("\t"), made[1].split("\t")))
-    (folder / "passwd").write_text(f"host:x:{os.getuid()}:0:host:{folder}/home:/bin/sh\n", encoding="utf-8")
-    (folder / "group").write_text("host:x:0:\n", encoding="utf-8")
-    preload = {"LD_PRELOAD": "libnss_wrapper.so", "NSS_WRAPPER_PASSWD": f"{folder}/passwd",
-               "NSS_WRAPPER_GROUP": f"{folder}/group", "NSS_WRAPPER_DISABLE_DEEPBIND": "1",
-               "ASAN_OPTIONS": "verify_asan_link_order=0:detect_leaks=0"}
-    return row, {**os.environ, **preload}
-
-
 def main():
     build_tree, source, sanitize = pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[2]), sys.argv[3]
     with tempfile.TemporaryDirectory() as name:
         folder = pathlib.Path(name)
         program = build(source, folder, build_tree, sanitize)
-        row, environment = store(folder, build_tree)
+        (row, _), environment = sample_home.make(folder, build_tree)
         answer = subprocess.run([program, build_tree / "lib" / "sigildesk", row["signing_certificate"]], check=True,
                                 capture_output=True, env=environment).stdout.decode("cp949")
     print(answer)
