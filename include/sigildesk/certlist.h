@@ -133,6 +133,7 @@ SIGIL_EXPORT int CLP_DecryptPriKey(
 
 /** Takes the identity random value out of the signing key. A key decrypted before is used as it is, whatever the
  *  password; a wrong password shows as 1118 or 1119.
+ *  @param szPassword  certificate password
  *  @param ppRandom  receives a buffer with the value; left alone when there is none and on other media
  *  @param pnLen     receives its length
  *  @return 0; 1008; 1000; 1001; 1118; 1119 */
@@ -142,6 +143,7 @@ SIGIL_EXPORT int CLP_GetPriKeyRandom(void* hCLP, int nIndex, char* szPassword, c
  *  result is 0 without any check.
  *  @param szIdn      identity number, digits
  *  @param pReserved  not used
+ *  @param szPassword certificate password
  *  @return 0; 1008; 1000; 1001; 1113; 1114; 1118; 1119; 1132; a toolkit code */
 SIGIL_EXPORT int CLP_VerifyVID(void* hCLP, int nIndex, char* szIdn, void* pReserved, char* szPassword);
 
@@ -184,6 +186,7 @@ SIGIL_EXPORT int CLP_CopyforSetData(void* hCLP, char* pSignCert, int nSignCertLe
     char* pKmCert, int nKmCertLen, char* pKmKey, int nKmKeyLen);
 
 /** Copies the staged certificates and keys to a disk, as CLP_CopySelCertToDISK does.
+ *  @param nTargetMedia, szTargetPath  as there
  *  @param szPassword  protects the key files that are written
  *  @return as CLP_CopySelCertToDISK */
 SIGIL_EXPORT int CLP_CopyCertToDISK(void* hCLP, int nTargetMedia, char* szTargetPath, char* szPassword);
@@ -210,29 +213,46 @@ SIGIL_EXPORT int CLP_VerifyCert(void* hCLP, char* pCert, int nCertLen, int nErrS
 
 /** @name Always refused with 1003, after 1008 for a null handle
  *  @{ */
+/** Would choose a USIM as medium. @return 1008 for a null handle, else 1003 */
 SIGIL_EXPORT int CLP_USIMType(void* hCLP, tagSMCERTOPT* pOption);
+/** Would copy staged certificates to a token. @return 1008 for a null handle, else 1003 */
 SIGIL_EXPORT int CLP_CopyCertToPKCS11(void* hCLP, char* szPin, char* szTarget, char* szPassword);
+/** Would copy staged certificates to a card. @return 1008 for a null handle, else 1003 */
 SIGIL_EXPORT int CLP_CopyCertToSMCARD(void* hCLP, int nTargetMedia, char* szPin, char* szTarget, char* szPassword);
+/** Would change the password of an entry's keys. @return 1008 for a null handle, else 1003 */
 SIGIL_EXPORT int CLP_ChangePassword(void* hCLP, int nIndex, char* szOldPassword, char* szNewPassword);
 /** @} */
 
 /** @name Always refused with 1003, also for a null handle
  *  @{ */
+/** Would connect to a medium that wants a PIN. @return 1003 */
 SIGIL_EXPORT int CLP_MediaConnect(void* hCLP, char* szMedia, char* szPin);
+/** Would end what CLP_MediaConnect began. @return 1003 */
 SIGIL_EXPORT int CLP_MediaDisConnect(void* hCLP);
+/** Would hand arguments to a token's driver. @return 1003 */
 SIGIL_EXPORT int CLP_PKCS11SetArgs(void* hCLP, void* pArgs);
+/** Would hand over the PIN of a card. @return 1003 */
 SIGIL_EXPORT int CLP_SetCardPINumber(void* hCLP, char* szCard, char* szPin);
+/** Would fetch a certificate from a telephone. @return 1003 */
 SIGIL_EXPORT int CLP_Phone_UbiKey(void* hCLP, char* szUrl, void* pOption, char* szPin, char* szPassword,
     char** ppSignCert, int* pnSignCertLen, char** ppSignKey, int* pnSignKeyLen);
+/** Would tell whether a root certificate is installed. @return 1003 */
 SIGIL_EXPORT int CLP_SetNCheckRootCert(void* hCLP, tagROOTCERTINFO* pRoot, bool* pbInstalled);
+/** Would describe a root certificate. @return 1003 */
 SIGIL_EXPORT int CLP_GetRootCertInfo(void* hCLP, char** ppCert, int* pnCertLen, char** ppHash, int* pnHashLen,
     int nSubjectSize, char* szSubject, int nIssuerSize, char* szIssuer, int nFromSize, char* szFrom, int nToSize,
     char* szTo);
+/** Would install a root certificate. @return 1003 */
 SIGIL_EXPORT int CLP_InstallRootCert(void* hCLP, char* pCert, int nCertLen, char* pHash, int nHashLen);
+/** Would log in on a token. @return 1003 */
 SIGIL_EXPORT int CLP_PKCS11Login(void* hCLP, char* szPin);
+/** Would count the tokens. @return 1003 */
 SIGIL_EXPORT int CLP_GetPKCS11DeviceInfo(void* hCLP, bool bSlots, bool bTokens, bool bPresent, int* pnCount);
+/** Would list the tokens. @return 1003 */
 SIGIL_EXPORT int CLP_GetPKCS11DeviceList(void* hCLP, tagPKCS11DEVICELIST* pList);
+/** Would verify a signature with a token. @return 1003 */
 SIGIL_EXPORT int CLP_VerifyPKCS11Signature(void* hCLP, char* szCert, char* szData, char* szSignature);
+/** Would describe a token. @return 1003 */
 SIGIL_EXPORT int CLP_PKCS11TokenInfo(void* hCLP, char* szToken, int nLabelSize, char* szLabel, int nMakerSize,
     char* szMaker, int nSerialSize, char* szSerial);
 /** @} */

@@ -22,6 +22,7 @@
 
 #include <sigildesk/export.h>
 
+/** See the top of this file. */
 class SIGIL_EXPORT ConvertUTF8 {
 public:
     /** UTF-8 to UCS-2. ASCII and Hangul syllables are kept; every byte of anything else becomes a "?" of its own, so
@@ -34,13 +35,16 @@ public:
     int unicode2utf8(const unsigned char* in, int len, unsigned char** out, int& outLen);
 
     /** UCS-2 to CP949; an odd last byte is ignored.
+     *  @param in, len, out  the text, its bytes, and where the new array goes
      *  @param outLen  on entry the room that Hangul letters (U+3131 to U+318F) must fit into, in bytes; ASCII and
      *                 syllables are not counted against it. On return the length of the output
      *  @return 0; 3 when a Hangul letter does not end before the room's last byte */
     int unicode2ascii(const unsigned char* in, int len, unsigned char** out, int& outLen);
 
     /** UTF-8 to CP949, by way of utf82unicode.
-     *  @param out  receives at most @p len bytes; may be @p in
+     *  @param in, len  the text and its bytes
+     *  @param out      receives at most @p len bytes; may be @p in
+     *  @param outLen   receives how many
      *  @return 0; -1 when a step fails */
     int utf82ascii(const char* in, int len, char* out, int& outLen);
 
@@ -49,7 +53,9 @@ public:
     int ascii2unicode(const unsigned char* in, int len, unsigned char** out, int& outLen);
 
     /** CP949 to UTF-8, by way of ascii2unicode.
-     *  @param out  receives at most 3/2 times @p len bytes; may be @p in
+     *  @param in, len  the text and its bytes
+     *  @param out      receives at most 3/2 times @p len bytes; may be @p in
+     *  @param outLen   receives how many
      *  @return 0; -1 when a step fails, or when the result is shorter than @p len: an unassigned code gives one zero
      *          byte for its two, which only syllables elsewhere in the text can make up for */
     int ascii2utf8(const char* in, int len, char* out, int& outLen);

@@ -10,6 +10,7 @@
  *  - self-contained: the host owns the Qt application and calls ShowUserCert_T(), which does everything;
  *  - shared: the host calls ShowUserCertInit(), which makes the Qt application and runs its event loop; from inside
  *    that loop ShowUserCert() is called as often as needed.
+ *
  *  Everything runs on the thread that owns the Qt application; nothing here is locked.
  *
  *  Rules for the records: texts are NUL-terminated byte strings in EUC-KR unless said otherwise. A text whose first

@@ -7,6 +7,7 @@
 #ifndef SIGILDESK_EXPORT_H
 #define SIGILDESK_EXPORT_H
 
+/** Of the interface. */
 #define SIGIL_EXPORT __attribute__((visibility("default")))
 
 #endif

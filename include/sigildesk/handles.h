@@ -20,20 +20,26 @@
 
 namespace sigildesk {
 
+/** Finishes a handle of the façade. */
 struct FinishCrypto {
+    /** HV_Finish. */
     void operator()(void* handle) const { HV_Finish(handle); }
 };
 /** A handle of the crypto façade. Byte strings that were made with it go before it. */
 typedef std::unique_ptr<void, FinishCrypto> CryptoHandle;
 
+/** Ends a handle of the certificate list. */
 struct EndProcessor {
+    /** CLP_UnInitalize. */
     void operator()(void* handle) const { CLP_UnInitalize(handle); }
 };
 /** A handle of the certificate list. */
 typedef std::unique_ptr<void, EndProcessor> ProcessorHandle;
 
-/** HV_Initalize; the arguments and codes are the same. @param handle  empty, or a handle that is bound again. It may hold
- *  a handle after a failure too: the toolkit's words on it can be asked for. */
+/** HV_Initalize; the arguments and codes are the same.
+ *  @param handle  empty, or a handle that is bound again. It may hold a handle after a failure too: the toolkit's words on
+ *                 it can be asked for
+ *  @param toolkitType, libraryFolder  as there */
 inline int initialise(CryptoHandle& handle, int toolkitType, char* libraryFolder)
 {
     void* plain = handle.release();
@@ -42,7 +48,9 @@ inline int initialise(CryptoHandle& handle, int toolkitType, char* libraryFolder
     return code;
 }
 
-/** CLP_Initalize; the arguments and codes are the same. @param handle  empty, or a handle that is initialised again */
+/** CLP_Initalize; the arguments and codes are the same.
+ *  @param handle  empty, or a handle that is initialised again
+ *  @param toolkitType, language, libraryFolder  as there */
 inline int initialise(ProcessorHandle& handle, int toolkitType, int language, char* libraryFolder)
 {
     void* plain = handle.release();

@@ -21,7 +21,7 @@
  *  stays what it was.
  *
  *  @param level  for example "DEBUG"; null: nothing is written (also for @p file and @p func)
- *  @param file   source file; cut to what follows its last "/" or else its last "\"
+ *  @param file   source file; cut to what follows its last "/" or else its last backslash
  *  @param line   line in the source file
  *  @param func   function; cut to what follows its last ":"
  *  @param fmt    printf format of the message and its arguments; at most 4095 bytes of the message are kept */

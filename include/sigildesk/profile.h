@@ -35,7 +35,9 @@ SIGIL_EXPORT int FileGetPrivateProfileString(
     char* section, char* key, char* defaultValue, char* out, int outSize, char* path);
 
 /** Looks a decimal number up: the digits at the start of the value, 0 when there are none.
+ *  @param section, key  as for FileGetPrivateProfileString
  *  @param defaultValue  deliberately ignored: whoever needs a default other than 0 tests for it himself
+ *  @param path          the file
  *  @return the number; 0 for a missing file, section or key */
 SIGIL_EXPORT int FileGetPrivateProfileInt(char* section, char* key, int defaultValue, char* path);
 

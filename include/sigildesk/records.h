@@ -108,13 +108,15 @@ typedef struct tagDRIVEINFO {
 
 #pragma pack(pop)
 
-/* Records of functions that this library answers with "not supported"; nothing in them is read or written. */
+/** Of CLP_USIMType, which is not supported: nothing in it is read or written. */
 typedef struct tagSMCERTOPT {
     int nReserved; /**< not used */
 } tagSMCERTOPT;
+/** Of CLP_SetNCheckRootCert, which is not supported: nothing in it is read or written. */
 typedef struct tagROOTCERTINFO {
     int nReserved; /**< not used */
 } tagROOTCERTINFO;
+/** Of CLP_GetPKCS11DeviceList, which is not supported: nothing in it is read or written. */
 typedef struct tagPKCS11DEVICELIST {
     int nReserved; /**< not used */
 } tagPKCS11DEVICELIST;

@@ -39,7 +39,7 @@ struct tagPOLICYID {
 
 /** Name of a file or folder, in CP949. */
 struct tagEXPFILELIST {
-    char szName[260];
+    char szName[260]; /**< zero-terminated */
 };
 
 /** A calendar date. */
@@ -76,14 +76,17 @@ public:
      *  bytes; from any other start it ends at the first zero byte. */
     int BinaryFind2(CBinary src, char* text, int start);
     /** Number of occurrences of @p text in @p src, overlapping ones included.
+     *  @param src, text  where to look, and for what
      *  @param pos  receives the index of the last one, -1 when there is none; when there is exactly one it receives
      *              the index plus one, deliberately */
     int BinaryFindCount(CBinary src, char* text, int& pos);
     /** Number of separators between the fields of @p src. The search goes on one byte behind the start of each
      *  separator, and as that of BinaryFind2 it ends at a zero byte once past the first separator.
+     *  @param src, sep  where to look, and for what
      *  @param count  receives the number */
     int ParingFindCnt(CBinary src, char* sep, int* count);
     /** Replaces every occurrence of @p from in @p src, left to right, by @p to.
+     *  @param src, from, to  the text, what goes and what comes
      *  @param out  receives the text, without terminator
      *  @return 0; 0 with @p out unchanged when there is not enough memory; -1 when @p from is empty or @p out null */
     int ReplaceAll(char* src, const char* from, const char* to, CBinary* out);
@@ -137,20 +140,25 @@ public:
      *  @param out      receives the value; left as it is when the value is empty or not found
      *  @return 0 found (also when the value is empty); 1 not found
      *  @{ */
+    /** Of "cn". */
     int GetCNString(char* dn, int outSize, char* out);
+    /** Of "o". */
     int GetOString(char* dn, int outSize, char* out);
+    /** Of "ou". */
     int GetOUString(char* dn, int outSize, char* out);
     /** @} */
 
     /** @name Authorities, policies and key usages
      *  @{ */
     /** Kind of the certification authority with the organisation name @p caName, ignoring case.
-     *  @param type  receives 1 government, 2 accredited authority, 4 defence, 8 any other
+     *  @param caName  name of the organisation
+     *  @param type    receives 1 government, 2 accredited authority, 4 defence, 8 any other
      *  @return 0, always */
     int GetCertCAType(char* caName, int* type);
     /** @return 1 when @p oid is one of the @p count entries of @p list, ignoring case; else 0 */
     int CheckPolicyID(char* oid, tagSETOID* list, int count);
     /** Display name of a policy. When @p oid is listed more than once, the last entry wins, deliberately.
+     *  @param oid, list, count  the identifier, and the list of names with the number of its entries
      *  @param name  receives the name (at most 60 bytes and the terminator); left as it is when @p oid is not listed
      *  @return 1 found; 0 not found */
     int GetPolicyName(char* oid, tagPOLICYID* list, int count, char* name);
@@ -213,6 +221,7 @@ public:
     /** The bytes that the digits of @p hex stand for; "," and blank are dropped before. Other characters are not
      *  refused, so check the text before: one up to "9" counts as its code minus that of "0", "A" to "Z" as its code
      *  minus 55, any other as its code minus 87.
+     *  @param hex     the digits
      *  @param len     characters in @p hex; no terminator is needed
      *  @param out     room for @p len / 2 bytes; may be @p hex
      *  @param outLen  receives the number of bytes; an odd last digit is ignored
@@ -224,6 +233,7 @@ public:
      *  @return length of @p out */
     int TrimData(char* in, char* out);
     /** Copies @p in to @p out and writes the first character of @p to for each first character of @p from.
+     *  @param in, from, to  the text, and the texts whose first characters count
      *  @param out  room for as much as @p in; NOT terminated: clear it before. Null: nothing happens
      *  @return 0, always */
     int ReplaceData(char* in, char* from, char* to, char* out);
@@ -281,6 +291,7 @@ public:
     int GetFolderFilePath(bool countOnly, char* folder, char* ext, int* folderCount, int* fileCount,
         tagEXPFILELIST* files, tagEXPFILELIST* folders);
     /** Splits "URL|number|number".
+     *  @param text     the text to be split
      *  @param urlSize  bytes in @p url
      *  @param url      receives the text before the first "|"; a text without "|" is cut to 6 characters,
      *                  deliberately
