@@ -27,6 +27,7 @@ if [ $# -gt 3 ]; then
         cp -rlf "$build/$objects/." "$tree/$objects"
     done
     cp -lf "$build"/tools/sigildesk/{sigildesk.{1,bash,fish},_sigildesk} "$tree/tools/sigildesk"
+    [ -n "$sanitize" ] || cp -rl "$build"/manuals/{man,reference} "$tree/manuals"
     rm "$tree/bin/sigildesk"
     (cd "$tree" && bash -c "$(ninja -t commands sigildesk | tail -n 1)")
 fi
@@ -44,8 +45,14 @@ for file in "$lib"/libSigilDesk{,Flat}.so{,.1} \
             "$prefix"/share/{zsh/site-functions/_sigildesk,fish/vendor_completions.d/sigildesk.fish}; do
     expect "$file"
 done
-# A sanitizer's runtime is no part of what is shipped.
-[ -n "$sanitize" ] || python3 "$source/tests/end_to_end/licences_test.py" "$source" "$prefix"
+# A sanitizer's runtime is no part of what is shipped, and nobody reads the manuals beside it.
+if [ -z "$sanitize" ]; then
+    python3 "$source/tests/end_to_end/licences_test.py" "$source" "$prefix"
+    for page in man3/{sigildesk_cert,CertLoad,CLP_LoadCertList}.3 man5/{sigildesk-log,TWAPI_LOG.ini}.5 man7/sigildesk.7; do
+        expect "$prefix/share/man/$page"
+    done
+    expect "$prefix/share/doc/sigildesk/html/index.html"
+fi
 
 dynamic=$(objdump -p "$lib/libSigilDesk.so.1")
 soname=$(awk '/SONAME/ { print $2 }' <<<"$dynamic")
