@@ -17,6 +17,7 @@ SAID_ONCE = {
     "handle": "handle of the façade, from HV_Initalize",
     "hCLP": "handle of the list, from CLP_Initalize",
     "nIndex": "entry of the list, from 0",
+    "session": "session, from sigil_open()",
 }
 FUNCTION = re.compile(r"(/\*\*(?:(?!\*/).)*?)\s*\*/\n(SIGIL_EXPORT [^(;]*?(\w+)\(([^;]*);)", re.DOTALL)
 

@@ -9,7 +9,7 @@ import re
 
 TYPES = {"HVTK_": "type 0 (libHVCToolkitV30.so)", "GPKI_": "type 1 (libgpkiapi_v15.so)"}
 # The layers behind a header that reach a toolkit through the façade.
-LAYERS = {"sigildesk/certlist.h": ["certlist"], "sigildesk/dialogs.h": ["ui", "certlist"], "sigil.h": ["sigil", "certlist"]}
+LAYERS = {"sigildesk/certlist.h": ["certlist"], "sigildesk/dialogs.h": ["ui", "certlist"], "sigil.h": ["sigil", "jobs", "certlist"]}
 REFUSING = "certlist/clp_stubs.cpp"
 
 

@@ -156,7 +156,7 @@ class Examples(unittest.TestCase):
         standard = "-std=c99" if language == "c" else "-std=c++17" if qt and QT == "6" else "-std=c++11"
         built = subprocess.run(
             ["gcc" if language == "c" else "g++", standard, "-fPIC", *WARNINGS, f"-I{SOURCE}/include", file, "-o",
-             place / "example", f"-L{BUILD}/lib", "-lSigilDesk", *qt, f"-Wl,-rpath,{BUILD}/lib"],
+             place / "example", f"-L{BUILD}/lib", "-lsigil" if "<sigil.h>" in source else "-lSigilDesk", *qt, f"-Wl,-rpath,{BUILD}/lib"],
             capture_output=True, text=True, check=False)
         self.assertEqual((built.returncode, built.stderr), (0, ""), name)
         return subprocess.run([place / "example", *self.words], capture_output=True, env=self.environment, cwd=place, check=False,
