@@ -120,7 +120,7 @@ class Prose:
 def described(node):
     """The descriptions of a file, a function, a record."""
     prose = Prose()
-    for name in ("briefdescription", "detaileddescription", "inbodydescription"):
+    for name in ("description", "briefdescription", "detaileddescription"):
         if (description := node.find(name)) is not None:
             prose.add(description)
             prose.flush()
@@ -181,7 +181,7 @@ class Page:
         for member in record.iter("memberdef"):
             if member.get("kind") == "variable" and member.get("prot") == "public":
                 shape = f"{text_of(member.find('type'))} {member.findtext('name')}{member.findtext('argsstring') or ''}"
-                lines += [".TP", f"\\fB{roff.escaped(shape)}\\fR", *(described(member) or ["\\&"])]
+                lines += [".TP", f"\\fB{typed(shape)}\\fR", *(described(member) or ["\\&"])]
         return lines + self.functions(record)
 
     def constants(self):
