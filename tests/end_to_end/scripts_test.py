@@ -7,6 +7,7 @@ says which value is missing. The installation of packages runs against commands 
 import os
 import pathlib
 import re
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -169,6 +170,16 @@ class InstallDependencies(unittest.TestCase):
 
     def test_leaves_alone_what_is_installed(self):
         self.assertNotIn("git", self.installed("test"))
+
+    def test_leaves_alone_what_another_package_has_brought(self):
+        with tempfile.TemporaryDirectory() as folder:
+            for name in "install-dependencies", "common.sh":
+                shutil.copy(FOLDER / name, folder)
+            list_of_packages = pathlib.Path(folder) / "packages.txt"
+            list_of_packages.write_text("[test]\nabsent-dev /no/such/file # a comment\npresent-dev /bin/sh\n", encoding="utf-8")
+            answer = subprocess.run([pathlib.Path(folder) / "install-dependencies", "test"], check=True, capture_output=True,
+                                    text=True, env={**os.environ, "PATH": self.path})
+        self.assertEqual(answer.stdout, "Installing: absent-dev\n")
 
     def test_leaves_no_directory_server_enabled(self):
         self.installed("test")
