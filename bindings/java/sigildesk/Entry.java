@@ -1,0 +1,79 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
+package sigildesk;
+
+import com.sun.jna.Pointer;
+import java.util.function.ToIntBiFunction;
+
+/** A certificate of a list, with its private key. Of a newer list there are newer ones. */
+public final class Entry {
+    private static final CLibrary LIBRARY = CLibrary.INSTANCE;
+
+    private final Session session;
+    private final int listing;
+    private final int place;
+
+    Entry(Session session, int listing, int place) {
+        this.session = session;
+        this.listing = listing;
+        this.place = place;
+    }
+
+    /** What the certificate says. */
+    public Fields fields() {
+        return session.fields((handle, told) -> LIBRARY.sigil_fields(handle, number(), told));
+    }
+
+    /** The certificate, DER. */
+    public byte[] certificate(Pair pair) {
+        return session.bytes((handle, bytes) -> LIBRARY.sigil_certificate(handle, number(), pair.number, bytes));
+    }
+
+    /** Opens the private keys; they stay in the session until it is closed, locks them or lists anew. */
+    public void unlock(String password) {
+        withSecret(password, (handle, secret) -> LIBRARY.sigil_unlock(handle, number(), secret));
+    }
+
+    /** Wipes the private keys that unlock opened. */
+    public void lock() {
+        session.call(handle -> LIBRARY.sigil_lock(handle, number()));
+    }
+
+    /** The unlocked private key, PKCS#8, as it is ({@code newPassword} null) or encrypted; overwrite it after use. */
+    public byte[] privateKey(Pair pair, String newPassword) {
+        try (Texts.In secret = new Texts.In(newPassword)) {
+            return session.bytes(
+                (handle, key) -> LIBRARY.sigil_private_key(handle, number(), pair.number, secret.memory, key));
+        }
+    }
+
+    /** Checks that the holder has this identity number: 1132 when not. */
+    public void identity(String identityNumber) {
+        withSecret(identityNumber, (handle, secret) -> LIBRARY.sigil_identity(handle, number(), secret));
+    }
+
+    /** Signs with the unlocked key. */
+    public byte[] sign(byte[] data, Form form) {
+        CLibrary.SignOptions options = new CLibrary.SignOptions();
+        options.form = form.number;
+        return session.bytes(
+            (handle, signature) -> LIBRARY.sigil_sign(handle, number(), options, data, data.length, signature));
+    }
+
+    /** Decrypts a message with the unlocked key. */
+    public byte[] decrypt(byte[] message) {
+        return session.bytes(
+            (handle, content) -> LIBRARY.sigil_decrypt(handle, number(), message, message.length, content));
+    }
+
+    private int number() {
+        return session.number(listing, place);
+    }
+
+    private void withSecret(String text, ToIntBiFunction<Pointer, Pointer> function) {
+        try (Texts.In secret = new Texts.In(text)) {
+            session.call(handle -> function.applyAsInt(handle, secret.memory));
+        }
+    }
+}
