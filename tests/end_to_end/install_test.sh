@@ -23,7 +23,7 @@ if [ $# -gt 3 ]; then
     cmake -S "$source" -B "$tree" -G Ninja -DBUILD_TESTING=OFF -DCMAKE_INSTALL_PREFIX="$prefix" \
         -DCMAKE_INSTALL_LIBDIR="$libdir" -DSIGILDESK_SANITIZE="$sanitize" >/dev/null
     cp -rl "$build/lib" "$build/bin" "$tree"
-    for objects in {foundation,facade,certlist,doctor}/CMakeFiles tools/sigildesk/CMakeFiles; do
+    for objects in {foundation,facade,certlist,doctor,jobs}/CMakeFiles tools/sigildesk/CMakeFiles; do
         cp -rlf "$build/$objects/." "$tree/$objects"
     done
     cp -lf "$build"/tools/sigildesk/{sigildesk.{1,bash,fish},_sigildesk} "$tree/tools/sigildesk"

@@ -4,7 +4,7 @@
 // completion: scripts for three shells, made of the table.
 #include "commands.h"
 
-#include "failure.h"
+#include "jobs/failure.h"
 
 #include <nlohmann/json.hpp>
 

@@ -3,6 +3,7 @@
 
 #include "diagnosis.h"
 
+#include "jobs/store_list.h"
 #include "selection.h"
 
 namespace host {

@@ -4,6 +4,7 @@
 // encrypt, decrypt: CMS EnvelopedData.
 #include "commands.h"
 #include "files.h"
+#include "jobs/envelope.h"
 #include "keys.h"
 #include "selection.h"
 
@@ -39,12 +40,6 @@ Cipher cipherOf(const Arguments& arguments)
     return ciphers[0];
 }
 
-/** For whom a message can be encrypted: the key-management certificate is there for that. */
-const std::string& encryptionCertificate(const Certificate& certificate)
-{
-    return certificate.kmDer.empty() ? certificate.der : certificate.kmDer;
-}
-
 std::string withoutEnding(const std::string& file)
 {
     constexpr std::string_view ending = encryptedEnding;
@@ -67,19 +62,6 @@ int open(const Session& session, const Crypto& crypto, const Certificate& certif
         crypto.handle(), recipient.get(), key.get(), message.data(), nullptr, content.data());
 }
 
-void encryptInMemory(const Session& session, const Crypto& crypto, const std::vector<std::string>& certificates,
-    const std::string& file, int cipher, WrittenFile& target)
-{
-    Bytes recipients(crypto.handle());
-    Bytes content(crypto.handle());
-    Bytes message(crypto.handle());
-    setList(session, crypto, certificates, recipients);
-    set(crypto, content, readContent(file));
-    crypto.check(CMSMakeEnvDataWithMultiRec(
-        crypto.handle(), SIGIL_TK_ENVELOPE_ISSUER, recipients.get(), content.get(), cipher, message.get()));
-    target.write(view(message));
-}
-
 /** For one recipient the government library makes an ordinary message piece by piece. The maker's keeps the encrypted
  *  content apart from its message then. */
 void encryptFile(
@@ -100,7 +82,7 @@ void encryptInto(const Session& session, const Crypto& crypto, const std::vector
     if (session.toolkit == SIGIL_TOOLKIT_GPKI && certificates.size() == 1)
         encryptFile(crypto, certificates.front(), file, cipher, target);
     else
-        encryptInMemory(session, crypto, certificates, file, cipher, target);
+        target.write(encrypted(session, crypto, certificates, readContent(file), cipher));
 }
 
 } // namespace

@@ -3,15 +3,14 @@
 
 #include "files.h"
 
-#include "failure.h"
 #include "foundation/file.h"
+#include "jobs/failure.h"
 
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
 #include <filesystem>
 #include <sys/stat.h>
-#include <system_error>
 #include <unistd.h>
 
 namespace host {
@@ -22,55 +21,7 @@ constexpr Words cannotRead{"cannot read {}: {}", "{} 파일을 읽을 수 없습
 constexpr Words cannotWrite{"cannot write {}: {}", "{} 파일을 쓸 수 없습니다: {}"};
 constexpr Words alreadyThere{
     "{} is there already; --force replaces it", "{} 파일이 이미 있습니다. --force로 바꿀 수 있습니다"};
-constexpr Words notThere{"{} does not exist", "{}이(가) 없습니다"};
 constexpr Words inputTooLarge{"standard input holds more than a certificate", "표준 입력이 인증서보다 큽니다"};
-
-constexpr Words tooLarge{"{} has more than {} bytes, and is needed in one piece",
-    "{} 파일이 {}바이트보다 큽니다. 한 번에 처리해야 하는 작업입니다"};
-constexpr Words emptyContent{"{} is empty, and empty content cannot be taken here",
-    "{} 파일이 비어 있습니다. 이 작업은 빈 내용을 받지 않습니다"};
-
-std::string reason(int error) { return std::generic_category().message(error); }
-
-/** Appends all of an open file to @p to. @return errno; 0 */
-template <class Buffer>
-int readAll(int descriptor, Buffer& to, std::size_t most)
-{
-    constexpr std::size_t step = 65536;
-    for (;;) {
-        const std::size_t size = to.size();
-        to.resize(size + step);
-        const ssize_t count = ::read(descriptor, to.data() + size, step);
-        to.resize(size + static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
-        if (count == 0)
-            return 0;
-        if (count < 0 && errno != EINTR)
-            return errno;
-        if (to.size() > most)
-            return EFBIG;
-    }
-}
-
-template <class Buffer>
-Buffer contentOf(const std::string& path)
-{
-    constexpr std::size_t most = 0x7FFFFFFE; // what the façade's lengths can tell
-    mustExist(path);
-    const sigil::Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-    struct stat status { };
-    if (file.get() < 0 || fstat(file.get(), &status) != 0)
-        throw Failure(failed, "file_not_read", cannotRead, {path, reason(errno)});
-    if (!S_ISREG(status.st_mode))
-        throw Failure(
-            failed, "file_not_read", cannotRead, {path, reason(S_ISDIR(status.st_mode) ? EISDIR : EINVAL)});
-    if (static_cast<std::size_t>(status.st_size) > most)
-        throw Failure(failed, "file_too_large", tooLarge, {path, std::to_string(most)});
-    Buffer content;
-    content.reserve(static_cast<std::size_t>(status.st_size) + 65536 + 1); // no reallocation leaves a copy behind
-    if (const int error = readAll(file.get(), content, most); error != 0)
-        throw Failure(failed, "file_not_read", cannotRead, {path, reason(error)});
-    return content;
-}
 
 mode_t usualMode()
 {
@@ -106,25 +57,6 @@ std::string folderOf(const std::string& path)
 
 } // namespace
 
-void mustExist(const std::string& path)
-{
-    struct stat status { };
-    if (stat(path.c_str(), &status) != 0 && (errno == ENOENT || errno == ENOTDIR))
-        throw Failure(failed, "not_found", notThere, {path});
-}
-
-std::string readFile(const std::string& path) { return contentOf<std::string>(path); }
-
-std::string readContent(const std::string& path)
-{
-    std::string content = readFile(path);
-    if (content.empty())
-        throw Failure(failed, "empty_file", emptyContent, {path});
-    return content;
-}
-
-sigil::SecretBytes readSecretFile(const std::string& path) { return contentOf<sigil::SecretBytes>(path); }
-
 std::string readStandardInput()
 {
     constexpr std::size_t most = 1 << 20;
@@ -134,8 +66,7 @@ std::string readStandardInput()
         throw Failure(failed, "file_not_read", inputTooLarge);
     if (error != 0)
         throw Failure(failed, "file_not_read", cannotRead, {"-", reason(error)});
-    if (content.empty())
-        throw Failure(failed, "empty_file", emptyContent, {"-"});
+    mustHoldSomething(content, "-");
     return content;
 }
 

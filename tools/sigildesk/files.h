@@ -6,10 +6,9 @@
  */
 #pragma once
 
+#include "jobs/read_file.h"
 #include "session.h"
 #include "unfinished.h"
-
-#include "foundation/secret.h"
 
 #include <optional>
 #include <string>
@@ -19,17 +18,8 @@
 
 namespace host {
 
-/** The file's content. Throws Failure when it cannot be read, is no regular file, or is larger than the façade can tell. */
-std::string readFile(const std::string& path);
-/** The same for what the façade takes in one piece; throws Failure (empty_file) for an empty one, too. */
-std::string readContent(const std::string& path);
-/** The same for what may be a key; the bytes wipe themselves. */
-sigil::SecretBytes readSecretFile(const std::string& path);
 /** Everything on standard input: something, and at most a megabyte. Throws Failure. */
 std::string readStandardInput();
-
-/** Throws Failure (not_found) when nothing is there. */
-void mustExist(const std::string& path);
 
 enum class Content { Plain, PrivateKey };
 

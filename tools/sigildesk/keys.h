@@ -2,30 +2,16 @@
 // SPDX-License-Identifier: LicenseRef-SigilDesk
 
 /** @file
- *  Private keys of a certificate's pair, opened with a password.
+ *  Private keys that are opened with the password of a person.
  */
 #pragma once
 
-#include "certificate.h"
+#include "jobs/keys.h"
 #include "secrets.h"
 
 namespace host {
 
-enum class Pair { Sign, KeyManagement };
-
 /** Opens the key of a pair. Asks for the password; throws Failure when there is no key or the password does not open it. */
 void unlock(const Session& session, const Crypto& crypto, const Certificate& certificate, Pair pair, Bytes& key);
-
-/** The same with a password that has been asked for. @return a result of the library */
-int unlockWith(const Crypto& crypto, const Certificate& certificate, Pair pair, Secret& password, Bytes& key);
-
-/** The certificate of a pair in toolkit memory. */
-void setCertificate(const Crypto& crypto, const Certificate& certificate, Pair pair, Bytes& bytes);
-
-/** The pairs that a certificate has with their keys, the signing pair first. */
-std::vector<Pair> pairsOf(const Certificate& certificate);
-
-/** Throws Failure (no) when the certificate has no such pair. */
-void mustHave(const Certificate& certificate, Pair pair);
 
 } // namespace host

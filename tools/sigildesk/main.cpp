@@ -78,8 +78,10 @@ OutputStyle styleOf(int count, char** words)
 int run(int count, char** words, Output& output)
 {
     const Arguments arguments = parse(count, words);
-    Session session{arguments, output, arguments.has("--folder") ? arguments.text("--folder") : installedFolder(),
-        arguments.text("--toolkit") == "gpki" ? SIGIL_TOOLKIT_GPKI : SIGIL_TOOLKIT_MAKER};
+    Session session{
+        {arguments.has("--folder") ? arguments.text("--folder") : installedFolder(),
+            arguments.text("--toolkit") == "gpki" ? SIGIL_TOOLKIT_GPKI : SIGIL_TOOLKIT_MAKER, output.language()},
+        arguments, output};
     if (arguments.helpWanted || arguments.versionWanted) {
         output.raw(arguments.versionWanted ? "sigildesk " SIGILDESK_VERSION "\n"
                                            : helpText(arguments.command, session.language(), session.folder));

@@ -4,7 +4,7 @@
 // manual: the man page, made of the table.
 #include "commands.h"
 
-#include "failure.h"
+#include "jobs/failure.h"
 
 #include <nlohmann/json.hpp>
 

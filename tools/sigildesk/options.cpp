@@ -3,7 +3,7 @@
 
 #include "options.h"
 
-#include "failure.h"
+#include "jobs/failure.h"
 
 #include <CLI/CLI.hpp>
 

@@ -7,7 +7,7 @@
  */
 #pragma once
 
-#include "words.h"
+#include "jobs/words.h"
 
 #include <map>
 #include <string>

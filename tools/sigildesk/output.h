@@ -6,7 +6,7 @@
  */
 #pragma once
 
-#include "failure.h"
+#include "jobs/failure.h"
 #include "text.h"
 
 #include <condition_variable>

@@ -3,8 +3,8 @@
 
 #include "secrets.h"
 
-#include "failure.h"
 #include "foundation/file.h"
+#include "jobs/failure.h"
 #include "text.h"
 
 #include <sigildesk/open_toolkit.h>

@@ -6,30 +6,12 @@
  */
 #pragma once
 
+#include "jobs/secret_text.h"
 #include "session.h"
-
-#include "foundation/secret.h"
 
 #include <string>
 
 namespace host {
-
-/** A secret as the library takes it: a text with its terminator, wiped at the end. */
-class Secret {
-public:
-    Secret() = default;
-    explicit Secret(sigil::SecretBytes text)
-        : m_text(std::move(text))
-    {
-        m_text.push_back('\0');
-    }
-    char* chars() { return m_text.data(); }
-    bool empty() const { return m_text.size() < 2; }
-    bool equals(const Secret& other) const { return m_text == other.m_text; }
-
-private:
-    sigil::SecretBytes m_text;
-};
 
 /** Keeps other processes, and files of crashes, from the memory of this one, and its memory from keeping what was a secret.
  *  Lasts as long as the object. */

@@ -3,16 +3,16 @@
 
 #include "selection.h"
 
-#include "certlist/entry.h"
 #include "certlist/store_layout.h"
 #include "certlist/store_repair.h"
 #include "files.h"
 #include "foundation/ascii.h"
 #include "foundation/environment.h"
 #include "foundation/families.h"
-#include "text.h"
+#include "jobs/filters.h"
+#include "jobs/store_list.h"
 
-#include <sigildesk/certlist.h>
+#include <sigildesk/codes.h>
 
 #include <nlohmann/json.hpp>
 
@@ -30,89 +30,9 @@ constexpr Words nothingFits{"no certificate fits {}", "{}에 맞는 인증서가
 constexpr Words severalFit{"{} certificates fit {}; name one by its index or its serial number",
     "인증서 {}개가 {}에 맞습니다. 번호나 일련번호로 하나를 지정하십시오"};
 constexpr Words noPairInFolder{"{} holds no certificate", "{} 폴더에 인증서가 없습니다"};
-constexpr Words pathTooLong{"{} is longer than 259 bytes", "{} 경로가 259바이트보다 깁니다"};
 constexpr Words leftOut{"{} is not among those that the options take", "{}은(는) 옵션이 고른 인증서가 아닙니다"};
 constexpr Words unknownFamily{"{} is no family; npki, gpki, mpki and ppki are",
     "{}은(는) 없는 계열입니다. npki, gpki, mpki, ppki가 있습니다"};
-
-/** The list processor for as long as it is used. */
-class Processor {
-public:
-    explicit Processor(const Session& session)
-    {
-        std::string folder = session.folder;
-        const int code =
-            CLP_Initalize(&m_handle, nullptr, session.toolkit, static_cast<int>(session.language()), folder.data());
-        if (code == SIGIL_SUCCESS)
-            return;
-        CLP_UnInitalize(m_handle);
-        throw Failure::ofCode(code, folder);
-    }
-    ~Processor() { CLP_UnInitalize(m_handle); }
-    Processor(const Processor&) = delete;
-    Processor& operator=(const Processor&) = delete;
-
-    void* handle() const { return m_handle; }
-    static void check(int code)
-    {
-        if (code != SIGIL_SUCCESS)
-            throw Failure::ofCode(code);
-    }
-
-private:
-    void* m_handle = nullptr;
-};
-
-std::string lowered(std::string text)
-{
-    std::transform(text.begin(), text.end(), text.begin(),
-        [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return text;
-}
-
-/** A serial number without what people write between its digits. */
-std::string plainSerial(const std::string& text)
-{
-    std::string digits;
-    for (const char c : lowered(text.substr(text.starts_with("0x") || text.starts_with("0X") ? 2 : 0)))
-        if (c != ':' && c != ' ' && !(c == '0' && digits.empty()))
-            digits += c;
-    return digits;
-}
-
-/** A name without the blanks that people write after its commas. */
-std::string plainName(const std::string& text)
-{
-    std::string name;
-    for (const char c : lowered(text)) {
-        if (c == ' ' && (name.empty() || name.back() == ','))
-            continue;
-        name += c;
-    }
-    return name;
-}
-
-bool holds(const std::string& text, const std::string& part)
-{
-    return lowered(text).find(lowered(part)) != std::string::npos;
-}
-
-bool hasPolicy(const Certificate& certificate, const std::string& wanted)
-{
-    std::string rest = certificate.policy;
-    std::replace(rest.begin(), rest.end(), ',', '\n');
-    const std::string oid = dotted(wanted);
-    std::size_t start = 0;
-    while (start < rest.size()) {
-        const std::size_t end = std::min(rest.find('\n', start), rest.size());
-        std::string one = rest.substr(start, end - start);
-        one.erase(0, one.find_first_not_of('.')); // of the blank behind the comma
-        if (one == oid)
-            return true;
-        start = end + 1;
-    }
-    return false;
-}
 
 bool isOfFamily(const Certificate& certificate, const std::string& names)
 {
@@ -130,12 +50,6 @@ bool isOfFamily(const Certificate& certificate, const std::string& names)
     return found;
 }
 
-bool endsWithin(const Certificate& certificate, int days)
-{
-    constexpr std::time_t secondsOfADay = 24L * 60 * 60;
-    return !certificate.expired && certificate.to <= std::time(nullptr) + days * secondsOfADay;
-}
-
 /** One option that leaves certificates out. */
 struct Filter {
     const char* option;
@@ -145,18 +59,12 @@ struct Filter {
 
 constexpr Filter filters[] = {
     {"--family", "family_not_wanted", isOfFamily},
-    {"--issuer", "issuer_not_wanted",
-        [](const Certificate& c, const std::string& text) {
-            return holds(c.issuer, text) || holds(c.issuerName, text);
-        }},
+    {"--issuer", "issuer_not_wanted", isFromIssuer},
     {"--policy", "policy_not_wanted", hasPolicy},
-    {"--subject", "subject_not_wanted",
-        [](const Certificate& c, const std::string& text) { return plainName(c.subject) == plainName(text); }},
-    {"--serial", "serial_not_wanted",
-        [](const Certificate& c, const std::string& text) { return plainSerial(c.serial) == plainSerial(text); }},
+    {"--subject", "subject_not_wanted", hasSubject},
+    {"--serial", "serial_not_wanted", hasSerial},
     {"--expired", "not_expired", [](const Certificate& c, const std::string&) { return c.expired; }},
-    {"--valid", "expired_left_out",
-        [](const Certificate& c, const std::string&) { return !c.expired && c.from <= std::time(nullptr); }},
+    {"--valid", "expired_left_out", [](const Certificate& c, const std::string&) { return isValidNow(c); }},
     {"--expires-within", "not_expiring",
         [](const Certificate& c, const std::string& days) { return endsWithin(c, std::stoi(days)); }},
 };
@@ -167,30 +75,6 @@ bool onHardDisk(const Session& session)
 {
     const std::string medium = session.arguments.text("--media");
     return medium.empty() || medium == "disk";
-}
-
-std::vector<Certificate> wholeList(const Session& session)
-{
-    const Processor processor(session);
-    tagLOADCERTOPT all = everything();
-    Processor::check(CLP_SetType(processor.handle(), &all));
-    std::string folder = mediumFolder(session);
-    Processor::check(CLP_SetMediaType(processor.handle(),
-        folder.empty() ? SIGIL_MEDIUM_HARD_DISK : SIGIL_MEDIUM_REMOVABLE_DISK, folder.data(), 0));
-    const int code = CLP_LoadCertList(processor.handle());
-    if (code == SIGIL_NO_CERTIFICATE)
-        return {};
-    Processor::check(code);
-    std::vector<Certificate> list;
-    sigil::ScratchEntry entry;
-    for (int i = 0; i < CLP_GetCertCount(processor.handle()); ++i) {
-        entry.clear();
-        Processor::check(CLP_GetCertInfo(processor.handle(), i, &*entry));
-        list.push_back(certificateOf(*entry));
-        list.back().index = i;
-        list.back().medium = folder.empty() ? "disk" : folder;
-    }
-    return list;
 }
 
 std::string described(const Certificate& certificate)
@@ -346,10 +230,9 @@ Certificate named(const Session& session, const std::string& cert)
     if (isIndex(cert))
         return theOnlyThat(session, cert, [&](const Certificate& c) { return c.index == std::stoi(cert); });
     if (const char* serial = behind("serial:", cert))
-        return theOnlyThat(
-            session, cert, [&](const Certificate& c) { return plainSerial(c.serial) == plainSerial(serial); });
+        return theOnlyThat(session, cert, [&](const Certificate& c) { return hasSerial(c, serial); });
     if (const char* name = behind("cn:", cert))
-        return theOnlyThat(session, cert, [&](const Certificate& c) { return lowered(c.name) == lowered(name); });
+        return theOnlyThat(session, cert, [&](const Certificate& c) { return isNamed(c, name); });
     Certificate certificate = cert == "-" ? onStandardInput(session) : atPath(session, cert);
     if (!isTaken(session, certificate))
         throw Failure(no, "no_match", leftOut, {cert});
@@ -358,21 +241,12 @@ Certificate named(const Session& session, const std::string& cert)
 
 } // namespace
 
-tagLOADCERTOPT everything()
-{
-    tagLOADCERTOPT all{};
-    all.nPKITypes = SIGIL_FAMILY_GPKI | SIGIL_FAMILY_NPKI | SIGIL_FAMILY_MPKI | SIGIL_FAMILY_PPKI;
-    return all;
-}
-
 std::string mediumFolder(const Session& session)
 {
     if (onHardDisk(session))
         return {};
     std::string folder = session.arguments.text("--media");
-    mustExist(folder);
-    if (folder.size() >= sizeof(tagDRIVEINFO::szMountDir))
-        throw Failure(failed, "path_too_long", pathTooLong, {folder});
+    mustBeMedium(folder);
     return folder;
 }
 
@@ -387,7 +261,7 @@ const char* ruleAgainst(const Session& session, const Certificate& certificate)
 
 std::vector<Certificate> listed(const Session& session)
 {
-    std::vector<Certificate> list = wholeList(session);
+    std::vector<Certificate> list = storeList(session, mediumFolder(session));
     list.erase(std::remove_if(list.begin(), list.end(), [&](const Certificate& c) { return !isTaken(session, c); }),
         list.end());
     return list;

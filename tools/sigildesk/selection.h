@@ -17,9 +17,6 @@ namespace host {
  *  whole list, so that a certificate keeps its index whatever else is asked for. */
 std::vector<Certificate> listed(const Session& session);
 
-/** What the list is asked for: all families. The command's own options choose among what it has. */
-tagLOADCERTOPT everything();
-
 /** The doctor's rule by which an option leaves a certificate out; null when the options take it. */
 const char* ruleAgainst(const Session& session, const Certificate& certificate);
 

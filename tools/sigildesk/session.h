@@ -6,23 +6,15 @@
  */
 #pragma once
 
+#include "jobs/setting.h"
 #include "options.h"
 #include "output.h"
 
 namespace host {
 
-struct Session {
+struct Session : Setting {
     const Arguments& arguments;
     Output& output;
-    std::string folder; ///< library folder: toolkits, settings files and language files
-    int toolkit;        ///< enum SigilToolkit
-
-    Language language() const { return output.language(); }
-    /** @p words in the language of this run. */
-    std::string say(const Words& words, const std::vector<std::string>& values = {}) const
-    {
-        return filled(words.in(language()), values);
-    }
 };
 
 } // namespace host

@@ -6,8 +6,8 @@
  */
 #pragma once
 
-#include "crypto.h"
 #include "files.h"
+#include "jobs/crypto.h"
 
 #include <string>
 
@@ -21,8 +21,5 @@ const char* endingOf(SignatureForm form);
 /** Signs a file and puts the result in its place. A CMS message is stamped when @p stampUrl names an authority. */
 void signFile(const Session& session, const Crypto& crypto, Bytes& certificate, Bytes& key, SignatureForm form,
     const std::string& file, WrittenFile& target, const std::string& stampUrl);
-
-/** A time-stamp token (RFC 3161) for @p data, from the authority at @p url. */
-std::string stampToken(const Crypto& crypto, const std::string& url, std::string_view data);
 
 } // namespace host

@@ -7,64 +7,12 @@
 #include <array>
 #include <cstdint>
 #include <cstdio>
-#include <iconv.h>
 #include <langinfo.h>
 #include <memory>
-#include <stdexcept>
 
 namespace host {
 
 namespace {
-
-/** A conversion of the C library. */
-class Converter {
-public:
-    Converter(const char* to, const char* from)
-        : m_descriptor(iconv_open(to, from))
-    {
-        if (!valid())
-            throw std::runtime_error(std::string("this machine's C library cannot make ") + to + " of " + from);
-    }
-    ~Converter() { iconv_close(m_descriptor); }
-    Converter(const Converter&) = delete;
-    Converter& operator=(const Converter&) = delete;
-
-    /** @p text converted. What cannot be becomes a "?" for as many bytes as @p sizeOfUnknown says. */
-    template <class Size>
-    std::string convert(std::string_view text, Size sizeOfUnknown)
-    {
-        iconv(m_descriptor, nullptr, nullptr, nullptr, nullptr);
-        std::string converted(text.size() * 4 + 16, '\0');
-        char* in = const_cast<char*>(text.data());
-        char* out = converted.data();
-        std::size_t left = text.size(), room = converted.size();
-        while (iconv(m_descriptor, &in, &left, &out, &room) == failure && left > 0) {
-            *out++ = '?';
-            --room;
-            const std::size_t skipped = sizeOfUnknown(std::string_view(in, left));
-            in += skipped;
-            left -= skipped;
-        }
-        iconv(m_descriptor, nullptr, nullptr, &out, &room); // some charsets have an end
-        converted.resize(converted.size() - room);
-        return converted;
-    }
-
-private:
-    static constexpr auto failure = static_cast<std::size_t>(-1);
-
-    // NOLINTNEXTLINE(performance-no-int-to-ptr): how iconv_open says that it failed
-    bool valid() const { return m_descriptor != reinterpret_cast<iconv_t>(-1); }
-
-    iconv_t m_descriptor;
-};
-
-/** Bytes of the unassigned or cut character that a CP949 text begins with. */
-std::size_t sizeOfUnknownPair(std::string_view text)
-{
-    const bool pair = text.size() > 1 && static_cast<unsigned char>(text[1]) >= 0x80;
-    return pair ? 2 : 1;
-}
 
 struct Character {
     char32_t code;
@@ -147,12 +95,6 @@ std::string jsonEscape(char32_t code)
 }
 
 } // namespace
-
-std::string utf8(std::string_view text)
-{
-    static Converter converter("UTF-8", "CP949");
-    return converter.convert(text, sizeOfUnknownPair);
-}
 
 std::string harmless(std::string_view text)
 {

@@ -2,18 +2,17 @@
 // SPDX-License-Identifier: LicenseRef-SigilDesk
 
 /** @file
- *  Texts on their way to a terminal: from the library's CP949 to UTF-8, without what could steer a terminal, within the
- *  letters that it has, and how many columns they take.
+ *  Texts on their way to a terminal: without what could steer it, within the letters that it has, and how many columns
+ *  they take.
  */
 #pragma once
+
+#include "jobs/text_conversion.h"
 
 #include <string>
 #include <string_view>
 
 namespace host {
-
-/** @p text of the library as UTF-8. A code that stands for no character becomes "?", the others stay. */
-std::string utf8(std::string_view text);
 
 /** @p text with a "?" for each control character, each character that changes the direction of others or has no width
  *  of its own, and each byte that is not UTF-8. */

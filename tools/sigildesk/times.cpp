@@ -3,7 +3,7 @@
 
 #include "times.h"
 
-#include "failure.h"
+#include "jobs/failure.h"
 
 #include <string>
 

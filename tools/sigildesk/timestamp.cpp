@@ -2,15 +2,11 @@
 // SPDX-License-Identifier: LicenseRef-SigilDesk
 
 // timestamp: a token of a time-stamping authority (RFC 3161).
-#include "stamps.h"
-
 #include "commands.h"
 #include "files.h"
-#include "signing.h"
+#include "jobs/stamping.h"
 
 #include <nlohmann/json.hpp>
-
-#include <array>
 
 namespace host {
 
@@ -27,18 +23,6 @@ std::string tokenFor(const Session& session, const Crypto& crypto, const std::st
 
 } // namespace
 
-Stamp stampOf(const Crypto& crypto, Bytes& token)
-{
-    constexpr int capacity = 2048;
-    using Text = std::array<char, capacity + 1>;
-    std::array<Text, 8> texts{};
-    Bytes authority(crypto.handle());
-    crypto.check(
-        TSPGetTokenInfo(crypto.handle(), token.get(), capacity, texts[0].data(), texts[1].data(), texts[2].data(),
-            texts[3].data(), texts[4].data(), texts[5].data(), texts[6].data(), texts[7].data(), authority.get()));
-    return {isoTime(timeOf(texts[6].data())), dotted(texts[2].data()), texts[5].data()};
-}
-
 int runTimestamp(Session& session)
 {
     const std::string file = session.arguments.text("FILE");
@@ -53,9 +37,9 @@ int runTimestamp(Session& session)
     const Stamp stamp = stampOf(crypto, bytes);
     target.write(token);
     target.commit();
-    session.output.document(
-        {{"file", target.path()}, {"time", stamp.time}, {"policy", stamp.policy}, {"serial", stamp.serial}});
-    session.output.line(target.path() + "  " + stamp.time);
+    session.output.document({{"file", target.path()}, {"time", isoTime(stamp.time)}, {"policy", stamp.policy},
+        {"serial", stamp.serial}});
+    session.output.line(target.path() + "  " + isoTime(stamp.time));
     return done;
 }
 

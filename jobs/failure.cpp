@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The SigilDesk authors
 // SPDX-License-Identifier: LicenseRef-SigilDesk
 
-#include "failure.h"
+#include "jobs/failure.h"
 
 #include <sigildesk/open_toolkit.h>
 

@@ -6,7 +6,7 @@
  */
 #pragma once
 
-#include "words.h"
+#include "jobs/words.h"
 
 #include <nlohmann/json_fwd.hpp>
 

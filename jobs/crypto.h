@@ -6,7 +6,7 @@
  */
 #pragma once
 
-#include "session.h"
+#include "jobs/setting.h"
 
 #include "facade/toolkit_bytes.h"
 #include "foundation/secret.h"
@@ -29,9 +29,9 @@ inline std::string_view view(const Bytes& bytes)
 
 class Crypto {
 public:
-    /** Binds the session's toolkit, or @p toolkit. Throws Failure when it cannot be loaded. */
-    explicit Crypto(const Session& session);
-    Crypto(const Session& session, int toolkit);
+    /** Binds the setting's toolkit, or @p toolkit. Throws Failure when it cannot be loaded. */
+    explicit Crypto(const Setting& setting);
+    Crypto(const Setting& setting, int toolkit);
     ~Crypto();
     Crypto(const Crypto&) = delete;
     Crypto& operator=(const Crypto&) = delete;
@@ -49,10 +49,10 @@ private:
 /** Fills bytes of the toolkit. */
 void set(const Crypto& crypto, Bytes& bytes, std::string_view content);
 
-/** Several certificates in one byte string, in the form of the session's toolkit, and out of one. */
+/** Several certificates in one byte string, in the form of the setting's toolkit, and out of one. */
 void setList(
-    const Session& session, const Crypto& crypto, const std::vector<std::string>& certificates, Bytes& list);
-std::vector<std::string> itemsOf(const Session& session, const Crypto& crypto, Bytes& list);
+    const Setting& setting, const Crypto& crypto, const std::vector<std::string>& certificates, Bytes& list);
+std::vector<std::string> itemsOf(const Setting& setting, const Crypto& crypto, Bytes& list);
 
 /** The certificate in DER, whether it came as DER or as PEM. Throws Failure for what is neither. */
 std::string derOf(const Crypto& crypto, std::string_view content);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The SigilDesk authors
 // SPDX-License-Identifier: LicenseRef-SigilDesk
 
-#include "words.h"
+#include "jobs/words.h"
 
 namespace host {
 

@@ -1,9 +1,10 @@
 // SPDX-FileCopyrightText: The SigilDesk authors
 // SPDX-License-Identifier: LicenseRef-SigilDesk
 
-#include "crypto.h"
+#include "jobs/crypto.h"
 
-#include "text.h"
+#include "jobs/failure.h"
+#include "jobs/text_conversion.h"
 
 #include <sigildesk/open_toolkit.h>
 
@@ -29,14 +30,14 @@ std::string decoded(const Crypto& crypto, std::string_view base64)
 
 } // namespace
 
-Crypto::Crypto(const Session& session)
-    : Crypto(session, session.toolkit)
+Crypto::Crypto(const Setting& setting)
+    : Crypto(setting, setting.toolkit)
 {
 }
 
-Crypto::Crypto(const Session& session, int toolkit)
+Crypto::Crypto(const Setting& setting, int toolkit)
 {
-    std::string folder = session.folder;
+    std::string folder = setting.folder;
     const int code = HV_Initalize(&m_handle, toolkit, folder.data());
     if (code == SIGIL_SUCCESS)
         return;
@@ -66,9 +67,9 @@ void set(const Crypto& crypto, Bytes& bytes, std::string_view content)
 }
 
 void setList(
-    const Session& session, const Crypto& crypto, const std::vector<std::string>& certificates, Bytes& list)
+    const Setting& setting, const Crypto& crypto, const std::vector<std::string>& certificates, Bytes& list)
 {
-    const auto append = session.toolkit == SIGIL_TOOLKIT_GPKI ? CertAddCert : UTILAddObject;
+    const auto append = setting.toolkit == SIGIL_TOOLKIT_GPKI ? CertAddCert : UTILAddObject;
     for (const std::string& der : certificates) {
         Bytes certificate(crypto.handle());
         set(crypto, certificate, der);
@@ -76,10 +77,10 @@ void setList(
     }
 }
 
-std::vector<std::string> itemsOf(const Session& session, const Crypto& crypto, Bytes& list)
+std::vector<std::string> itemsOf(const Setting& setting, const Crypto& crypto, Bytes& list)
 {
     std::vector<std::string> items;
-    const bool gpki = session.toolkit == SIGIL_TOOLKIT_GPKI;
+    const bool gpki = setting.toolkit == SIGIL_TOOLKIT_GPKI;
     int count = 0;
     if (list.empty() || (gpki ? CertGetCertCount : UTILGetObjectCount)(crypto.handle(), list.get(), &count) != 0)
         return items;
