@@ -13,6 +13,7 @@ namespace {
 #define CODE(name) name, #name
 
 constexpr char all[] = "all";
+constexpr char c[] = "c";
 constexpr char dialogs[] = "dialogs";
 constexpr char facade[] = "facade";
 constexpr char facadeAndList[] = "facade,list";
@@ -179,6 +180,44 @@ constexpr CodeRow table[] = {
             "Widen the options: families, policies, serial number, subject, expired certificates."},
         {"선택한 조건에서 제외되는 인증서입니다.",
             "인증서 종류, 정책, 일련번호, 주체, 만료 여부 조건을 넓히십시오."}},
+
+    {CODE(SIGIL_NO_KEY), c,
+        {"The certificate has no private key beside it, or no such pair.",
+            "Choose a certificate with its key; a key-management pair is issued to few."},
+        {"인증서 옆에 개인키가 없거나 해당 키 쌍이 없습니다.",
+            "개인키가 있는 인증서를 선택하십시오. 암호용 키 쌍이 없는 인증서가 많습니다."}},
+    {CODE(SIGIL_LOCKED), c, {"The private key has not been unlocked.", "Unlock the entry with its password first."},
+        {"개인키가 잠겨 있습니다.", "먼저 비밀번호로 항목의 잠금을 푸십시오."}},
+    {CODE(SIGIL_FILE_EXISTS), c,
+        {"Something is there already, and is not to be replaced.",
+            "Ask for it to be replaced, or choose another disk."},
+        {"이미 같은 자리에 파일이 있어 바꾸지 않았습니다.", "바꾸도록 지정하거나 다른 디스크를 선택하십시오."}},
+    {CODE(SIGIL_NO_PLACE), c,
+        {"No family of certificates has a place for the certificate on this disk.", "Copy it to the hard disk."},
+        {"이 디스크에는 인증서를 둘 곳이 없습니다.", "하드디스크로 복사하십시오."}},
+    {CODE(SIGIL_PATH_TOO_LONG), c, {"A path is longer than a list can read.", "Use a folder with a shorter path."},
+        {"경로가 목록이 읽을 수 있는 길이보다 깁니다.", "더 짧은 경로의 폴더를 사용하십시오."}},
+    {CODE(SIGIL_STATUS_UNKNOWN), c,
+        {"Neither a responder nor a revocation list tells whether the certificate is revoked.",
+            "Check the network and who is trusted; the error text says where it was asked."},
+        {"OCSP 서버와 폐지 목록 어느 쪽에서도 인증서의 폐지 여부를 알 수 없습니다.",
+            "네트워크와 신뢰하는 인증서를 확인하십시오. 조회한 곳은 오류 문장에 있습니다."}},
+    {CODE(SIGIL_NO_DIALOGS), c,
+        {"The dialogs are not installed.",
+            "Install the library with the dialogs and its module beside the C library."},
+        {"대화 상자가 설치되어 있지 않습니다.", "대화 상자가 있는 라이브러리와 그 모듈을 설치하십시오."}},
+    {CODE(SIGIL_NO_DISPLAY), c,
+        {"The dialog needs a display, and none can be opened.", "Run the program on a desktop."},
+        {"대화 상자를 띄울 화면을 열 수 없습니다.", "데스크톱에서 실행하십시오."}},
+    {CODE(SIGIL_NEWER_OPTIONS), c,
+        {"An option is set that this version of the library does not know.",
+            "Install the version that the program was built with, or leave the option out."},
+        {"이 버전의 라이브러리가 모르는 옵션이 지정되었습니다.",
+            "프로그램을 빌드할 때 쓴 버전을 설치하거나 그 옵션을 빼십시오."}},
+    {CODE(SIGIL_FAILED), c,
+        {"It failed for a reason that has no code of its own.",
+            "The error text of the session says what happened."},
+        {"별도의 코드가 없는 이유로 실패했습니다.", "세션의 오류 문장에 이유가 있습니다."}},
 
     {CODE(SIGIL_TK_KEY_MALFORMED), toolkit,
         {"The file is not an encrypted private key, or its parameters are out of bounds.",

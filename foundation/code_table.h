@@ -19,7 +19,7 @@ struct CodeWords {
 struct CodeRow {
     int code;
     const char* name;  ///< as in <sigildesk/codes.h> or <sigildesk/open_toolkit.h>
-    const char* layer; ///< who answers it: "all", "facade", "list", "dialogs", "toolkit"
+    const char* layer; ///< who answers it: "all", "facade", "list", "dialogs", "toolkit", "c"
     CodeWords english;
     CodeWords korean;
 };

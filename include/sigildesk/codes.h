@@ -56,7 +56,19 @@ enum SigilResult {
     SIGIL_PASSWORD_NOT_CHANGED = 1131,
     SIGIL_IDENTITY_MISMATCH = 1132,
     SIGIL_KEY_NOT_AVAILABLE = 1164, /**< dialogs: the medium does not give the private key out */
-    SIGIL_FILTERED_OUT = 1502       /**< a certificate that the options leave out */
+    SIGIL_FILTERED_OUT = 1502,      /**< a certificate that the options leave out */
+
+    /* The C library <sigil.h>, beside those above. */
+    SIGIL_NO_KEY = 1600,         /**< the certificate has no private key beside it, or no such pair */
+    SIGIL_LOCKED = 1601,         /**< the private key has not been unlocked */
+    SIGIL_FILE_EXISTS = 1602,    /**< something is there already, and is not to be replaced */
+    SIGIL_NO_PLACE = 1603,       /**< no family has a place for the certificate on this disk */
+    SIGIL_PATH_TOO_LONG = 1604,  /**< a path is longer than a list can read */
+    SIGIL_STATUS_UNKNOWN = 1605, /**< neither a responder nor a revocation list tells whether it is revoked */
+    SIGIL_NO_DIALOGS = 1606,     /**< the dialogs are not installed */
+    SIGIL_NO_DISPLAY = 1607,     /**< the dialog needs a display, and none can be opened */
+    SIGIL_NEWER_OPTIONS = 1608,  /**< an option is set that this version of the library does not know */
+    SIGIL_FAILED = 1609          /**< failed for a reason that has no code of its own; the error text says it */
 };
 
 /** Toolkit type of HV_Initalize and CLP_Initalize. */
@@ -107,7 +119,8 @@ struct SigilCodeText {
     int code;          /**< the number that was asked for */
     const char* name;  /**< its name here or in <sigildesk/open_toolkit.h>; empty for a code that neither has. Where
                                a number has two names, the first */
-    const char* layer; /**< who answers it: "all", "facade", "list", "dialogs", "toolkit" or two, "facade,list" */
+    const char* layer; /**< who answers it: "all", "facade", "list", "dialogs", "toolkit", "c" (the C library)
+                               or two, "facade,list" */
     const char* sentence; /**< what happened, one sentence for a person */
     const char* advice;   /**< what that person or the host's programmer can do */
 };
