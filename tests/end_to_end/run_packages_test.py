@@ -26,6 +26,11 @@ def loaded_late(file):
     return {name.decode() for name in names} - needed(file)
 
 
+def library_places():
+    """The file of each library; the loader takes the first that it finds, others of the name are for other machines."""
+    return dict(reversed(re.findall(r"^\s+(\S+) .*=> (\S+)", output("ldconfig", "-p"), re.MULTILINE)))
+
+
 def package_of(library, places):
     # The package data base may know the file by its name below the link /lib.
     file = pathlib.Path(places[library]).resolve()
@@ -42,8 +47,7 @@ def group(packages, name):
 def main():
     packages, groups, *files = sys.argv[1:]
     own = {pathlib.Path(file).name for file in files} | {"libSigilDesk.so.1"}
-    # The loader takes the first that it finds; others of the name are for other kinds of machines.
-    places = dict(reversed(re.findall(r"^\s+(\S+) .*=> (\S+)", output("ldconfig", "-p"), re.MULTILINE)))
+    places = library_places()
     late = set().union(*map(loaded_late, files)) - own
     libraries = set().union(*map(needed, files)).intersection(places) - own | late
     asked = {package_of(library, places) for library in libraries} - ALWAYS_THERE
@@ -57,4 +61,5 @@ def main():
     return 1 if asked - listed or slow_to_load or not late else 0
 
 
-sys.exit(main())
+if __name__ == "__main__":
+    sys.exit(main())
