@@ -24,6 +24,7 @@ MISSING = {
     "tidy": [["--commits"]],
 }
 REFUSED = {
+    "abi": ["no-such-build", "--write=no-such-build"],
     "check": ["one"],
     "coverage": ["no-such-layer"],
     "demo": ["one", "--language=fr", "--build=/no/such/folder"],
@@ -31,6 +32,7 @@ REFUSED = {
     "fuzz": ["no-such-target"],
     "install-dependencies": ["runn", "apt-get"],
     "instructions": ["one"],
+    "package-check": ["one", "--bild"],
     "nightly": ["one", "--fuzz=long"],
     "tidy": ["no-such-folder", "--commits=many"],
 }
