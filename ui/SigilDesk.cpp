@@ -14,6 +14,7 @@
 #include <QApplication>
 #include <chrono>
 #include <memory>
+#include <new>
 #include <thread>
 #include <utility>
 
@@ -40,7 +41,7 @@ void openMedium(SelectCertDialog& dialog, const tagLOADSELECTCERTOPTION* load)
     dialog.SetInitMediaCert(load && load->byMemoryCert != 0 ? SIGIL_MEDIUM_MEMORY : SIGIL_MEDIUM_HARD_DISK);
 }
 
-/** Runs the dialog, unless the user gave up while it listed. */
+/** Runs the dialog, unless the user gave up while it listed. @return what it was closed with; 1000 when memory ran out */
 int run(SelectCertDialog& dialog) { return dialog.State().isGivenUp() ? QDialog::Rejected : dialog.exec(); }
 
 /** @return the entry point's result */
@@ -51,6 +52,31 @@ int handOut(SelectCertDialog& dialog, bool accepted, tagSELCERTINFO* result)
     dialog.GetSelectCertinfo(result);
     return 0;
 }
+
+/** Runs the body of an entry point: a host in C knows no exceptions. */
+template <class Body>
+int withoutExceptions(Body body)
+{
+    try {
+        return body();
+    } catch (const std::bad_alloc&) {
+        return SIGIL_NO_MEMORY;
+    }
+}
+
+/** What ShowUserCertInit made goes with its call, whichever way that ends. */
+class SharedObjectsOfOneCall {
+public:
+    SharedObjectsOfOneCall() = default;
+    ~SharedObjectsOfOneCall()
+    {
+        std::unique_ptr<SelectCertDialog>(std::exchange(g_dlgUserCert, nullptr)).reset();
+        QCoreApplication::exit(0);
+        std::unique_ptr<QApplication>(std::exchange(g_pQApplication, nullptr)).reset();
+    }
+    SharedObjectsOfOneCall(const SharedObjectsOfOneCall&) = delete;
+    SharedObjectsOfOneCall& operator=(const SharedObjectsOfOneCall&) = delete;
+};
 
 /** Leaves no key in the shared dialog, whichever way a call ends. */
 class KeysOfOneCall {
@@ -71,18 +97,18 @@ private:
 
 int ShowUserCertInit(int argc, char** argv)
 {
-    if (!g_pQApplication)
-        g_pQApplication = std::make_unique<QApplication>(argc, argv).release();
-    if (!g_dlgUserCert)
-        g_dlgUserCert = std::make_unique<SelectCertDialog>(nullptr).release();
-    int result = 0;
-    do
-        result = QApplication::exec();
-    while (g_dlgUserCert->State().finishFlag() != 1);
-    std::unique_ptr<SelectCertDialog>(std::exchange(g_dlgUserCert, nullptr)).reset();
-    QCoreApplication::exit(0);
-    std::unique_ptr<QApplication>(std::exchange(g_pQApplication, nullptr)).reset();
-    return result;
+    return withoutExceptions([&] {
+        const SharedObjectsOfOneCall shared;
+        if (!g_pQApplication)
+            g_pQApplication = std::make_unique<QApplication>(argc, argv).release();
+        if (!g_dlgUserCert)
+            g_dlgUserCert = std::make_unique<SelectCertDialog>(nullptr).release();
+        int result = 0;
+        do
+            result = QApplication::exec();
+        while (g_dlgUserCert->State().finishFlag() != 1);
+        return result;
+    });
 }
 
 int ShowUserCert(void*, void*, tagINITOPT* pInit, tagLOADSELECTCERTOPTION* pLoad, void*, tagEXTRAOPTION* pExtra,
@@ -94,34 +120,40 @@ int ShowUserCert(void*, void*, tagINITOPT* pInit, tagLOADSELECTCERTOPTION* pLoad
     SelectCertDialog& dialog = *g_dlgUserCert;
     if (dialog.IsListing()) // for another call, which is still on the stack
         return SIGIL_CANCELLED;
-    const KeysOfOneCall keys(dialog);
-    int rv = applyOptions(dialog, pInit, pLoad, pExtra);
-    if (rv != 0)
-        return rv;
-    dialog.State().startCall();
-    rv = dialog.Initalize();
-    LOG_LEVEL("DEBUG", __FILE__, __LINE__, __func__, "Initalize : %d", rv);
-    if (rv != 0)
-        return rv;
-    openMedium(dialog, pLoad);
-    dialog.setModal(true);
-    run(dialog);
-    if (!dialog.State().isDecided())
-        dialog.reject(); // the host ended the event loop under the dialog, which is still shown
-    const int result = handOut(dialog, dialog.State().acceptedFlag() == 1, pResult);
-    LOG_LEVEL("DEBUG", __FILE__, __LINE__, __func__, "ShowUserCert end");
-    return result;
+    return withoutExceptions([&]() -> int {
+        const KeysOfOneCall keys(dialog);
+        int rv = applyOptions(dialog, pInit, pLoad, pExtra);
+        if (rv != 0)
+            return rv;
+        dialog.State().startCall();
+        rv = dialog.Initalize();
+        LOG_LEVEL("DEBUG", __FILE__, __LINE__, __func__, "Initalize : %d", rv);
+        if (rv != 0)
+            return rv;
+        openMedium(dialog, pLoad);
+        dialog.setModal(true);
+        if (run(dialog) == SIGIL_NO_MEMORY)
+            return SIGIL_NO_MEMORY;
+        if (!dialog.State().isDecided())
+            dialog.reject(); // the host ended the event loop under the dialog, which is still shown
+        const int result = handOut(dialog, dialog.State().acceptedFlag() == 1, pResult);
+        LOG_LEVEL("DEBUG", __FILE__, __LINE__, __func__, "ShowUserCert end");
+        return result;
+    });
 }
 
 int ShowUserCert_T(
     tagINITOPT* pInit, tagLOADSELECTCERTOPTION* pLoad, void*, tagEXTRAOPTION* pExtra, tagSELCERTINFO* pResult)
 {
-    SelectCertDialog dialog;
-    int rv = applyOptions(dialog, pInit, pLoad, pExtra);
-    if (rv == 0)
-        rv = dialog.Initalize();
-    if (rv != 0)
-        return rv;
-    openMedium(dialog, pLoad);
-    return handOut(dialog, run(dialog) == QDialog::Accepted, pResult);
+    return withoutExceptions([&]() -> int {
+        SelectCertDialog dialog;
+        int rv = applyOptions(dialog, pInit, pLoad, pExtra);
+        if (rv == 0)
+            rv = dialog.Initalize();
+        if (rv != 0)
+            return rv;
+        openMedium(dialog, pLoad);
+        const int ended = run(dialog);
+        return ended == SIGIL_NO_MEMORY ? ended : handOut(dialog, ended == QDialog::Accepted, pResult);
+    });
 }

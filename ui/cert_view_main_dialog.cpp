@@ -50,7 +50,10 @@ void CertViewMainDialog::InitSetControl()
     m_Form->tabWidget->setAccessibleName(m_Texts.ui("DLG_ACCESS_PAGES"));
 }
 
-void CertViewMainDialog::on_pushButton_verify_clicked() { m_nRv = m_NormalForm->VerifyCert(); }
+void CertViewMainDialog::on_pushButton_verify_clicked()
+{
+    sigil::guard(*this, [this] { m_nRv = m_NormalForm->VerifyCert(); });
+}
 
 void CertViewMainDialog::on_pushButton_ok_clicked() { reject(); }
 

@@ -8,10 +8,13 @@
 
 #include "foundation/secret.h"
 
+#include <sigildesk/codes.h>
+
 #include <QByteArray>
 #include <QString>
 #include <cstddef>
 #include <functional>
+#include <new>
 #include <string_view>
 
 class QAbstractItemModel;
@@ -28,6 +31,18 @@ class LanguageTexts;
 /** Shows @p text as it is, without markup, in an information box with one OK button of the dialogs' language, and waits
  *  for it.  @return the button that closed the box, a QMessageBox::StandardButton */
 int showInformation(QWidget* parent, const LanguageTexts& texts, const QString& caption, const QString& text);
+
+/** Runs what Qt asks a dialog for: no exception may pass through its event loop. When memory runs out, the dialog ends with
+ *  1000 as what QDialog::exec() returns. */
+template <class Dialog, class Action>
+void guard(Dialog& dialog, Action action)
+{
+    try {
+        action();
+    } catch (const std::bad_alloc&) {
+        dialog.done(SIGIL_NO_MEMORY);
+    }
+}
 
 /** Gives a dialog the icon of the library where the host's windows have none of their own. */
 void giveIcon(QDialog* dialog);

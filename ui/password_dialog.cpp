@@ -20,7 +20,8 @@ PasswordDialog::PasswordDialog(QWidget* parent)
     sigil::giveIcon(this);
     sigil::letReturnPressButtons(this);
     sigil::makeSelectionsReadable(this);
-    new sigil::CapsLockHint(m_Form->lineEdit_password, [this](bool on) { ShowTitle(on); }); // owned by the field
+    new sigil::CapsLockHint(m_Form->lineEdit_password,
+        [this](bool on) { sigil::guard(*this, [=] { ShowTitle(on); }); }); // owned by the field
 }
 
 PasswordDialog::~PasswordDialog() { sigil::wipe(m_szPassword, sizeof m_szPassword); }
@@ -44,6 +45,11 @@ void PasswordDialog::InitSetControl()
 }
 
 void PasswordDialog::on_pushButton_ok_clicked()
+{
+    sigil::guard(*this, [this] { Confirm(); });
+}
+
+void PasswordDialog::Confirm()
 {
     const sigil::TypedPassword typed(m_Form->lineEdit_password);
     if (typed.bytes().empty())

@@ -39,6 +39,7 @@ public slots: // NOLINT(readability-redundant-access-specifiers): the slots must
     void done(int result) override;
 
 private:
+    void Confirm();
     /** The title, or in its place the hint that Caps Lock is on. */
     void ShowTitle(bool capsLock);
     void ShowMessage(const char* messageKey);

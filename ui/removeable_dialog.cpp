@@ -121,6 +121,11 @@ void RemoveableDialog::SetListItem()
 
 void RemoveableDialog::on_pushButton_ok_clicked()
 {
+    sigil::guard(*this, [this] { Confirm(); });
+}
+
+void RemoveableDialog::Confirm()
+{
     const QItemSelectionModel* selection = m_Form->tableView_remobable->selectionModel();
     if (selection && selection->hasSelection()) {
         const int row = selection->selectedIndexes().first().row();

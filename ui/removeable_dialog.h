@@ -53,6 +53,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void Confirm();
     int ReadDrives(int count);
     void SetListItem();
 

@@ -55,13 +55,13 @@ SelectCertDialog::SelectCertDialog(QWidget* parent)
     unmarked->hide();
     unmarked->setDefault(true);
     new sigil::CapsLockHint(m_Form->lineEdit_password, [this](bool on) { // owned by the field
-        ShowStatus(on ? m_Texts.message("MSG_SELECTCERT_CAPSLOCK") : m_Status);
+        sigil::guard(*this, [&] { ShowStatus(on ? m_Texts.message("MSG_SELECTCERT_CAPSLOCK") : m_Status); });
     });
     qRegisterMetaType<QItemSelection>("QItemSelection");
     // A row can also be selected with the keyboard or by a load; the field must not stay as the row before left it. The
     // selected row counts, not the current one: that is the one that OK takes.
     connect(m_Form->tableView_certlist->selectionModel(), &QItemSelectionModel::selectionChanged, this,
-        [this] { LockPassword(m_Table.selectedRow()); });
+        [this] { sigil::guard(*this, [this] { LockPassword(m_Table.selectedRow()); }); });
 }
 
 SelectCertDialog::~SelectCertDialog() { sigil::wipeField(m_Form->lineEdit_password); }
@@ -125,12 +125,17 @@ int SelectCertDialog::Initalize() { return m_Selection.connect(); }
 void SelectCertDialog::SetInitMediaCert(int which)
 {
     if (which != SIGIL_MEDIUM_MEMORY)
-        return on_pushButton_hdd_clicked();
+        return OpenHardDisk();
     m_Table.clear();
     m_Selection.takeCallersCertificate();
 }
 
 void SelectCertDialog::on_pushButton_hdd_clicked()
+{
+    sigil::guard(*this, [this] { OpenHardDisk(); });
+}
+
+void SelectCertDialog::OpenHardDisk()
 {
     m_Selection.turnTo(SIGIL_MEDIUM_HARD_DISK);
     SetButtonImage(2, 1, m_Selection.language());
@@ -142,6 +147,11 @@ void SelectCertDialog::on_pushButton_hdd_clicked()
 }
 
 void SelectCertDialog::on_pushButton_remove_clicked()
+{
+    sigil::guard(*this, [this] { OpenRemovableDisk(); });
+}
+
+void SelectCertDialog::OpenRemovableDisk()
 {
     RemoveableDialog chooser;
     chooser.SetCaller(m_Selection.language(), m_szLibraryFolder, m_Selection.processor());
@@ -197,6 +207,11 @@ void SelectCertDialog::GiveTime()
 
 void SelectCertDialog::on_pushButton_find_clicked()
 {
+    sigil::guard(*this, [this] { ImportFile(); });
+}
+
+void SelectCertDialog::ImportFile()
+{
     const QString file =
         sigil::FileChooser(this, sigil::readableLanguage(m_Selection.language()), m_Texts).choose();
     if (file.isEmpty())
@@ -237,6 +252,11 @@ void SelectCertDialog::ShowList(const Outcome& outcome)
 
 void SelectCertDialog::on_tableView_certlist_clicked(const QModelIndex&)
 {
+    sigil::guard(*this, [this] { ChooseRow(); });
+}
+
+void SelectCertDialog::ChooseRow()
+{
     const int row = m_Table.selectedRow();
     if (row < 0)
         return Tell(outcomeOf(Step::ChooseRow, code::missing));
@@ -261,6 +281,11 @@ void SelectCertDialog::LockPassword(int row)
 }
 
 void SelectCertDialog::on_pushButton_ok_clicked()
+{
+    sigil::guard(*this, [this] { Confirm(); });
+}
+
+void SelectCertDialog::Confirm()
 {
     const sigil::TypedPassword typed(m_Form->lineEdit_password);
     const Outcome outcome = m_Selection.confirm(m_Table.selectedRow(), typed.bytes());
@@ -299,9 +324,21 @@ void SelectCertDialog::reject()
     QDialog::reject();
 }
 
+void SelectCertDialog::done(int result)
+{
+    if (result == SIGIL_NO_MEMORY)
+        m_Selection.giveUp();
+    QDialog::done(result);
+}
+
 void SelectCertDialog::on_tableView_certlist_doubleClicked(const QModelIndex&) { on_pushButton_view_clicked(); }
 
 void SelectCertDialog::on_pushButton_view_clicked()
+{
+    sigil::guard(*this, [this] { ViewRow(); });
+}
+
+void SelectCertDialog::ViewRow()
 {
     const int row = m_Table.selectedRow();
     if (!m_Selection.holds(row))

@@ -80,9 +80,17 @@ public slots: // NOLINT(readability-redundant-access-specifiers): the slots must
     void keyPressEvent(QKeyEvent* event) override;
     /** Every way of giving up ends here, the window's close button too. */
     void reject() override;
+    /** Every way of closing ends here; with 1000 when memory ran out, which is no choice of a certificate. */
+    void done(int result) override;
 
 private:
     void SetControlTexts();
+    void OpenHardDisk();
+    void OpenRemovableDisk();
+    void ImportFile();
+    void ChooseRow();
+    void Confirm();
+    void ViewRow();
     /** Shows the entries of an operation that changed them. */
     void ShowList(const sigil::Outcome& outcome);
     /** Lets a password be typed unless the certificate of @p row is locked; what was typed before is then wiped. */

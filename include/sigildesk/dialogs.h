@@ -167,7 +167,7 @@ extern "C" {
  *  keeps the loop going for the rest of the process, so that the closing of the dialog, the last window, does not end
  *  the service. On return the dialog and the application are gone.
  *  @param argc,argv the program's arguments; Qt takes its own options from them
- *  @return the last result of the event loop (QApplication::exec) */
+ *  @return the last result of the event loop (QApplication::exec); 1000 when memory runs out */
 SIGIL_EXPORT int ShowUserCertInit(int argc, char** argv);
 
 /** Runs the shared dialog until the user has chosen a certificate or given up.
@@ -180,8 +180,8 @@ SIGIL_EXPORT int ShowUserCertInit(int argc, char** argv);
  *  @param pExtra   logo data; may be null
  *  @param pResult  caller's; filled only when 0 is returned
  *  @return 0 a certificate was chosen and unlocked; -1 the user cancelled or closed the dialog, or it is just listing for
- *          another call; 1001 @p pInit is null; any other value is the code of CLP_Initalize or CLP_SetType (see
- *          certlist.h) */
+ *          another call; 1000 memory ran out, and an open dialog was closed; 1001 @p pInit is null; any other value is
+ *          the code of CLP_Initalize or CLP_SetType (see certlist.h) */
 SIGIL_EXPORT int ShowUserCert(void* pReserved1, void* pReserved2, tagINITOPT* pInit, tagLOADSELECTCERTOPTION* pLoad,
     void* pReserved3, tagEXTRAOPTION* pExtra, tagSELCERTINFO* pResult);
 
