@@ -312,9 +312,13 @@ TEST_P(Memory, OfPrimitivesEncodingsAndLists)
     const auto mac = function<void*, int, char*, BINSTR*, BINSTR*>("CRYPT_GenMAC");
     const auto generate = function<void*, int>("CRYPT_GenKeyAndIV");
     const auto encrypt = function<void*, BINSTR*, BINSTR*>("CRYPT_Encrypt");
+    const auto sign = function<void*, BINSTR*, BINSTR*, int, BINSTR*, BINSTR*>("CRYPT_Sign");
+    const auto verify = function<void*, BINSTR*, int, BINSTR*, BINSTR*>("CRYPT_Verify");
     const auto toText = function<void*, BINSTR*, BINSTR*>("BASE64_Encode");
     const auto fromText = function<void*, BINSTR*, BINSTR*>("BASE64_Decode");
     ASSERT_EQ(generate(toolkit.context(), SIGIL_TK_CIPHER_SEED), 0);
+    ByteString signature(toolkit);
+    ASSERT_EQ(sign(toolkit.context(), certificate.get(), key.get(), 0, data.get(), signature.get()), 0);
     std::vector<Operation> operations{
         {"CRYPT_Hash",
             [&](void* c, Outputs& o) { return hash(c, SIGIL_TK_HASH_SHA256, data.get(), o.records.data()); }},
@@ -323,6 +327,13 @@ TEST_P(Memory, OfPrimitivesEncodingsAndLists)
                 return mac(c, SIGIL_TK_HASH_SHA256, text("key"), data.get(), o.records.data());
             }},
         {"CRYPT_Encrypt", [&](void* c, Outputs& o) { return encrypt(c, data.get(), o.records.data()); }},
+        {"CRYPT_Sign",
+            [&](void* c, Outputs& o) {
+                return sign(c, certificate.get(), key.get(), 0, data.get(), o.records.data());
+            },
+            true},
+        {"CRYPT_Verify",
+            [&](void* c, Outputs&) { return verify(c, certificate.get(), 0, data.get(), signature.get()); }},
         {"CRYPT_GenKeyAndIV", [&](void* c, Outputs&) { return generate(c, SIGIL_TK_CIPHER_SEED); }, true},
         {"BASE64_Encode", [&](void* c, Outputs& o) { return toText(c, data.get(), o.records.data()); }},
         {"BASE64_Decode", [&](void* c, Outputs& o) { return fromText(c, encoded.get(), o.records.data()); }},

@@ -30,7 +30,8 @@ public:
         , m_context(EVP_MD_CTX_new())
         , m_verifying(verifying)
     {
-        EVP_PKEY_CTX* options = nullptr; // owned by m_context
+        require(m_context != nullptr, SIGIL_TK_NO_MEMORY); // OpenSSL would look into it
+        EVP_PKEY_CTX* options = nullptr;                   // owned by m_context
         const char* const name = EVP_MD_get0_name(m_digest.get());
         auto* const start = verifying ? EVP_DigestVerifyInit_ex : EVP_DigestSignInit_ex;
         require(start(m_context.get(), &options, name, library.context(), nullptr, key, nullptr) == 1,

@@ -113,6 +113,8 @@ ContentCipher::ContentCipher(CmsHandle cms, int failure)
     , m_output(BIO_new(BIO_s_mem()))
     , m_failure(failure)
 {
+    require(
+        m_output != nullptr, SIGIL_TK_NO_MEMORY); // without one OpenSSL would take another place for the content
     m_cipher.reset(CMS_dataInit(m_cms.get(), m_output));
     if (!m_cipher)
         BIO_free(m_output);

@@ -211,6 +211,7 @@ BioHandle hashContent(CMS_ContentInfo* cms, const Message& message, const Input*
 {
     require(message.hasContent() || detached, SIGIL_TK_CMS_CONTENT, "detached message");
     BIO* const nowhere = BIO_new(BIO_s_null());
+    require(nowhere != nullptr, SIGIL_TK_NO_MEMORY); // without one OpenSSL would take another place for the content
     BioHandle hashes(CMS_dataInit(cms, nowhere));
     if (!hashes)
         BIO_free(nowhere);
