@@ -11,6 +11,7 @@
 
 #include <cerrno>
 #include <memory>
+#include <new>
 #include <string>
 
 namespace sigil {
@@ -21,12 +22,15 @@ class SearchedFolder {
 public:
     /** No folder: it has no items, and paths are taken from the root. */
     SearchedFolder() = default;
-    /** @param path  ends in "/"; a folder that cannot be opened has no items */
+    /** @param path  ends in "/"; a folder that cannot be opened has no items, but one that memory does not suffice for is
+     *               not to be taken for that: throws std::bad_alloc */
     explicit SearchedFolder(const std::string& path)
         : m_path(path)
         , m_folder(opendir(path.c_str()))
         , m_openError(m_folder ? 0 : errno)
     {
+        if (m_openError == ENOMEM)
+            throw std::bad_alloc();
     }
 
     const std::string& path() const { return m_path; }

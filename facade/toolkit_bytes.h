@@ -10,6 +10,9 @@
 
 #include <sigildesk/binary.h>
 #include <sigildesk/crypto/frame.h>
+#include <sigildesk/open_toolkit.h>
+
+#include <new>
 
 namespace sigil {
 
@@ -23,7 +26,8 @@ public:
     {
         HV_BINSTR_Create(m_facade, &m_bytes);
     }
-    /** A byte string filled with a copy of @p length bytes; empty when there are none or the toolkit refuses. */
+    /** A byte string filled with a copy of @p length bytes; empty when there are none or the toolkit refuses. Throws as
+     *  set(). */
     ToolkitBytes(void* facade, const void* data, int length)
         : ToolkitBytes(facade)
     {
@@ -33,12 +37,17 @@ public:
     ToolkitBytes(const ToolkitBytes&) = delete;
     ToolkitBytes& operator=(const ToolkitBytes&) = delete;
 
-    /** Replaces the contents with a copy of @p length bytes. @return HV_BINSTR_SetData's result; 1001 for none */
+    /** Replaces the contents with a copy of @p length bytes. Throws std::bad_alloc when the toolkit lacks memory: the call
+     *  that is to work on them would refuse nothing instead. @return HV_BINSTR_SetData's result; 1001 for none */
     int set(const void* data, int length)
     {
         clear();
         // The toolkits take the bytes as writable but only read them.
-        return HV_BINSTR_SetData(m_facade, static_cast<unsigned char*>(const_cast<void*>(data)), length, &m_bytes);
+        const int code =
+            HV_BINSTR_SetData(m_facade, static_cast<unsigned char*>(const_cast<void*>(data)), length, &m_bytes);
+        if (code == SIGIL_TK_NO_MEMORY)
+            throw std::bad_alloc();
+        return code;
     }
 
     /** Gives the contents back to the toolkit, so that the record can receive another output. */

@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <cstdint>
 #include <fcntl.h>
+#include <new>
 #include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -75,10 +76,13 @@ File openForReading(const char* path)
 {
     RegularFile file(path);
     File stream(file.isOpen() ? fdopen(file.descriptor(), "r") : nullptr);
-    if (stream) {
-        file.release();
-        static_cast<void>(std::setvbuf(stream.get(), nullptr, _IONBF, 0));
+    if (!stream) {
+        if (file.isOpen()) // a stream takes nothing but memory
+            throw std::bad_alloc();
+        return stream;
     }
+    file.release();
+    static_cast<void>(std::setvbuf(stream.get(), nullptr, _IONBF, 0));
     return stream;
 }
 

@@ -70,7 +70,8 @@ struct FileCloser {
 };
 using File = std::unique_ptr<std::FILE, FileCloser>;
 
-/** Opens a regular file for reading, unbuffered; null when there is none at @p path or @p path is null. */
+/** Opens a regular file for reading, unbuffered; null when there is none at @p path or @p path is null. Throws std::bad_alloc:
+ *  a file that is there is not to be taken for a missing one. */
 File openForReading(const char* path);
 
 /** Whose log files are written. */

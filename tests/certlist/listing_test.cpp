@@ -14,13 +14,16 @@
 
 namespace fs = std::filesystem;
 
-// The linker sends every readdir of the test program here.
+// The linker sends every opendir and readdir of the test program here.
+extern "C" DIR* __real_opendir(const char* path);
+extern "C" DIR* __wrap_opendir(const char* path);
 extern "C" dirent* __real_readdir(DIR* folder);
 extern "C" dirent* __wrap_readdir(DIR* folder);
 
 namespace {
 
-fs::path brokenFolder; // empty for none
+fs::path brokenFolder;    // empty for none
+bool lacksMemory = false; // for an open folder
 
 using Names = std::vector<std::string>;
 
@@ -315,7 +318,26 @@ TEST_F(Listing, OperationsOnTheWholeList)
     EXPECT_EQ(record.nPKIType, 0);
 }
 
+TEST_F(Listing, FolderThatMemoryDoesNotSufficeForIsNotOneWithoutCertificates)
+{
+    addNpki("a", {{"subject", "cn=a"}});
+    start();
+    lacksMemory = true;
+    EXPECT_EQ(load(), 1000);
+    lacksMemory = false;
+    EXPECT_EQ(load(), 0);
+    EXPECT_EQ(count(), 1);
+}
+
 } // namespace
+
+extern "C" DIR* __wrap_opendir(const char* path)
+{
+    if (!lacksMemory)
+        return __real_opendir(path);
+    errno = ENOMEM;
+    return nullptr;
+}
 
 extern "C" dirent* __wrap_readdir(DIR* folder)
 {

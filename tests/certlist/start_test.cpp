@@ -14,13 +14,17 @@
 
 namespace fs = std::filesystem;
 
-// The linker sends every fread of the test program here.
+// The linker sends every fread and fdopen of the test program here.
 extern "C" std::size_t __real_fread(void* data, std::size_t size, std::size_t count, std::FILE* file);
 extern "C" std::size_t __wrap_fread(void* data, std::size_t size, std::size_t count, std::FILE* file);
+extern "C" std::FILE* __real_fdopen(int descriptor, const char* mode);
+extern "C" std::FILE* __wrap_fdopen(int descriptor, const char* mode);
 
 namespace {
 
 using Start = Scripted;
+
+bool lacksMemory = false; // for a stream
 
 fs::path unreadableFile; // as on a broken disk
 
@@ -192,7 +196,22 @@ TEST_F(Start, EmptyLogPathSwitchesTheErrorLogOff)
     EXPECT_TRUE(log().empty());
 }
 
+TEST_F(Start, MemoryForTheSettingsRunsOut)
+{
+    const LeaksForgiven forgiven;
+    lacksMemory = true;
+    EXPECT_EQ(CLP_Initalize(&clp, nullptr, 0, 1, Text(library.string())), 1000);
+    lacksMemory = false;
+    finish();
+    EXPECT_EQ(CLP_Initalize(&clp, nullptr, 0, 1, Text(library.string())), 0);
+}
+
 } // namespace
+
+extern "C" std::FILE* __wrap_fdopen(int descriptor, const char* mode)
+{
+    return lacksMemory ? nullptr : __real_fdopen(descriptor, mode);
+}
 
 extern "C" std::size_t __wrap_fread(void* data, std::size_t size, std::size_t count, std::FILE* file)
 {

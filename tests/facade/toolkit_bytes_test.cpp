@@ -64,3 +64,12 @@ TEST_P(ToolkitBytesTest, EmptyOnesReachNoRelease)
     }
     EXPECT_TRUE(doubles::callsOf(GetParam().symbol("BINSTR_Delete")).empty());
 }
+
+TEST_P(ToolkitBytesTest, ThatMemoryDoesNotSufficeForAreNotTakenForNone)
+{
+    ToolkitBytes bytes(handle, "old", 3);
+    doubles::answer(GetParam().symbol("BINSTR_SetData"), 3002);
+    EXPECT_THROW(bytes.set("newer", 5), std::bad_alloc);
+    EXPECT_THROW(ToolkitBytes(handle, "abc", 3), std::bad_alloc);
+    EXPECT_EQ(doubles::liveByteStrings(), 0);
+}
