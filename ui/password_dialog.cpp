@@ -21,7 +21,7 @@ PasswordDialog::PasswordDialog(QWidget* parent)
     sigil::letReturnPressButtons(this);
     sigil::makeSelectionsReadable(this);
     new sigil::CapsLockHint(m_Form->lineEdit_password,
-        [this](bool on) { sigil::guard(*this, [=] { ShowTitle(on); }); }); // owned by the field
+        [this](bool on) { sigil::guard(*this, [this, on] { ShowTitle(on); }); }); // owned by the field
 }
 
 PasswordDialog::~PasswordDialog() { sigil::wipe(m_szPassword, sizeof m_szPassword); }
