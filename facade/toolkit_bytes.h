@@ -10,11 +10,13 @@
 
 #include <sigildesk/binary.h>
 #include <sigildesk/crypto/frame.h>
-#include <sigildesk/open_toolkit.h>
 
 #include <new>
 
 namespace sigil {
+
+/** What a toolkit answers that lacks memory. */
+constexpr int toolkitNoMemory = 3002;
 
 /** One byte string in toolkit memory. It is created on a façade handle and released on the same handle on every path;
  *  the handle must outlive it. The bytes are wiped before they go back: many are keys. */
@@ -45,7 +47,7 @@ public:
         // The toolkits take the bytes as writable but only read them.
         const int code =
             HV_BINSTR_SetData(m_facade, static_cast<unsigned char*>(const_cast<void*>(data)), length, &m_bytes);
-        if (code == SIGIL_TK_NO_MEMORY)
+        if (code == toolkitNoMemory)
             throw std::bad_alloc();
         return code;
     }
