@@ -53,17 +53,6 @@ int handOut(SelectCertDialog& dialog, bool accepted, tagSELCERTINFO* result)
     return 0;
 }
 
-/** Runs the body of an entry point: a host in C knows no exceptions. */
-template <class Body>
-int withoutExceptions(Body body)
-{
-    try {
-        return body();
-    } catch (const std::bad_alloc&) {
-        return SIGIL_NO_MEMORY;
-    }
-}
-
 /** What ShowUserCertInit made goes with its call, whichever way that ends. */
 class SharedObjectsOfOneCall {
 public:
@@ -95,65 +84,67 @@ private:
 
 } // namespace
 
+// A host in C knows no exceptions: every entry point keeps them inside.
+
 int ShowUserCertInit(int argc, char** argv)
-{
-    return withoutExceptions([&] {
-        const SharedObjectsOfOneCall shared;
-        if (!g_pQApplication)
-            g_pQApplication = std::make_unique<QApplication>(argc, argv).release();
-        if (!g_dlgUserCert)
-            g_dlgUserCert = std::make_unique<SelectCertDialog>(nullptr).release();
-        int result = 0;
-        do
-            result = QApplication::exec();
-        while (g_dlgUserCert->State().finishFlag() != 1);
-        return result;
-    });
+try {
+    const SharedObjectsOfOneCall shared;
+    if (!g_pQApplication)
+        g_pQApplication = std::make_unique<QApplication>(argc, argv).release();
+    if (!g_dlgUserCert)
+        g_dlgUserCert = std::make_unique<SelectCertDialog>(nullptr).release();
+    int result = 0;
+    do
+        result = QApplication::exec();
+    while (g_dlgUserCert->State().finishFlag() != 1);
+    return result;
+} catch (const std::bad_alloc&) {
+    return SIGIL_NO_MEMORY;
 }
 
 int ShowUserCert(void*, void*, tagINITOPT* pInit, tagLOADSELECTCERTOPTION* pLoad, void*, tagEXTRAOPTION* pExtra,
     tagSELCERTINFO* pResult)
-{
+try {
     // Without ShowUserCertInit there is nothing to wait for; hosts rely on the call not coming back with a code.
     while (!g_pQApplication)
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     SelectCertDialog& dialog = *g_dlgUserCert;
     if (dialog.IsListing()) // for another call, which is still on the stack
         return SIGIL_CANCELLED;
-    return withoutExceptions([&]() -> int {
-        const KeysOfOneCall keys(dialog);
-        int rv = applyOptions(dialog, pInit, pLoad, pExtra);
-        if (rv != 0)
-            return rv;
-        dialog.State().startCall();
-        rv = dialog.Initalize();
-        LOG_LEVEL("DEBUG", __FILE__, __LINE__, __func__, "Initalize : %d", rv);
-        if (rv != 0)
-            return rv;
-        openMedium(dialog, pLoad);
-        dialog.setModal(true);
-        if (run(dialog) == SIGIL_NO_MEMORY)
-            return SIGIL_NO_MEMORY;
-        if (!dialog.State().isDecided())
-            dialog.reject(); // the host ended the event loop under the dialog, which is still shown
-        const int result = handOut(dialog, dialog.State().acceptedFlag() == 1, pResult);
-        LOG_LEVEL("DEBUG", __FILE__, __LINE__, __func__, "ShowUserCert end");
-        return result;
-    });
+    const KeysOfOneCall keys(dialog);
+    int rv = applyOptions(dialog, pInit, pLoad, pExtra);
+    if (rv != 0)
+        return rv;
+    dialog.State().startCall();
+    rv = dialog.Initalize();
+    LOG_LEVEL("DEBUG", __FILE__, __LINE__, __func__, "Initalize : %d", rv);
+    if (rv != 0)
+        return rv;
+    openMedium(dialog, pLoad);
+    dialog.setModal(true);
+    if (run(dialog) == SIGIL_NO_MEMORY)
+        return SIGIL_NO_MEMORY;
+    if (!dialog.State().isDecided())
+        dialog.reject(); // the host ended the event loop under the dialog, which is still shown
+    const int result = handOut(dialog, dialog.State().acceptedFlag() == 1, pResult);
+    LOG_LEVEL("DEBUG", __FILE__, __LINE__, __func__, "ShowUserCert end");
+    return result;
+} catch (const std::bad_alloc&) {
+    return SIGIL_NO_MEMORY;
 }
 
 int ShowUserCert_T(
     tagINITOPT* pInit, tagLOADSELECTCERTOPTION* pLoad, void*, tagEXTRAOPTION* pExtra, tagSELCERTINFO* pResult)
-{
-    return withoutExceptions([&]() -> int {
-        SelectCertDialog dialog;
-        int rv = applyOptions(dialog, pInit, pLoad, pExtra);
-        if (rv == 0)
-            rv = dialog.Initalize();
-        if (rv != 0)
-            return rv;
-        openMedium(dialog, pLoad);
-        const int ended = run(dialog);
-        return ended == SIGIL_NO_MEMORY ? ended : handOut(dialog, ended == QDialog::Accepted, pResult);
-    });
+try {
+    SelectCertDialog dialog;
+    int rv = applyOptions(dialog, pInit, pLoad, pExtra);
+    if (rv == 0)
+        rv = dialog.Initalize();
+    if (rv != 0)
+        return rv;
+    openMedium(dialog, pLoad);
+    const int ended = run(dialog);
+    return ended == SIGIL_NO_MEMORY ? ended : handOut(dialog, ended == QDialog::Accepted, pResult);
+} catch (const std::bad_alloc&) {
+    return SIGIL_NO_MEMORY;
 }
