@@ -4,8 +4,8 @@
 // export: a PKCS#12 file of a certificate's pairs.
 #include "commands.h"
 #include "files.h"
+#include "jobs/pkcs12.h"
 #include "keys.h"
-#include "pkcs12.h"
 #include "selection.h"
 
 #include <sigildesk/open_toolkit.h>

@@ -2,60 +2,16 @@
 // SPDX-License-Identifier: LicenseRef-SigilDesk
 
 /** @file
- *  Who is trusted when a certificate is judged, and where its issuers come from.
+ *  Who is trusted, as the options of a command say it.
  */
 #pragma once
 
-#include "certificate.h"
-
-#include <map>
-#include <string>
-#include <vector>
+#include "jobs/trust.h"
+#include "session.h"
 
 namespace host {
 
-enum class Network { None, Issuers };
-
-/** The trust of one handle of the façade: the certificates of --trust; without that option the roots of the settings file.
- *  Issuers that are missing are fetched from the directories that the settings file names and from the addresses in the
- *  certificates, of the roots the one alone that is needed. */
-class Trust {
-public:
-    /** Gathers what the certificate @p der needs. Throws Failure for a file of --trust that cannot be read. */
-    Trust(const Session& session, const Crypto& crypto, const std::string& der, Network network);
-
-    /** The issuer's certificate in DER; empty when it could not be found. */
-    const std::string& issuer() const { return m_issuer; }
-
-    /** Judges the certificate.
-     *  @param usage, revocation  SigilToolkitUsage, SigilToolkitRevocation
-     *  @return a result of the library */
-    int judge(int usage, int revocation, std::time_t when);
-    /** The subjects of the path that was judged last, the certificate's own first. */
-    std::vector<std::string> path() const;
-
-private:
-    void readTrusted();
-    void gather();
-    std::string find(const std::string& subject, const std::string& child);
-    std::string fetch(int kind, const std::string& url) const;
-    void trust(const std::string& der);
-
-    const Session& m_session;
-    const Crypto& m_crypto;
-    std::string m_der;
-    Network m_network;
-    std::map<std::string, std::string> m_trusted; // by their subjects
-    std::vector<std::string> m_intermediates;
-    std::string m_issuer;
-    std::vector<std::string> m_path;
-};
-
-/** A text field of a certificate, in UTF-8. */
-std::string fieldOf(
-    const Crypto& crypto, const std::string& der, int (*get)(void* handle, int capacity, char* text));
-
-/** The addresses that stand behind @p name in a certificate: "OCSP" or "caIssuers". */
-std::vector<std::string> addressesIn(const Crypto& crypto, const std::string& der, const char* name);
+/** The certificates of --trust; none without that option. Throws Failure for a file that cannot be read. */
+std::vector<std::string> trusted(const Session& session, const Crypto& crypto);
 
 } // namespace host

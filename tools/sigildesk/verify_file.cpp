@@ -67,7 +67,7 @@ void addStamp(const Session& session, const SignedMessage& message, int index, S
 
 void addPath(const Session& session, const Crypto& crypto, const Signer& signer, Steps& steps)
 {
-    Trust trust(session, crypto, signer.certificate.der, Network::None);
+    Trust trust(session, crypto, signer.certificate.der, Network::None, trusted(session, crypto));
     const int code = trust.judge(SIGIL_TK_USAGE_ANY, SIGIL_TK_REVOCATION_NONE, std::time(nullptr));
     steps.addCode(
         session, "path", pathWords, code, code == SIGIL_SUCCESS ? signer.certificate.issuer : crypto.errorText());
@@ -89,7 +89,8 @@ Json jsonOf(const Signer& signer)
 void addSignature(const Session& session, const SignedMessage& message, const MessageInput& input, Steps& steps)
 {
     if (message.code() == SIGIL_SUCCESS && message.holdsOtherContent())
-        steps.add("signature", signatureWords, false, session.say(otherContent, {input.contentFile}));
+        steps.add(
+            "signature", signatureWords, SIGIL_TK_CMS_CONTENT, session.say(otherContent, {input.contentFile}));
     else
         steps.addCode(session, "signature", signatureWords, message.code(),
             message.code() == SIGIL_SUCCESS ? std::string() : message.crypto().errorText());
@@ -102,7 +103,7 @@ Json judgeSigners(const Session& session, const SignedMessage& message, const Me
     for (int i = 0; i < message.signers(); ++i) {
         const Signature signature = message.signature(i);
         Signer signer{readCertificate(session, message.crypto(), signature.certificate), signature.time, 0};
-        steps.add("signer", signerWords, true, described(session, signer));
+        steps.add("signer", signerWords, SIGIL_SUCCESS, described(session, signer));
         if (session.arguments.has("--trust"))
             addPath(session, message.crypto(), signer, steps);
         addStamp(session, stamps, i, steps, signer);
@@ -113,9 +114,9 @@ Json judgeSigners(const Session& session, const SignedMessage& message, const Me
 
 int tell(Session& session, const Steps& steps, const Json& signers, const std::string& target)
 {
-    session.output.document({{"valid", steps.valid()}, {"steps", steps.json()}, {"signers", signers},
+    session.output.document({{"valid", steps.valid()}, {"steps", jsonOf(steps)}, {"signers", signers},
         {"content", target.empty() ? Json() : Json(target)}});
-    steps.print(session);
+    print(session, steps);
     return steps.valid() ? done : no;
 }
 
@@ -159,7 +160,7 @@ int verifyBare(Session& session)
     steps.addCode(session, "signature", signatureWords, code, code == SIGIL_SUCCESS ? "" : crypto.errorText());
     const Signer signer{certificate, 0, 0};
     if (code == SIGIL_SUCCESS) {
-        steps.add("signer", signerWords, true, certificate.name);
+        steps.add("signer", signerWords, SIGIL_SUCCESS, certificate.name);
         if (session.arguments.has("--trust"))
             addPath(session, crypto, signer, steps);
     }

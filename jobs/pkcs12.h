@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: LicenseRef-SigilDesk
 
 /** @file
- *  How PKCS#12 files are made.
+ *  PKCS#12 files.
  */
 #pragma once
 
-#include "certificate.h"
-#include "secrets.h"
+#include "jobs/keys.h"
+#include "jobs/pairs.h"
 
 #include <string>
 #include <vector>
@@ -23,6 +23,10 @@ struct OpenPair {
 /** Makes a file of pairs, the signing pair first.
  *  @param protection  SigilToolkitPfxOption */
 sigil::SecretBytes makePkcs12(
-    const Session& session, const std::vector<OpenPair>& pairs, int protection, Secret& password);
+    const Setting& setting, const std::vector<OpenPair>& pairs, int protection, Secret& password);
+
+/** Reads the pairs of a file; their keys are under its password then, as the list's copy would put them.
+ *  @return a result of the library */
+int readPkcs12(const Crypto& crypto, const std::string& path, Secret& password, PairContents& contents);
 
 } // namespace host
