@@ -460,6 +460,91 @@ SIGIL_EXPORT int sigil_encrypt(SigilSession* session, int cipher, const SigilByt
 SIGIL_EXPORT int sigil_decrypt(
     SigilSession* session, int entry, const void* message, size_t size, SigilBytes* content);
 
+/* ---- Stores and PKCS#12 files -------------------------------------------------------------------------------- */
+
+/** Protection of a PKCS#12 file (RFC 7292). */
+enum SigilProtection {
+    SIGIL_PROTECTION_3DES = 0,  /**< PKCS#12 3DES: read by every tool */
+    SIGIL_PROTECTION_SEED = 1,  /**< PBES2, SEED */
+    SIGIL_PROTECTION_AES256 = 2 /**< PBES2, AES-256: current tools */
+};
+
+/** Puts all pairs of an entry into a PKCS#12 file.
+ *  @param entry       number of the entry, unlocked
+ *  @param protection  enum SigilProtection
+ *  @param password    password of the file
+ *  @param pkcs12      receives the file's content; give it back with sigil_free()
+ *  @return the common codes; 1600, 1601; 1023 the maker's toolkit is wanted for this and missing; a toolkit code
+ *
+ *  @code
+ *  SigilBytes pkcs12 = {NULL, 0};
+ *  check(sigil_unlock(session, 0, "sample1234!"));
+ *  check(sigil_export(session, 0, SIGIL_PROTECTION_AES256, "another5678?", &pkcs12));
+ *  printf("%zu bytes\n", pkcs12.size);
+ *  sigil_free(&pkcs12);
+ *  @endcode */
+SIGIL_EXPORT int sigil_export(
+    SigilSession* session, int entry, int protection, const char* password, SigilBytes* pkcs12);
+
+/** Brings the pairs of a PKCS#12 file into a store, where sigil_list() finds them; the list stays as it is. Their keys get
+ *  the password of the file. All files are written or none.
+ *  @param pkcs12, size  content of the file
+ *  @param password      password of the file
+ *  @param medium        folder of a mounted disk; null: the user's home folder
+ *  @param replace       not 0: pairs that are in the same place are replaced
+ *  @return the common codes; 1001 also for an empty folder; 1023 the maker's toolkit is missing; 1113 wrong password; 1115 no
+ *          pair in it; 1123 the folder is not there; 1124 cannot be written; 1129 no PKCS#12 file, damaged or of an unknown
+ *          kind; 1602, 1603, 1604
+ *
+ *  @code
+ *  SigilBytes pkcs12 = {NULL, 0};
+ *  check(sigil_unlock(session, 0, "sample1234!"));
+ *  check(sigil_export(session, 0, SIGIL_PROTECTION_3DES, "another5678?", &pkcs12));
+ *  check(sigil_import(session, pkcs12.data, pkcs12.size, "another5678?", other_disk, 0));
+ *  sigil_free(&pkcs12);
+ *  @endcode */
+SIGIL_EXPORT int sigil_import(
+    SigilSession* session, const void* pkcs12, size_t size, const char* password, const char* medium, int replace);
+
+/** Copies the files of an entry to a disk, as they are. All of them are written or none.
+ *  @param entry    number of the entry, locked or not
+ *  @param medium   folder of a mounted disk; null: the user's home folder
+ *  @param replace  not 0: pairs that are in the same place are replaced
+ *  @return the common codes; 1001 also for an empty folder; 1005 the entry has no files; 1123 the folder or a file cannot be
+ *          read; 1124 cannot be written; 1600, 1602, 1603, 1604
+ *
+ *  @code
+ *  check(sigil_copy(session, 0, other_disk, 1));
+ *  @endcode */
+SIGIL_EXPORT int sigil_copy(SigilSession* session, int entry, const char* medium, int replace);
+
+/** Deletes the files of an entry, all or none. The entry stays in the list, and its keys if it is unlocked.
+ *  @param entry  number of the entry
+ *  @return the common codes; 1005 the entry has no files; 1124 they cannot be deleted
+ *
+ *  @code
+ *  SigilListOptions options = {.size = sizeof options};
+ *  options.medium = other_disk;
+ *  check(sigil_copy(session, 0, other_disk, 1));
+ *  check(sigil_list(session, &options, NULL));
+ *  check(sigil_delete(session, 0));
+ *  @endcode */
+SIGIL_EXPORT int sigil_delete(SigilSession* session, int entry);
+
+/** Puts all keys of an entry under a new password, in their files: all or none.
+ *  @param entry         number of the entry, locked or not
+ *  @param old_password  password in use
+ *  @param new_password  password to be
+ *  @return the common codes; 1001 also for an empty password; 1005 the entry has no files; 1113 wrong password; 1123, 1124 a
+ *          file cannot be read, written; 1600; 2000, 2001 a key file is damaged or of an unknown kind
+ *
+ *  @code
+ *  check(sigil_change_password(session, 0, "sample1234!", "another5678?"));
+ *  check(sigil_change_password(session, 0, "another5678?", "sample1234!"));
+ *  @endcode */
+SIGIL_EXPORT int sigil_change_password(
+    SigilSession* session, int entry, const char* old_password, const char* new_password);
+
 #ifdef __cplusplus
 }
 #endif

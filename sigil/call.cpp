@@ -4,6 +4,7 @@
 #include "sigil/call.h"
 
 #include "jobs/failure.h"
+#include "jobs/store_list.h"
 
 #include <sigildesk/open_toolkit.h>
 
@@ -82,6 +83,14 @@ std::string_view bytesOf(const void* data, std::size_t size, const char* argumen
     constexpr std::size_t most = 0x7FFFFFFF; // what the façade's lengths can tell
     need(data != nullptr && size > 0 && size <= most, argument);
     return {static_cast<const char*>(data), size};
+}
+
+std::string mediumOf(const char* medium)
+{
+    need(!medium || *medium, "the medium");
+    if (medium)
+        mustBeMedium(medium);
+    return medium ? medium : "";
 }
 
 void give(std::string_view bytes, SigilBytes* to)

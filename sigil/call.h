@@ -42,8 +42,8 @@ void need(bool good, const char* argument);
 /** Bytes of the caller, of which there must be some. Throws Failure (1001). */
 std::string_view bytesOf(const void* data, std::size_t size, const char* argument);
 
-/** A text of the caller; empty for null. */
-inline std::string textOf(const char* text) { return text ? text : ""; }
+/** The folder of a disk; empty for null, the home folder. Throws Failure when there is none. */
+std::string mediumOf(const char* medium);
 
 /** A copy of @p bytes that the caller gives back. Throws std::bad_alloc. */
 void give(std::string_view bytes, SigilBytes* to);

@@ -32,21 +32,13 @@ bool isWanted(const SigilListOptions& options, const Certificate& certificate)
         (options.expires_within == 0 || host::endsWithin(certificate, options.expires_within));
 }
 
-std::string mediumOf(const char* medium)
-{
-    need(!medium || *medium, "the medium");
-    if (medium)
-        host::mustBeMedium(medium);
-    return host::textOf(medium);
-}
-
 void list(SigilSession& session, const SigilListOptions* given)
 {
     const SigilListOptions options = host::known(given);
     need((options.families & ~allFamilies) == 0, "the families");
     need(options.expires_within >= 0, "the number of days");
     std::deque<host::Entry> entries;
-    for (Certificate& certificate : host::storeList(session.setting, mediumOf(options.medium)))
+    for (Certificate& certificate : host::storeList(session.setting, host::mediumOf(options.medium)))
         if (isWanted(options, certificate))
             entries.push_back({std::move(certificate), {}});
     session.entries.swap(entries);

@@ -21,7 +21,7 @@ PRELUDE = """
 #include <string.h>
 
 static SigilSession* session;
-static const char *folder, *disk;
+static const char *folder, *disk, *other_disk;
 
 static void check(int code)
 {
@@ -37,10 +37,11 @@ int main(int count, char** words)
 {
     SigilOpenOptions options = {.size = sizeof options};
     SigilListOptions all = {.size = sizeof all};
-    if (count != 4)
+    if (count != 5)
         return 2;
     options.folder = folder = words[2];
     all.medium = disk = words[3];
+    other_disk = words[4];
     check(sigil_open(&options, &session));
     check(sigil_list(session, &all, NULL));
 %s
@@ -79,19 +80,20 @@ class Examples(unittest.TestCase):
                         f"-Wl,-rpath,{BUILD / 'lib'}"], check=True)
         cls.program = work / "examples"
 
+    def run_example(self, name, folder):
+        with tempfile.TemporaryDirectory() as other:
+            return subprocess.run([self.program, name, folder, self.disk, other], capture_output=True, text=True, check=False)
+
     def test_every_example_runs(self):
         names = [name for name, _ in examples()]
         self.assertEqual(names, re.findall(r"SIGIL_EXPORT [^;(]*?\b(sigil_\w+)\(", HEADER))
         for name in names:
             with self.subTest(name):
-                done = subprocess.run([self.program, name, BUILD / "lib" / "sigildesk", self.disk], capture_output=True,
-                                      text=True, check=False)
+                done = self.run_example(name, BUILD / "lib" / "sigildesk")
                 self.assertEqual((done.returncode, done.stderr), (0, ""), done.stdout)
 
     def test_a_code_ends_an_example(self):
-        done = subprocess.run([self.program, "none", "/no/such/folder", self.disk], capture_output=True, text=True,
-                              check=False)
-        self.assertEqual(done.returncode, 1)
+        self.assertEqual(self.run_example("none", "/no/such/folder").returncode, 1)
 
 
 unittest.main()
