@@ -545,6 +545,205 @@ SIGIL_EXPORT int sigil_delete(SigilSession* session, int entry);
 SIGIL_EXPORT int sigil_change_password(
     SigilSession* session, int entry, const char* old_password, const char* new_password);
 
+/* ---- Judging certificates ------------------------------------------------------------------------------------ */
+
+/** What a certificate is wanted for. */
+enum SigilPurpose { SIGIL_PURPOSE_ANY = 0, SIGIL_PURPOSE_SIGN = 1, SIGIL_PURPOSE_ENCRYPT = 2 };
+
+/** By what a certificate is judged. */
+typedef struct SigilJudgeOptions {
+    size_t size; /**< sizeof(SigilJudgeOptions) */
+    const SigilBytes*
+        trusted; /**< certificates, DER or PEM, that are trusted: roots, and others of the path. Only read. Null: the
+                                    roots of "HVCToolkitV30.conf" in the library folder */
+    int trusted_count;     /**< number of them */
+    int purpose;           /**< enum SigilPurpose; not for sigil_status() */
+    int64_t time;          /**< seconds since 1970 at which it is to hold; 0: now. Not for sigil_status() */
+    int no_revocation;     /**< not 0: nobody is asked whether it is revoked; not for sigil_status() */
+    const char* responder; /**< for sigil_status() alone: address of the OCSP responder; null: the certificate's */
+} SigilJudgeOptions;
+
+/** Verifies a certificate: path, validity, policies, purpose and revocation. Issuers that are missing are fetched from the
+ *  addresses in the certificate and, without trusted certificates, from the directories of the settings file.
+ *  @param options            null: by the roots of the settings file, for any purpose, now, with revocation
+ *  @param certificate, size  certificate, DER or PEM
+ *  @return the common codes; 0 it is valid; 1001 also for a trusted certificate without bytes; 1122, 3101 no certificate; 3007
+ *          its PEM is damaged; 1608; 3200 to 3208 it is not valid: the first reason; a toolkit code
+ *
+ *  @code
+ *  SigilJudgeOptions options = {.size = sizeof options, .no_revocation = 1};
+ *  SigilBytes certificate = {NULL, 0};
+ *  check(sigil_certificate(session, 0, SIGIL_PAIR_SIGNING, &certificate));
+ *  options.trusted = authorities;
+ *  options.trusted_count = authority_count;
+ *  check(sigil_verify_certificate(session, &options, certificate.data, certificate.size));
+ *  sigil_free(&certificate);
+ *  @endcode */
+SIGIL_EXPORT int sigil_verify_certificate(
+    SigilSession* session, const SigilJudgeOptions* options, const void* certificate, size_t size);
+
+/** Whether a certificate is revoked. */
+typedef struct SigilStatus {
+    size_t size;        /**< sizeof(SigilStatus), set by the caller */
+    int revoked;        /**< 1 or 0 */
+    int by_list;        /**< 1: a revocation list says so; 0: a responder */
+    int64_t revoked_at; /**< seconds since 1970; 0: not told */
+} SigilStatus;
+
+/** Asks whether a certificate is revoked: the responder (OCSP), else its revocation list.
+ *  @param options            who is trusted, and the responder; null: as the settings file and the certificate say
+ *  @param certificate, size  certificate, DER or PEM
+ *  @param status             filled in
+ *  @return the common codes; 0 it is known; 1122, 3007, 3101 no certificate; 1605 nobody could tell; 1608; a toolkit code
+ *
+ *  @code
+ *  SigilJudgeOptions options = {.size = sizeof options};
+ *  SigilStatus status = {.size = sizeof status};
+ *  SigilBytes certificate = {NULL, 0};
+ *  check(sigil_certificate(session, 0, SIGIL_PAIR_SIGNING, &certificate));
+ *  options.responder = "http://127.0.0.1:1/";
+ *  int code = sigil_status(session, &options, certificate.data, certificate.size, &status);
+ *  if (code == SIGIL_SUCCESS)
+ *      printf("%s\n", status.revoked ? "revoked" : "good");
+ *  else if (code == SIGIL_STATUS_UNKNOWN)
+ *      printf("nobody can tell: %s\n", sigil_error_text(session));
+ *  sigil_free(&certificate);
+ *  @endcode */
+SIGIL_EXPORT int sigil_status(SigilSession* session, const SigilJudgeOptions* options, const void* certificate,
+    size_t size, SigilStatus* status);
+
+/* ---- Time stamps --------------------------------------------------------------------------------------------- */
+
+/** Gets a time-stamp token for data (RFC 3161) and verifies it.
+ *  @param url         address of the authority, "http://..." or "https://..."
+ *  @param data, size  what is stamped
+ *  @param token       receives the token; give it back with sigil_free()
+ *  @return the common codes; 3600, 3601, 3602 the authority cannot be reached; 3403, 4000 to 4006 its answer is refused
+ *
+ *  @code
+ *  SigilBytes token = {NULL, 0};
+ *  int code = sigil_timestamp(session, "http://127.0.0.1:1/", "text", 4, &token);
+ *  if (code != SIGIL_SUCCESS)
+ *      printf("%s\n", sigil_error_text(session));
+ *  sigil_free(&token);
+ *  @endcode */
+SIGIL_EXPORT int sigil_timestamp(
+    SigilSession* session, const char* url, const void* data, size_t size, SigilBytes* token);
+
+/** What a time stamp says. */
+typedef struct SigilStamp {
+    size_t size;        /**< sizeof(SigilStamp), set by the caller */
+    int64_t time;       /**< seconds since 1970 */
+    const char* policy; /**< OID, dotted; the session's */
+    const char* serial; /**< hexadecimal; the session's */
+} SigilStamp;
+
+/** Verifies a time-stamp token over the data that it is for, and reads it.
+ *  @param token, token_size  token
+ *  @param data, data_size    what was stamped
+ *  @param stamp              filled in; its texts hold until the next call of this function and sigil_close()
+ *  @return the common codes; 1024 the government library is wanted for this and missing; 3403, 4000 to 4006 the token is
+ *          refused: 4004 when it is for other data
+ *
+ *  @code
+ *  SigilStamp stamp = {.size = sizeof stamp};
+ *  if (sigil_stamp(session, "no token", 8, "text", 4, &stamp) == SIGIL_SUCCESS)
+ *      printf("policy %s\n", stamp.policy);
+ *  @endcode */
+SIGIL_EXPORT int sigil_stamp(SigilSession* session, const void* token, size_t token_size, const void* data,
+    size_t data_size, SigilStamp* stamp);
+
+/* ---- Tokens and findings ------------------------------------------------------------------------------------- */
+
+/** Looks for tokens (PKCS#11) and the certificates on them. Nobody logs in.
+ *  @param count  receives the number of tokens; may be null
+ *  @return the common codes; 4208 a module fails; a toolkit code
+ *
+ *  @code
+ *  int count = 0;
+ *  check(sigil_tokens(session, &count));
+ *  printf("%d tokens\n", count);
+ *  @endcode */
+SIGIL_EXPORT int sigil_tokens(SigilSession* session, int* count);
+
+/** A token. Its texts are the session's. */
+typedef struct SigilToken {
+    size_t size;        /**< sizeof(SigilToken), set by the caller */
+    unsigned long slot; /**< number of its slot */
+    int initialised;    /**< 1 or 0 */
+    int certificates;   /**< number of certificates on it */
+    const char* label;  /**< its name */
+    const char* maker;  /**< who made it */
+    const char* model;  /**< its model */
+    const char* serial; /**< its serial number */
+} SigilToken;
+
+/** What is known of a token.
+ *  @param index  number of the token, from 0
+ *  @param token  filled in; its texts hold until the next sigil_tokens() and sigil_close()
+ *  @return the common codes; 1001 also for an unknown token
+ *
+ *  @code
+ *  SigilToken token = {.size = sizeof token};
+ *  int count = 0;
+ *  check(sigil_tokens(session, &count));
+ *  if (count > 0) {
+ *      check(sigil_token(session, 0, &token));
+ *      printf("%s by %s\n", token.label, token.maker);
+ *  }
+ *  @endcode */
+SIGIL_EXPORT int sigil_token(SigilSession* session, int index, SigilToken* token);
+
+/** A certificate on a token, in DER.
+ *  @param token        number of the token, from 0
+ *  @param index        number of the certificate on it, from 0
+ *  @param certificate  receives the certificate; give it back with sigil_free()
+ *  @return the common codes; 1001 also for an unknown token or certificate
+ *
+ *  @code
+ *  SigilBytes certificate = {NULL, 0};
+ *  check(sigil_tokens(session, NULL));
+ *  if (sigil_token_certificate(session, 0, 0, &certificate) == SIGIL_SUCCESS)
+ *      printf("%zu bytes\n", certificate.size);
+ *  sigil_free(&certificate);
+ *  @endcode */
+SIGIL_EXPORT int sigil_token_certificate(SigilSession* session, int token, int index, SigilBytes* certificate);
+
+/** Finds out why certificates of a medium are listed or not, by the very decisions of the list.
+ *  @param medium  folder of a mounted disk; null: the user's home folder
+ *  @param count   receives the number of findings; may be null
+ *  @return the common codes; 1001 also for an empty folder; 1123 it is not there; 1604 its name is too long
+ *
+ *  @code
+ *  int count = 0;
+ *  check(sigil_examine(session, disk, &count));
+ *  printf("%d findings\n", count);
+ *  @endcode */
+SIGIL_EXPORT int sigil_examine(SigilSession* session, const char* medium, int* count);
+
+/** What stands at one place. Its texts are the session's. */
+typedef struct SigilFinding {
+    size_t size;        /**< sizeof(SigilFinding), set by the caller */
+    int listed;         /**< 1: it is listed */
+    const char* path;   /**< file or folder */
+    const char* rule;   /**< name of the rule, for a program */
+    const char* detail; /**< what there is to say, in the language of the session */
+    const char* mend;   /**< how to mend it; empty when there is nothing to mend */
+} SigilFinding;
+
+/** A finding of sigil_examine().
+ *  @param index    number of the finding, from 0
+ *  @param finding  filled in; its texts hold until the next sigil_examine() and sigil_close()
+ *  @return the common codes; 1001 also for an unknown finding
+ *
+ *  @code
+ *  SigilFinding finding = {.size = sizeof finding};
+ *  check(sigil_examine(session, disk, NULL));
+ *  check(sigil_finding(session, 0, &finding));
+ *  printf("%s: %s\n", finding.path, finding.detail);
+ *  @endcode */
+SIGIL_EXPORT int sigil_finding(SigilSession* session, int index, SigilFinding* finding);
+
 #ifdef __cplusplus
 }
 #endif

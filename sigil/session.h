@@ -6,10 +6,12 @@
  */
 #pragma once
 
+#include "doctor/doctor.h"
 #include "foundation/secret.h"
 #include "jobs/certificate.h"
 #include "jobs/setting.h"
 #include "jobs/signed_message.h"
+#include "jobs/tokens.h"
 
 #include <sigil.h>
 
@@ -47,7 +49,10 @@ struct SigilSession {
     std::unique_ptr<const host::Crypto> crypto;
     std::deque<host::Entry> entries;         // what is handed out of one stays where it is when more come
     std::vector<host::JudgedSigner> signers; // of the message that was verified last
-    host::Certificate shown;                 // behind the texts of sigil_certificate_fields()
+    std::vector<host::Token> tokens;
+    std::vector<sigil::Finding> findings;
+    host::Stamp stamp;       // behind the texts of sigil_stamp()
+    host::Certificate shown; // behind the texts of sigil_certificate_fields()
     std::string error;
 };
 

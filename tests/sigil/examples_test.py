@@ -22,6 +22,8 @@ PRELUDE = """
 
 static SigilSession* session;
 static const char *folder, *disk, *other_disk;
+static SigilBytes authorities[20];
+static int authority_count;
 
 static void check(int code)
 {
@@ -33,12 +35,24 @@ static void check(int code)
 """
 
 MAIN = """
+static void trust(const char* path)
+{
+    SigilBytes* authority = &authorities[authority_count];
+    FILE* file = fopen(path, "rb");
+    authority->data = malloc(4096);
+    authority->size = fread(authority->data, 1, 4096, file);
+    fclose(file);
+    ++authority_count;
+}
+
 int main(int count, char** words)
 {
     SigilOpenOptions options = {.size = sizeof options};
     SigilListOptions all = {.size = sizeof all};
-    if (count != 5)
+    if (count < 5 || count > 25)
         return 2;
+    for (int i = 5; i < count; ++i)
+        trust(words[i]);
     options.folder = folder = words[2];
     all.medium = disk = words[3];
     other_disk = words[4];
@@ -46,6 +60,8 @@ int main(int count, char** words)
     check(sigil_list(session, &all, NULL));
 %s
     sigil_close(session);
+    while (authority_count > 0)
+        free(authorities[--authority_count].data);
     return 0;
 }
 """
@@ -82,7 +98,7 @@ class Examples(unittest.TestCase):
 
     def run_example(self, name, folder):
         with tempfile.TemporaryDirectory() as other:
-            return subprocess.run([self.program, name, folder, self.disk, other], capture_output=True, text=True, check=False)
+            return subprocess.run([self.program, name, folder, self.disk, other, *(self.disk / "ca").glob("*.der")], capture_output=True, text=True, check=False)
 
     def test_every_example_runs(self):
         names = [name for name, _ in examples()]
