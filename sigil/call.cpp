@@ -72,12 +72,6 @@ int codeOfException(SigilSession* session) noexcept
 
 void refuse(int code, const std::string& detail) { throw Failure::ofCode(code, detail); }
 
-void need(bool good, const char* argument)
-{
-    if (!good)
-        refuse(SIGIL_BAD_ARGUMENT, argument);
-}
-
 std::string_view bytesOf(const void* data, std::size_t size, const char* argument)
 {
     constexpr std::size_t most = 0x7FFFFFFF; // what the façade's lengths can tell

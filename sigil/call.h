@@ -37,7 +37,11 @@ int run(SigilSession* session, Job job) noexcept
 [[noreturn]] void refuse(int code, const std::string& detail);
 
 /** Throws Failure (1001) that names the argument when it is not as it has to be. */
-void need(bool good, const char* argument);
+inline void need(bool good, const char* argument)
+{
+    if (!good)
+        refuse(SIGIL_BAD_ARGUMENT, argument);
+}
 
 /** Bytes of the caller, of which there must be some. Throws Failure (1001). */
 std::string_view bytesOf(const void* data, std::size_t size, const char* argument);

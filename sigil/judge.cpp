@@ -23,6 +23,7 @@ std::vector<std::string> trustedOf(const host::Crypto& crypto, const SigilJudgeO
 {
     need(options.trusted_count >= 0 && (options.trusted || options.trusted_count == 0), "the trusted certificates");
     std::vector<std::string> certificates;
+    certificates.reserve(static_cast<std::size_t>(options.trusted_count));
     for (int i = 0; i < options.trusted_count; ++i)
         certificates.push_back(host::derOf(
             crypto, host::bytesOf(options.trusted[i].data, options.trusted[i].size, "a trusted certificate")));

@@ -86,6 +86,7 @@ std::vector<host::JudgedSigner> signersOf(
     content = message.content();
     const host::SignedMessage stamps(session.setting, SIGIL_TOOLKIT_GPKI, input);
     std::vector<host::JudgedSigner> signers;
+    signers.reserve(static_cast<std::size_t>(message.signers()));
     for (int i = 0; i < message.signers(); ++i)
         signers.push_back({message.signature(i), stamps.stamp(i)});
     return signers;

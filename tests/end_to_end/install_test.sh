@@ -38,7 +38,7 @@ cmake --install "$tree" --prefix "$prefix" >/dev/null
 
 lib=$prefix/$libdir
 expect() { [ -e "$1" ] || { echo "not installed: $1" >&2; exit 1; }; }
-for file in "$lib"/libSigilDesk{,Flat}.so{,.1} \
+for file in "$lib"/libSigilDesk{,Flat}.so{,.1} "$lib"/libsigil.so{,.1} "$prefix/include/sigil.h" "$lib/pkgconfig/sigil.pc" \
             "$prefix"/include/sigildesk/{sigildesk,crypto,certlist,dialogs,flat,open_toolkit}.h \
             "$lib/cmake/SigilDesk/SigilDeskConfig.cmake" "$lib/pkgconfig/sigildesk.pc" \
             "$lib"/sigildesk/{libHVCToolkitV30.so,libgpkiapi_v15.so,token-probe,nss-store} \
