@@ -7,6 +7,7 @@ examples_test.py BUILD SOURCE PREFIX SANITIZERS."""
 import contextlib
 import os
 import pathlib
+import re
 import subprocess
 import sys
 import tempfile
@@ -61,6 +62,11 @@ class Examples:
         text = self.answer("example-sign-verify", row["signing_certificate"], row["signing_key"], TEXT)
         assert text == f"verified: {TEXT} (1 signer)\n"
 
+    def test_five_steps(self):
+        for name in "example-five-steps-c", "example-five-steps-cpp":
+            text = self.answer(name)
+            assert text == f'listed {len(self.rows)}, verified "{TEXT}", decrypted "{TEXT}"\n', text
+
     def test_dialog(self):
         with desktop() as display, self.person(display) as person:
             text = self.answer("example-dialog", TEXT, DISPLAY=display, QT_QPA_PLATFORM="xcb")
@@ -80,8 +86,18 @@ class Examples:
                 person.kill()
 
 
+def steps_of(source):
+    """The lines of the function with the five steps, from its first to its last brace."""
+    text = source.read_text(encoding="utf-8")
+    return re.search(r"^\w[\w ]*(?:five_steps|fiveSteps)\(.*?^}\n", text, re.MULTILINE | re.DOTALL)[0].splitlines()
+
+
 def main():
     build_tree, source, prefix, sanitize = *map(pathlib.Path, sys.argv[1:4]), sys.argv[4]
+    for file in (source / "examples").glob("five_steps.c*"):
+        lines = len(steps_of(file))
+        print(f"{file.name}: five steps in {lines} lines")
+        assert lines <= 20
     with tempfile.TemporaryDirectory() as name:
         folder = pathlib.Path(name)
         build(source, prefix, folder / "build", sanitize)
