@@ -7,8 +7,10 @@
 // the toolkit. And the memory that the list takes.
 
 #include "bench/certlist/bare_toolkit.h"
+#include "bench/process.h"
 
 #include "foundation/environment.h"
+#include "tests/support/sample_store.h"
 
 #include <sigildesk/codes.h>
 #include <sigildesk/handles.h>
@@ -20,7 +22,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <ctime>
 #include <filesystem>
 #include <fstream>
@@ -52,14 +53,6 @@ double timed(Work work)
     const double start = seconds();
     work();
     return seconds() - start;
-}
-
-double residentMegabytes()
-{
-    std::ifstream file("/proc/self/statm");
-    long pages = 0;
-    file >> pages >> pages;
-    return static_cast<double>(pages) * static_cast<double>(sysconf(_SC_PAGESIZE)) / 1e6;
 }
 
 /** One pass without the library. @return how many certificates the toolkit took */
@@ -109,24 +102,6 @@ void parse(const std::string& certificate)
     X509_free(parsed);
 }
 
-double median(std::vector<double> values)
-{
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
-}
-
-void makeStore(int count)
-{
-    home = (fs::temp_directory_path() / "sigildesk-bench-XXXXXX").string();
-    if (!mkdtemp(home.data()))
-        throw std::runtime_error("no temporary folder");
-    const std::string command =
-        SAMPLE_STORE_PROGRAM " --count " + std::to_string(count) + " --target " + home + " > /dev/null";
-    if (std::system(command.c_str()) != 0)
-        throw std::runtime_error(command);
-}
-
 sigildesk::ProcessorHandle makeProcessor()
 {
     sigildesk::ProcessorHandle clp;
@@ -142,7 +117,8 @@ sigildesk::ProcessorHandle makeProcessor()
 
 void measure(int count)
 {
-    makeStore(count);
+    const SampleStore store({"--count", std::to_string(count)});
+    home = store.folder().string();
     BareToolkit bare(SIGILDESK_LIBRARY_FOLDER "/libHVCToolkitV30.so");
     const sigildesk::ProcessorHandle clp = makeProcessor();
     const std::vector<std::string> all = certificates();
@@ -170,13 +146,12 @@ void measure(int count)
     const auto row = [&](const char* baseline, const std::vector<double>& times,
                          const std::vector<double>& ratios) {
         std::printf("| `CLP_LoadCertList`, %d certificates | %.1f ms | %.1f ms %s | %.2f |\n", count,
-            median(listTimes) * 1e3, median(times) * 1e3, baseline, median(ratios));
+            percentile(listTimes, 0.5) * 1e3, percentile(times, 0.5) * 1e3, baseline, percentile(ratios, 0.5));
     };
     row("OpenSSL's parse of each, once", parseTimes, toParse);
     row("the bare calls and reads of both passes", bareTimes, toBare);
     std::printf("grown by %.1f MB; the records that it hands out span %.1f MB\n", grown,
         count * (sizeof(tagCERTINFO) / 1e6));
-    fs::remove_all(home);
 }
 
 } // namespace

@@ -5,7 +5,10 @@
 // turns of the window's events, and what the process has grown by when all is listed. The opening of a Qt window of the same
 // size, which no dialog can undercut, is measured beside it.
 
+#include "bench/process.h"
+
 #include "foundation/environment.h"
+#include "tests/support/sample_store.h"
 
 #include <sigildesk/codes.h>
 #include <sigildesk/dialogs.h>
@@ -15,33 +18,18 @@
 #include <QTableView>
 #include <QTimer>
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
-
-namespace fs = std::filesystem;
 
 namespace {
 
 using Clock = std::chrono::steady_clock;
 
 std::string home; // what the injected environment answers
-
-double residentMegabytes()
-{
-    std::ifstream file("/proc/self/statm");
-    long pages = 0;
-    file >> pages >> pages;
-    return static_cast<double>(pages) * static_cast<double>(sysconf(_SC_PAGESIZE)) / 1e6;
-}
 
 /** Watches one opening, from its making on, and closes the dialog once it is listed and painted. */
 class Opening : public QObject {
@@ -97,12 +85,6 @@ struct Figures {
     double grown = 0, turns = 0;
 };
 
-double percentile(std::vector<double> values, double share)
-{
-    std::sort(values.begin(), values.end());
-    return values[static_cast<std::size_t>(share * static_cast<double>(values.size() - 1))];
-}
-
 void showSelection()
 {
     tagINITOPT init{};
@@ -148,16 +130,10 @@ void print(const char* what, int certificates, const Figures& figures)
 
 void measure(int count, int runs)
 {
-    home = (fs::temp_directory_path() / "sigildesk-bench-XXXXXX").string();
-    if (!mkdtemp(home.data()))
-        throw std::runtime_error("no temporary folder");
-    const std::string command =
-        SAMPLE_STORE_PROGRAM " --count " + std::to_string(count) + " --target " + home + " > /dev/null";
-    if (std::system(command.c_str()) != 0)
-        throw std::runtime_error(command);
+    const SampleStore store({"--count", std::to_string(count)});
+    home = store.folder().string();
     print("bare", 0, measured(runs, showBareDialog));
     print("selection", count, measured(runs, showSelection));
-    fs::remove_all(home);
 }
 
 } // namespace

@@ -3,9 +3,8 @@
 
 #include "tests/support/sample_store.h"
 
-#include <gtest/gtest.h>
-
 #include <sstream>
+#include <stdexcept>
 
 Outcome runSampleStore(std::vector<std::string> arguments)
 {
@@ -46,6 +45,7 @@ SampleStore::SampleStore(std::vector<std::string> arguments)
 {
     arguments.insert(arguments.end(), {"--target", folder().string(), "--format", "tsv"});
     const Outcome outcome = runSampleStore(arguments);
-    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    if (outcome.status != 0)
+        throw std::runtime_error("sample-store: " + outcome.err);
     m_certificates = parseReport(outcome.out);
 }

@@ -23,7 +23,7 @@ Outcome runSampleStore(std::vector<std::string> arguments);
 /** The certificates of a report in TSV. */
 std::vector<Certificate> parseReport(const std::string& tsv);
 
-/** A store made with --format tsv and further arguments. */
+/** A store made with --format tsv and further arguments. Throws when it cannot be made. */
 class SampleStore {
 public:
     explicit SampleStore(std::vector<std::string> arguments);

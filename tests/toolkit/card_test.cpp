@@ -19,20 +19,6 @@ namespace {
 const std::string korean = "\xEB\xB3\xB4\xEC\x95\x88"; // UTF-8
 const std::string korean949 = "\xBA\xB8\xBE\xC8";      // the same in CP949
 
-/** Certificates with their keys. */
-const Workshop& pairs()
-{
-    static const Workshop* const made = [] {
-        static const Workshop workshop;
-        const std::string extensions = "subjectKeyIdentifier=hash\n";
-        workshop.certificate("rsa", "/CN=rsa", extensions);
-        workshop.certificate("other", "/CN=other", extensions);
-        workshop.certificate("ec", "/CN=ec", extensions, "", "-days 365", "ec -pkeyopt ec_paramgen_curve:P-256");
-        return &workshop;
-    }();
-    return *made;
-}
-
 /** The functions of either toolkit with a card, with the arguments that they have in common. */
 class Cards : public TokenTest, public testing::WithParamInterface<const char*> {
 protected:
@@ -99,29 +85,29 @@ INSTANTIATE_TEST_SUITE_P(Toolkits, Cards, testing::Values("HVTK_", "GPKI_"),
 
 TEST_P(Cards, KeepCertificatesUnderTheirNames)
 {
-    const std::string first = pairs().read("rsa.crt");
-    ASSERT_EQ(writeCert(slot(), "mine", pairs().read("rsa.pem")), 0) << toolkit->errorText();
-    ASSERT_EQ(writeCert(slot(), "other", pairs().read("other.crt")), 0);
+    const std::string first = plainPairs().read("rsa.crt");
+    ASSERT_EQ(writeCert(slot(), "mine", plainPairs().read("rsa.pem")), 0) << toolkit->errorText();
+    ASSERT_EQ(writeCert(slot(), "other", plainPairs().read("other.crt")), 0);
     EXPECT_EQ(readCert(slot(), "mine"), first) << "PEM becomes DER";
     workshop.pkcs11Tool("--token-label first --type cert --label mine --read-object --output-file seen");
     EXPECT_EQ(workshop.read("seen"), first);
-    ASSERT_EQ(writeCert(slot(), "mine", pairs().read("ec.crt")), 0);
-    EXPECT_EQ(readCert(slot(), "mine"), pairs().read("ec.crt")) << "what had the name made way";
+    ASSERT_EQ(writeCert(slot(), "mine", plainPairs().read("ec.crt")), 0);
+    EXPECT_EQ(readCert(slot(), "mine"), plainPairs().read("ec.crt")) << "what had the name made way";
     EXPECT_THAT(listed("cert"), Not(HasSubstr("CN=rsa")));
     EXPECT_EQ(deleteCert(slot(), "mine"), 0);
     EXPECT_EQ(readCert(slot(), "mine"), code(SIGIL_TK_TOKEN_OBJECT));
     EXPECT_EQ(deleteCert(slot(), "mine"), SIGIL_TK_TOKEN_OBJECT);
-    EXPECT_EQ(readCert(slot(), "other"), pairs().read("other.crt"));
+    EXPECT_EQ(readCert(slot(), "other"), plainPairs().read("other.crt"));
 }
 
 TEST_P(Cards, ShowWhatOtherProgramsWrote)
 {
-    workshop.write("rsa.crt", pairs().read("rsa.crt"));
+    workshop.write("rsa.crt", plainPairs().read("rsa.crt"));
     workshop.pkcs11Tool("--token-label first --login --pin " + std::string(tokenPin) +
         " --type cert --write-object rsa.crt --id 01 --label '" + korean + "'");
-    EXPECT_EQ(readCert(slot(), korean), pairs().read("rsa.crt"));
-    EXPECT_EQ(readCert(slot(), korean949), pairs().read("rsa.crt"));
-    ASSERT_EQ(writePriKey(slot(), korean949, tokenPin, pairs().read("rsa.key")), 0) << toolkit->errorText();
+    EXPECT_EQ(readCert(slot(), korean), plainPairs().read("rsa.crt"));
+    EXPECT_EQ(readCert(slot(), korean949), plainPairs().read("rsa.crt"));
+    ASSERT_EQ(writePriKey(slot(), korean949, tokenPin, plainPairs().read("rsa.key")), 0) << toolkit->errorText();
     EXPECT_THAT(listed("privkey"), HasSubstr(korean));
     EXPECT_THAT(listed("privkey"), HasSubstr("ID:         01\n")) << "that of the certificate";
     EXPECT_EQ(deleteCert(slot(), korean949), 0);
@@ -131,9 +117,9 @@ TEST_P(Cards, ShowWhatOtherProgramsWrote)
 TEST_P(Cards, KeepKeysThatDoNotComeOut)
 {
     for (const std::string pair : {"rsa", "ec"}) {
-        ASSERT_EQ(writeCert(slot(), pair, pairs().read(pair + ".crt")), 0);
-        ASSERT_EQ(writePriKey(slot(), pair, tokenPin, pairs().read(pair + ".key")), 0) << toolkit->errorText();
-        ASSERT_EQ(writePriKey(slot(), pair, tokenPin, pairs().read(pair + ".key")), 0) << "it made way";
+        ASSERT_EQ(writeCert(slot(), pair, plainPairs().read(pair + ".crt")), 0);
+        ASSERT_EQ(writePriKey(slot(), pair, tokenPin, plainPairs().read(pair + ".key")), 0) << toolkit->errorText();
+        ASSERT_EQ(writePriKey(slot(), pair, tokenPin, plainPairs().read(pair + ".key")), 0) << "it made way";
         EXPECT_EQ(readPriKey(slot(), pair, tokenPin), code(SIGIL_TK_MEDIUM));
         EXPECT_THAT(toolkit->errorText(), HasSubstr("does not leave its card"));
         EXPECT_THAT(listed("privkey"), HasSubstr("Access:     sensitive\n"));
@@ -148,8 +134,9 @@ TEST_P(Cards, KeepKeysThatDoNotComeOut)
 
 TEST_P(Cards, ServeTheTokenFunctionsWithTheirPairs)
 {
-    const auto key = toolkit::withIdentityRandom(toolkit::view(pairs().read("rsa.key")), toolkit::view("random"));
-    ASSERT_EQ(writeCert(slot(), "mine", pairs().read("rsa.crt")), 0);
+    const auto key =
+        toolkit::withIdentityRandom(toolkit::view(plainPairs().read("rsa.key")), toolkit::view("random"));
+    ASSERT_EQ(writeCert(slot(), "mine", plainPairs().read("rsa.crt")), 0);
     ASSERT_EQ(writePriKey(slot(), "mine", tokenPin, {key.begin(), key.end()}), 0) << toolkit->errorText();
     openAndLogIn("first");
     ByteString id(*toolkit);
@@ -166,7 +153,7 @@ TEST_P(Cards, ServeTheTokenFunctionsWithTheirPairs)
 
 TEST_P(Cards, WantThePinAndKeepNoLogin)
 {
-    const std::string key = pairs().read("rsa.key");
+    const std::string key = plainPairs().read("rsa.key");
     EXPECT_EQ(writePriKey(slot(), "mine", "", key), SIGIL_TK_TOKEN_LOGIN);
     EXPECT_EQ(writePriKey(slot(), "mine", "999999", key), SIGIL_TK_TOKEN_PIN);
     EXPECT_EQ(deletePriKey(slot(), "mine", ""), SIGIL_TK_TOKEN_LOGIN);
@@ -182,24 +169,24 @@ TEST_P(Cards, WantThePinAndKeepNoLogin)
 
 TEST_P(Cards, RefuseKeysOfOtherCertificates)
 {
-    ASSERT_EQ(writeCert(slot(), "mine", pairs().read("rsa.crt")), 0);
-    EXPECT_EQ(writePriKey(slot(), "mine", tokenPin, pairs().read("other.key")), SIGIL_TK_KEY_MISMATCH);
+    ASSERT_EQ(writeCert(slot(), "mine", plainPairs().read("rsa.crt")), 0);
+    EXPECT_EQ(writePriKey(slot(), "mine", tokenPin, plainPairs().read("other.key")), SIGIL_TK_KEY_MISMATCH);
     EXPECT_EQ(writePriKey(slot(), "mine", tokenPin, "garbage"), SIGIL_TK_KEY_UNUSABLE);
     EXPECT_EQ(listed("privkey"), "");
     EXPECT_EQ(writeCert(slot(), "mine", "garbage"), SIGIL_TK_CERT_MALFORMED);
-    EXPECT_EQ(readCert(slot(), "mine"), pairs().read("rsa.crt"));
+    EXPECT_EQ(readCert(slot(), "mine"), plainPairs().read("rsa.crt"));
 }
 
 TEST_P(Cards, RemoveNothingWhereSeveralAreMeant)
 {
-    workshop.write("rsa.crt", pairs().read("rsa.crt"));
-    workshop.write("ec.crt", pairs().read("ec.crt"));
+    workshop.write("rsa.crt", plainPairs().read("rsa.crt"));
+    workshop.write("ec.crt", plainPairs().read("ec.crt"));
     for (const std::string pair : {"rsa", "ec"})
         workshop.pkcs11Tool("--token-label first --login --pin " + std::string(tokenPin) +
             " --type cert --write-object " + pair + ".crt --id " + toHex(pair) + " --label mine");
     EXPECT_EQ(deleteCert(slot(), "mine"), SIGIL_TK_ARGUMENT);
     EXPECT_THAT(toolkit->errorText(), HasSubstr("several"));
-    EXPECT_EQ(writeCert(slot(), "mine", pairs().read("other.crt")), SIGIL_TK_ARGUMENT);
+    EXPECT_EQ(writeCert(slot(), "mine", plainPairs().read("other.crt")), SIGIL_TK_ARGUMENT);
     EXPECT_THAT(listed("cert"), HasSubstr(toHex("rsa")));
     EXPECT_THAT(listed("cert"), HasSubstr(toHex("ec")));
 }
@@ -210,9 +197,9 @@ TEST_P(Cards, AreNotThereWithoutAToken)
     for (const int absent : {-1, 77}) {
         EXPECT_EQ(readCert(absent, "mine"), code(SIGIL_TK_MEDIUM));
         EXPECT_THAT(toolkit->errorText(), HasSubstr("no card in slot " + std::to_string(absent)));
-        EXPECT_EQ(writeCert(absent, "mine", pairs().read("rsa.crt")), SIGIL_TK_MEDIUM);
+        EXPECT_EQ(writeCert(absent, "mine", plainPairs().read("rsa.crt")), SIGIL_TK_MEDIUM);
         EXPECT_EQ(deleteCert(absent, "mine"), SIGIL_TK_MEDIUM);
-        EXPECT_EQ(writePriKey(absent, "mine", tokenPin, pairs().read("rsa.key")), SIGIL_TK_MEDIUM);
+        EXPECT_EQ(writePriKey(absent, "mine", tokenPin, plainPairs().read("rsa.key")), SIGIL_TK_MEDIUM);
         EXPECT_EQ(deletePriKey(absent, "mine", tokenPin), SIGIL_TK_MEDIUM);
     }
     EXPECT_EQ(readCert(static_cast<int>(slotOf("")), "mine"), code(SIGIL_TK_MEDIUM)) << "never initialised";
@@ -227,12 +214,12 @@ TEST_P(Cards, SayWhatACardRefuses)
     workshop.addOdd("odd");
     const auto odd = static_cast<int>(slotOf("odd"));
     oddBehaviour().guarded = true;
-    EXPECT_EQ(writeCert(odd, "mine", pairs().read("rsa.crt")), SIGIL_TK_TOKEN_LOGIN);
+    EXPECT_EQ(writeCert(odd, "mine", plainPairs().read("rsa.crt")), SIGIL_TK_TOKEN_LOGIN);
     oddBehaviour().guarded = false;
     oddBehaviour().full = true;
-    EXPECT_EQ(writeCert(odd, "mine", pairs().read("rsa.crt")), SIGIL_TK_TOKEN_FULL);
-    EXPECT_EQ(writePriKey(odd, "mine", "1234", pairs().read("rsa.key")), SIGIL_TK_TOKEN_FULL);
+    EXPECT_EQ(writeCert(odd, "mine", plainPairs().read("rsa.crt")), SIGIL_TK_TOKEN_FULL);
+    EXPECT_EQ(writePriKey(odd, "mine", "1234", plainPairs().read("rsa.key")), SIGIL_TK_TOKEN_FULL);
     oddBehaviour().pulled = true;
-    EXPECT_EQ(writeCert(odd, "mine", pairs().read("rsa.crt")), SIGIL_TK_MEDIUM);
+    EXPECT_EQ(writeCert(odd, "mine", plainPairs().read("rsa.crt")), SIGIL_TK_MEDIUM);
     EXPECT_EQ(oddBehaviour().sessions, 0) << "each ended with its call";
 }

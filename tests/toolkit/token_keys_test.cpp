@@ -26,23 +26,19 @@ namespace {
 constexpr const char* identityNumber = "0000001111111";
 const std::string randomValue = fromHex("a0a1a2a3a4a5a6a7a8a9aaabacadaeafb0b1b2b3");
 
-/** Certificates with their keys: `rsa`, `other` and `ec` for every use; `vid` with identity data, and the random value in its
- *  key. */
+/** The plain pairs, and `vid` with identity data in its certificate and the random value in its key. */
 const Workshop& pairs()
 {
-    static const Workshop* const made = [] {
-        static const Workshop workshop;
-        const std::string extensions = "subjectKeyIdentifier=hash\n";
-        workshop.certificate("rsa", "/CN=rsa", extensions);
-        workshop.certificate("other", "/CN=other", extensions);
-        workshop.certificate("ec", "/CN=ec", extensions, "", "-days 365", "ec -pkeyopt ec_paramgen_curve:P-256");
-        workshop.certificate("vid", "/CN=vid", extensions + identityExtension() + identitySections("Tester"));
+    static const Workshop& made = []() -> const Workshop& {
+        const Workshop& workshop = plainPairs();
+        workshop.certificate(
+            "vid", "/CN=vid", "subjectKeyIdentifier=hash\n" + identityExtension() + identitySections("Tester"));
         const std::string key = workshop.read("vid.key");
         const auto with = toolkit::withIdentityRandom(toolkit::view(key), toolkit::view(randomValue));
         workshop.write("vid.key", {with.begin(), with.end()});
-        return &workshop;
+        return workshop;
     }();
-    return *made;
+    return made;
 }
 
 /** A token with SoftHSM, logged in to. */

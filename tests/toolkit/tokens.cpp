@@ -59,6 +59,19 @@ std::string TokenWorkshop::pkcs11Tool(const std::string& arguments) const
     return run("pkcs11-tool --module '" SIGILDESK_SOFTHSM "' " + arguments);
 }
 
+const Workshop& plainPairs()
+{
+    static const Workshop* const made = [] {
+        static const Workshop workshop;
+        const std::string extensions = "subjectKeyIdentifier=hash\n";
+        workshop.certificate("rsa", "/CN=rsa", extensions);
+        workshop.certificate("other", "/CN=other", extensions);
+        workshop.certificate("ec", "/CN=ec", extensions, "", "-days 365", "ec -pkeyopt ec_paramgen_curve:P-256");
+        return &workshop;
+    }();
+    return *made;
+}
+
 OddBehaviour& oddBehaviour()
 {
     void* const module = dlopen(SIGILDESK_ODD_MODULE, RTLD_LAZY | RTLD_NOLOAD);

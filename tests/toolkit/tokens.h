@@ -39,6 +39,9 @@ public:
     std::string pkcs11Tool(const std::string& arguments) const;
 };
 
+/** Certificates with their keys, for every use: `rsa`, `other` and `ec`. Made once. */
+const Workshop& plainPairs();
+
 /** The behaviour of the odd module, which must be loaded. */
 OddBehaviour& oddBehaviour();
 
