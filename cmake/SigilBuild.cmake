@@ -47,11 +47,10 @@ if(SIGILDESK_WARNINGS_AS_ERRORS)
 endif()
 
 if(SIGILDESK_SANITIZE)
-    # A test's own files are large tables that run once: optimizing them takes longer than it saves. A report needs lines and
-    # functions; describing every variable too takes a fifth of the build.
+    # Optimizing takes longer than it saves the tests. A report needs lines and functions; describing every variable too
+    # takes a fifth of the build.
     target_compile_options(sigil_flags INTERFACE
-        -fsanitize=${SIGILDESK_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all -g1
-        $<IF:$<BOOL:$<TARGET_PROPERTY:SIGIL_IS_TEST>>,-O0,-O1>)
+        -fsanitize=${SIGILDESK_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all -g1 -O0)
     target_link_options(sigil_flags INTERFACE -fsanitize=${SIGILDESK_SANITIZE})
 endif()
 

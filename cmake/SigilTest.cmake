@@ -19,7 +19,6 @@ function(sigil_add_test name)
     if(NOT test_TIMEOUT)
         set(test_TIMEOUT 300)
     endif()
-    set_target_properties(${name} PROPERTIES SIGIL_IS_TEST ON)
     # The machine's plug-ins come and go with thread-local storage of their own, which the leak check must not look for
     # when they are gone.
     if(SIGILDESK_SANITIZE MATCHES address)
