@@ -24,10 +24,27 @@ function(sigil_add_test name)
     if(SIGILDESK_SANITIZE MATCHES address)
         list(APPEND test_ENVIRONMENT ASAN_OPTIONS=intercept_tls_get_addr=0)
     endif()
-    # Sanitizer builds compile without optimization, where reading headers is what takes longest. Qt's own flags need
-    # another form of them.
-    if(SIGILDESK_SANITIZE AND NOT "${test_LAYERS};${test_LIBRARIES}" MATCHES "sigil_ui|Qt5")
+    # Qt's flags need another form of them.
+    if(SIGILDESK_PRECOMPILE_HEADERS AND test_LIBRARIES MATCHES "Qt::Test")
+        target_precompile_headers(${name} REUSE_FROM ui_test_headers)
+    elseif(SIGILDESK_PRECOMPILE_HEADERS AND NOT test_LAYERS MATCHES "sigil_ui")
         target_precompile_headers(${name} REUSE_FROM test_headers)
     endif()
-    set_tests_properties(${name} PROPERTIES TIMEOUT ${test_TIMEOUT} ENVIRONMENT "${test_ENVIRONMENT}")
+    set_tests_properties(${name} PROPERTIES
+        TIMEOUT ${test_TIMEOUT}
+        ENVIRONMENT "${test_ENVIRONMENT}")
+endfunction()
+
+# sigil_add_test_headers(NAME HEADER [LIBRARIES target...])
+#
+# The headers that nearly every test includes, read once for all tests that are compiled with the flags of these libraries:
+# without optimization, reading headers is what takes longest. Builds without SIGILDESK_PRECOMPILE_HEADERS, such as the
+# release preset's, tell whether a test includes what it needs.
+function(sigil_add_test_headers name header)
+    cmake_parse_arguments(headers "" "" "LIBRARIES" ${ARGN})
+    find_package(GTest REQUIRED)
+    # A program, because the tests are compiled as programs.
+    add_executable(${name} ${PROJECT_SOURCE_DIR}/tests/support/precompiled.cpp)
+    target_link_libraries(${name} PRIVATE ${headers_LIBRARIES} test_support GTest::gmock GTest::gtest_main)
+    target_precompile_headers(${name} PRIVATE $<$<COMPILE_LANGUAGE:CXX>:${CMAKE_CURRENT_SOURCE_DIR}/${header}>)
 endfunction()
