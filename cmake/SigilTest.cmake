@@ -32,6 +32,7 @@ function(sigil_add_test name)
     endif()
     set_tests_properties(${name} PROPERTIES
         TIMEOUT ${test_TIMEOUT}
+        COST ${test_TIMEOUT} # what may take long begins first
         ENVIRONMENT "${test_ENVIRONMENT}")
 endfunction()
 
