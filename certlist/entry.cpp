@@ -54,6 +54,44 @@ const char* take(const char* from, T& item)
     return from + sizeof item;
 }
 
+std::size_t packedSize(std::string_view bytes) { return bytes.empty() ? 0 : sizeof(PackedField) + bytes.size(); }
+
+/** Has the buffer hold as much without asking for memory; what it holds stays. */
+template <class Buffer>
+void makeRoom(Buffer& buffer, std::size_t size)
+{
+    if (size <= buffer.capacity())
+        return;
+    Buffer larger;
+    larger.reserve(size);
+    larger.assign(buffer.begin(), buffer.end());
+    buffer.swap(larger);
+}
+
+/** @return where the next field begins */
+char* pack(char* to, std::size_t index, std::string_view bytes)
+{
+    if (bytes.empty())
+        return to;
+    to = put(to, PackedField{static_cast<std::uint16_t>(index), static_cast<std::uint16_t>(bytes.size())});
+    return std::copy(bytes.begin(), bytes.end(), to);
+}
+
+void unpack(std::string_view packed, tagCERTINFO& entry)
+{
+    while (!packed.empty()) {
+        PackedField head;
+        take(packed.data(), head);
+        packed.remove_prefix(sizeof head);
+        const EntryField& to = entryFields[head.index];
+        if (to.isText())
+            setText(entry, to, packed.substr(0, head.length));
+        else
+            setBytes(entry, to, packed.substr(0, head.length));
+        packed.remove_prefix(head.length);
+    }
+}
+
 } // namespace
 
 std::string_view value(const tagCERTINFO& entry, const EntryField& field)
@@ -84,32 +122,32 @@ void PackedEntry::store(const tagCERTINFO& entry)
 {
     std::array<std::string_view, std::size(entryFields)> values;
     std::size_t size = sizeof(int) * std::size(numberOffsets);
+    std::size_t secretSize = 0;
     for (std::size_t i = 0; i < values.size(); ++i) {
         values[i] = value(entry, entryFields[i]);
-        size += values[i].empty() ? 0 : sizeof(PackedField) + values[i].size();
+        (isSecret(entryFields[i]) ? secretSize : size) += packedSize(values[i]);
     }
-    if (size > m_bytes.capacity()) {
-        SecretBytes larger;
-        larger.reserve(size);
-        m_bytes.swap(larger);
-    }
+    makeRoom(m_bytes, size);
+    makeRoom(m_secrets, secretSize);
     clear();
     m_bytes.resize(size);
+    m_secrets.resize(secretSize);
     char* to = m_bytes.data();
+    char* secretTo = m_secrets.data();
     for (std::size_t offset : numberOffsets)
         to = put(to, number(entry, offset));
     for (std::size_t i = 0; i < values.size(); ++i) {
-        if (values[i].empty())
-            continue;
-        to = put(to, PackedField{static_cast<std::uint16_t>(i), static_cast<std::uint16_t>(values[i].size())});
-        to = std::copy(values[i].begin(), values[i].end(), to);
+        char*& end = isSecret(entryFields[i]) ? secretTo : to;
+        end = pack(end, i, values[i]);
     }
 }
 
 void PackedEntry::clear()
 {
     wipe(m_bytes.data(), m_bytes.size());
+    wipe(m_secrets.data(), m_secrets.size());
     m_bytes.clear();
+    m_secrets.clear();
 }
 
 void PackedEntry::copyTo(tagCERTINFO& entry) const
@@ -122,17 +160,8 @@ void PackedEntry::copyTo(tagCERTINFO& entry) const
             from = take(from, n);
         setNumber(entry, offset, n);
     }
-    while (from != end) {
-        PackedField packed;
-        from = take(from, packed);
-        const std::string_view bytes(from, packed.length);
-        const EntryField& to = entryFields[packed.index];
-        if (to.isText())
-            setText(entry, to, bytes);
-        else
-            setBytes(entry, to, bytes);
-        from += packed.length;
-    }
+    unpack({from, end}, entry);
+    unpack({m_secrets.data(), m_secrets.size()}, entry);
 }
 
 void ScratchEntry::clear()

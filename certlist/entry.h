@@ -90,6 +90,15 @@ inline constexpr EntryField entryFields[] = {SIGIL_ENTRY_FIELDS(SIGIL_ENTRY_NAME
 #undef SIGIL_ENTRY_NAME
 #undef SIGIL_ENTRY_FIELDS
 
+/** What the entry has when its key was unlocked. */
+constexpr bool isSecret(const EntryField& entryField)
+{
+    for (const EntryField& secret : {field::signKey, field::kmKey, field::random, field::password})
+        if (secret.offset == entryField.offset)
+            return true;
+    return false;
+}
+
 /** What the field holds: a text without its terminator, or the bytes that its length counts. */
 std::string_view value(const tagCERTINFO& entry, const EntryField& field);
 
@@ -114,7 +123,8 @@ public:
     void copyTo(tagCERTINFO& entry) const;
 
 private:
-    SecretBytes m_bytes;
+    std::vector<char, WipingAllocator<char>> m_bytes;
+    SecretBytes m_secrets; ///< apart: few entries have them, and there is not room for many
 };
 
 /** A record of one's own on the heap: zeroed at the start, wiped at the end. */
@@ -137,7 +147,7 @@ public:
     void clear();
 
 private:
-    std::vector<tagCERTINFO, WipingAllocator<tagCERTINFO>> m_record;
+    std::vector<tagCERTINFO, SecretAllocator<tagCERTINFO>> m_record;
 };
 
 } // namespace sigil

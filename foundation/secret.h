@@ -6,15 +6,16 @@
  */
 #pragma once
 
+#include "secrets/arena.h"
+
 #include <cstddef>
+#include <new>
 #include <vector>
 
 namespace sigil {
 
-/** Overwrites @p size bytes with @p value in a way that the optimiser cannot remove. A null @p data is ignored. */
-void wipe(void* data, std::size_t size, unsigned char value = 0);
-
-/** Allocator that wipes every block before it is freed, so that a growing buffer leaves no copy behind. */
+/** Allocator for what may be a secret: it wipes every block before it is freed, so that a growing buffer leaves no copy
+ *  behind. */
 template <class T>
 struct WipingAllocator {
     using value_type = T;
@@ -34,7 +35,23 @@ struct WipingAllocator {
     friend bool operator==(const WipingAllocator&, const WipingAllocator&) { return true; }
 };
 
+/** Allocator for secrets: the same, in memory that no core holds. */
+template <class T>
+struct SecretAllocator {
+    using value_type = T;
+
+    SecretAllocator() = default;
+    template <class U>
+    SecretAllocator(const SecretAllocator<U>&) noexcept
+    {
+    }
+
+    T* allocate(std::size_t n) { return static_cast<T*>(takeSecretMemory(n * sizeof(T))); }
+    void deallocate(T* p, std::size_t n) noexcept { releaseSecretMemory(p, n * sizeof(T)); }
+    friend bool operator==(const SecretAllocator&, const SecretAllocator&) { return true; }
+};
+
 /** Bytes of a key or a password; wiped on destruction and on every reallocation. */
-using SecretBytes = std::vector<char, WipingAllocator<char>>;
+using SecretBytes = std::vector<char, SecretAllocator<char>>;
 
 } // namespace sigil

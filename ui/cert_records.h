@@ -28,7 +28,7 @@ public:
     tagCERTINFO* operator->() { return &m_record.front(); }
 
 private:
-    std::vector<tagCERTINFO, WipingAllocator<tagCERTINFO>> m_record;
+    std::vector<tagCERTINFO, SecretAllocator<tagCERTINFO>> m_record;
 };
 
 /** Copies into the dialog's own entry what the dialog uses: the numbers, the certificates and keys with a length,

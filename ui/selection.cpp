@@ -42,7 +42,7 @@ void Selection::InitVariable()
     m_accepted = undecided;
     clearRows();
     m_options.clear();
-    wipe(&m_staging, sizeof m_staging);
+    wipe(&m_staging, sizeof(tagSELCERTINFO));
     wipe(m_lastError, sizeof m_lastError);
     wipe(m_rememberedPassword, sizeof m_rememberedPassword);
 }
@@ -69,7 +69,7 @@ int Selection::connect()
 
 void Selection::forgetKeys()
 {
-    wipe(&m_staging, sizeof m_staging);
+    wipe(&m_staging, sizeof(tagSELCERTINFO));
     m_options.clearMemoryItems();
 }
 

@@ -122,7 +122,9 @@ private:
     int m_accepted;
     sigildesk::ProcessorHandle m_processor;
     SelectionOptions m_options;
-    tagSELCERTINFO m_staging;
+    std::vector<tagSELCERTINFO, SecretAllocator<tagSELCERTINFO>> m_stagingMemory =
+        std::vector<tagSELCERTINFO, SecretAllocator<tagSELCERTINFO>>(1);
+    tagSELCERTINFO& m_staging = m_stagingMemory.front();
     Rows m_rows; ///< of the current medium, in list order
     char m_lastError[1024];
     char m_rememberedPassword[1024]; ///< of the last successful import

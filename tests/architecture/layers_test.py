@@ -5,7 +5,8 @@
 
 A layer includes headers of its own folder, of the layers below it and of include/sigildesk/. The open toolkit stands
 apart: the library reaches it through dlopen only, so neither includes anything of the other. What both see is
-toolkit_abi/, the declarations of the toolkits' functions; of the layers only the façade may look at them.
+toolkit_abi/, the declarations of the toolkits' functions, of the layers only the façade may look at them, and secrets/,
+the memory that secrets lie in, which the layers know by foundation/secret.h.
 """
 
 import pathlib
@@ -13,7 +14,8 @@ import re
 import sys
 
 LAYERS_BELOW = {
-    "foundation": set(),
+    "secrets": set(),
+    "foundation": {"secrets"},
     "toolkit_abi": set(),
     "facade": {"foundation", "toolkit_abi"},
     "certlist": {"foundation", "facade"},
@@ -21,7 +23,7 @@ LAYERS_BELOW = {
     "jobs": {"foundation", "facade", "certlist"},
     "sigil": {"foundation", "facade", "certlist", "doctor", "jobs"},
     "ui": {"foundation", "facade", "certlist"},
-    "toolkit": {"toolkit_abi"},
+    "toolkit": {"toolkit_abi", "secrets"},
 }
 # The dialogs use the layers through their exported functions; of the layers' insides only these.
 UI_MAY_INCLUDE = {"facade/toolkit_bytes.h", "certlist/listing_pause.h"}

@@ -6,6 +6,8 @@
  */
 #pragma once
 
+#include "secrets/arena.h"
+
 #include <openssl/crypto.h>
 
 #include <cstddef>
@@ -21,27 +23,23 @@ using Bytes = std::vector<unsigned char>;
 /** Bytes that are read and never kept. */
 using View = std::span<const unsigned char>;
 
-/** Allocator that wipes every block before it is freed, so that a growing buffer leaves no copy behind. */
+/** Allocator for secrets: memory that no core holds, wiped before it is freed, so that a growing buffer leaves no copy behind. */
 template <class T>
-struct WipingAllocator {
+struct SecretAllocator {
     using value_type = T;
 
-    WipingAllocator() = default;
+    SecretAllocator() = default;
     template <class U>
-    WipingAllocator(const WipingAllocator<U>&) noexcept
+    SecretAllocator(const SecretAllocator<U>&) noexcept
     {
     }
-    T* allocate(std::size_t n) { return std::allocator<T>().allocate(n); }
-    void deallocate(T* p, std::size_t n) noexcept
-    {
-        OPENSSL_cleanse(p, n * sizeof(T));
-        std::allocator<T>().deallocate(p, n);
-    }
-    friend bool operator==(const WipingAllocator&, const WipingAllocator&) { return true; }
+    T* allocate(std::size_t n) { return static_cast<T*>(sigil::takeSecretMemory(n * sizeof(T))); }
+    void deallocate(T* p, std::size_t n) noexcept { sigil::releaseSecretMemory(p, n * sizeof(T)); }
+    friend bool operator==(const SecretAllocator&, const SecretAllocator&) { return true; }
 };
 
 /** Bytes of a key, or of anything that a password protects; wiped on release. */
-using Secret = std::vector<unsigned char, WipingAllocator<unsigned char>>;
+using Secret = std::vector<unsigned char, SecretAllocator<unsigned char>>;
 
 inline View view(std::string_view text)
 {
