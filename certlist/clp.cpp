@@ -7,6 +7,7 @@
 #include "certlist/listing_pause.h"
 #include "certlist/processor.h"
 #include "certlist/toolkit_calls.h"
+#include "foundation/secret.h"
 #include "foundation/text_field.h"
 
 #include <sigildesk/certlist.h>
@@ -22,12 +23,13 @@ using namespace sigil;
 
 namespace {
 
-/** Runs @p operation on the processor. @return 1008 for a null handle; 1000 when memory runs out; its result */
+/** Runs @p operation on the processor, which may work on keys; nothing of them is left behind it. @return 1008 for a null handle; 1000 when memory runs out; its result */
 template <class Operation>
 int onProcessor(void* handle, Operation operation)
 {
     if (!handle)
         return SIGIL_NO_HANDLE;
+    const TracesCleared cleared;
     try {
         return operation(*static_cast<CCertListProcInterface*>(handle));
     } catch (const std::bad_alloc&) {
@@ -108,6 +110,7 @@ int CLP_Initalize(void** phCLP, void* pReserved, int nToolkitType, int nLanguage
 int CLP_UnInitalize(void* hCLP)
 {
     // From CLP_Initalize to here the handle owns the processor.
+    const TracesCleared cleared;
     const std::unique_ptr<CCertListProcInterface> processor(static_cast<CCertListProcInterface*>(hCLP));
     if (processor)
         processor->UnInitalize();

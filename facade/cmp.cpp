@@ -20,7 +20,7 @@ int CMPCertRequest(void* handle, char* address, int port, char* reference, char*
     char* password, BINSTR* caCertificate, BINSTR* certificate, BINSTR* privateKey, BINSTR* kmCertificate,
     BINSTR* kmPrivateKey)
 {
-    return row(handle, {need(address), need(reference), need(secret), need(subject), need(password)},
+    return secretRow(handle, {need(address), need(reference), need(secret), need(subject), need(password)},
         maker(SYMBOL(HVTK_CMP_CertRequest), address, port, reference, secret, subject, password, caCertificate,
             certificate, privateKey, kmCertificate, kmPrivateKey),
         absent);
@@ -29,7 +29,7 @@ int CMPCertRequest(void* handle, char* address, int port, char* reference, char*
 int CMPCertRequest2(void* handle, char* address, int port, char* reference, char* secret, char* subject,
     char* password, BINSTR* certificate, BINSTR* privateKey, BINSTR* kmCertificate, BINSTR* kmPrivateKey)
 {
-    return row(handle, {need(address), need(reference), need(secret), need(subject), need(password)},
+    return secretRow(handle, {need(address), need(reference), need(secret), need(subject), need(password)},
         maker(SYMBOL(HVTK_CMP_CertRequest2), address, port, reference, secret, subject, password, certificate,
             privateKey, kmCertificate, kmPrivateKey),
         absent);
@@ -38,7 +38,8 @@ int CMPCertRequest2(void* handle, char* address, int port, char* reference, char
 int CMPCertUpdate(void* handle, char* address, int port, bool newKey, char* password, char* newPassword,
     BINSTR* certificate, BINSTR* privateKey, BINSTR* caCertificate, BINSTR* newCertificate, BINSTR* newPrivateKey)
 {
-    return row(handle, {need(address), need(password), need(newPassword), need(certificate), need(privateKey)},
+    return secretRow(handle,
+        {need(address), need(password), need(newPassword), need(certificate), need(privateKey)},
         maker(SYMBOL(HVTK_CMP_CertUpdate), address, port, newKey, password, newPassword, certificate, privateKey,
             caCertificate, newCertificate, newPrivateKey),
         absent);
@@ -47,7 +48,7 @@ int CMPCertUpdate(void* handle, char* address, int port, bool newKey, char* pass
 int CMPCertUpdate2(void* handle, char* address, int port, bool newKey, char* password, char* newPassword,
     BINSTR* certificate, BINSTR* privateKey, BINSTR* newCertificate, BINSTR* newPrivateKey)
 {
-    return row(handle,
+    return secretRow(handle,
         {need(address), need(password), need(newPassword), need(certificate), need(privateKey),
             need(newCertificate)},
         maker(SYMBOL(HVTK_CMP_CertUpdate2), address, port, newKey, password, newPassword, certificate, privateKey,
@@ -58,7 +59,8 @@ int CMPCertUpdate2(void* handle, char* address, int port, bool newKey, char* pas
 int CMPCertCertRevoke(void* handle, char* address, int port, int reason, BINSTR* certificate, BINSTR* privateKey,
     BINSTR* caCertificate, BINSTR* result)
 {
-    return row(handle, {need(address), need(certificate), need(privateKey), need(caCertificate), need(result)},
+    return secretRow(handle,
+        {need(address), need(certificate), need(privateKey), need(caCertificate), need(result)},
         maker(SYMBOL(HVTK_CMP_CertRevoke), address, port, reason, certificate, privateKey, caCertificate, result),
         absent);
 }
@@ -66,14 +68,14 @@ int CMPCertCertRevoke(void* handle, char* address, int port, int reason, BINSTR*
 int CMPCertCertRevoke2(
     void* handle, char* address, int port, int reason, BINSTR* certificate, BINSTR* privateKey, BINSTR* result)
 {
-    return row(handle, {need(address), need(certificate), need(privateKey), need(result)},
+    return secretRow(handle, {need(address), need(certificate), need(privateKey), need(result)},
         maker(SYMBOL(HVTK_CMP_CertRevoke2), address, port, reason, certificate, privateKey, result), absent);
 }
 
 int CMPCertCertRecovery(void* handle, char* address, int port, char* reference, char* secret, BINSTR* certificate,
     BINSTR* privateKey, BINSTR* kmCertificate, BINSTR* kmPrivateKey)
 {
-    return row(handle, {need(address), need(reference), need(secret), need(certificate), need(privateKey)},
+    return secretRow(handle, {need(address), need(reference), need(secret), need(certificate), need(privateKey)},
         maker(SYMBOL(HVTK_CMP_CertRecovery), address, port, reference, secret, certificate, privateKey,
             kmCertificate, kmPrivateKey),
         absent);

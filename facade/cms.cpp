@@ -12,7 +12,7 @@ using namespace sigil;
 int CMSMakeSignedData(void* handle, int option, BINSTR* certificate, BINSTR* privateKey, BINSTR* content,
     char* signingTime, BINSTR* signedMessage)
 {
-    return row(handle, {need(certificate), need(privateKey), need(signingTime)},
+    return secretRow(handle, {need(certificate), need(privateKey), need(signingTime)},
         maker(
             SYMBOL(HVTK_CMS_MakeSignedData), option, certificate, privateKey, content, signingTime, signedMessage),
         gpki(SYMBOL(GPKI_CMS_MakeSignedData), certificate, privateKey, content, signingTime, signedMessage));
@@ -21,7 +21,7 @@ int CMSMakeSignedData(void* handle, int option, BINSTR* certificate, BINSTR* pri
 int CMSMakeSignedDataWithAddSigner(void* handle, int option, BINSTR* certificate, BINSTR* privateKey,
     BINSTR* message, char* signingTime, BINSTR* signedMessage)
 {
-    return row(handle, {need(certificate), need(privateKey), need(signingTime)},
+    return secretRow(handle, {need(certificate), need(privateKey), need(signingTime)},
         maker(SYMBOL(HVTK_CMS_MakeSignedDataWithAddSigner), option, certificate, privateKey, message, signingTime,
             signedMessage),
         gpki(SYMBOL(GPKI_CMS_MakeSignedDataWithAddSigner), certificate, privateKey, message, signingTime,
@@ -62,7 +62,7 @@ int CMSSetOption(void* handle, int option)
 int CMSMakeSignedDataFile(
     void* handle, BINSTR* certificate, BINSTR* privateKey, char* contentFile, char* signingTime, char* messageFile)
 {
-    return row(handle,
+    return secretRow(handle,
         {need(certificate), need(privateKey), need(contentFile), need(signingTime), need(messageFile)},
         maker(SYMBOL(HVTK_CMS_MakeSignedData_File), certificate, privateKey, contentFile, signingTime, messageFile),
         gpki(SYMBOL(GPKI_CMS_MakeSignedData_NoContent_File), certificate, privateKey, contentFile, signingTime,
@@ -72,7 +72,7 @@ int CMSMakeSignedDataFile(
 int CMSMakeSignedDataFileWithContent(
     void* handle, BINSTR* certificate, BINSTR* privateKey, char* contentFile, char* signingTime, char* messageFile)
 {
-    return row(handle,
+    return secretRow(handle,
         {need(certificate), need(privateKey), need(contentFile), need(signingTime), need(messageFile)},
         maker(SYMBOL(HVTK_CMS_MakeSignedData_WithContent_File), certificate, privateKey, contentFile, signingTime,
             messageFile),
@@ -121,7 +121,7 @@ int CMSGetTimeStampToken2(void* handle, BINSTR* message, int index, BINSTR* toke
 int CMSMakeEnvelopedData(
     void* handle, int option, BINSTR* recipient, BINSTR* content, int algorithm, BINSTR* envelopedMessage)
 {
-    return row(handle, {need(recipient), need(content)},
+    return secretRow(handle, {need(recipient), need(content)},
         maker(SYMBOL(HVTK_CMS_MakeEnvelopedData), option, recipient, content, algorithm, envelopedMessage),
         gpki(SYMBOL(GPKI_CMS_MakeEnvelopedData), recipient, content, algorithm, envelopedMessage));
 }
@@ -129,7 +129,7 @@ int CMSMakeEnvelopedData(
 int CMSMakeEnvDataWithMultiRec(
     void* handle, int option, BINSTR* recipients, BINSTR* content, int algorithm, BINSTR* envelopedMessage)
 {
-    return row(handle, {need(recipients), need(content)},
+    return secretRow(handle, {need(recipients), need(content)},
         maker(SYMBOL(HVTK_CMS_MakeEnvelopedDataWithMultiRecipients), option, recipients, content, algorithm,
             envelopedMessage),
         gpki(SYMBOL(GPKI_CMS_MakeEnvelopedDataWithMultiRecipients), recipients, content, algorithm,
@@ -138,7 +138,7 @@ int CMSMakeEnvDataWithMultiRec(
 
 int CMSProcessEnvelopedData(void* handle, BINSTR* certificate, BINSTR* privateKey, BINSTR* message, BINSTR* content)
 {
-    return row(handle, {need(certificate), need(privateKey), need(message)},
+    return secretRow(handle, {need(certificate), need(privateKey), need(message)},
         maker(SYMBOL(HVTK_CMS_ProcessEnvelopedData), certificate, privateKey, message, content),
         gpki(SYMBOL(GPKI_CMS_ProcessEnvelopedData), certificate, privateKey, message, content));
 }
@@ -146,7 +146,7 @@ int CMSProcessEnvelopedData(void* handle, BINSTR* certificate, BINSTR* privateKe
 int CMSMakeEnvelopedDataFile(
     void* handle, BINSTR* recipient, char* contentFile, int algorithm, char* messageFile, char* cipherFile)
 {
-    return row(handle, {need(recipient), need(contentFile), need(messageFile), need(cipherFile)},
+    return secretRow(handle, {need(recipient), need(contentFile), need(messageFile), need(cipherFile)},
         maker(SYMBOL(HVTK_CMS_MakeEnvelopedData_File), recipient, contentFile, algorithm, messageFile, cipherFile),
         gpki(SYMBOL(GPKI_CMS_MakeEnvelopedData_File), recipient, contentFile, algorithm, messageFile));
 }
@@ -154,7 +154,7 @@ int CMSMakeEnvelopedDataFile(
 int CMSProcessEnvelopedDataFile(
     void* handle, BINSTR* certificate, BINSTR* privateKey, char* messageFile, char* cipherFile, char* contentFile)
 {
-    return row(handle,
+    return secretRow(handle,
         {need(certificate), need(privateKey), need(messageFile), need(cipherFile), need(contentFile)},
         maker(SYMBOL(HVTK_CMS_ProcessEnvelopedData_File), certificate, privateKey, messageFile, cipherFile,
             contentFile),
@@ -165,7 +165,7 @@ int CMSProcessEnvelopedDataFile(
 int CMSProcessEnvDataFileWithContent(void* handle, BINSTR* certificate, BINSTR* privateKey, char* messageFile,
     char* /*cipherFile*/, char* contentFile)
 {
-    return row(handle, {need(certificate), need(privateKey), need(messageFile), need(contentFile)},
+    return secretRow(handle, {need(certificate), need(privateKey), need(messageFile), need(contentFile)},
         maker(SYMBOL(HVTK_CMS_ProcessEnvelopedData_WithContent_File), certificate, privateKey, messageFile,
             contentFile),
         gpki(SYMBOL(GPKI_CMS_ProcessEnvelopedData_File), certificate, privateKey, messageFile, contentFile));
@@ -174,7 +174,7 @@ int CMSProcessEnvDataFileWithContent(void* handle, BINSTR* certificate, BINSTR* 
 int CMSMakeSignedAndEnvData(void* handle, int option, BINSTR* certificate, BINSTR* privateKey, BINSTR* recipient,
     BINSTR* content, int algorithm, BINSTR* envelopedMessage)
 {
-    return row(handle, {need(certificate), need(privateKey), need(recipient), need(content)},
+    return secretRow(handle, {need(certificate), need(privateKey), need(recipient), need(content)},
         maker(SYMBOL(HVTK_CMS_MakeSignedAndEnvData), option, certificate, privateKey, recipient, content, algorithm,
             envelopedMessage),
         gpki(SYMBOL(GPKI_CMS_MakeSignedAndEnvData), certificate, privateKey, recipient, content, algorithm,
@@ -184,7 +184,7 @@ int CMSMakeSignedAndEnvData(void* handle, int option, BINSTR* certificate, BINST
 int CMSProcessSignedAndEnvData(void* handle, int option, BINSTR* certificate, BINSTR* privateKey, BINSTR* message,
     BINSTR* content, BINSTR* signerCertificate)
 {
-    return row(handle, {need(certificate), need(privateKey), need(message)},
+    return secretRow(handle, {need(certificate), need(privateKey), need(message)},
         maker(SYMBOL(HVTK_CMS_ProcessSignedAndEnvData), option, certificate, privateKey, message, content,
             signerCertificate),
         gpki(SYMBOL(GPKI_CMS_ProcessSignedAndEnvData), certificate, privateKey, message, content,
@@ -194,14 +194,14 @@ int CMSProcessSignedAndEnvData(void* handle, int option, BINSTR* certificate, BI
 int CMSMakeEncryptedData(
     void* handle, int option, BINSTR* key, BINSTR* content, int algorithm, BINSTR* encryptedMessage)
 {
-    return row(handle, {need(content)},
+    return secretRow(handle, {need(content)},
         maker(SYMBOL(HVTK_CMS_EncryptData), option, key, content, algorithm, encryptedMessage),
         gpki(SYMBOL(GPKI_CMS_MakeEncryptedData), content, encryptedMessage));
 }
 
 int CMSProcessEncryptedData(void* handle, BINSTR* key, BINSTR* message, BINSTR* content)
 {
-    return row(handle, {need(key), need(message)},
+    return secretRow(handle, {need(key), need(message)},
         maker(SYMBOL(HVTK_CMS_ProcessEncryptedData), key, message, content),
         gpki(SYMBOL(GPKI_CMS_ProcessEncryptedData), key, message, content));
 }

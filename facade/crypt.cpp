@@ -23,30 +23,30 @@ int CRYPTSetEnvChangeIV(void* handle) { return row(handle, {}, maker(SYMBOL(HVTK
 
 int CRYPTGenRandom(void* handle, int length, BINSTR* random)
 {
-    return row(handle, {}, maker(SYMBOL(HVTK_CRYPT_GenRandom), length, random),
+    return secretRow(handle, {}, maker(SYMBOL(HVTK_CRYPT_GenRandom), length, random),
         gpki(SYMBOL(GPKI_CRYPT_GenRandom), length, random));
 }
 
 int CRYPTGenKeyPair(void* handle, int bits, BINSTR* publicKey, BINSTR* privateKey)
 {
-    return row(handle, {}, maker(SYMBOL(HVTK_CRYPT_GenKeyPair), bits, publicKey, privateKey), absent);
+    return secretRow(handle, {}, maker(SYMBOL(HVTK_CRYPT_GenKeyPair), bits, publicKey, privateKey), absent);
 }
 
 int CRYPTGenKeyAndIV(void* handle, int algorithm)
 {
-    return row(handle, {}, maker(SYMBOL(HVTK_CRYPT_GenKeyAndIV), algorithm),
+    return secretRow(handle, {}, maker(SYMBOL(HVTK_CRYPT_GenKeyAndIV), algorithm),
         gpki(SYMBOL(GPKI_CRYPT_GenKeyAndIV), algorithm));
 }
 
 int CRYPTSetKeyAndIV(void* handle, int algorithm, BINSTR* key, BINSTR* iv)
 {
-    return row(handle, {need(key), need(iv)}, maker(SYMBOL(HVTK_CRYPT_SetKeyAndIV), algorithm, key, iv),
+    return secretRow(handle, {need(key), need(iv)}, maker(SYMBOL(HVTK_CRYPT_SetKeyAndIV), algorithm, key, iv),
         gpki(SYMBOL(GPKI_CRYPT_SetKeyAndIV), algorithm, key, iv));
 }
 
 int CRYPTGetKeyAndIV(void* handle, int* algorithm, BINSTR* key, BINSTR* iv)
 {
-    return row(handle, {}, maker(SYMBOL(HVTK_CRYPT_GetKeyAndIV), algorithm, key, iv),
+    return secretRow(handle, {}, maker(SYMBOL(HVTK_CRYPT_GetKeyAndIV), algorithm, key, iv),
         gpki(SYMBOL(GPKI_CRYPT_GetKeyAndIV), algorithm, key, iv));
 }
 
@@ -57,31 +57,31 @@ int CRYPTClearKeyAndIV(void* handle)
 
 int CRYPTEncrypt(void* handle, BINSTR* data, BINSTR* cipher)
 {
-    return row(handle, {need(data)}, maker(SYMBOL(HVTK_CRYPT_Encrypt), data, cipher),
+    return secretRow(handle, {need(data)}, maker(SYMBOL(HVTK_CRYPT_Encrypt), data, cipher),
         gpki(SYMBOL(GPKI_CRYPT_Encrypt), data, cipher));
 }
 
 int CRYPTDecrypt(void* handle, BINSTR* cipher, BINSTR* data)
 {
-    return row(handle, {need(cipher)}, maker(SYMBOL(HVTK_CRYPT_Decrypt), cipher, data),
+    return secretRow(handle, {need(cipher)}, maker(SYMBOL(HVTK_CRYPT_Decrypt), cipher, data),
         gpki(SYMBOL(GPKI_CRYPT_Decrypt), cipher, data));
 }
 
 int CRYPTEncryptFile(void* handle, char* inputFile, char* outputFile)
 {
-    return row(handle, {need(inputFile)}, maker(SYMBOL(HVTK_CRYPT_EncryptFile), inputFile, outputFile),
+    return secretRow(handle, {need(inputFile)}, maker(SYMBOL(HVTK_CRYPT_EncryptFile), inputFile, outputFile),
         gpki(SYMBOL(GPKI_CRYPT_Encrypt_File), inputFile, outputFile));
 }
 
 int CRYPTDecryptFile(void* handle, char* inputFile, char* outputFile)
 {
-    return row(handle, {need(inputFile)}, maker(SYMBOL(HVTK_CRYPT_DecryptFile), inputFile, outputFile),
+    return secretRow(handle, {need(inputFile)}, maker(SYMBOL(HVTK_CRYPT_DecryptFile), inputFile, outputFile),
         gpki(SYMBOL(GPKI_CRYPT_Decrypt_File), inputFile, outputFile));
 }
 
 int CRYPTSign(void* handle, BINSTR* certificate, BINSTR* privateKey, int hash, BINSTR* data, BINSTR* signature)
 {
-    return row(handle, {need(certificate), need(privateKey), need(data)},
+    return secretRow(handle, {need(certificate), need(privateKey), need(data)},
         maker(SYMBOL(HVTK_CRYPT_Sign), certificate, privateKey, hash, data, signature),
         gpki(SYMBOL(GPKI_CRYPT_Sign), certificate, privateKey, hash, data, signature));
 }
@@ -102,13 +102,15 @@ int CRYPTVerifyFile(void* handle, BINSTR* certificate, int hash, char* dataFile,
 
 int CRYPTAsymEncrypt(void* handle, int option, BINSTR* key, BINSTR* data, BINSTR* cipher)
 {
-    return row(handle, {need(key), need(data)}, maker(SYMBOL(HVTK_CRYPT_AsymEncrypt), option, key, data, cipher),
+    return secretRow(handle, {need(key), need(data)},
+        maker(SYMBOL(HVTK_CRYPT_AsymEncrypt), option, key, data, cipher),
         gpki(SYMBOL(GPKI_CRYPT_AsymEncrypt), option, key, data, cipher));
 }
 
 int CRYPTAsymDecrypt(void* handle, int option, BINSTR* key, BINSTR* cipher, BINSTR* data)
 {
-    return row(handle, {need(key), need(cipher)}, maker(SYMBOL(HVTK_CRYPT_AsymDecrypt), option, key, cipher, data),
+    return secretRow(handle, {need(key), need(cipher)},
+        maker(SYMBOL(HVTK_CRYPT_AsymDecrypt), option, key, cipher, data),
         gpki(SYMBOL(GPKI_CRYPT_AsymDecrypt), option, key, cipher, data));
 }
 
@@ -125,26 +127,26 @@ int CRYPTHashFile(void* handle, int hash, char* inputFile, BINSTR* digest)
 
 int CRYPTGenMAC(void* handle, int algorithm, char* password, BINSTR* data, BINSTR* mac)
 {
-    return row(handle, {need(password), need(data)},
+    return secretRow(handle, {need(password), need(data)},
         maker(SYMBOL(HVTK_CRYPT_GenMAC), algorithm, password, data, mac),
         gpki(SYMBOL(GPKI_CRYPT_GenMAC), algorithm, password, data, mac));
 }
 
 int CRYPTGenMAC2(void* handle, int algorithm, BINSTR* key, BINSTR* data, BINSTR* mac)
 {
-    return row(
+    return secretRow(
         handle, {need(key), need(data)}, maker(SYMBOL(HVTK_CRYPT_GenMAC2), algorithm, key, data, mac), absent);
 }
 
 int CRYPTVerifyMAC(void* handle, int algorithm, char* password, BINSTR* data, BINSTR* mac)
 {
-    return row(handle, {need(password), need(data)},
+    return secretRow(handle, {need(password), need(data)},
         maker(SYMBOL(HVTK_CRYPT_VerifyMAC), algorithm, password, data, mac),
         gpki(SYMBOL(GPKI_CRYPT_VerifyMAC), algorithm, password, data, mac));
 }
 
 int CRYPTGenSharedKey(void* handle, int algorithm, BINSTR* privateKey, BINSTR* publicKey, BINSTR* key)
 {
-    return row(handle, {need(privateKey), need(publicKey)},
+    return secretRow(handle, {need(privateKey), need(publicKey)},
         maker(SYMBOL(HVTK_CRYPT_GenSharedKey), algorithm, privateKey, publicKey, key), absent);
 }

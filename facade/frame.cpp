@@ -165,7 +165,11 @@ int HV_Initalize(void** handle, int toolkitType, char* libraryFolder)
     return static_cast<CWrapperAPI*>(*handle)->Initalize(toolkitType, libraryFolder);
 }
 
-void HV_Finish(void* handle) { std::unique_ptr<CWrapperAPI>(static_cast<CWrapperAPI*>(handle)).reset(); }
+void HV_Finish(void* handle)
+{
+    std::unique_ptr<CWrapperAPI>(static_cast<CWrapperAPI*>(handle)).reset();
+    clearTraces();
+}
 
 int HV_GetErrInfo(void* handle, int bufferLength, char* buffer)
 {
@@ -203,5 +207,7 @@ int HV_BINSTR_Delete(void* handle, BINSTR* binStr)
 
 int HV_BINSTR_SetData(void* handle, unsigned char* data, int length, BINSTR* binStr)
 {
-    return via(handle, &CWrapperAPI::BINSetData, data, length, binStr);
+    const int result = via(handle, &CWrapperAPI::BINSetData, data, length, binStr);
+    clearRegisters(); // what was copied may be a key
+    return result;
 }

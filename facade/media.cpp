@@ -47,7 +47,7 @@ int MediaDiskReadCert(void* handle, char* path, int kind, BINSTR* certificate)
 
 int MediaDiskReadPriKey(void* handle, char* path, char* password, int kind, BINSTR* privateKey)
 {
-    return row(handle, {need(path), need(password)},
+    return secretRow(handle, {need(path), need(password)},
         maker(SYMBOL(HVTK_MEDIA_DISK_ReadPriKey), path, password, privateKey),
         gpki(SYMBOL(GPKI_STORAGE_ReadPriKey), mediumDisk, path, password, kind, privateKey));
 }
@@ -60,7 +60,7 @@ int MediaDiskWriteCert(void* handle, char* path, int kind, BINSTR* certificate)
 
 int MediaDiskWritePriKey(void* handle, int algorithm, char* path, int kind, char* password, BINSTR* privateKey)
 {
-    return row(handle, {need(path), need(password), need(privateKey)},
+    return secretRow(handle, {need(path), need(password), need(privateKey)},
         maker(SYMBOL(HVTK_MEDIA_DISK_WritePriKey), algorithm, path, password, privateKey),
         gpki(SYMBOL(GPKI_STORAGE_WritePriKey), mediumDisk, path, password, kind, algorithm, privateKey));
 }
@@ -73,7 +73,8 @@ int MediaDiskDeleteCert(void* handle, char* path, int kind)
 
 int MediaDiskDeletePriKey(void* handle, char* password, int kind, char* path)
 {
-    return row(handle, {need(path)}, maker(SYMBOL(HVTK_MEDIA_DISK_DeletePriKey), {need(password)}, password, path),
+    return secretRow(handle, {need(path)},
+        maker(SYMBOL(HVTK_MEDIA_DISK_DeletePriKey), {need(password)}, password, path),
         gpki(SYMBOL(GPKI_STORAGE_DeletePriKey), {need(password)}, mediumDisk, path, password, kind));
 }
 
@@ -85,7 +86,7 @@ int MediaCardReadCert(void* handle, int slot, char* path, BINSTR* certificate)
 
 int MediaCardReadPriKey(void* handle, int slot, char* path, char* password, BINSTR* privateKey)
 {
-    return row(handle, {need(path), need(password)},
+    return secretRow(handle, {need(path), need(password)},
         maker(SYMBOL(HVTK_MEDIA_CARD_ReadPriKey), slot, path, password, privateKey),
         gpki(SYMBOL(GPKI_STORAGE_ReadPriKey), mediumCard, path, password, slot, privateKey));
 }
@@ -99,7 +100,7 @@ int MediaCardWriteCert(void* handle, int slot, char* path, BINSTR* certificate)
 
 int MediaCardWritePriKey(void* handle, int slot, int algorithm, char* path, char* password, BINSTR* privateKey)
 {
-    return row(handle, {need(path), need(password), need(privateKey)},
+    return secretRow(handle, {need(path), need(password), need(privateKey)},
         maker(SYMBOL(HVTK_MEDIA_CARD_WritePriKey), slot, algorithm, path, password, privateKey),
         gpki(SYMBOL(GPKI_STORAGE_WritePriKey), mediumCard, path, password, slot, algorithm, privateKey));
 }
@@ -112,14 +113,14 @@ int MediaCardDeleteCert(void* handle, int slot, char* path)
 
 int MediaCareDeletePriKey(void* handle, int slot, char* path, char* password)
 {
-    return row(handle, {need(path), need(password)},
+    return secretRow(handle, {need(path), need(password)},
         maker(SYMBOL(HVTK_MEDIA_CARD_DeletePriKey), slot, path, password),
         gpki(SYMBOL(GPKI_STORAGE_DeletePriKey), mediumCard, path, password, slot));
 }
 
 int MediaWinsWirteCertKey(void* handle, int store, char* password, BINSTR* pfx)
 {
-    return row(handle, {need(password), need(pfx)},
+    return secretRow(handle, {need(password), need(pfx)},
         maker(SYMBOL(HVTK_MEDIA_WINS_WriteCertAndPriKey), store, password, pfx), absent);
 }
 
@@ -146,7 +147,7 @@ int MediaWinsReadCert(void* handle, int index, BINSTR* certificate)
 
 int MediaWinsReadPrikey(void* handle, int index, BINSTR* privateKey)
 {
-    return row(handle, {}, maker(SYMBOL(HVTK_MEDIA_WINS_ReadPriKey), index, privateKey), absent);
+    return secretRow(handle, {}, maker(SYMBOL(HVTK_MEDIA_WINS_ReadPriKey), index, privateKey), absent);
 }
 
 int MediaWinsReadCaPubs(void* handle, int index, BINSTR* certificates)

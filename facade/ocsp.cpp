@@ -12,7 +12,7 @@ using namespace sigil;
 int OCSPMakeOCSPReq(void* handle, BINSTR* certificate, bool signRequest, BINSTR* signerCertificate,
     BINSTR* signerKey, BINSTR* request)
 {
-    return row(handle, {need(certificate), need(signerCertificate), need(signerKey)},
+    return secretRow(handle, {need(certificate), need(signerCertificate), need(signerKey)},
         maker(SYMBOL(HVTK_OCSP_MakeOCSPReq), certificate, signRequest, signerCertificate, signerKey, request),
         gpki(SYMBOL(GPKI_OCSP_MakeOCSPReq), certificate, signRequest, signerCertificate, signerKey, request));
 }

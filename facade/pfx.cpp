@@ -27,21 +27,21 @@ int PFXExport(void* handle, int option, char* password, BINSTR* certificate, BIN
         return gpki(SYMBOL(GPKI_PFX_Export), password, certificate, privateKey, kmCertificate, kmPrivateKey, pfx)(
             library);
     };
-    return row(handle, {need(password), need(certificate), need(privateKey)},
+    return secretRow(handle, {need(password), need(certificate), need(privateKey)},
         maker(SYMBOL(HVTK_PFX_Export), option, password, certificate, privateKey, pfx), toGpki);
 }
 
 int PFXExport2(void* handle, int /*option*/, char* password, BINSTR* certificate, BINSTR* privateKey,
     BINSTR* caCertificates, BINSTR* pfx)
 {
-    return row(handle, {need(password), need(certificate), need(privateKey), need(caCertificates)},
+    return secretRow(handle, {need(password), need(certificate), need(privateKey), need(caCertificates)},
         maker(SYMBOL(HVTK_PFX_Export2), password, certificate, privateKey, caCertificates, pfx), absent);
 }
 
 int PFXImport(void* handle, char* password, BINSTR* pfx, BINSTR* certificate, BINSTR* privateKey,
     BINSTR* kmCertificate, BINSTR* kmPrivateKey, BINSTR* caCertificates)
 {
-    return row(handle, {need(password), need(pfx)},
+    return secretRow(handle, {need(password), need(pfx)},
         maker(SYMBOL(HVTK_PFX_Import), password, pfx, certificate, privateKey, caCertificates),
         gpki(SYMBOL(GPKI_PFX_Import), password, pfx, certificate, privateKey, kmCertificate, kmPrivateKey));
 }
@@ -49,7 +49,7 @@ int PFXImport(void* handle, char* password, BINSTR* pfx, BINSTR* certificate, BI
 int PFXExportMultiPair(
     void* handle, int option, char* password, BINSTR* certificates, BINSTR* privateKeys, BINSTR* pfx)
 {
-    return row(handle, {need(password), need(certificates), need(privateKeys)},
+    return secretRow(handle, {need(password), need(certificates), need(privateKeys)},
         maker(exportMultiPair, option, password, certificates, privateKeys, pfx), absent);
 }
 
@@ -57,7 +57,7 @@ int PFXExportMultiPair2(void* handle, int /*option*/, char* password, BINSTR* ce
     BINSTR* caCertificates, BINSTR* pfx)
 {
     // Intended: the function of PFXExportMultiPair with another list of arguments.
-    return row(handle, {need(password), need(certificates), need(privateKeys), need(caCertificates)},
+    return secretRow(handle, {need(password), need(certificates), need(privateKeys), need(caCertificates)},
         maker(exportMultiPair2, password, certificates, privateKeys, caCertificates, pfx), absent);
 }
 
@@ -65,7 +65,7 @@ int PFXImportMultiPair(
     void* handle, BINSTR* pfx, char* password, BINSTR* certificates, BINSTR* privateKeys, BINSTR* caCertificates)
 {
     // The three output records must hold data already; hosts put a placeholder into each.
-    return row(handle, {need(password), need(certificates), need(privateKeys), need(caCertificates)},
+    return secretRow(handle, {need(password), need(certificates), need(privateKeys), need(caCertificates)},
         maker(SYMBOL(HVTK_PFX_ImportMultiPair), {need(pfx)}, password, pfx, certificates, privateKeys,
             caCertificates),
         absent);
@@ -74,7 +74,7 @@ int PFXImportMultiPair(
 int PFXImportMultiPair2(void* handle, int mode, BINSTR* pfx, char* password, BINSTR* certificates,
     BINSTR* privateKeys, BINSTR* caCertificates)
 {
-    return row(handle, {need(password), need(certificates), need(privateKeys), need(caCertificates)},
+    return secretRow(handle, {need(password), need(certificates), need(privateKeys), need(caCertificates)},
         maker(SYMBOL(HVTK_PFX_ImportMultiPair2), {need(pfx)}, mode, password, pfx, certificates, privateKeys,
             caCertificates),
         absent);

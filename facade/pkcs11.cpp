@@ -23,12 +23,13 @@ int PKCS11GetTokenInfo(void* handle, unsigned long slotId, PKCS11_TOKEN_INFO* in
 
 int PKCS11InitToken(void* handle, char* soPin, char* label)
 {
-    return row(handle, {need(soPin), need(label)}, maker(SYMBOL(HVTK_PKCS11_InitToken), soPin, label), absent);
+    return secretRow(
+        handle, {need(soPin), need(label)}, maker(SYMBOL(HVTK_PKCS11_InitToken), soPin, label), absent);
 }
 
 int PKCS11InitTokenWithSlotID(void* handle, unsigned long slotId, char* soPin, char* pin, char* label)
 {
-    return row(handle, {need(soPin), need(pin), need(label)},
+    return secretRow(handle, {need(soPin), need(pin), need(label)},
         maker(SYMBOL(HVTK_PKCS11_InitTokenWithSlotID), slotId, soPin, pin, label), absent);
 }
 
@@ -48,17 +49,18 @@ int PKCS11OpenSessionWithSlotID(void* handle, unsigned long slotId, char* pin, i
 
 int PKCS11OpenSessionWithTokenName(void* handle, char* token, int flags)
 {
-    return row(handle, {need(token)}, maker(SYMBOL(HVTK_PKCS11_OpenSessionWithTokenName), token, flags), absent);
+    return secretRow(
+        handle, {need(token)}, maker(SYMBOL(HVTK_PKCS11_OpenSessionWithTokenName), token, flags), absent);
 }
 
 int PKCS11Login(void* handle, char* pin)
 {
-    return row(handle, {need(pin)}, maker(SYMBOL(HVTK_PKCS11_Login), pin), gpki(SYMBOL(GPKI_HSM_Login), pin));
+    return secretRow(handle, {need(pin)}, maker(SYMBOL(HVTK_PKCS11_Login), pin), gpki(SYMBOL(GPKI_HSM_Login), pin));
 }
 
 int PKCS11Logout(void* handle)
 {
-    return row(handle, {}, maker(SYMBOL(HVTK_PKCS11_Logout)), gpki(SYMBOL(GPKI_HSM_Logout)));
+    return secretRow(handle, {}, maker(SYMBOL(HVTK_PKCS11_Logout)), gpki(SYMBOL(GPKI_HSM_Logout)));
 }
 
 int PKCS11CloseSession(void* handle)
@@ -68,7 +70,7 @@ int PKCS11CloseSession(void* handle)
 
 int PKCS11ChangePIN(void* handle, char* oldPin, char* newPin)
 {
-    return row(handle, {need(oldPin), need(newPin)}, maker(SYMBOL(HVTK_PKCS11_ChangePIN), oldPin, newPin),
+    return secretRow(handle, {need(oldPin), need(newPin)}, maker(SYMBOL(HVTK_PKCS11_ChangePIN), oldPin, newPin),
         gpki(SYMBOL(GPKI_HSM_ChangePIN), oldPin, newPin));
 }
 
@@ -92,31 +94,31 @@ int PKCS11ReadCert(void* handle, BINSTR* id, BINSTR* certificate)
 
 int PKCS11ReadRandomForVID(void* handle, BINSTR* id, BINSTR* random)
 {
-    return row(handle, {need(id)}, maker(SYMBOL(HVTK_PKCS11_ReadRandomForVID), id, random),
+    return secretRow(handle, {need(id)}, maker(SYMBOL(HVTK_PKCS11_ReadRandomForVID), id, random),
         gpki(SYMBOL(GPKI_HSM_ReadRandomForVID), id, random));
 }
 
 int PKCS11WriteCertAndPriKey(void* handle, BINSTR* certificate, BINSTR* privateKey)
 {
-    return row(handle, {need(certificate), need(privateKey)},
+    return secretRow(handle, {need(certificate), need(privateKey)},
         maker(SYMBOL(HVTK_PKCS11_WriteCertAndPriKey), certificate, privateKey),
         gpki(SYMBOL(GPKI_HSM_WriteCertAndPriKey), certificate, privateKey));
 }
 
 int PKCS11DeleteCertAndPriKey(void* handle, BINSTR* id)
 {
-    return row(handle, {need(id)}, maker(SYMBOL(HVTK_PKCS11_DeleteCertAndPriKey), id),
+    return secretRow(handle, {need(id)}, maker(SYMBOL(HVTK_PKCS11_DeleteCertAndPriKey), id),
         gpki(SYMBOL(GPKI_HSM_DeleteCertAndPriKey), id));
 }
 
 int PKCS11GenKeyPair(void* handle, int algorithm, int bits, BINSTR* publicKey)
 {
-    return row(handle, {}, maker(SYMBOL(HVTK_PKCS11_GenKeyPair), algorithm, bits, publicKey), absent);
+    return secretRow(handle, {}, maker(SYMBOL(HVTK_PKCS11_GenKeyPair), algorithm, bits, publicKey), absent);
 }
 
 int PKCS11Sign(void* handle, BINSTR* id, BINSTR* data, BINSTR* signature)
 {
-    return row(handle, {need(id), need(data)}, maker(SYMBOL(HVTK_PKCS11_Sign), id, data, signature), absent);
+    return secretRow(handle, {need(id), need(data)}, maker(SYMBOL(HVTK_PKCS11_Sign), id, data, signature), absent);
 }
 
 int PKCS11Verify(void* handle, BINSTR* id, BINSTR* data, BINSTR* signature)
@@ -127,41 +129,42 @@ int PKCS11Verify(void* handle, BINSTR* id, BINSTR* data, BINSTR* signature)
 
 int PKCS11Encrypt(void* handle, BINSTR* id, BINSTR* data, BINSTR* cipher)
 {
-    return row(handle, {need(id), need(data)}, maker(SYMBOL(HVTK_PKCS11_Encrypt), id, data, cipher), absent);
+    return secretRow(handle, {need(id), need(data)}, maker(SYMBOL(HVTK_PKCS11_Encrypt), id, data, cipher), absent);
 }
 
 int PKCS11Decrypt(void* handle, BINSTR* id, BINSTR* cipher, BINSTR* data)
 {
-    return row(handle, {need(id), need(cipher)}, maker(SYMBOL(HVTK_PKCS11_Decrypt), id, cipher, data), absent);
+    return secretRow(
+        handle, {need(id), need(cipher)}, maker(SYMBOL(HVTK_PKCS11_Decrypt), id, cipher, data), absent);
 }
 
 int PKCS11SignData(void* handle, BINSTR* id, BINSTR* data, BINSTR* signedMessage)
 {
-    return row(handle, {need(id), need(data)}, maker(SYMBOL(HVTK_PKCS11_SignData), id, data, signedMessage),
+    return secretRow(handle, {need(id), need(data)}, maker(SYMBOL(HVTK_PKCS11_SignData), id, data, signedMessage),
         gpki(SYMBOL(GPKI_HSM_SignData), id, data, signedMessage));
 }
 
 int PKCS11SignDataNoContent(void* handle, BINSTR* id, BINSTR* data, BINSTR* signedMessage)
 {
-    return row(handle, {need(id), need(data)},
+    return secretRow(handle, {need(id), need(data)},
         maker(SYMBOL(HVTK_PKCS11_SignData_NoContent), id, data, signedMessage), absent);
 }
 
 int PKCS11DecryptData(void* handle, BINSTR* id, BINSTR* message, BINSTR* data)
 {
-    return row(
+    return secretRow(
         handle, {need(id), need(message)}, maker(SYMBOL(HVTK_PKCS11_DecryptData), id, message, data), absent);
 }
 
 int PKCS11SignAndEnvData(void* handle, BINSTR* id, BINSTR* recipient, BINSTR* data, BINSTR* envelopedMessage)
 {
-    return row(handle, {need(id), need(recipient), need(data)},
+    return secretRow(handle, {need(id), need(recipient), need(data)},
         maker(SYMBOL(HVTK_PKCS11_SignAndEnvData), id, recipient, data, envelopedMessage), absent);
 }
 
 int PKCS11VerifyAndDecData(void* handle, BINSTR* id, BINSTR* message, BINSTR* data, BINSTR* signerCertificate)
 {
-    return row(handle, {need(id), need(message)},
+    return secretRow(handle, {need(id), need(message)},
         maker(SYMBOL(HVTK_PKCS11_VerifyAndDecData), id, message, data, signerCertificate), absent);
 }
 
@@ -174,7 +177,7 @@ int PKCS11VerifySignatureValue(void* handle, char* hash, BINSTR* certificate, BI
 int PKCS11CMPCertRequest(void* handle, char* address, int port, char* reference, char* secret, char* pin,
     char* token, BINSTR* caCertificate, BINSTR* certificate)
 {
-    return row(handle, {need(address), need(reference), need(secret), need(pin), need(token)},
+    return secretRow(handle, {need(address), need(reference), need(secret), need(pin), need(token)},
         maker(SYMBOL(HVTK_PKCS11_CMP_CertRequest), address, port, reference, secret, pin, token, caCertificate,
             certificate),
         absent);
@@ -183,7 +186,7 @@ int PKCS11CMPCertRequest(void* handle, char* address, int port, char* reference,
 int PKCS11CMPCertUpdate(void* handle, char* address, int port, bool newKey, char* pin, char* token,
     BINSTR* certificate, BINSTR* newCertificate)
 {
-    return row(handle, {need(address), need(pin), need(token), need(certificate), need(newCertificate)},
+    return secretRow(handle, {need(address), need(pin), need(token), need(certificate), need(newCertificate)},
         maker(SYMBOL(HVTK_PKCS11_CMP_CertUpdate), address, port, newKey, pin, token, certificate, newCertificate),
         absent);
 }
@@ -192,7 +195,7 @@ int PKCS11CMPCertUpdate2(void* handle, char* address, int port, bool newKey, int
     BINSTR* certificate, BINSTR* caCertificate, BINSTR* newCertificate, BINSTR* newId, BINSTR* kmCertificate,
     BINSTR* kmId)
 {
-    return row(handle, {need(address), need(pin), need(token), need(certificate), need(caCertificate)},
+    return secretRow(handle, {need(address), need(pin), need(token), need(certificate), need(caCertificate)},
         maker(SYMBOL(HVTK_PKCS11_CMP_CertUpdate2), address, port, newKey, keyBits, pin, token, certificate,
             caCertificate, newCertificate, newId, kmCertificate, kmId),
         absent);
@@ -200,6 +203,6 @@ int PKCS11CMPCertUpdate2(void* handle, char* address, int port, bool newKey, int
 
 int PKCS11CMPCertRevoke(void* handle, char* address, int port, int reason, BINSTR* certificate, BINSTR* id)
 {
-    return row(handle, {need(address)},
+    return secretRow(handle, {need(address)},
         maker(SYMBOL(HVTK_PKCS11_CMP_CertRevoke), address, port, reason, certificate, id), absent);
 }

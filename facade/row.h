@@ -8,7 +8,7 @@
  *          maker(SYMBOL(HVTK_MEDIA_DISK_ReadCert), path, certificate),             what the maker toolkit receives
  *          gpki(SYMBOL(GPKI_STORAGE_ReadCert), mediumDisk, path, kind, certificate));  what the GPKI library receives
  *
- *      row      handle null? 1008
+ *      row      handle null? 1008; secretRow clears the traces of secrets at the end
  *      pick     not initialised? 1008; a requirement not met? its code; then by the handle's toolkit type
  *      absent   this toolkit has no such function: 1003
  *      call     (facade/backends/toolkit.h) library not loaded? 1023/1024; what this toolkit requires beyond? 1001;
@@ -20,6 +20,7 @@
 #include "facade/backends/gpki_wrap.h"
 #include "facade/backends/hvtk_wrap.h"
 #include "facade/wrapper_api.h"
+#include "foundation/secret.h"
 #include "toolkit_abi/gpki.h"
 #include "toolkit_abi/hvtk.h"
 
@@ -65,6 +66,16 @@ template <class Maker, class Gpki>
 {
     auto* api = static_cast<CWrapperAPI*>(handle);
     return api ? api->pick(needs, toMaker, toGpki) : SIGIL_NO_HANDLE;
+}
+
+/** A member that takes or gives keys, passwords or what they protect: nothing of them is left in registers or on the stack
+ *  when the host goes on. */
+template <class Maker, class Gpki>
+[[gnu::always_inline]] inline int secretRow(void* handle, Needs needs, const Maker& toMaker, const Gpki& toGpki)
+{
+    const int result = row(handle, needs, toMaker, toGpki);
+    clearTraces();
+    return result;
 }
 
 /** The few members that are operations of the handle's object. */

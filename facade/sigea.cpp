@@ -16,7 +16,7 @@ int SIGEAMakeChallenge(void* handle, BINSTR* challenge)
 
 int SIGEAMakeResponse(void* handle, BINSTR* challenge, BINSTR* certificate, BINSTR* privateKey, BINSTR* response)
 {
-    return row(handle, {need(challenge), need(certificate), need(privateKey)}, absent,
+    return secretRow(handle, {need(challenge), need(certificate), need(privateKey)}, absent,
         gpki(SYMBOL(GPKI_SIGEA_MakeResponse), challenge, certificate, privateKey, response));
 }
 

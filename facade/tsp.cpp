@@ -12,7 +12,7 @@ using namespace sigil;
 int TSPTimeStampData(void* handle, char* address, int port, int hash, char* policy, BINSTR* data, bool useNonce,
     BINSTR* certificate, BINSTR* privateKey, BINSTR* token)
 {
-    return row(handle, {need(address), need(policy), need(data), need(certificate), need(privateKey)},
+    return secretRow(handle, {need(address), need(policy), need(data), need(certificate), need(privateKey)},
         maker(SYMBOL(HVTK_TSP_TimeStampData), address, port, hash, policy, data, useNonce, certificate, privateKey,
             token),
         absent);
@@ -21,7 +21,7 @@ int TSPTimeStampData(void* handle, char* address, int port, int hash, char* poli
 int TSPTimeStampFile(void* handle, char* address, int port, int hash, char* policy, char* dataFile, bool useNonce,
     BINSTR* certificate, BINSTR* privateKey, BINSTR* token)
 {
-    return row(handle, {need(address), need(policy), need(dataFile), need(certificate), need(privateKey)},
+    return secretRow(handle, {need(address), need(policy), need(dataFile), need(certificate), need(privateKey)},
         maker(SYMBOL(HVTK_TSP_TimeStampFile), address, port, hash, policy, dataFile, useNonce, certificate,
             privateKey, token),
         absent);
@@ -30,7 +30,7 @@ int TSPTimeStampFile(void* handle, char* address, int port, int hash, char* poli
 int TSPMakeReqMsg(void* handle, BINSTR* data, int hash, char* policy, bool useNonce, BINSTR* certificate,
     BINSTR* privateKey, BINSTR* request)
 {
-    return row(handle, {need(data), need(policy), need(certificate), need(privateKey)},
+    return secretRow(handle, {need(data), need(policy), need(certificate), need(privateKey)},
         maker(SYMBOL(HVTK_TSP_MakeReqMsg), data, hash, policy, useNonce, certificate, privateKey, request),
         gpki(SYMBOL(GPKI_TSP_MakeReqMsg), data, hash, policy, useNonce, certificate, privateKey, request));
 }

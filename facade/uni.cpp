@@ -21,6 +21,6 @@ int UNIVerifySignData(void* handle, BINSTR* message, BINSTR* data, BINSTR* certi
 
 int UNIDecryptEnvData(void* handle, BINSTR* certificate, BINSTR* privateKey, BINSTR* message, BINSTR* data)
 {
-    return row(handle, {need(certificate), need(privateKey), need(message)},
+    return secretRow(handle, {need(certificate), need(privateKey), need(message)},
         maker(SYMBOL(HVTK_UNI_DecryptEnvData), certificate, privateKey, message, data), absent);
 }

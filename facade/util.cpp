@@ -11,7 +11,7 @@ using namespace sigil;
 
 int UTILAddObject(void* handle, BINSTR* object, BINSTR* list)
 {
-    return row(handle, {need(object)}, maker(SYMBOL(HVTK_UTIL_AddObject), object, list), absent);
+    return secretRow(handle, {need(object)}, maker(SYMBOL(HVTK_UTIL_AddObject), object, list), absent);
 }
 
 int UTILGetObjectCount(void* handle, BINSTR* list, int* count)
@@ -21,7 +21,7 @@ int UTILGetObjectCount(void* handle, BINSTR* list, int* count)
 
 int UTILGetObject(void* handle, BINSTR* list, int index, BINSTR* object)
 {
-    return row(handle, {need(list)}, maker(SYMBOL(HVTK_UTIL_GetObject), list, index, object), absent);
+    return secretRow(handle, {need(list)}, maker(SYMBOL(HVTK_UTIL_GetObject), list, index, object), absent);
 }
 
 int UTILCompareDN(void* handle, char* name1, char* name2)

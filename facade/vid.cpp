@@ -11,13 +11,13 @@ using namespace sigil;
 
 int VIDGetRandomFromPriKey(void* handle, BINSTR* privateKey, BINSTR* random)
 {
-    return row(handle, {need(privateKey)}, maker(SYMBOL(HVTK_VID_GetRandomFromPriKey), privateKey, random),
+    return secretRow(handle, {need(privateKey)}, maker(SYMBOL(HVTK_VID_GetRandomFromPriKey), privateKey, random),
         gpki(SYMBOL(GPKI_VID_GetRandomFromPriKey), privateKey, random));
 }
 
 int VIDVerify(void* handle, BINSTR* certificate, BINSTR* random, char* identity)
 {
-    return row(handle, {need(certificate), need(random), need(identity)},
+    return secretRow(handle, {need(certificate), need(random), need(identity)},
         maker(SYMBOL(HVTK_VID_Verify), certificate, random, identity),
         gpki(SYMBOL(GPKI_VID_Verify), certificate, random, identity));
 }
@@ -25,7 +25,8 @@ int VIDVerify(void* handle, BINSTR* certificate, BINSTR* random, char* identity)
 int VIDVerifyByIVS(
     void* handle, char* confFile, BINSTR* certificate, BINSTR* random, char* identity, BINSTR* ivsCertificate)
 {
-    return row(handle, {need(confFile), need(certificate), need(random), need(identity), need(ivsCertificate)},
+    return secretRow(handle,
+        {need(confFile), need(certificate), need(random), need(identity), need(ivsCertificate)},
         maker(SYMBOL(HVTK_VID_VerifyByIVS), confFile, certificate, random, identity, ivsCertificate),
         gpki(SYMBOL(GPKI_VID_VerifyByIVS), confFile, certificate, random, identity, ivsCertificate));
 }

@@ -11,7 +11,7 @@ using namespace sigil;
 
 int WPKISignData(void* handle, BINSTR* certificate, BINSTR* privateKey, BINSTR* data, BINSTR* message)
 {
-    return row(handle, {need(certificate), need(privateKey), need(data)},
+    return secretRow(handle, {need(certificate), need(privateKey), need(data)},
         maker(SYMBOL(HVTK_WPKI_SignData), certificate, privateKey, data, message), absent);
 }
 
@@ -23,13 +23,13 @@ int WPKIVerifyData(void* handle, BINSTR* message, BINSTR* data, BINSTR* certific
 int WPKIEncryptData(void* handle, BINSTR* certificate, BINSTR* privateKey, int algorithm, BINSTR* recipient,
     BINSTR* data, BINSTR* message)
 {
-    return row(handle, {need(certificate), need(privateKey), need(recipient), need(data)},
+    return secretRow(handle, {need(certificate), need(privateKey), need(recipient), need(data)},
         maker(SYMBOL(HVTK_WPKI_EncryptData), certificate, privateKey, algorithm, recipient, data, message), absent);
 }
 
 int WPKIDecryptData(void* handle, BINSTR* certificate, BINSTR* privateKey, BINSTR* message, BINSTR* data)
 {
-    return row(handle, {need(certificate), need(privateKey), need(message)},
+    return secretRow(handle, {need(certificate), need(privateKey), need(message)},
         maker(SYMBOL(HVTK_WPKI_DecryptData), certificate, privateKey, message, data), absent);
 }
 

@@ -7,6 +7,7 @@
 #pragma once
 
 #include "secrets/arena.h"
+#include "secrets/traces.h"
 
 #include <cstddef>
 #include <new>

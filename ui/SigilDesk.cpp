@@ -5,6 +5,7 @@
 
 #include "ui/SigilDesk.h"
 
+#include "foundation/secret.h"
 #include "foundation/text_field.h"
 #include "ui/select_cert_dialog.h"
 
@@ -108,6 +109,7 @@ try {
     // Without ShowUserCertInit there is nothing to wait for; hosts rely on the call not coming back with a code.
     while (!g_pQApplication)
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    const sigil::TracesCleared cleared;
     SelectCertDialog& dialog = *g_dlgUserCert;
     if (dialog.IsListing()) // for another call, which is still on the stack
         return SIGIL_CANCELLED;
@@ -136,6 +138,7 @@ try {
 int ShowUserCert_T(
     tagINITOPT* pInit, tagLOADSELECTCERTOPTION* pLoad, void*, tagEXTRAOPTION* pExtra, tagSELCERTINFO* pResult)
 try {
+    const sigil::TracesCleared cleared;
     SelectCertDialog dialog;
     int rv = applyOptions(dialog, pInit, pLoad, pExtra);
     if (rv == 0)

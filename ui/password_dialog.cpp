@@ -3,6 +3,7 @@
 
 #include "ui/password_dialog.h"
 
+#include "foundation/secret.h"
 #include "foundation/text_field.h"
 #include "ui/caps_lock_hint.h"
 #include "ui/contrast.h"
@@ -46,6 +47,7 @@ void PasswordDialog::InitSetControl()
 
 void PasswordDialog::on_pushButton_ok_clicked()
 {
+    const sigil::TracesCleared cleared;
     sigil::guard(*this, [this] { Confirm(); });
 }
 
@@ -76,6 +78,7 @@ void PasswordDialog::on_pushButton_cancel_clicked() { reject(); }
 
 void PasswordDialog::done(int result)
 {
+    const sigil::TracesCleared cleared;
     sigil::wipeField(m_Form->lineEdit_password);
     QDialog::done(result);
 }

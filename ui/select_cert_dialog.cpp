@@ -3,6 +3,7 @@
 
 #include "ui/select_cert_dialog.h"
 
+#include "foundation/secret.h"
 #include "foundation/text_field.h"
 #include "ui/caps_lock_hint.h"
 #include "ui/cert_view_main_dialog.h"
@@ -64,7 +65,11 @@ SelectCertDialog::SelectCertDialog(QWidget* parent)
         [this] { sigil::guard(*this, [this] { LockPassword(m_Table.selectedRow()); }); });
 }
 
-SelectCertDialog::~SelectCertDialog() { sigil::wipeField(m_Form->lineEdit_password); }
+SelectCertDialog::~SelectCertDialog()
+{
+    const sigil::TracesCleared cleared;
+    sigil::wipeField(m_Form->lineEdit_password);
+}
 
 void SelectCertDialog::SetLibraryFolder(std::string_view folder) { sigil::copyText(m_szLibraryFolder, folder); }
 
@@ -207,6 +212,7 @@ void SelectCertDialog::GiveTime()
 
 void SelectCertDialog::on_pushButton_find_clicked()
 {
+    const sigil::TracesCleared cleared;
     sigil::guard(*this, [this] { ImportFile(); });
 }
 
@@ -282,6 +288,7 @@ void SelectCertDialog::LockPassword(int row)
 
 void SelectCertDialog::on_pushButton_ok_clicked()
 {
+    const sigil::TracesCleared cleared;
     sigil::guard(*this, [this] { Confirm(); });
 }
 
@@ -303,7 +310,11 @@ int SelectCertDialog::SetSelectCertInfo(int row, char* password)
     return outcome.code;
 }
 
-void SelectCertDialog::GetSelectCertinfo(tagSELCERTINFO* result) { m_Selection.handOut(result); }
+void SelectCertDialog::GetSelectCertinfo(tagSELCERTINFO* result)
+{
+    const sigil::TracesCleared cleared;
+    m_Selection.handOut(result);
+}
 
 void SelectCertDialog::keyPressEvent(QKeyEvent* event)
 {
@@ -319,6 +330,7 @@ void SelectCertDialog::on_pushButton_cancel_clicked() { reject(); }
 
 void SelectCertDialog::reject()
 {
+    const sigil::TracesCleared cleared;
     sigil::wipeField(m_Form->lineEdit_password);
     m_Selection.giveUp();
     QDialog::reject();

@@ -246,15 +246,11 @@ Secret required(std::optional<Secret> secret, const Words& otherwise, const std:
     return std::move(*secret);
 }
 
-/** What was copied lies in the registers that copying uses, and where calls had their frames: the loader puts the registers
- *  there while it binds a function at its first call. Zeros are copied over them. */
-[[gnu::noinline]] void wipeRegistersAndStack()
+/** Overwrites where all calls had their frames. */
+[[gnu::noinline]] void wipeStack()
 {
-    std::array<char, 0x40000> frames{}; // deeper than calls go
-    for (std::size_t size = 1; size <= 4096; size *= 2) {
-        std::memmove(frames.data(), frames.data() + size, size);
-        asm volatile("" : : "r"(frames.data()) : "memory"); // it is not left out
-    }
+    std::array<char, 0x40000> frames; // NOLINT(cppcoreguidelines-pro-type-member-init): deeper than calls go
+    sigil::wipe(frames.data(), frames.size());
 }
 
 } // namespace
@@ -270,7 +266,9 @@ NotDumpable::NotDumpable()
 // By now every secret is wiped, and a leak checker may want to look.
 NotDumpable::~NotDumpable()
 {
-    wipeRegistersAndStack();
+    sigil::clearRegisters();
+    wipeStack();
+    sigil::clearRegisters();
     prctl(PR_SET_DUMPABLE, 1);
 }
 
