@@ -12,6 +12,7 @@
 #include <openssl/bio.h>
 #include <openssl/bn.h>
 #include <openssl/cms.h>
+#include <openssl/ec.h>
 #include <openssl/evp.h>
 #include <openssl/pkcs12.h>
 #include <openssl/x509.h>
@@ -54,6 +55,9 @@ using MacContextHandle = Handle<EVP_MAC_CTX, EVP_MAC_CTX_free>;
 using BioHandle = Handle<BIO, BIO_free_all>;
 using ObjectHandle = Handle<ASN1_OBJECT, ASN1_OBJECT_free>;
 using NumberHandle = Handle<BIGNUM, BN_clear_free>;
+using NumberContextHandle = Handle<BN_CTX, BN_CTX_free>;
+using GroupHandle = Handle<EC_GROUP, EC_GROUP_free>;
+using PointHandle = Handle<EC_POINT, EC_POINT_clear_free>;
 using CertificatesHandle = Handle<STACK_OF(X509), releaseCertificates>;
 using CmsHandle = Handle<CMS_ContentInfo, CMS_ContentInfo_free>;
 using BufferHandle = Handle<unsigned char, releaseBuffer>;

@@ -6,9 +6,9 @@
 #include "toolkit/engine/base/der.h"
 #include "toolkit/engine/base/error.h"
 #include "toolkit/engine/base/oid.h"
+#include "toolkit/engine/keys/key_numbers.h"
 
 #include <algorithm>
-#include <array>
 #include <optional>
 #include <vector>
 
@@ -68,35 +68,9 @@ std::optional<View> randomValues(View attribute)
 /** An RSAPublicKey from the first numbers of an RSAPrivateKey; nothing when that has another form. */
 std::optional<Bytes> rsaPublicKey(View privateKey)
 {
-    constexpr int numbers = 9;
-    der::Reader outer(privateKey);
-    der::Reader fields(outer.take(der::Sequence).value_or(View()));
-    std::array<View, numbers> found;
-    for (View& number : found) {
-        const auto field = fields.next();
-        if (!field || field->tag != der::Integer || field->content.empty())
-            return {};
-        number = field->whole;
-    }
-    if (!outer.atEnd() || !fields.atEnd())
-        return {};
-    return der::element(der::Sequence, {found[1], found[2]});
-}
-
-/** The uncompressed point in an ECPrivateKey; nothing when it has none. */
-std::optional<Bytes> ecPublicKey(View privateKey)
-{
-    constexpr unsigned char publicKeyTag = 0xA1;
-    constexpr unsigned char uncompressed = 4;
-    der::Reader fields(der::Reader(privateKey).take(der::Sequence).value_or(View()));
-    while (const auto field = fields.next()) {
-        const auto bits =
-            field->tag == publicKeyTag ? der::Reader(field->content).take(der::BitString) : std::nullopt;
-        const auto point = bits ? der::bitOctets(*bits) : std::nullopt;
-        if (point && !point->empty() && point->front() == uncompressed)
-            return toBytes(*point);
-    }
-    return {};
+    const auto numbers = rsaNumbers(privateKey);
+    return numbers ? std::optional(der::element(der::Sequence, {(*numbers)[1].whole, (*numbers)[2].whole}))
+                   : std::nullopt;
 }
 
 struct Algorithm {
@@ -134,13 +108,9 @@ std::optional<bool> belongTogether(View publicKeyInfo, View keyInfo)
     return own ? std::optional(sameBytes(*own, *known)) : std::nullopt;
 }
 
-} // namespace
-
-bool isPrivateKeyInfo(View der) { return parseKeyInfo(der).has_value(); }
-
-KeyHandle loadPrivateKey(const Library& library, View keyInfo)
+/** By OpenSSL's decoders, which know all kinds. */
+KeyHandle decodedKey(const Library& library, View keyInfo)
 {
-    require(isPrivateKeyInfo(keyInfo), SIGIL_TK_KEY_UNUSABLE, "PrivateKeyInfo");
     const unsigned char* at = keyInfo.data();
     const KeyInfoHandle parsed(d2i_PKCS8_PRIV_KEY_INFO(nullptr, &at, static_cast<long>(keyInfo.size())));
     require(parsed != nullptr, SIGIL_TK_KEY_UNUSABLE);
@@ -149,8 +119,21 @@ KeyHandle loadPrivateKey(const Library& library, View keyInfo)
     return key;
 }
 
+} // namespace
+
+bool isPrivateKeyInfo(View der) { return parseKeyInfo(der).has_value(); }
+
+KeyHandle loadPrivateKey(const Library& library, View keyInfo)
+{
+    require(isPrivateKeyInfo(keyInfo), SIGIL_TK_KEY_UNUSABLE, "PrivateKeyInfo");
+    KeyHandle key = keyOfNumbers(library, keyInfo);
+    return key ? std::move(key) : decodedKey(library, keyInfo);
+}
+
 Secret encodePrivateKey(const EVP_PKEY* key)
 {
+    if (auto encoded = encodeNumbers(key))
+        return std::move(*encoded);
     const KeyInfoHandle info(EVP_PKEY2PKCS8(key));
     require(info != nullptr, SIGIL_TK_KEY_UNUSABLE);
     return encode<Secret>(info.get(), i2d_PKCS8_PRIV_KEY_INFO);
