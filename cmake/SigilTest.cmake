@@ -49,3 +49,19 @@ function(sigil_add_test_headers name header)
     target_link_libraries(${name} PRIVATE ${headers_LIBRARIES} test_support GTest::gmock GTest::gtest_main)
     target_precompile_headers(${name} PRIVATE $<$<COMPILE_LANGUAGE:CXX>:${CMAKE_CURRENT_SOURCE_DIR}/${header}>)
 endfunction()
+
+# sigil_bound_at_once(NAME)
+#
+# Has the loader bind the functions of the test program lazily, and runs the test once more with all of them bound when it
+# starts: binding a function at its first call saves the registers, with what they hold, to the stack.
+function(sigil_bound_at_once name)
+    target_link_libraries(${name} PRIVATE -Wl,-z,lazy) # behind the flag that every program has
+    add_test(NAME ${name}_bound_at_once COMMAND ${name})
+    get_test_property(${name} ENVIRONMENT environment)
+    get_test_property(${name} TIMEOUT timeout)
+    if(NOT environment)
+        set(environment "")
+    endif()
+    set_tests_properties(${name}_bound_at_once PROPERTIES
+        TIMEOUT ${timeout} ENVIRONMENT "${environment};LD_BIND_NOW=1")
+endfunction()

@@ -4,7 +4,6 @@
 // The certificate list on the open toolkit with a sample store: real certificates, end to end.
 
 #include "tests/support/sample_store.h"
-#include "tests/support/secret_hunt.h"
 
 #include "certlist/public_part.h"
 #include "foundation/environment.h"
@@ -291,38 +290,6 @@ TEST_F(Store, WrongPasswordGivesNoRandomValue)
     EXPECT_EQ(CLP_GetPriKeyRandom(clp, 0, wrong, &random.data, &random.length), 1119);
     EXPECT_EQ(random.data, nullptr);
 }
-
-#ifndef __SANITIZE_ADDRESS__ // which maps more memory than can be searched, and forbids reading what was freed
-TEST_F(Store, SecretsEndWithTheirList)
-{
-    const auto hunt = [](Buffer& secret) { // takes the secret away from the caller
-        SecretHunt found({secret.data, static_cast<std::size_t>(secret.length)});
-        std::memset(secret.data, 0, static_cast<std::size_t>(secret.length));
-        return found;
-    };
-    const SecretHunt passwords(password);
-    const int passwordsBefore = passwords.copies();
-    for (const bool listedAgain : {true, false}) {
-        ASSERT_EQ(load(), 0);
-        const int index = indexOf(firstOf("npki", "both"));
-        Buffer sign, km, random;
-        ASSERT_EQ(CLP_DecryptPriKey(clp, index, password, &sign.data, &sign.length, &km.data, &km.length), 0);
-        ASSERT_EQ(CLP_GetPriKeyRandom(clp, index, password, &random.data, &random.length), 0);
-        const SecretHunt secrets[] = {hunt(sign), hunt(km), hunt(random)};
-        for (const SecretHunt& secret : secrets)
-            EXPECT_GE(secret.copies(), 1) << "the list keeps its own";
-        if (listedAgain) {
-            ASSERT_EQ(load(), 0);
-        } else {
-            CLP_UnInitalize(clp);
-            clp = nullptr;
-        }
-        for (const SecretHunt& secret : secrets)
-            EXPECT_EQ(secret.copies(), 0) << (listedAgain ? "listed again" : "ended");
-        EXPECT_EQ(passwords.copies(), passwordsBefore);
-    }
-}
-#endif
 
 struct Imported {
     Buffer cert, key, kmCert, kmKey;

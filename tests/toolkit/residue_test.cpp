@@ -3,6 +3,8 @@
 
 // What calls leave in memory of the secrets that they were handed: nothing.
 
+#include "secrets/traces.h"
+#include "tests/support/mapped_file.h"
 #include "tests/support/secret_hunt.h"
 #include "tests/toolkit/server.h"
 #include "tests/toolkit/tokens.h"
@@ -12,88 +14,25 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <fcntl.h>
-#include <sys/mman.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cstdlib>
-#include <stdexcept>
+#include <string>
+#include <vector>
 
 using namespace toolkit_test;
-using testing::HasSubstr;
 
 namespace {
 
-/** A file's bytes in shared memory, where no hunt looks: the secrets that the test itself has. Zero bytes follow them. */
-class MappedFile {
-public:
-    explicit MappedFile(const std::string& path)
+/** The hunt for secrets when a call has come back through the façade, which clears the traces that the toolkit leaves in
+ *  registers and on the stack. */
+struct Hunt : SecretHunt {
+    using SecretHunt::SecretHunt;
+    std::vector<std::string> places() const
     {
-        const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-        struct stat state { };
-        if (fstat(file, &state) == 0)
-            m_length = static_cast<std::size_t>(state.st_size);
-        m_bytes = mmap(nullptr, m_length + 1, PROT_READ, MAP_SHARED, file, 0);
-        close(file);
-        if (m_bytes == MAP_FAILED)
-            throw std::runtime_error("cannot map " + path);
-        m_record = {static_cast<unsigned char*>(m_bytes), static_cast<int>(m_length)};
+        sigil::clearTraces();
+        return SecretHunt::places();
     }
-    ~MappedFile() { munmap(m_bytes, m_length + 1); }
-    MappedFile(const MappedFile&) = delete;
-    MappedFile& operator=(const MappedFile&) = delete;
-
-    std::string_view bytes() const { return {chars(), m_length}; }
-    char* chars() const { return static_cast<char*>(m_bytes); }
-    BINSTR* get() { return &m_record; }
-
-private:
-    void* m_bytes;
-    std::size_t m_length = 0;
-    BINSTR m_record{};
+    std::string found() const { return joined(places()); }
 };
-
-/** A secret in pieces of which any one is a find: released memory keeps what was not written over yet. */
-class Pieces {
-public:
-    Pieces(std::string name, std::string_view secret)
-        : m_name(std::move(name))
-    {
-        for (std::size_t at = 0; at < secret.size(); at += length)
-            for (const auto order : {SecretHunt::Order::Forwards, SecretHunt::Order::Backwards})
-                m_hunts.emplace_back(secret.substr(std::min(at, secret.size() - length), length), order);
-    }
-    /** A line for each piece found; empty without any. */
-    std::string found() const
-    {
-        std::string lines;
-        for (std::size_t i = 0; i < m_hunts.size(); ++i)
-            for (const std::string& place : m_hunts[i].places())
-                lines +=
-                    m_name + (i % 2 ? " backwards" : "") + ", piece " + std::to_string(i / 2) + ": " + place + "\n";
-        return lines;
-    }
-
-private:
-    static constexpr std::size_t length = 16;
-
-    std::string m_name;
-    std::vector<SecretHunt> m_hunts;
-};
-
-[[gnu::noipa]] char* copyOf(std::string_view bytes, bool backwards)
-{
-    char* const copy = static_cast<char*>(std::malloc(bytes.size()));
-    if (backwards)
-        std::reverse_copy(bytes.begin(), bytes.end(), copy);
-    else
-        std::copy(bytes.begin(), bytes.end(), copy);
-    return copy;
-}
-
-[[gnu::noipa]] void release(char* copy) { std::free(copy); }
 
 class Residue : public testing::Test {
 protected:
@@ -112,14 +51,14 @@ protected:
             name + ".key | head -c 32) > " + name + ".bare");
     }
     /** The secret numbers of a key of 2048 bits, from the private exponent on: all behind the public exponent. */
-    static Pieces secretNumbers(const MappedFile& rsaKey)
+    static Hunt secretNumbers(const MappedFile& rsaKey)
     {
         constexpr std::size_t exponentAt = 303;
-        return {"RSA key", rsaKey.bytes().substr(exponentAt)};
+        return {{"RSA key", rsaKey.bytes().substr(exponentAt)}};
     }
-    static Pieces secretNumber(const MappedFile& ecKey, std::size_t at)
+    static Hunt secretNumber(const MappedFile& ecKey, std::size_t at)
     {
-        return {"EC key", ecKey.bytes().substr(at, 32)};
+        return {{"EC key", ecKey.bytes().substr(at, 32)}};
     }
 
     static constexpr std::size_t scalarAt = 36;
@@ -131,24 +70,6 @@ protected:
 
 } // namespace
 
-TEST_F(Residue, APlantedCopyIsFoundAndNamed)
-{
-    ecCertificate("user");
-    const MappedFile key(workshop.path("user.key"));
-    const Pieces pieces = secretNumber(key, scalarAt);
-    EXPECT_EQ(pieces.found(), "");
-    for (const bool backwards : {false, true}) {
-        char* copy = copyOf(key.bytes(), backwards);
-        EXPECT_THAT(pieces.found(), HasSubstr(backwards ? "EC key backwards, piece 0: 0x" : "EC key, piece 0: 0x"));
-        release(copy);
-        EXPECT_THAT(pieces.found(), HasSubstr("[heap]")) << "released and not wiped";
-        copy = copyOf(key.bytes(), backwards);
-        std::fill_n(copy, key.bytes().size(), '\0');
-        release(copy);
-        EXPECT_EQ(pieces.found(), "");
-    }
-}
-
 TEST_F(Residue, OfAnRsaKeyThatIsCheckedAgainstItsCertificate)
 {
     rsaCertificate("user");
@@ -156,7 +77,7 @@ TEST_F(Residue, OfAnRsaKeyThatIsCheckedAgainstItsCertificate)
     MappedFile certificate(workshop.path("user.crt"));
     MappedFile key(workshop.path("user.key"));
     MappedFile other(workshop.path("other.crt"));
-    const Pieces pieces = secretNumbers(key);
+    const Hunt pieces = secretNumbers(key);
     EXPECT_EQ(toolkit("PRIKEY_CheckKeyPair", certificate.get(), key.get()), 0);
     EXPECT_EQ(pieces.found(), "");
     EXPECT_EQ(toolkit("PRIKEY_CheckKeyPair", other.get(), key.get()), SIGIL_TK_KEY_MISMATCH);
@@ -172,7 +93,7 @@ TEST_F(Residue, OfAnEcKeyThatIsCheckedAgainstItsCertificate)
     MappedFile other(workshop.path("other.crt"));
     MappedFile whole(workshop.path("user.key"));
     MappedFile bare(workshop.path("user.bare"));
-    const Pieces pieces = secretNumber(whole, scalarAt);
+    const Hunt pieces = secretNumber(whole, scalarAt);
     ASSERT_EQ(bare.bytes().substr(bareScalarAt), whole.bytes().substr(scalarAt, 32));
     for (MappedFile* key : {&whole, &bare}) {
         EXPECT_EQ(toolkit("PRIKEY_CheckKeyPair", certificate.get(), key->get()), 0) << toolkit.errorText();
@@ -193,9 +114,9 @@ TEST_F(Residue, OfASharedKeyThatIsHashed)
     MappedFile peer(workshop.path("peer.crt"));
     const MappedFile shared(workshop.path("shared"));
     const MappedFile hashed(workshop.path("hashed"));
-    const Pieces secret("shared secret", shared.bytes());
-    const Pieces own = secretNumber(key, scalarAt);
-    const SecretHunt result(hashed.bytes());
+    const Hunt secret{{"shared secret", shared.bytes()}};
+    const Hunt own = secretNumber(key, scalarAt);
+    const Hunt result{{"hashed secret", hashed.bytes()}};
     {
         ByteString out(toolkit);
         ASSERT_EQ(toolkit("CRYPT_GenSharedKey", SIGIL_TK_HASH_SHA256, key.get(), peer.get(), out.get()), 0);
@@ -215,13 +136,13 @@ TEST_F(Residue, OfWhatIsExported)
     MappedFile key(workshop.path("user.key"));
     const MappedFile password(workshop.path("password"));
     const MappedFile bmp(workshop.path("bmp"));
-    const Pieces secrets[] = {
-        secretNumbers(key), {"password", password.bytes()}, {"password in two bytes each", bmp.bytes()}};
+    Hunt secrets = secretNumbers(key);
+    secrets.add("password", password.bytes());
+    secrets.add("password in two bytes each", bmp.bytes());
     for (const int option : {SIGIL_TK_PFX_3DES, SIGIL_TK_PFX_SEED, SIGIL_TK_PFX_AES256}) {
         ByteString file(toolkit);
         ASSERT_EQ(toolkit("PFX_Export", option, password.chars(), certificate.get(), key.get(), file.get()), 0);
-        for (const Pieces& secret : secrets)
-            EXPECT_EQ(secret.found(), "") << "option " << option;
+        EXPECT_EQ(secrets.found(), "") << "option " << option;
     }
 }
 
@@ -232,7 +153,7 @@ TEST_F(Residue, OfWhatACertificateIsAskedForWith)
         "openssl rand -base64 36 | tr -d '\\n' > secret && openssl rand -base64 36 | tr -d '\\n' > password");
     const MappedFile secret(workshop.path("secret"));
     const MappedFile password(workshop.path("password"));
-    const Pieces secrets[] = {{"secret", secret.bytes()}, {"password", password.bytes()}};
+    const Hunt secrets{{"secret", secret.bytes()}, {"password", password.bytes()}};
     const Server server = Server::authority(workshop, "ca");
     std::string known = "the secret";
     for (char* const used : {secret.chars(), known.data()}) {
@@ -243,8 +164,7 @@ TEST_F(Residue, OfWhatACertificateIsAskedForWith)
                       password.chars(), certificate.get(), key.get(), none, none),
             used == secret.chars() ? SIGIL_TK_CMP_PROTECTION : SIGIL_TK_OK)
             << toolkit.errorText();
-        for (const Pieces& pieces : secrets)
-            EXPECT_EQ(pieces.found(), "");
+        EXPECT_EQ(secrets.found(), "");
     }
 }
 
@@ -260,12 +180,9 @@ TEST(TokenResidue, OfPinsAndOfWhatAKeyOnATokenIsCertifiedWith)
     const MappedFile fresh(workshop.path("new"));
     const MappedFile wrong(workshop.path("wrong"));
     const MappedFile secret(workshop.path("secret"));
-    const Pieces secrets[] = {
+    const Hunt secrets{
         {"PIN", pin.bytes()}, {"new PIN", fresh.bytes()}, {"wrong PIN", wrong.bytes()}, {"secret", secret.bytes()}};
-    const auto expectNone = [&](const std::string& after) {
-        for (const Pieces& pieces : secrets)
-            EXPECT_EQ(pieces.found(), "") << after;
-    };
+    const auto expectNone = [&](const std::string& after) { EXPECT_EQ(secrets.found(), "") << after; };
     const Server server = Server::authority(workshop, "ca");
     const ToolkitLibrary toolkit("HVTK_");
     const auto call = [&](int expected, const std::string& function, auto... arguments) {
