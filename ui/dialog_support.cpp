@@ -107,11 +107,19 @@ void askForPassword(QLineEdit* field)
     field->selectAll();
 }
 
+void giveRoom(QLineEdit* field)
+{
+    constexpr int enough = 1024;
+    QString room;
+    room.reserve(enough);
+    field->setText(room); // which shares it, and has it alone when this one goes
+}
+
 void wipeField(QLineEdit* field)
 {
     QString text = field->text(); // shares the field's own memory, so that wiping it wipes what was typed
-    field->setText({});           // also forgets the undo history
-    wipe(text.data(), static_cast<std::size_t>(text.size()) * sizeof(QChar));
+    giveRoom(field);              // also forgets the undo history
+    wipe(text.data(), static_cast<std::size_t>(text.capacity()) * sizeof(QChar));
 }
 
 TypedPassword::TypedPassword(const QLineEdit* field)

@@ -72,6 +72,10 @@ void showWholeRows(QTableView* table);
  *  field is left alone. */
 void askForPassword(QLineEdit* field);
 
+/** Has a password field, which must be empty, type into memory that is large enough at once: of what a growing text leaves
+ *  behind nobody knows. */
+void giveRoom(QLineEdit* field);
+
 /** Empties a password field and overwrites the text that it held. */
 void wipeField(QLineEdit* field);
 
@@ -79,7 +83,7 @@ void wipeField(QLineEdit* field);
 class TypedPassword {
 public:
     explicit TypedPassword(const QLineEdit* field);
-    ~TypedPassword() { wipe(m_bytes.data(), static_cast<std::size_t>(m_bytes.size())); }
+    ~TypedPassword() { wipe(m_bytes.data(), static_cast<std::size_t>(m_bytes.capacity())); }
     TypedPassword(const TypedPassword&) = delete;
     TypedPassword& operator=(const TypedPassword&) = delete;
 

@@ -17,6 +17,7 @@ PasswordDialog::PasswordDialog(QWidget* parent)
     , m_Form(std::make_unique<Ui_PasswordDialog>())
 {
     m_Form->setupUi(this);
+    sigil::giveRoom(m_Form->lineEdit_password);
     sigil::fitForm(this);
     sigil::giveIcon(this);
     sigil::letReturnPressButtons(this);

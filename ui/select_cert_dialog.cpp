@@ -48,6 +48,7 @@ SelectCertDialog::SelectCertDialog(QWidget* parent)
     , m_MediaButtons(*m_Form)
     , m_Logo(m_Form->label_logo)
 {
+    sigil::giveRoom(m_Form->lineEdit_password);
     sigil::giveIcon(this);
     sigil::letReturnPressButtons(this);
     sigil::makeSelectionsReadable(this);

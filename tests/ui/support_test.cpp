@@ -155,6 +155,20 @@ TEST(PasswordField, IsEmptyAfterWipingAndCannotBeUndone)
     EXPECT_FALSE(field.isUndoAvailable());
 }
 
+// A text that outgrows its memory leaves what was typed until then in the old one.
+TEST(PasswordField, HasRoomForTheLongestPasswordFromTheStartAndAfterWiping)
+{
+    constexpr int longest = 1023;
+    QLineEdit field;
+    giveRoom(&field);
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(field.text(), QString());
+        QTest::keyClicks(&field, "s");
+        EXPECT_GE(field.text().capacity(), longest);
+        wipeField(&field);
+    }
+}
+
 TEST(PasswordField, IsReadInTheLocalEncoding)
 {
     QLineEdit field;
