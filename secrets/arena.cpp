@@ -37,7 +37,9 @@ public:
         if (free == m_used.end())
             return nullptr;
         std::fill_n(free, count, true);
-        return m_pages + (free - m_used.begin()) * static_cast<long>(unit);
+        const std::size_t at = static_cast<std::size_t>(free - m_used.begin()) * unit;
+        lockUpTo(at + count * unit);
+        return m_pages + at;
     }
 
     /** @return false for a block that is not of here */
@@ -52,11 +54,14 @@ public:
         return true;
     }
 
-    /** What is still used then belongs to objects that end later. */
-    ~Arena()
+    /** Gives the pages back, unless somebody still uses one of them. */
+    void end()
     {
-        if (m_pages && std::find(m_used.begin(), m_used.end(), true) == m_used.end())
-            munmap(m_pages, length);
+        if (!m_pages || std::find(m_used.begin(), m_used.end(), true) != m_used.end())
+            return;
+        munmap(m_pages, length);
+        m_pages = nullptr;
+        m_locked = 0;
     }
 
     static constexpr std::size_t largest = 128 << 10;
@@ -68,7 +73,6 @@ private:
 
     static std::size_t unitsOf(std::size_t size) { return std::max<std::size_t>(1, (size + unit - 1) / unit); }
 
-    /** Failures but the first are taken as they are: what the system does not allow is not promised. */
     bool map()
     {
         const int before = errno;
@@ -76,20 +80,34 @@ private:
         if (pages != MAP_FAILED) {
             m_pages = static_cast<char*>(pages);
             madvise(pages, length, MADV_DONTDUMP);
-            constexpr std::size_t step = 64 << 10;
-            for (std::size_t at = 0; at < length && mlock2(m_pages + at, step, MLOCK_ONFAULT) == 0; at += step)
-                ;
         }
         errno = before;
         return m_pages != nullptr;
     }
 
+    /** As far as it was never used before: locking takes a page whether it is used or not. What the system does not allow is not
+     *  promised. */
+    void lockUpTo(std::size_t end)
+    {
+        constexpr std::size_t step = 64 << 10;
+        const int before = errno;
+        for (; m_locked < end; m_locked += step)
+            static_cast<void>(mlock(m_pages + m_locked, step));
+        errno = before;
+    }
+
     std::mutex m_mutex;
     char* m_pages = nullptr;
+    std::size_t m_locked = 0;
     std::array<bool, units> m_used{};
 };
 
-Arena arena; // ends after everything that is made when it is first used
+Arena arena;
+
+/** When the library goes: after everything that was made since it came. */
+struct End {
+    ~End() { arena.end(); }
+} const end;
 
 } // namespace
 

@@ -46,7 +46,7 @@ bool mayLock()
 {
     constexpr std::size_t size = 4096;
     void* const page = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    const bool locked = mlock2(page, size, MLOCK_ONFAULT) == 0;
+    const bool locked = mlock(page, size) == 0;
     munmap(page, size);
     return locked;
 }
