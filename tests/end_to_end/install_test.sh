@@ -26,6 +26,7 @@ if [ $# -gt 3 ]; then
     for objects in {foundation,facade,certlist,doctor,jobs}/CMakeFiles tools/sigildesk/CMakeFiles; do
         cp -rlf "$build/$objects/." "$tree/$objects"
     done
+    cp -l "$build"/secrets/*.a "$tree/secrets"
     cp -lf "$build"/tools/sigildesk/{sigildesk.{1,bash,fish},_sigildesk} "$tree/tools/sigildesk"
     [ -n "$sanitize" ] || cp -rl "$build"/manuals/{man,reference} "$tree/manuals"
     rm "$tree/bin/sigildesk"
