@@ -86,7 +86,8 @@ std::vector<std::string> itemsOf(const Setting& setting, const Crypto& crypto, B
         return items;
     for (int i = 0; i < count; ++i) {
         Bytes item(crypto.handle());
-        set(crypto, item, "-"); // the government library's function wants something there
+        if (gpki) // its function wants something there, which it releases
+            set(crypto, item, "-");
         crypto.check((gpki ? CertGetCert : UTILGetObject)(crypto.handle(), list.get(), i, item.get()));
         items.emplace_back(view(item));
     }
