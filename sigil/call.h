@@ -6,6 +6,7 @@
  */
 #pragma once
 
+#include "foundation/secret.h"
 #include "sigil/session.h"
 
 #include <algorithm>
@@ -18,12 +19,14 @@ namespace host {
 /** The code of the exception that is being handled; what it says becomes the session's error text. */
 int codeOfException(SigilSession* session) noexcept;
 
-/** Runs a job that throws what goes wrong. @return a result of the library */
+/** Runs a job that throws what goes wrong; nothing of the secrets that it copied is left in registers and on the stack.
+ *  @return a result of the library */
 template <class Job>
 int run(SigilSession* session, Job job) noexcept
 {
     if (!session)
         return SIGIL_NO_HANDLE;
+    const sigil::TracesCleared cleared;
     try {
         session->error.clear();
         job(*session);
