@@ -101,7 +101,8 @@ std::vector<Item> itemsOf(const std::string& folder, int& error)
     error = open ? 0 : errno;
     while (const dirent* entry = open ? readdir(open.get()) : nullptr) {
         const std::string name = entry->d_name;
-        const std::string path = folder + "/" + name;
+        std::string path = folder;
+        path.append("/").append(name);
         struct stat status { };
         if (name == "." || name == ".." || lstat(path.c_str(), &status) != 0)
             continue;

@@ -106,6 +106,8 @@ std::string joined(const Steps& steps)
 /** True when the families' folders of this medium hold the folder of @p match. */
 bool isSearched(const StorePlace& place, const Match& match)
 {
+    if (!match.family)
+        return false;
     const StoreFolders& folders = foldersOf(*match.family, place.medium);
     return folders.places > 0 &&
         std::ranges::any_of(folders.folders, [&](const char* folder) { return match.folder == folder; });

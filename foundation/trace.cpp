@@ -54,7 +54,9 @@ void LOG_LEVEL(const char* level, const char* file, long line, const char* func,
     sigil::logQuietly([&] {
         char message[longestMessage + 1] = "";
         if (fmt)
-            static_cast<void>(std::vsnprintf(message, sizeof message, fmt, arguments)); // longer ones are cut
+            // Longer ones are cut. The list was started above.
+            static_cast<void>(
+                std::vsnprintf(message, sizeof message, fmt, arguments)); // NOLINT(clang-analyzer-valist.*)
         const std::string record = traceRecord(level, file, line, func, message);
         // The folder is open to all users of the machine: a link planted there must not lead the trace elsewhere.
         const std::string path = sigil::environment().traceFolder + sigil::currentTimeText("/tarnwick_%Y%m%d.log");
