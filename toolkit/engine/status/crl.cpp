@@ -23,6 +23,7 @@ int fetchMode(const Certificate& certificate)
 std::vector<const Certificate*> pointersTo(const std::vector<Certificate>& certificates)
 {
     std::vector<const Certificate*> pointers;
+    pointers.reserve(certificates.size());
     for (const Certificate& certificate : certificates)
         pointers.push_back(&certificate);
     return pointers;
