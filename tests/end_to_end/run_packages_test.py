@@ -46,7 +46,7 @@ def group(packages, name):
 
 def main():
     packages, groups, *files = sys.argv[1:]
-    own = {pathlib.Path(file).name for file in files} | {"libSigilDesk.so.1"}
+    own = {pathlib.Path(file).name for file in files}
     places = library_places()
     late = set().union(*map(loaded_late, files)) - own
     libraries = set().union(*map(needed, files)).intersection(places) - own | late
