@@ -21,7 +21,9 @@ sys.path.insert(0, str(SOURCE / "manuals"))
 import sample_home  # noqa: E402
 from open_toolkit import OpenToolkit, TYPES  # noqa: E402
 
-PAGES = {path.name: path.read_text(encoding="utf-8") for path in sorted((BUILD / "manuals" / "man").rglob("*.[0-9]"))}
+FILES = sorted((BUILD / "manuals" / "man").rglob("*.[0-9]"))
+PAGES = {path.name: path.read_text(encoding="utf-8") for path in FILES}
+PAGE_OF_THE_COMMAND = BUILD / "tools" / "sigildesk" / "sigildesk.1"
 LIBRARY_FOLDER = BUILD / "lib" / "sigildesk"
 WARNINGS = ["-Wall", "-Wextra", "-Wpedantic", "-Werror"]
 
@@ -45,16 +47,20 @@ def exported():
 
 
 class Pages(unittest.TestCase):
-    def test_are_well_formed(self):
-        def complaints(name):
-            command = ["groff", "-man", "-ww", "-Kutf8", "-Tutf8", "-z"]
-            process = subprocess.run(command, input=PAGES[name], capture_output=True, text=True, check=False)
-            return name, process.returncode, process.stderr
+    def test_are_read_without_a_warning(self):
+        # A container may deny what man's own sandbox asks for.
+        environment = {**os.environ, "LC_ALL": "C.UTF-8", "MANWIDTH": "80", "MANROFFOPT": "", "MAN_DISABLE_SECCOMP": "1"}
 
-        own = [name for name, text in PAGES.items() if not text.startswith(".so ")]
+        def read(file):
+            process = subprocess.run(["man", "--warnings=w", "--local-file", file], capture_output=True, text=True, check=False,
+                                     env=environment)
+            return file, process.returncode, process.stderr, process.stdout
+
+        own = [file for file in FILES if not PAGES[file.name].startswith(".so ")]
         with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
-            for name, status, words in pool.map(complaints, own):
-                self.assertEqual((status, words), (0, ""), name)
+            for file, status, words, shown in pool.map(read, [*own, PAGE_OF_THE_COMMAND]):
+                self.assertEqual((status, words), (0, ""), file)
+                self.assertIn("\nNAME\n", shown, file)
 
     def test_of_the_same_text_lead_to_it(self):
         for name, text in PAGES.items():

@@ -54,10 +54,6 @@ class DocumentsTest(CommandTest):
             self.assertEqual(set(re.findall(r"^\.B (--[a-z-]+)", self.section(command), re.MULTILINE)), self.own_options(command),
                              command)
 
-    def test_man_page_is_well_formed(self):
-        process = subprocess.run(["groff", "-man", "-ww", "-Tutf8", "-z"], input=self.page, capture_output=True, text=True, check=False)
-        self.assertEqual((process.returncode, process.stderr), (0, ""))
-
     def test_completion_of_bash(self):
         script = self.work / "completion.bash"
         script.write_text(self.answer("completion", "bash"))
