@@ -5,21 +5,17 @@
 
 #include "certlist/entry.h"
 #include "certlist/copy_target.h"
-#include "fuzz/foundation/require.h"
+#include "fuzz/target.h"
 
-#include <algorithm>
-#include <cstdint>
 #include <cstring>
 #include <string>
 
 namespace {
 
-void packAndUnpack(const std::uint8_t* data, std::size_t size)
+void packAndUnpack(fuzz::Input input)
 {
     sigil::ScratchEntry entry;
-    auto* bytes = reinterpret_cast<std::uint8_t*>(&*entry);
-    for (std::size_t at = 0; size > 0 && at < sizeof(tagCERTINFO); at += size) // repeated over the whole record
-        std::memcpy(bytes + at, data, std::min(size, sizeof(tagCERTINFO) - at));
+    fuzz::fill(*entry, input);
     sigil::PackedEntry packed;
     packed.store(*entry);
     sigil::ScratchEntry once(packed);
@@ -45,9 +41,8 @@ void copyTargets(const std::string& text)
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+FUZZ_TARGET(certlist_entry, input)
 {
-    packAndUnpack(data, size);
-    copyTargets(std::string(reinterpret_cast<const char*>(data), size));
-    return 0;
+    packAndUnpack(input);
+    copyTargets(fuzz::text(input));
 }

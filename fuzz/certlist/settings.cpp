@@ -6,41 +6,18 @@
 #include "certlist/issuer_table.h"
 #include "certlist/policy_table.h"
 
-#include "fuzz/foundation/require.h"
-
-#include <sys/mman.h>
-#include <unistd.h>
+#include "fuzz/memory_file.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <cstring>
 #include <string>
 
 namespace {
 
-/** A file in memory, with a path. */
-class MemoryFile {
-public:
-    explicit MemoryFile(std::string_view content)
-        : m_file(memfd_create("settings", 0))
-    {
-        require(write(m_file, content.data(), content.size()) == static_cast<ssize_t>(content.size()),
-            "memory files can be written");
-    }
-    ~MemoryFile() { close(m_file); }
-    MemoryFile(const MemoryFile&) = delete;
-    MemoryFile& operator=(const MemoryFile&) = delete;
-
-    std::string path() const { return "/proc/self/fd/" + std::to_string(m_file); }
-
-private:
-    int m_file;
-};
-
 void policies(std::string_view content)
 {
     CBinary read;
-    const auto result = sigil::readPolicyFile(MemoryFile(content).path().c_str(), read);
+    const auto result = sigil::readPolicyFile(fuzz::MemoryFile(content).path().c_str(), read);
     require((result.code == 0) == !content.empty(), "a file with content is read");
     sigil::PolicyTable table;
     table.build(content);
@@ -67,18 +44,17 @@ void filter(std::string_view list)
 void issuers(std::string_view content)
 {
     sigil::IssuerTable table;
-    const char* mistake = table.read(MemoryFile(content).path().c_str());
+    const char* mistake = table.read(fuzz::MemoryFile(content).path().c_str());
     require(!mistake || std::strstr(mistake, "read fail"), "a mistake is told in words");
     table.nameOf(content);
 }
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+FUZZ_TARGET(certlist_settings, input)
 {
-    const std::string_view text(reinterpret_cast<const char*>(data), size);
+    const std::string text = fuzz::text(input);
     policies(text);
     filter(text);
     issuers(text);
-    return 0;
 }

@@ -3,11 +3,10 @@
 
 // The text conversions on any bytes, each in a buffer of exactly the documented size.
 
-#include "fuzz/foundation/require.h"
+#include "fuzz/target.h"
 
 #include <sigildesk/convert_utf8.h>
 
-#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -44,10 +43,10 @@ std::string run(int (ConvertUTF8::*conversion)(const char*, int, char*, int&), c
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+FUZZ_TARGET(foundation_conversions, input)
 {
-    const std::string in(reinterpret_cast<const char*>(data), size);
-    const int capacity = static_cast<int>(size);
+    const std::string in = fuzz::text(input);
+    const int capacity = static_cast<int>(in.size());
 
     const std::string unicode = run(&ConvertUTF8::utf82unicode, in, 0);
     const std::string ascii = run(&ConvertUTF8::unicode2ascii, unicode, capacity);
@@ -56,10 +55,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     run(&ConvertUTF8::ascii2unicode, in, 0);
 
     int result = 0;
-    const std::string direct = run(&ConvertUTF8::utf82ascii, in, size, result);
+    const std::string direct = run(&ConvertUTF8::utf82ascii, in, in.size(), result);
     require(result == 0 && direct == ascii, "the short way to CP949 gives what the two steps give");
 
-    const std::string utf8 = run(&ConvertUTF8::ascii2utf8, in, size * 3 / 2, result);
+    const std::string utf8 = run(&ConvertUTF8::ascii2utf8, in, in.size() * 3 / 2, result);
     const std::string steps = run(&ConvertUTF8::unicode2utf8, run(&ConvertUTF8::ascii2unicode, in, 0), 0);
     require(result != 0 || utf8 == steps, "the short way to UTF-8 gives what the two steps give");
 
@@ -68,5 +67,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     require(result == 0, "CP949 text that was made here can be converted");
     require(
         run(&ConvertUTF8::utf82ascii, back, back.size(), result) == direct, "there and back gives the same text");
-    return 0;
 }

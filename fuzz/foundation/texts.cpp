@@ -4,12 +4,11 @@
 // Names, dates, policies and plain texts of any content, as toolkits and certificates may bring them.
 
 #include "foundation/text_field.h"
-#include "fuzz/foundation/require.h"
+#include "fuzz/target.h"
 
 #include <sigildesk/util.h>
 
 #include <algorithm>
-#include <cstdint>
 #include <cstring>
 #include <memory>
 #include <string>
@@ -100,12 +99,11 @@ void plainTexts(const std::string& text)
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+FUZZ_TARGET(foundation_texts, input)
 {
-    const std::string text(reinterpret_cast<const char*>(data), size);
+    const std::string text = fuzz::text(input);
     names(text);
     dates(text);
     policies(text);
     plainTexts(text);
-    return 0;
 }

@@ -10,9 +10,9 @@
 
 using toolkit::Certificate;
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+FUZZ_TARGET(toolkit_certificate, input)
 {
-    const toolkit::Bytes bytes = fuzz::input(data, size);
+    const toolkit::Bytes bytes = fuzz::der(input);
     fuzz::attempt([&] {
         const Certificate certificate(fuzz::library(), bytes);
         for (const auto getter : {&Certificate::uid, &Certificate::serialNumber, &Certificate::signatureAlgorithm,
@@ -29,5 +29,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         fuzz::attempt([&] { toolkit::verifyIdentity(fuzz::library(), certificate, toolkit::view("r"), "1"); });
         fuzz::attempt([&] { certificate.publicKey(); });
     });
-    return 0;
 }

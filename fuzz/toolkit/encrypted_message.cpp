@@ -31,10 +31,10 @@ Certificate makeRecipient()
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+FUZZ_TARGET(toolkit_encrypted_message, input)
 {
     static const Certificate recipient = makeRecipient();
-    const Bytes bytes = fuzz::input(data, size);
+    const Bytes bytes = fuzz::der(input);
     const Bytes key(16, 0x11);
     fuzz::attempt([&] {
         const Message message{Input(bytes)};
@@ -45,5 +45,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         });
         openEncrypted(fuzz::library(), message, key, [](View) {});
     });
-    return 0;
 }

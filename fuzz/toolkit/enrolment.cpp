@@ -76,11 +76,10 @@ void askFor(const Authority& authority)
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+FUZZ_TARGET(toolkit_enrolment, input)
 {
-    const Bytes answer = fuzz::input(data, size);
+    const Bytes answer = fuzz::der(input);
     constexpr std::chrono::milliseconds noPatience{50}; // never long enough for the second that a wait takes
     askFor(Authority([&](View, auto) { return answer; }, noPatience));
     askFor(Authority([&](View request, auto) { return adapted(request, answer); }, noPatience));
-    return 0;
 }

@@ -6,6 +6,7 @@
  */
 #pragma once
 
+#include "fuzz/target.h"
 #include "toolkit/engine/base/bytes.h"
 #include "toolkit/engine/base/der.h"
 #include "toolkit/engine/base/error.h"
@@ -13,7 +14,6 @@
 #include "toolkit/engine/base/oid.h"
 #include "toolkit/engine/base/pem.h"
 
-#include <cstdint>
 #include <cstdlib>
 #include <string>
 
@@ -26,13 +26,13 @@ inline const toolkit::Library& library()
 }
 
 /** The input itself; the seeds of the corpus are PEM, so that they can be read, and stand for what is in them. */
-inline toolkit::Bytes input(const std::uint8_t* data, std::size_t size)
+inline toolkit::Bytes der(Input input)
 {
     const toolkit::ErrorScope scope;
     try {
-        return toolkit::derOf({data, size}, SIGIL_TK_ENCODING);
+        return toolkit::derOf(input, SIGIL_TK_ENCODING);
     } catch (const toolkit::Error&) {
-        return {data, data + size};
+        return toolkit::toBytes(input);
     }
 }
 

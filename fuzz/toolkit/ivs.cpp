@@ -27,12 +27,12 @@ std::vector<toolkit::Certificate> certificatesIn(toolkit::View message)
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+FUZZ_TARGET(toolkit_ivs, input)
 {
     constexpr std::time_t now = 1'800'000'000; // 2027: the same in every run
     // The same in every run too, so that an input can repeat it.
     const toolkit::IvsRequest request{toolkit::Bytes(16, 0x11), {}, {}};
-    const toolkit::Bytes bytes = fuzz::input(data, size);
+    const toolkit::Bytes bytes = fuzz::der(input);
     fuzz::attempt([&] {
         const toolkit::IvsResponse response(fuzz::library(), bytes);
         fuzz::attempt([&] { response.requireMadeAt(now); });
@@ -42,5 +42,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             fuzz::attempt([&] { response.requireValid(own); });
         }
     });
-    return 0;
 }

@@ -7,12 +7,11 @@
 #include "fuzz/toolkit/input.h"
 #include "toolkit/engine/keys/private_key.h"
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+FUZZ_TARGET(toolkit_key_file, input)
 {
-    const toolkit::Bytes bytes = fuzz::input(data, size);
+    const toolkit::Bytes bytes = fuzz::der(input);
     fuzz::attempt([&] { toolkit::identityRandom(toolkit::decryptKeyFile(fuzz::library(), bytes, "password")); });
     fuzz::attempt([&] { toolkit::identityRandom(bytes); });
     fuzz::attempt([&] { toolkit::loadPrivateKey(fuzz::library(), bytes); });
     fuzz::attempt([&] { toolkit::identityRandom(toolkit::withIdentityRandom(bytes, toolkit::view("random"))); });
-    return 0;
 }

@@ -8,9 +8,9 @@
 
 #include <algorithm>
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+FUZZ_TARGET(toolkit_object_list, input)
 {
-    const toolkit::Bytes bytes = fuzz::input(data, size);
+    const toolkit::Bytes bytes = fuzz::der(input);
     fuzz::attempt([&] {
         const toolkit::ObjectList list(bytes);
         const toolkit::ObjectList again(list.encode());
@@ -18,5 +18,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             std::abort();
     });
     fuzz::attempt([&] { toolkit::certificatesOf(fuzz::library(), bytes); });
-    return 0;
 }

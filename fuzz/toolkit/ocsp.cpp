@@ -6,10 +6,10 @@
 #include "toolkit/engine/status/ocsp.h"
 #include "fuzz/toolkit/input.h"
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+FUZZ_TARGET(toolkit_ocsp, input)
 {
     constexpr std::time_t now = 1'800'000'000; // 2027: the same in every run
-    const toolkit::Bytes bytes = fuzz::input(data, size);
+    const toolkit::Bytes bytes = fuzz::der(input);
     fuzz::attempt([&] {
         const toolkit::OcspResponse response(bytes);
         for (const toolkit::Certificate& own : response.certificates(fuzz::library())) {
@@ -19,5 +19,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                 [&] { response.requireNonce(toolkit::makeOcspRequest(fuzz::library(), own, own, nullptr).get()); });
         }
     });
-    return 0;
 }

@@ -5,9 +5,8 @@
 
 #include "fuzz/toolkit/input.h"
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+FUZZ_TARGET(toolkit_pem, bytes)
 {
-    const toolkit::View bytes(data, size);
     fuzz::attempt([&] { toolkit::pemDecode(bytes); });
     fuzz::attempt([&] {
         const toolkit::Secret decoded = toolkit::fromBase64(bytes);
@@ -17,5 +16,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string text = toolkit::pemEncode(SIGIL_TK_PEM_CERTIFICATE, bytes);
     if (toolkit::pemDecode(toolkit::view(text)) != toolkit::toSecret(bytes))
         std::abort();
-    return 0;
 }

@@ -18,9 +18,9 @@ void requireInside(View part, View whole)
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+FUZZ_TARGET(toolkit_recipient_key, input)
 {
-    const Bytes message = fuzz::input(data, size);
+    const Bytes message = fuzz::der(input);
     for (const RecipientPlace& place : {RecipientPlace{0, 0}, RecipientPlace{0, 1}, RecipientPlace{1, 0}})
         fuzz::attempt([&] {
             const RecipientKey found = recipientKeyIn(message, place);
@@ -28,5 +28,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                 {found.algorithm, found.encryptedKey, found.originator, found.userKeying, found.content})
                 requireInside(part, message);
         });
-    return 0;
 }

@@ -9,9 +9,9 @@
 #include "toolkit/engine/messages/signed.h"
 #include "toolkit/engine/messages/time_stamps.h"
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+FUZZ_TARGET(toolkit_signed_message, input)
 {
-    const toolkit::Bytes bytes = fuzz::input(data, size);
+    const toolkit::Bytes bytes = fuzz::der(input);
     const toolkit::Input content(toolkit::view("content"));
     const toolkit::Bytes challenge = toolkit::der::element(toolkit::der::Sequence,
         {toolkit::der::element(toolkit::der::Integer, {toolkit::Bytes{1}}),
@@ -25,5 +25,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         const auto verified = toolkit::verifyMessage(fuzz::library(), message, &content, {});
         toolkit::withTimeStamp(fuzz::library(), message, 0, verified.signers.front().timeStampToken);
     });
-    return 0;
 }

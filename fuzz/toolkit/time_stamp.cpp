@@ -18,9 +18,9 @@ void verifyResponse(const toolkit::Bytes& bytes)
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+FUZZ_TARGET(toolkit_time_stamp, input)
 {
-    const toolkit::Bytes bytes = fuzz::input(data, size);
+    const toolkit::Bytes bytes = fuzz::der(input);
     fuzz::attempt([&] { verifyResponse(bytes); });
     fuzz::attempt([&] {
         const toolkit::TimeStampToken token(fuzz::library(), bytes);
@@ -29,5 +29,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         fuzz::attempt([&] { token.authority(fuzz::library()); });
         fuzz::attempt([&] { token.texts(); });
     });
-    return 0;
 }

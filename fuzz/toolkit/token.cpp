@@ -3,6 +3,7 @@
 
 // A token that answers any bytes: handles, attributes, certificates, keys and signatures.
 
+#include "fuzz/script.h"
 #include "fuzz/toolkit/input.h"
 #include "toolkit/engine/tokens/token_certificates.h"
 #include "toolkit/engine/tokens/token_keys.h"
@@ -15,37 +16,18 @@ using namespace toolkit;
 
 namespace {
 
-/** What the token says, from the input: all zero once that has come to its end. */
-class Script {
+/** What the token says. */
+class Sayings : public fuzz::Script {
 public:
-    void restart(View input) { m_left = input; }
-    unsigned number()
-    {
-        const unsigned value = m_left.empty() ? 0 : m_left.front();
-        m_left = m_left.subspan(m_left.empty() ? 0 : 1);
-        return value;
-    }
-    /** Two octets of length, and then as many. */
-    View bytes()
-    {
-        const std::size_t high = number();
-        const std::size_t low = number();
-        const std::size_t length = std::min(high << 8U | low, m_left.size());
-        const View taken = m_left.first(length);
-        m_left = m_left.subspan(length);
-        return taken;
-    }
+    using Script::Script;
     CK_RV answer()
     {
         constexpr std::array answers{CKR_OK, CKR_ATTRIBUTE_TYPE_INVALID, CKR_ATTRIBUTE_SENSITIVE, CKR_GENERAL_ERROR,
             CKR_DEVICE_REMOVED, CKR_MECHANISM_INVALID, CKR_BUFFER_TOO_SMALL, CKR_DATA_LEN_RANGE};
-        return answers[number() % answers.size()];
+        return oneOf(answers);
     }
-
-private:
-    View m_left;
 };
-Script script;
+Sayings script(fuzz::Input{});
 
 CK_RV findInit(CK_SESSION_HANDLE, CK_ATTRIBUTE*, CK_ULONG) { return CKR_OK; }
 CK_RV findFinal(CK_SESSION_HANDLE) { return CKR_OK; }
@@ -84,7 +66,7 @@ CK_RV attribute(CK_SESSION_HANDLE, CK_OBJECT_HANDLE, CK_ATTRIBUTE* wanted, CK_UL
     if (wanted->pValue)
         return write(static_cast<unsigned char*>(wanted->pValue), &wanted->ulValueLen);
     const CK_RV answer = script.answer();
-    const Script here = script;
+    const Sayings here = script;
     write(nullptr, &wanted->ulValueLen);
     script = here;
     return answer;
@@ -154,10 +136,10 @@ void useKey(const TokenSession& session, View id)
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+FUZZ_TARGET(toolkit_token, input)
 {
-    const Bytes input = fuzz::input(data, size);
-    script.restart(input);
+    const Bytes said = fuzz::der(input);
+    script = Sayings(said);
     Cryptoki functions = module();
     const Slot slot{&functions, 0};
     const TokenSession session(nullptr, slot, 0);
@@ -170,5 +152,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     });
     fuzz::attempt([&] { tokenRandom(session, id); });
     fuzz::attempt([&] { fieldText(tokenInfo(slot).label); });
-    return 0;
 }
