@@ -20,6 +20,7 @@ SCRIPTS = sorted(file.name for file in FOLDER.iterdir() if os.access(file, os.X_
 MISSING = {
     "demo": [["--build"], ["--language"], ["--build", "--headless"]],
     "drive-dialog": [[]],
+    "fuzz": [["--minutes"]],
     "nightly": [["--fuzz"]],
     "tidy": [["--commits"]],
 }
@@ -29,7 +30,7 @@ REFUSED = {
     "coverage": ["no-such-layer"],
     "demo": ["one", "--language=fr", "--build=/no/such/folder"],
     "format": ["one", "--chekc"],
-    "fuzz": ["no-such-target"],
+    "fuzz": ["no-such-target", "--minutes=few"],
     "install-dependencies": ["runn", "apt-get"],
     "instructions": ["one"],
     "package-check": ["one", "--bild"],
