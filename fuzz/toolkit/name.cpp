@@ -1,0 +1,23 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
+// Any text as a distinguished name: what is read is printed in a form that is read as the same name.
+
+#include "toolkit/engine/x509/name.h"
+#include "fuzz/toolkit/input.h"
+#include "toolkit/engine/x509/text.h"
+
+FUZZ_TARGET(toolkit_name, input)
+{
+    using namespace toolkit;
+    const std::string text = fuzz::text(input);
+    const std::size_t half = text.find('\n');
+    sameName(text, half == text.npos ? text : text.substr(half + 1));
+    require(sameName(text, text), "a name is the same as itself");
+    fuzz::attempt([&] {
+        const NameHandle name = nameFromText(text);
+        const std::string printed = nameText(name.get());
+        require(printed.find('\n') == printed.npos, "a name is one line");
+        fuzz::attempt([&] { require(nameText(nameFromText(printed).get()) == printed, "a printed name stays"); });
+    });
+}
