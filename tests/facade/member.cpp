@@ -3,6 +3,7 @@
 
 #include "tests/facade/member.h"
 
+#include <numeric>
 #include <sstream>
 
 namespace {
@@ -33,6 +34,13 @@ Values::Values(Memory memory)
     : m_memory(memory)
 {
     m_bytes.fill({m_data.data(), static_cast<int>(m_data.size())});
+    std::iota(m_integers.begin(), m_integers.end(), firstNumber);
+}
+
+void Values::setText(std::size_t index, std::string_view text)
+{
+    const std::size_t length = text.copy(m_texts.at(index).data(), textRoom - 1);
+    m_texts.at(index)[length] = '\0';
 }
 
 std::vector<Values::Way> Values::ways(const std::string& argument)
@@ -83,7 +91,10 @@ void Values::give(char*& value, std::map<char, int>& taken)
     value = unlessNull(name, m_texts.at(indexOf(name)).data());
 }
 
-void Values::give(int& value, std::map<char, int>& taken) { value = firstNumber + take('I', taken) - 1; }
+void Values::give(int& value, std::map<char, int>& taken)
+{
+    value = m_integers.at(static_cast<std::size_t>(take('I', taken) - 1));
+}
 
 void Values::give(bool& value, std::map<char, int>& taken)
 {

@@ -22,6 +22,7 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <string_view>
 #include <tuple>
 #include <vector>
 
@@ -44,6 +45,13 @@ public:
     /** The byte string of an index, "B1" is at 0. */
     static constexpr std::size_t byteStrings = 9;
     BINSTR& bytes(std::size_t index) { return m_bytes.at(index); }
+    /** The text of an index, as inputs and outputs: "T1" is at 0. */
+    static constexpr std::size_t textCount = 9;
+    static constexpr std::size_t textRoom = 4096;
+    char* text(std::size_t index) { return m_texts.at(index).data(); }
+    void setText(std::size_t index, std::string_view text);
+    /** Another number in the place of "I1", at 0, and its like. */
+    void setNumber(std::size_t index, int number) { m_integers.at(index) = number; }
 
     /** The next argument of the type T. */
     template <class T>
@@ -80,7 +88,8 @@ private:
 
     std::array<unsigned char, 4> m_data{1, 2, 3, 4};
     std::array<BINSTR, byteStrings> m_bytes{};
-    std::array<std::array<char, 64>, 9> m_texts{};
+    std::array<std::array<char, textRoom>, textCount> m_texts{};
+    std::array<int, 9> m_integers{};
     std::array<int, 3> m_numbers{};
     std::array<unsigned long, 3> m_longNumbers{};
     std::array<bool, 2> m_flags{};
