@@ -44,7 +44,7 @@ for file in "$lib"/libSigilDesk{,Flat}.so{,.1} "$lib"/libsigil.so{,.1} "$prefix/
             "$lib/cmake/SigilDesk/SigilDeskConfig.cmake" "$lib/pkgconfig/sigildesk.pc" \
             "$lib"/sigildesk/{libHVCToolkitV30.so,libgpkiapi_v15.so,token-probe,nss-store} \
             "$lib"/sigildesk/{KOR.ini,ENG.ini,TWAPI_LOG.ini,HVCToolkitV30.conf} \
-            "$lib"/sigildesk/{Policy,Issuer}_{KOR,ENG}.conf "$lib/sigildesk/sigildesk-pick.so" "$prefix/bin/sigildesk" \
+            "$lib"/sigildesk/{Policy,Issuer}_{KOR,ENG}.conf "$lib/sigildesk/sigildesk-pick" "$prefix/bin/sigildesk" \
             "$prefix"/share/{man/man1/sigildesk.1,bash-completion/completions/sigildesk} \
             "$prefix"/share/{zsh/site-functions/_sigildesk,fish/vendor_completions.d/sigildesk.fish}; do
     expect "$file"
