@@ -49,6 +49,13 @@ inline void need(bool good, const char* argument)
 /** Bytes of the caller, of which there must be some. Throws Failure (1001). */
 std::string_view bytesOf(const void* data, std::size_t size, const char* argument);
 
+/** A sum of enum SigilFamily, or 0. Throws Failure (1001). */
+inline void needFamilies(int families)
+{
+    constexpr int all = SIGIL_FAMILY_GPKI | SIGIL_FAMILY_NPKI | SIGIL_FAMILY_MPKI | SIGIL_FAMILY_PPKI;
+    need((families & ~all) == 0, "the families");
+}
+
 /** The folder of a disk; empty for null, the home folder. Throws Failure when there is none. */
 std::string mediumOf(const char* medium);
 

@@ -13,8 +13,6 @@ using host::need;
 
 namespace {
 
-constexpr int allFamilies = SIGIL_FAMILY_GPKI | SIGIL_FAMILY_NPKI | SIGIL_FAMILY_MPKI | SIGIL_FAMILY_PPKI;
-
 /** Whether a text that an option may give is that of the certificate. */
 bool fits(const char* wanted, const Certificate& certificate, bool (*takes)(const Certificate&, const std::string&))
 {
@@ -35,7 +33,7 @@ bool isWanted(const SigilListOptions& options, const Certificate& certificate)
 void list(SigilSession& session, const SigilListOptions* given)
 {
     const SigilListOptions options = host::known(given);
-    need((options.families & ~allFamilies) == 0, "the families");
+    host::needFamilies(options.families);
     need(options.expires_within >= 0, "the number of days");
     std::deque<host::Entry> entries;
     for (Certificate& certificate : host::storeList(session.setting, host::mediumOf(options.medium)))

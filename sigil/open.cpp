@@ -3,30 +3,16 @@
 
 // Sessions, what they hand out, and versions.
 #include "sigil/call.h"
+#include "sigil/installed_folder.h"
 
 #include "foundation/secret.h"
 #include "jobs/failure.h"
 
 #include <cstdlib>
-#include <dlfcn.h>
-#include <filesystem>
 
 using host::need;
 
 namespace {
-
-/** The library folder that is installed beside this library. */
-std::string installedFolder()
-{
-    Dl_info info{};
-    std::error_code error;
-    if (dladdr(reinterpret_cast<const void*>(&sigil_open), &info) != 0) {
-        const std::filesystem::path beside = std::filesystem::path(info.dli_fname).parent_path() / "sigildesk";
-        if (std::filesystem::is_directory(beside, error))
-            return std::filesystem::weakly_canonical(beside, error).string();
-    }
-    return "/usr/local/lib/sigildesk";
-}
 
 host::Language languageOf(int language)
 {
@@ -45,7 +31,7 @@ int sigil_open(const SigilOpenOptions* options, SigilSession** session)
         const SigilOpenOptions wanted = host::known(options);
         auto opened = std::make_unique<SigilSession>();
         opened->setting = {
-            wanted.folder ? wanted.folder : installedFolder(), wanted.toolkit, languageOf(wanted.language)};
+            wanted.folder ? wanted.folder : host::installedFolder(), wanted.toolkit, languageOf(wanted.language)};
         opened->crypto = std::make_unique<const host::Crypto>(opened->setting);
         *session = opened.release();
         return SIGIL_SUCCESS;
