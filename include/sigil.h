@@ -298,6 +298,52 @@ SIGIL_EXPORT int sigil_private_key(
  *  @endcode */
 SIGIL_EXPORT int sigil_identity(SigilSession* session, int entry, const char* number);
 
+/* ---- The dialog ---------------------------------------------------------------------------------------------- */
+
+/** What the dialog lists. */
+typedef struct SigilPickOptions {
+    size_t size; /**< sizeof(SigilPickOptions) */
+    const char*
+        policies; /**< OIDs with a bar between them, "1.2.410.200004.5.1.1.5|1.2.410.200005.1.1.4"; null: any */
+    const char* subject; /**< the whole subject as sigil_fields() tells it; null: any */
+    const char* serial;  /**< serial number as sigil_fields() tells it; null: any */
+    int families;        /**< sum of enum SigilFamily; 0: all */
+    int with_km;         /**< not 0: those with a key-management pair */
+    int no_expired;      /**< not 0: without those that have expired */
+    int lock_expired;    /**< not 0: those that have expired are shown, and cannot be chosen */
+} SigilPickOptions;
+
+/** Lets the user choose a certificate and type its password in the selection dialog, and waits for that. A program of its own
+ *  shows the dialog ("sigildesk-pick" in the library folder beside this library), so the caller needs neither Qt nor an
+ *  event loop; other threads go on meanwhile.
+ *
+ *  The list keeps its entries, their numbers and their keys. What was chosen is the entry that it is already, else a new one
+ *  behind the others, wherever the user found it; it is unlocked as by sigil_unlock(). The next sigil_list() makes another
+ *  list.
+ *  @param options  null: everything
+ *  @param entry    receives the number of the entry
+ *  @return the common codes; 1001 also for an empty option; -1 (SIGIL_CANCELLED) nothing was chosen; 1604 the library
+ *          folder's name is too long; 1606 the dialogs are not installed; 1607 there is no display; 1608; 1609 the dialog
+ *          ended by itself; a code of CLP_Initalize() (<sigildesk/certlist.h>)
+ *
+ *  @code
+ *  SigilPickOptions options = {.size = sizeof options, .no_expired = 1};
+ *  SigilFields fields = {.size = sizeof fields};
+ *  int entry = 0;
+ *  int code = sigil_pick(session, &options, &entry);
+ *  if (code == SIGIL_CANCELLED || code == SIGIL_NO_DIALOGS || code == SIGIL_NO_DISPLAY) {
+ *      printf("nothing chosen: %s\n", sigil_error_text(session));
+ *  } else {
+ *      SigilBytes message = {NULL, 0};
+ *      check(code);
+ *      check(sigil_fields(session, entry, &fields));
+ *      check(sigil_sign(session, entry, NULL, "text", 4, &message));
+ *      printf("signed by %s\n", fields.name);
+ *      sigil_free(&message);
+ *  }
+ *  @endcode */
+SIGIL_EXPORT int sigil_pick(SigilSession* session, const SigilPickOptions* options, int* entry);
+
 /* ---- Signatures ---------------------------------------------------------------------------------------------- */
 
 /** What a signature is packed in. */

@@ -30,9 +30,9 @@ struct NamedCode {
     int code;
 };
 constexpr NamedCode namedCodes[] = {{"file_exists", SIGIL_FILE_EXISTS}, {"file_not_read", SIGIL_FILE_NOT_READ},
-    {"file_too_large", SIGIL_FILE_NOT_READ}, {"no_key", SIGIL_NO_KEY}, {"no_place", SIGIL_NO_PLACE},
-    {"not_found", SIGIL_FILE_NOT_READ}, {"pair_not_changed", SIGIL_FILE_NOT_WRITTEN},
-    {"path_too_long", SIGIL_PATH_TOO_LONG}};
+    {"file_too_large", SIGIL_FILE_NOT_READ}, {"no_dialogs", SIGIL_NO_DIALOGS}, {"no_display", SIGIL_NO_DISPLAY},
+    {"no_key", SIGIL_NO_KEY}, {"no_place", SIGIL_NO_PLACE}, {"not_found", SIGIL_FILE_NOT_READ},
+    {"pair_not_changed", SIGIL_FILE_NOT_WRITTEN}, {"path_too_long", SIGIL_PATH_TOO_LONG}};
 
 int codeOf(const Failure& failure)
 {

@@ -1,8 +1,10 @@
 # SPDX-FileCopyrightText: The SigilDesk authors
 # SPDX-License-Identifier: LicenseRef-SigilDesk
 
-"""Compiles every example of <sigil.h> as strict C99 and runs each over a sample store: examples_test.py BUILD SOURCE SANITIZERS."""
+"""Compiles every example of <sigil.h> as strict C99 and runs each over a sample store, with a user before the dialog:
+examples_test.py BUILD SOURCE SANITIZERS PLUGINS."""
 
+import os
 import pathlib
 import re
 import subprocess
@@ -10,7 +12,8 @@ import sys
 import tempfile
 import unittest
 
-BUILD, SOURCE, SANITIZE = pathlib.Path(sys.argv.pop(1)), pathlib.Path(sys.argv.pop(1)), sys.argv.pop(1)
+BUILD, SOURCE = pathlib.Path(sys.argv.pop(1)), pathlib.Path(sys.argv.pop(1))
+SANITIZE, PLUGINS = sys.argv.pop(1), sys.argv.pop(1)
 HEADER = (SOURCE / "include" / "sigil.h").read_text(encoding="utf-8")
 EXAMPLE = re.compile(r"@code\n(.*?)@endcode[^/]*/\s*SIGIL_EXPORT [^;(]*?\b(sigil_\w+)\(", re.DOTALL)
 
@@ -95,10 +98,24 @@ class Examples(unittest.TestCase):
                         work / "examples.c", "-o", work / "examples", f"-L{BUILD / 'lib'}", "-lsigil",
                         f"-Wl,-rpath,{BUILD / 'lib'}"], check=True)
         cls.program = work / "examples"
+        cls.environment = cls.user(work)
+
+    @classmethod
+    def user(cls, work):
+        """A home folder with the store, and somebody who chooses its first certificate."""
+        told = {"passwd": f"user:x:{os.getuid()}:0:user:{cls.disk}:/bin/sh\n", "group": "user:x:0:\n", "password": "sample1234!"}
+        for name, text in told.items():
+            (work / name).write_text(text, encoding="utf-8")
+        return {**os.environ, "LD_PRELOAD": "libnss_wrapper.so", "NSS_WRAPPER_PASSWD": f"{work}/passwd",
+                "NSS_WRAPPER_GROUP": f"{work}/group", "NSS_WRAPPER_DISABLE_DEEPBIND": "1",
+                "ASAN_OPTIONS": "verify_asan_link_order=0:detect_leaks=0", "QT_QPA_PLATFORM": "offscreen",
+                "QT_PLUGIN_PATH": PLUGINS, "QT_QPA_GENERIC_PLUGINS": "dialog-user:0",
+                "SIGIL_TEST_PASSWORD_FILE": f"{work}/password"}
 
     def run_example(self, name, folder):
         with tempfile.TemporaryDirectory() as other:
-            return subprocess.run([self.program, name, folder, self.disk, other, *(self.disk / "ca").glob("*.der")], capture_output=True, text=True, check=False)
+            return subprocess.run([self.program, name, folder, self.disk, other, *(self.disk / "ca").glob("*.der")],
+                                  capture_output=True, text=True, check=False, env=self.environment)
 
     def test_every_example_runs(self):
         names = [name for name, _ in examples()]
@@ -107,6 +124,9 @@ class Examples(unittest.TestCase):
             with self.subTest(name):
                 done = self.run_example(name, BUILD / "lib" / "sigildesk")
                 self.assertEqual((done.returncode, done.stderr), (0, ""), done.stdout)
+
+    def test_the_example_of_the_dialog_signs_with_what_the_user_chose(self):
+        self.assertIn("signed by ", self.run_example("sigil_pick", BUILD / "lib" / "sigildesk").stdout)
 
     def test_a_code_ends_an_example(self):
         self.assertEqual(self.run_example("none", "/no/such/folder").returncode, 1)

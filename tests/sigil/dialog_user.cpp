@@ -1,0 +1,83 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
+// A plug-in of Qt's that uses the selection dialog of the program that loads it, as a person would. What it does, the
+// environment says: QT_QPA_GENERIC_PLUGINS is "dialog-user:ROW" for choosing the certificate of a row with the password in the
+// file SIGIL_TEST_PASSWORD_FILE, "dialog-user:cancel", or "dialog-user:crash" for a program that dies.
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDialog>
+#include <QFile>
+#include <QGenericPlugin>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QTableView>
+#include <QTimer>
+
+#include <csignal>
+
+namespace {
+
+template <class Widget>
+Widget& find(QWidget& dialog, const char* name)
+{
+    auto* widget = dialog.findChild<Widget*>(name);
+    if (!widget)
+        qFatal("no widget %s", name);
+    return *widget;
+}
+
+void types(QWidget& field, const QString& text)
+{
+    for (const QChar character : text) {
+        QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, QString(character));
+        QApplication::sendEvent(&field, &press);
+    }
+}
+
+void presses(QDialog& dialog, const char* button) { find<QAbstractButton>(dialog, button).click(); }
+
+void chooses(QDialog& dialog, int row)
+{
+    QFile file(qEnvironmentVariable("SIGIL_TEST_PASSWORD_FILE"));
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("no password");
+    auto& table = find<QTableView>(dialog, "tableView_certlist");
+    table.setCurrentIndex(table.model()->index(row, 0));
+    types(find<QLineEdit>(dialog, "lineEdit_password"), QString::fromUtf8(file.readAll()));
+    presses(dialog, "pushButton_ok");
+}
+
+void use(QDialog& dialog, const QString& how)
+{
+    if (how == "cancel")
+        return presses(dialog, "pushButton_cancel");
+    if (how == "crash")
+        static_cast<void>(std::raise(SIGKILL));
+    chooses(dialog, how.toInt());
+}
+
+void useWhenShown(const QString& how)
+{
+    auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    if (dialog && dialog->isVisible())
+        return use(*dialog, how);
+    QTimer::singleShot(1, qApp, [how] { useWhenShown(how); });
+}
+
+} // namespace
+
+class DialogUser : public QGenericPlugin {
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID QGenericPluginFactoryInterface_iid FILE "dialog_user.json")
+
+public:
+    QObject* create(const QString&, const QString& how) override
+    {
+        QTimer::singleShot(0, qApp, [how] { useWhenShown(how); });
+        return new QObject(this);
+    }
+};
+
+#include "dialog_user.moc"

@@ -1,0 +1,87 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
+/* A host that lets its user pick and signs with what was picked:
+
+       pick_host LIBRARY_FOLDER TOOLKIT LISTED_DISK SIGNATURE CERTIFICATE
+
+   Says "CODE ERROR TEXT" of the picking, then "ENTRY of ENTRIES, UNLOCKED: NAME, FILE", whether the entry is unlocked after it was
+   locked, and how many files were open before the picking and are open after it. */
+
+#include <sigil.h>
+
+#include <dirent.h>
+#include <signal.h>
+#include <stdio.h>
+#include <stdlib.h>
+#include <string.h>
+
+static SigilSession* session;
+
+static void check(int code)
+{
+    if (code == SIGIL_SUCCESS)
+        return;
+    fprintf(stderr, "%d: %s\n", code, sigil_error_text(session));
+    exit(1);
+}
+
+static void write_bytes(const char* path, const SigilBytes* bytes)
+{
+    FILE* file = fopen(path, "wb");
+    if (!file || fwrite(bytes->data, 1, bytes->size, file) != bytes->size || fclose(file) != 0)
+        exit(1);
+}
+
+static int open_files(void)
+{
+    DIR* folder = opendir("/proc/self/fd");
+    int count = 0;
+    while (readdir(folder))
+        ++count;
+    closedir(folder);
+    return count;
+}
+
+static void sign_with(int entry, const char* signature, const char* der)
+{
+    SigilBytes message = {NULL, 0}, certificate = {NULL, 0};
+    check(sigil_sign(session, entry, NULL, "text", 4, &message));
+    check(sigil_certificate(session, entry, SIGIL_PAIR_SIGNING, &certificate));
+    write_bytes(signature, &message);
+    write_bytes(der, &certificate);
+    sigil_free(&certificate);
+    sigil_free(&message);
+}
+
+int main(int count, char** words)
+{
+    SigilOpenOptions opening = {.size = sizeof opening};
+    SigilListOptions listing = {.size = sizeof listing};
+    SigilPickOptions picking = {.size = sizeof picking, .no_expired = 1};
+    SigilFields fields = {.size = sizeof fields};
+    int entries = 0, entry = -7, code = 0, files = 0;
+    if (count != 6)
+        return 2;
+    signal(SIGCHLD, SIG_IGN); /* as hosts do that care for no child */
+    opening.folder = words[1];
+    opening.toolkit = atoi(words[2]);
+    listing.medium = words[3];
+    check(sigil_open(&opening, &session));
+    if (*words[3])
+        check(sigil_list(session, &listing, &entries));
+    files = open_files();
+    code = sigil_pick(session, &picking, &entry);
+    printf("%d %s\n", code, sigil_error_text(session));
+    if (code == SIGIL_SUCCESS) {
+        check(sigil_fields(session, entry, &fields));
+        printf("%d of %d, %d: %s, %s\n", entry, entries, fields.unlocked, fields.name, fields.certificate_file);
+        sign_with(entry, words[4], words[5]);
+        check(sigil_lock(session, entry));
+        check(sigil_fields(session, entry, &fields));
+        printf("locked: %d\n", fields.unlocked);
+    }
+    printf("files: %d, %d\n", files, open_files());
+    sigil_close(session);
+    return code == SIGIL_SUCCESS || entry == -7 ? 0 : 1;
+}
