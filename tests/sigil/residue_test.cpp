@@ -7,8 +7,11 @@
 #include "tests/sigil/sigil_test.h"
 #include "tests/tools/secret_store.h"
 
+#include <cstdlib>
 #include <functional>
+#include <map>
 #include <memory>
+#include <unistd.h>
 
 using namespace sigil_test;
 
@@ -66,6 +69,31 @@ TEST_P(SigilResidue, OfSignaturesAndMessages)
             Bytes signature;
             return sigil_sign(session.get(), 0, &options, "text", 4, signature.out());
         });
+}
+
+TEST_P(SigilResidue, OfKeysThatTheDialogGave)
+{
+    const std::map<std::string, std::string> environment{{"LD_PRELOAD", "libnss_wrapper.so"},
+        {"NSS_WRAPPER_PASSWD", store.path("passwd")}, {"NSS_WRAPPER_GROUP", store.path("group")},
+        {"QT_QPA_PLATFORM", "offscreen"}, {"QT_PLUGIN_PATH", DIALOG_USER_FOLDER},
+        {"QT_QPA_GENERIC_PLUGINS", "dialog-user:0"}, {"SIGIL_TEST_PASSWORD_FILE", store.path("password")}};
+    writeFile(
+        store.path("passwd"), "picker:x:" + std::to_string(getuid()) + ":0:picker:" + store.home() + ":/bin/sh\n");
+    writeFile(store.path("group"), "picker:x:0:\n");
+    for (const auto& [name, value] : environment)
+        setenv(name.c_str(), value.c_str(), 1); // of the dialog alone: the host has begun
+    int entry = -1;
+    const int code = sigil_pick(session.get(), nullptr, &entry);
+    const std::string unlocked = hunt.foundInCore();
+    const std::string all = hunt.found();
+    for (const auto& [name, value] : environment)
+        unsetenv(name.c_str());
+    EXPECT_EQ(code, SIGIL_SUCCESS) << sigil_error_text(session.get());
+    EXPECT_EQ(entry, 0);
+    EXPECT_EQ(unlocked, "");
+    EXPECT_NE(all, "") << "the session keeps it";
+    EXPECT_EQ(sigil_lock(session.get(), entry), SIGIL_SUCCESS);
+    EXPECT_EQ(hunt.found(), "");
 }
 
 TEST_P(SigilResidue, WhatIsUnlockedIsInMemoryOfNoCoreAndGoesWithTheSession)
