@@ -16,6 +16,7 @@ import tempfile
 
 HERE = pathlib.Path(__file__).resolve().parent
 PASSWORD = "비밀번호 1!"
+TOKEN = "계약 토큰"
 MOST_LINES = 20
 
 
@@ -38,15 +39,34 @@ def made_store(build, folder):
     return dict(zip(made[0].split("\t"), made[1].split("\t")))
 
 
+def made_token(folder, certificate):
+    """A token of SoftHSM's with the certificate; nothing else has to be known of it than the settings' name."""
+    settings = folder / "softhsm2.conf"
+    (folder / "tokens").mkdir()
+    settings.write_text(f"directories.tokendir = {folder}/tokens\nobjectstore.backend = file\nlog.level = ERROR\n",
+                        encoding="utf-8")
+    module = next(pathlib.Path("/usr/lib").glob("*/softhsm/libsofthsm2.so"))
+    for command in (["softhsm2-util", "--init-token", "--free", "--label", TOKEN, "--pin", "1234", "--so-pin", "5678"],
+                    ["pkcs11-tool", "--module", module, "--token-label", TOKEN, "--login", "--pin", "1234", "--write-object",
+                     certificate, "--type", "cert", "--id", "01", "--label", "one"]):
+        subprocess.run(command, check=True, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+                       env={**os.environ, "SOFTHSM2_CONF": str(settings)})
+
+
 def common_name(row):
     return re.match(r"cn=([^,]*)", row["subject"]).group(1)
 
 
-def environment(build, store, name):
-    told = {"FOLDER": build / "lib" / "sigildesk", "STORE": store, "PASSWORD": PASSWORD, "NAME": name}
-    return {**os.environ, **{f"SIGIL_TEST_{key}": str(value) for key, value in told.items()},
+def environment(build, store, row):
+    """Without a display: nobody sits before a dialog."""
+    told = {"FOLDER": build / "lib" / "sigildesk", "STORE": store, "PASSWORD": PASSWORD, "NAME": common_name(row),
+            "IDENTITY": row["identity"], "TOKEN": TOKEN, "PLUGINS": build / "plugins"}
+    display = {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}
+    without = {name: value for name, value in os.environ.items() if name not in display}
+    return {**without, **{f"SIGIL_TEST_{key}": str(value) for key, value in told.items()},
             "CPPFLAGS": f"-I{HERE.parent}/include", "LDFLAGS": f"-L{build}/lib", "SIGIL_LIB_DIR": f"{build}/lib",
-            "LD_LIBRARY_PATH": f"{build}/lib", "CARGO_HOME": str(store.parent / "cargo"), "LC_ALL": "C.UTF-8"}
+            "LD_LIBRARY_PATH": f"{build}/lib", "CARGO_HOME": str(store.parent / "cargo"),
+            "SOFTHSM2_CONF": str(store.parent / "softhsm2.conf"), "LC_ALL": "C.UTF-8"}
 
 
 def expect_few_lines(example):
@@ -70,15 +90,17 @@ def main():
         copy, store = pathlib.Path(folder) / "bindings" / arguments.language, pathlib.Path(folder) / "store"
         shutil.copytree(HERE / arguments.language, copy)
         (pathlib.Path(folder) / "include").symlink_to(HERE.parent / "include")
-        name = common_name(made_store(arguments.build, store))
+        row = made_store(arguments.build, store)
+        made_token(store.parent, row["signing_certificate"])
 
         def run(command, *more, **options):
             return subprocess.run(
-                [*command, *more], check=True, cwd=copy, env=environment(arguments.build, store, name), **options)
+                [*command, *more], check=True, cwd=copy, env=environment(arguments.build, store, row), **options)
 
         expect_few_lines(copy / arguments.source)
         run(arguments.prepare)
-        expect_five_steps(run(arguments.example, store, PASSWORD, stdout=subprocess.PIPE).stdout.decode("utf-8"), name)
+        expect_five_steps(
+            run(arguments.example, store, PASSWORD, stdout=subprocess.PIPE).stdout.decode("utf-8"), common_name(row))
         run(arguments.tests)
 
 
