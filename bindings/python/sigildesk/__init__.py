@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: The SigilDesk authors
 # SPDX-License-Identifier: LicenseRef-SigilDesk
 
-"""Korean PKI certificates: list, unlock, sign, verify, encrypt, decrypt.
+"""Korean PKI certificates: list or let the user pick, unlock, sign, verify, encrypt, decrypt, copy, judge, stamp.
 
     with sigildesk.Session() as session:
         entry = session.list(valid=True)[0]
@@ -22,8 +22,8 @@ from typing import Any, Iterable, List, Optional, Tuple
 
 from ._library import Taken, ffi, library, path_in, record, secret_in, text_in, text_out
 
-__all__ = ["Cipher", "Entry", "Family", "Fields", "Form", "Language", "Pair", "Session", "SigilError", "Signer", "Toolkit",
-           "version"]
+__all__ = ["Cipher", "Entry", "Family", "Fields", "Finding", "Form", "Language", "Pair", "Protection", "Purpose", "Session",
+           "SigilError", "Signer", "Stamp", "Status", "Token", "Toolkit", "version"]
 
 
 class Toolkit(enum.IntEnum):
@@ -69,6 +69,20 @@ class Cipher(enum.IntEnum):
     ARIA128 = 5
     SEED = 6
     TRIPLE_DES = 7
+
+
+class Protection(enum.IntEnum):
+    """How a PKCS#12 file is encrypted; every tool reads the first."""
+    TRIPLE_DES = 0
+    SEED = 1
+    AES256 = 2
+
+
+class Purpose(enum.IntEnum):
+    """What a certificate is wanted for."""
+    ANY = 0
+    SIGN = 1
+    ENCRYPT = 2
 
 
 class SigilError(Exception):
@@ -143,6 +157,49 @@ class Signer:
     """The result of verifying the time stamp; 0 also when there is none."""
 
 
+@dataclasses.dataclass(frozen=True)
+class Status:
+    """Whether a certificate is revoked."""
+    revoked: bool
+    by_list: bool
+    """A revocation list says so; else a responder."""
+    revoked_at: Optional[datetime.datetime]
+    """None when it is not told."""
+
+
+@dataclasses.dataclass(frozen=True)
+class Stamp:
+    """What a time stamp says."""
+    time: datetime.datetime
+    policy: str
+    """OID, dotted."""
+    serial: str
+
+
+@dataclasses.dataclass(frozen=True)
+class Token:
+    """A token (PKCS#11) and the certificates on it, DER."""
+    slot: int
+    initialised: bool
+    label: str
+    maker: str
+    model: str
+    serial: str
+    certificates: Tuple[bytes, ...]
+
+
+@dataclasses.dataclass(frozen=True)
+class Finding:
+    """What stands at one place, and why it is listed or not."""
+    listed: bool
+    path: str
+    rule: str
+    """Name of the rule, for a program."""
+    detail: str
+    mend: str
+    """How to mend it; empty when there is nothing to mend."""
+
+
 _TIMES = {"valid_from", "valid_to"}
 _FLAGS = {"expired", "expires_soon", "has_key", "has_km", "unlocked"}
 _NUMBERS = {"days_left", "family"}
@@ -198,6 +255,35 @@ class Session:
             self._call("sigil_list", options, count)
             return [Entry(self, self._listing, number) for number in range(count[0])]
 
+    def pick(self, *, families: int = 0, policies: Iterable[str] = (), subject: Optional[str] = None,
+             serial: Optional[str] = None, with_km: bool = False, no_expired: bool = False,
+             lock_expired: bool = False) -> Optional[Entry]:
+        """Lets the user choose a certificate in the dialog: its entry, unlocked, or None when the user gave up. The entries
+        of the list stay. policies: OIDs; with_km: those with a key-management pair; no_expired, lock_expired: expired ones
+        are not shown, or cannot be chosen. SigilError 1606 without the dialogs, 1607 without a display."""
+        texts = {name: text_in(text) for name, text in
+                 {"policies": "|".join(policies) or None, "subject": subject, "serial": serial}.items()}
+        options = record("SigilPickOptions", families=families, with_km=with_km, no_expired=no_expired,
+                         lock_expired=lock_expired, **texts)
+        number = ffi.new("int *")
+        with self._lock:
+            code = library.sigil_pick(self._handle, options, number)
+            if code == library.SIGIL_CANCELLED:
+                return None
+            self._check(code)
+            return Entry(self, self._listing, number[0])
+
+    def lock(self) -> None:
+        """Wipes the private keys of all entries."""
+        self._call("sigil_lock", library.SIGIL_ALL_ENTRIES)
+
+    def import_pairs(self, pkcs12: bytes, password: str, medium: Optional[str] = None, *, replace: bool = False) -> None:
+        """Brings the pairs of a PKCS#12 file into the home folder or a mounted disk's, where list finds them, under the
+        password of the file. replace: those in the same place."""
+        kept = path_in(medium)
+        with secret_in(password) as secret:
+            self._call("sigil_import", pkcs12, len(pkcs12), secret, kept, replace)
+
     def verify(self, message: bytes, data: Optional[bytes] = None) -> Tuple[bytes, List[Signer]]:
         """Verifies a signed message, a detached one over the data: its content, and who signed it."""
         count = ffi.new("int *")
@@ -212,9 +298,57 @@ class Session:
 
     def encrypt(self, recipients: Iterable[bytes], data: bytes, cipher: Cipher = Cipher.AES256) -> bytes:
         """Encrypts for the holders of these certificates (DER or PEM)."""
-        kept = [ffi.from_buffer("unsigned char[]", certificate) for certificate in recipients]
-        array = ffi.new("SigilBytes[]", [(certificate, len(certificate)) for certificate in kept])
-        return self._bytes("sigil_encrypt", cipher, array, len(kept), data, len(data))
+        kept = _kept(recipients)
+        return self._bytes("sigil_encrypt", cipher, _array(kept), len(kept), data, len(data))
+
+    def verify_certificate(self, certificate: bytes, trusted: Optional[Iterable[bytes]] = None, *,
+                           purpose: Purpose = Purpose.ANY, time: Optional[datetime.datetime] = None,
+                           revocation: bool = True) -> None:
+        """Verifies path, validity, policies, purpose and revocation (DER or PEM). trusted: roots and others of the path,
+        None for those of the settings; time: None is now. SigilError 3200 to 3208 says why it is not valid."""
+        kept = _kept(trusted or ())
+        array = _array(kept)
+        seconds = 0 if time is None else int(time.timestamp())
+        options = record("SigilJudgeOptions", trusted=array, trusted_count=len(kept), purpose=purpose, time=seconds,
+                         no_revocation=not revocation)
+        self._call("sigil_verify_certificate", options, certificate, len(certificate))
+
+    def status(self, certificate: bytes, trusted: Optional[Iterable[bytes]] = None, *,
+               responder: Optional[str] = None) -> Status:
+        """Asks whether a certificate is revoked: its responder or the one at this address, else its revocation list.
+        SigilError 1605 when nobody can tell."""
+        kept = _kept(trusted or ())
+        array, address = _array(kept), text_in(responder)
+        options = record("SigilJudgeOptions", trusted=array, trusted_count=len(kept), responder=address)
+        told = record("SigilStatus")
+        self._call("sigil_status", options, certificate, len(certificate), told)
+        return Status(bool(told.revoked), bool(told.by_list), _time(told.revoked_at))
+
+    def timestamp(self, url: str, data: bytes) -> bytes:
+        """A time-stamp token for the data from this authority (RFC 3161), verified."""
+        kept = text_in(url)
+        return self._bytes("sigil_timestamp", kept, data, len(data))
+
+    def stamp(self, token: bytes, data: bytes) -> Stamp:
+        """Verifies a time-stamp token over the data that it is for, and reads it."""
+        told = record("SigilStamp")
+        with self._lock:
+            self._call("sigil_stamp", token, len(token), data, len(data), told)
+            return Stamp(_moment(told.time), text_out(told.policy), text_out(told.serial))
+
+    def tokens(self) -> List[Token]:
+        """The tokens (PKCS#11) and the certificates on them. Nobody logs in."""
+        count = ffi.new("int *")
+        with self._lock:
+            self._call("sigil_tokens", count)
+            return [self._token(index) for index in range(count[0])]
+
+    def examine(self, medium: Optional[str] = None) -> List[Finding]:
+        """Why certificates of the home folder, or of a mounted disk's folder, are listed or not."""
+        kept, count = path_in(medium), ffi.new("int *")
+        with self._lock:
+            self._call("sigil_examine", kept, count)
+            return [self._finding(index) for index in range(count[0])]
 
     def fields(self, certificate: bytes) -> Fields:
         """What any certificate (DER or PEM) says."""
@@ -226,6 +360,19 @@ class Session:
         certificate = bytes(ffi.buffer(told.certificate, told.certificate_size))
         return Signer(certificate, self.fields(certificate), _time(told.signing_time), _time(told.stamp_time),
                       told.stamp_code)
+
+    def _token(self, index: int) -> Token:
+        told = record("SigilToken")
+        self._call("sigil_token", index, told)
+        certificates = (self._bytes("sigil_token_certificate", index, number) for number in range(told.certificates))
+        return Token(told.slot, bool(told.initialised), text_out(told.label), text_out(told.maker), text_out(told.model),
+                     text_out(told.serial), tuple(certificates))
+
+    def _finding(self, index: int) -> Finding:
+        told = record("SigilFinding")
+        self._call("sigil_finding", index, told)
+        return Finding(bool(told.listed), text_out(told.path), text_out(told.rule), text_out(told.detail),
+                       text_out(told.mend))
 
     def _fields(self, function: str, *arguments: Any) -> Fields:
         told = record("SigilFields")
@@ -295,6 +442,25 @@ class Entry:
         """Decrypts a message with the unlocked key."""
         return self._bytes("sigil_decrypt", message, len(message))
 
+    def export(self, password: str, protection: Protection = Protection.TRIPLE_DES) -> bytes:
+        """A PKCS#12 file with all unlocked pairs, under this password."""
+        with secret_in(password) as kept:
+            return self._bytes("sigil_export", protection, kept)
+
+    def copy(self, medium: Optional[str] = None, *, replace: bool = False) -> None:
+        """Copies the files as they are to the home folder or to a mounted disk's. replace: those in the same place."""
+        kept = path_in(medium)
+        self._call("sigil_copy", kept, replace)
+
+    def delete(self) -> None:
+        """Deletes the files. The entry stays in the list, and its keys if it is unlocked."""
+        self._call("sigil_delete")
+
+    def change_password(self, old_password: str, new_password: str) -> None:
+        """Puts all keys under a new password, in their files."""
+        with secret_in(old_password) as old, secret_in(new_password) as new:
+            self._call("sigil_change_password", old, new)
+
     def _current(self) -> int:
         """The number in the session's list; a session that is closed, and a list that is not the last, have none."""
         if self._session._handle and self._listing != self._session._listing:
@@ -310,14 +476,28 @@ class Entry:
             return self._session._bytes(function, self._current(), *arguments)
 
 
+def _kept(certificates: Iterable[bytes]) -> List[Any]:
+    """The bytes of certificates, which stay as long as what is answered."""
+    return [ffi.from_buffer("unsigned char[]", certificate) for certificate in certificates]
+
+
+def _array(kept: List[Any]) -> Any:
+    """Certificates as the library takes several; null for none."""
+    return ffi.new("SigilBytes[]", [(certificate, len(certificate)) for certificate in kept]) if kept else ffi.NULL
+
+
 def _value(told: Any, name: str) -> Any:
     value = getattr(told, name)
     if name in _TIMES:
-        return datetime.datetime.fromtimestamp(value, datetime.timezone.utc)
+        return _moment(value)
     if name in _FLAGS:
         return bool(value)
     return value if name in _NUMBERS else text_out(value)
 
 
+def _moment(seconds: int) -> datetime.datetime:
+    return datetime.datetime.fromtimestamp(seconds, datetime.timezone.utc)
+
+
 def _time(seconds: int) -> Optional[datetime.datetime]:
-    return datetime.datetime.fromtimestamp(seconds, datetime.timezone.utc) if seconds else None
+    return _moment(seconds) if seconds else None
