@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: The SigilDesk authors
 // SPDX-License-Identifier: LicenseRef-SigilDesk
 
-//! What `<sigil.h>` declares, as it is there, of the jobs that the crate `sigil` does. The header documents every function.
+//! What `<sigil.h>` declares, as it is there. The header documents every function.
 
-use std::os::raw::{c_char, c_int, c_uchar, c_void};
+use std::os::raw::{c_char, c_int, c_uchar, c_ulong, c_void};
 
 #[repr(C)]
 pub struct SigilSession {
@@ -107,6 +107,78 @@ pub struct SigilSigner {
     pub certificate_size: usize,
 }
 
+#[repr(C)]
+#[derive(Clone, Copy)]
+pub struct SigilPickOptions {
+    pub size: usize,
+    pub policies: *const c_char,
+    pub subject: *const c_char,
+    pub serial: *const c_char,
+    pub families: c_int,
+    pub with_km: c_int,
+    pub no_expired: c_int,
+    pub lock_expired: c_int,
+}
+
+#[repr(C)]
+#[derive(Clone, Copy)]
+pub struct SigilJudgeOptions {
+    pub size: usize,
+    pub trusted: *const SigilBytes,
+    pub trusted_count: c_int,
+    pub purpose: c_int,
+    pub time: i64,
+    pub no_revocation: c_int,
+    pub responder: *const c_char,
+}
+
+#[repr(C)]
+#[derive(Clone, Copy)]
+pub struct SigilStatus {
+    pub size: usize,
+    pub revoked: c_int,
+    pub by_list: c_int,
+    pub revoked_at: i64,
+}
+
+#[repr(C)]
+#[derive(Clone, Copy)]
+pub struct SigilStamp {
+    pub size: usize,
+    pub time: i64,
+    pub policy: *const c_char,
+    pub serial: *const c_char,
+}
+
+#[repr(C)]
+#[derive(Clone, Copy)]
+pub struct SigilToken {
+    pub size: usize,
+    pub slot: c_ulong,
+    pub initialised: c_int,
+    pub certificates: c_int,
+    pub label: *const c_char,
+    pub maker: *const c_char,
+    pub model: *const c_char,
+    pub serial: *const c_char,
+}
+
+#[repr(C)]
+#[derive(Clone, Copy)]
+pub struct SigilFinding {
+    pub size: usize,
+    pub listed: c_int,
+    pub path: *const c_char,
+    pub rule: *const c_char,
+    pub detail: *const c_char,
+    pub mend: *const c_char,
+}
+
+/// For `sigil_lock`: every entry.
+pub const SIGIL_ALL_ENTRIES: c_int = -1;
+/// `sigil_pick`: nothing was chosen.
+pub const SIGIL_CANCELLED: c_int = -1;
+
 extern "C" {
     pub fn sigil_code_text(code: c_int, language: c_int, text: *mut SigilCodeText) -> c_int;
     pub fn sigil_free(bytes: *mut SigilBytes);
@@ -146,4 +218,38 @@ extern "C" {
     pub fn sigil_decrypt(
         session: *mut SigilSession, entry: c_int, message: *const c_void, size: usize, content: *mut SigilBytes,
     ) -> c_int;
+    pub fn sigil_pick(session: *mut SigilSession, options: *const SigilPickOptions, entry: *mut c_int) -> c_int;
+    pub fn sigil_export(
+        session: *mut SigilSession, entry: c_int, protection: c_int, password: *const c_char, pkcs12: *mut SigilBytes,
+    ) -> c_int;
+    pub fn sigil_import(
+        session: *mut SigilSession, pkcs12: *const c_void, size: usize, password: *const c_char, medium: *const c_char,
+        replace: c_int,
+    ) -> c_int;
+    pub fn sigil_copy(session: *mut SigilSession, entry: c_int, medium: *const c_char, replace: c_int) -> c_int;
+    pub fn sigil_delete(session: *mut SigilSession, entry: c_int) -> c_int;
+    pub fn sigil_change_password(
+        session: *mut SigilSession, entry: c_int, old_password: *const c_char, new_password: *const c_char,
+    ) -> c_int;
+    pub fn sigil_verify_certificate(
+        session: *mut SigilSession, options: *const SigilJudgeOptions, certificate: *const c_void, size: usize,
+    ) -> c_int;
+    pub fn sigil_status(
+        session: *mut SigilSession, options: *const SigilJudgeOptions, certificate: *const c_void, size: usize,
+        status: *mut SigilStatus,
+    ) -> c_int;
+    pub fn sigil_timestamp(
+        session: *mut SigilSession, url: *const c_char, data: *const c_void, size: usize, token: *mut SigilBytes,
+    ) -> c_int;
+    pub fn sigil_stamp(
+        session: *mut SigilSession, token: *const c_void, token_size: usize, data: *const c_void, data_size: usize,
+        stamp: *mut SigilStamp,
+    ) -> c_int;
+    pub fn sigil_tokens(session: *mut SigilSession, count: *mut c_int) -> c_int;
+    pub fn sigil_token(session: *mut SigilSession, index: c_int, token: *mut SigilToken) -> c_int;
+    pub fn sigil_token_certificate(
+        session: *mut SigilSession, token: c_int, index: c_int, certificate: *mut SigilBytes,
+    ) -> c_int;
+    pub fn sigil_examine(session: *mut SigilSession, medium: *const c_char, count: *mut c_int) -> c_int;
+    pub fn sigil_finding(session: *mut SigilSession, index: c_int, finding: *mut SigilFinding) -> c_int;
 }

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The SigilDesk authors
 // SPDX-License-Identifier: LicenseRef-SigilDesk
 
-//! Korean PKI certificates: list, unlock, sign, verify, encrypt, decrypt.
+//! Korean PKI certificates: list or let the user pick, unlock, sign, verify, encrypt, decrypt, copy, judge, stamp.
 //!
 //! ```no_run
 //! # fn main() -> Result<(), sigil::Error> {
@@ -28,6 +28,8 @@
 mod error;
 mod fields;
 mod memory;
+mod question;
+mod store;
 
 use sigil_sys as sys;
 use std::cell::Cell;
@@ -39,6 +41,8 @@ use std::time::SystemTime;
 pub use error::{Error, Result};
 pub use fields::Fields;
 pub use memory::Secret;
+pub use question::{Finding, Judge, Purpose, Stamp, Status, Token};
+pub use store::{Pick, Protection};
 
 use memory::{text_of, Bytes, Text};
 
@@ -202,8 +206,7 @@ impl Session {
 
     /// Encrypts for the holders of these certificates (DER or PEM).
     pub fn encrypt(&self, cipher: Cipher, recipients: &[&[u8]], data: &[u8]) -> Result<Vec<u8>> {
-        let recipients: Vec<sys::SigilBytes> = recipients.iter()
-            .map(|bytes| sys::SigilBytes { data: bytes.as_ptr() as *mut u8, size: bytes.len() }).collect();
+        let recipients = borrowed(recipients);
         self.bytes(|session, message| unsafe {
             sys::sigil_encrypt(session, cipher as c_int, recipients.as_ptr(), recipients.len() as c_int, start_of(data),
                 data.len(), message)
@@ -305,10 +308,19 @@ impl Entry<'_> {
 
     /// Signs with the unlocked key.
     pub fn sign(&self, data: &[u8], form: Form) -> Result<Vec<u8>> {
+        self.signed(data, form, &Text::optional(None)?)
+    }
+
+    /// The same, with the time stamp of this authority in the message.
+    pub fn sign_stamped(&self, data: &[u8], form: Form, url: &str) -> Result<Vec<u8>> {
+        self.signed(data, form, &Text::new(url)?)
+    }
+
+    fn signed(&self, data: &[u8], form: Form, stamp_url: &Text) -> Result<Vec<u8>> {
         let options = sys::SigilSignOptions {
             size: size_of::<sys::SigilSignOptions>(),
             form: form as c_int,
-            stamp_url: ptr::null(),
+            stamp_url: stamp_url.pointer(),
         };
         self.bytes(|session, number, signature| unsafe {
             sys::sigil_sign(session, number, &options, start_of(data), data.len(), signature)
@@ -346,6 +358,11 @@ impl Entry<'_> {
 /// The version of the library.
 pub fn version() -> String {
     unsafe { text_of(sys::sigil_version()) }
+}
+
+/// Certificates as the library takes several.
+fn borrowed(certificates: &[&[u8]]) -> Vec<sys::SigilBytes> {
+    certificates.iter().map(|bytes| sys::SigilBytes { data: bytes.as_ptr() as *mut u8, size: bytes.len() }).collect()
 }
 
 fn start_of(bytes: &[u8]) -> *const c_void {

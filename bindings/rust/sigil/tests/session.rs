@@ -3,9 +3,11 @@
 
 //! The crate over a store whose names and password are Korean. Where it is, the environment says.
 
-use sigil::{Cipher, Filter, Form, Language, Options, Pair, Session, Toolkit};
+use sigil::{Cipher, Filter, Form, Judge, Language, Options, Pair, Pick, Protection, Purpose, Session, Toolkit};
 use std::env;
-use std::time::SystemTime;
+use std::fs;
+use std::path::{Path, PathBuf};
+use std::time::{Duration, SystemTime};
 
 fn told(name: &str) -> String {
     env::var(name).unwrap_or_else(|_| panic!("{name} is not set"))
@@ -17,6 +19,36 @@ fn open(language: Language) -> Session {
 
 fn store() -> Filter {
     Filter { medium: Some(told("SIGIL_TEST_STORE")), ..Default::default() }
+}
+
+/// A disk of a test's own, which goes away with it.
+struct Disk(PathBuf);
+
+impl Disk {
+    fn new(name: &str) -> Disk {
+        let folder = env::temp_dir().join(format!("sigil-{}-{name}", std::process::id()));
+        fs::create_dir(&folder).unwrap();
+        Disk(folder)
+    }
+
+    fn text(&self) -> &str {
+        self.0.to_str().unwrap()
+    }
+
+    fn filter(&self) -> Filter {
+        Filter { medium: Some(self.text().to_string()), ..Default::default() }
+    }
+}
+
+impl Drop for Disk {
+    fn drop(&mut self) {
+        fs::remove_dir_all(&self.0).unwrap()
+    }
+}
+
+/// The code of a step that fails.
+fn code<T>(result: sigil::Result<T>) -> i32 {
+    result.err().expect("nothing was refused").code
 }
 
 #[test]
@@ -81,6 +113,112 @@ fn a_locked_entry_decrypts_nothing() {
     assert!(!entry.private_key(Pair::Signing, None).unwrap().is_empty());
     entry.lock().unwrap();
     assert!(entry.decrypt(&message).is_err());
+}
+
+#[test]
+fn what_is_copied_is_another_s_until_it_is_deleted() {
+    let (session, disk) = (open(Language::English), Disk::new("copy"));
+    let entry = &session.list(&store()).unwrap()[0];
+    entry.copy(Some(disk.text()), false).unwrap();
+    assert_eq!(code(entry.copy(Some(disk.text()), false)), 1602);
+    entry.copy(Some(disk.text()), true).unwrap();
+    let copied = &session.list(&disk.filter()).unwrap()[0];
+    let fields = copied.fields().unwrap();
+    assert_eq!(fields.name, told("SIGIL_TEST_NAME"));
+    assert!(Path::new(&fields.certificate_file).exists());
+    copied.delete().unwrap();
+    assert!(!Path::new(&fields.certificate_file).exists());
+    assert!(session.list(&disk.filter()).unwrap().is_empty());
+}
+
+#[test]
+fn pairs_go_out_and_in_under_another_password() {
+    let (session, disk) = (open(Language::English), Disk::new("import"));
+    let (password, other) = (told("SIGIL_TEST_PASSWORD"), "또 다른 5678?");
+    let entry = &session.list(&store()).unwrap()[0];
+    assert_eq!(code(entry.export(Protection::Aes256, other)), 1601);
+    entry.unlock(&password).unwrap();
+    let pkcs12 = entry.export(Protection::Aes256, other).unwrap();
+    assert_eq!(code(session.import(&pkcs12, &password, Some(disk.text()), false)), 1113);
+    session.import(&pkcs12, other, Some(disk.text()), false).unwrap();
+    let brought = &session.list(&disk.filter()).unwrap()[0];
+    assert_eq!(code(brought.unlock(&password)), 1113);
+    brought.unlock(other).unwrap();
+}
+
+#[test]
+fn a_changed_password_opens() {
+    let (session, disk) = (open(Language::English), Disk::new("password"));
+    let (password, other) = (told("SIGIL_TEST_PASSWORD"), "새 비밀번호 9!");
+    session.list(&store()).unwrap()[0].copy(Some(disk.text()), false).unwrap();
+    let copied = &session.list(&disk.filter()).unwrap()[0];
+    assert_eq!(code(copied.change_password(other, other)), 1113);
+    copied.change_password(&password, other).unwrap();
+    assert_eq!(code(copied.unlock(&password)), 1113);
+    copied.unlock(other).unwrap();
+    session.lock().unwrap();
+    assert!(!copied.fields().unwrap().unlocked);
+}
+
+#[test]
+fn the_holder_s_identity_number_is_told_from_another() {
+    let session = open(Language::English);
+    let entry = &session.list(&store()).unwrap()[0];
+    entry.unlock(&told("SIGIL_TEST_PASSWORD")).unwrap();
+    entry.identity(&told("SIGIL_TEST_IDENTITY")).unwrap();
+    assert_eq!(code(entry.identity("0000000000000")), 1132);
+}
+
+#[test]
+fn a_certificate_is_valid_under_its_authorities() {
+    let session = open(Language::English);
+    let entry = &session.list(&store()).unwrap()[0];
+    let certificate = entry.certificate(Pair::Signing).unwrap();
+    let authorities: Vec<Vec<u8>> = fs::read_dir(Path::new(&told("SIGIL_TEST_STORE")).join("ca")).unwrap()
+        .map(|file| file.unwrap().path()).filter(|path| path.extension().map_or(false, |ending| ending == "der"))
+        .map(|path| fs::read(path).unwrap()).collect();
+    let trusted: Vec<&[u8]> = authorities.iter().map(Vec::as_slice).collect();
+    let judge = Judge { trusted: &trusted, purpose: Purpose::Sign, no_revocation: true, ..Default::default() };
+    session.verify_certificate(&certificate, &judge).unwrap();
+    let later = entry.fields().unwrap().valid_to + Duration::from_secs(86400);
+    assert_eq!(code(session.verify_certificate(&certificate, &Judge { time: Some(later), ..judge })), 3202);
+    assert_eq!(code(session.status(&certificate, &trusted, Some("http://127.0.0.1:1/"))), 1605);
+}
+
+#[test]
+fn a_stamp_is_of_an_authority_that_can_be_reached() {
+    let session = open(Language::English);
+    assert!([3600, 3601, 3602].contains(&code(session.timestamp("http://127.0.0.1:1/", b"data"))));
+    assert_ne!(code(session.stamp(b"no token", b"data")), 0);
+    let entry = &session.list(&store()).unwrap()[0];
+    entry.unlock(&told("SIGIL_TEST_PASSWORD")).unwrap();
+    assert!([3600, 3601, 3602].contains(&code(entry.sign_stamped(b"data", Form::Attached, "http://127.0.0.1:1/"))));
+}
+
+#[test]
+fn findings_say_why_something_is_listed() {
+    let session = open(Language::English);
+    let file = session.list(&store()).unwrap()[0].fields().unwrap().certificate_file;
+    let findings = session.examine(Some(&told("SIGIL_TEST_STORE"))).unwrap();
+    assert!(findings.iter().any(|finding| finding.listed && file.starts_with(&finding.path)), "{findings:?}");
+    assert!(findings.iter().all(|finding| !finding.rule.is_empty() && !finding.detail.is_empty()));
+}
+
+#[test]
+fn a_token_is_told_with_its_certificate() {
+    let session = open(Language::English);
+    let tokens = session.tokens().unwrap();
+    let token = tokens.iter().find(|token| token.label == told("SIGIL_TEST_TOKEN")).expect("the token");
+    assert!(token.initialised && !token.maker.is_empty());
+    assert_eq!(token.certificates, [session.list(&store()).unwrap()[0].certificate(Pair::Signing).unwrap()]);
+}
+
+#[test]
+fn nobody_picks_without_a_display() {
+    let session = open(Language::English);
+    let entry = &session.list(&store()).unwrap()[0];
+    assert_eq!(session.pick(&Pick::default()).err().expect("no display").code, 1607);
+    assert!(entry.fields().is_ok());
 }
 
 #[test]
