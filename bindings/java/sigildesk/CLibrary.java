@@ -5,16 +5,19 @@ package sigildesk;
 
 import com.sun.jna.Library;
 import com.sun.jna.Native;
+import com.sun.jna.NativeLong;
 import com.sun.jna.Pointer;
 import com.sun.jna.Structure;
 import com.sun.jna.ptr.IntByReference;
 import com.sun.jna.ptr.PointerByReference;
 
-/** What {@code <sigil.h>} declares, of the jobs that the package does. The header documents every function. */
+/** What {@code <sigil.h>} declares. The header documents every function. */
 interface CLibrary extends Library {
     CLibrary INSTANCE = Native.load("libsigil.so.1", CLibrary.class);
 
     int BAD_ARGUMENT = 1001;
+    int CANCELLED = -1;
+    int ALL_ENTRIES = -1;
 
     @Structure.FieldOrder({"data", "size"})
     class Bytes extends Structure {
@@ -72,6 +75,52 @@ interface CLibrary extends Library {
         public long certificateSize;
     }
 
+    @Structure.FieldOrder({"size", "policies", "subject", "serial", "families", "withKm", "noExpired", "lockExpired"})
+    class PickOptions extends Structure {
+        public long size = size();
+        public Pointer policies, subject, serial;
+        public int families, withKm, noExpired, lockExpired;
+    }
+
+    @Structure.FieldOrder({"size", "trusted", "trustedCount", "purpose", "time", "noRevocation", "responder"})
+    class JudgeOptions extends Structure {
+        public long size = size();
+        public Pointer trusted;
+        public int trustedCount, purpose;
+        public long time;
+        public int noRevocation;
+        public Pointer responder;
+    }
+
+    @Structure.FieldOrder({"size", "revoked", "byList", "revokedAt"})
+    class StatusRecord extends Structure {
+        public long size = size();
+        public int revoked, byList;
+        public long revokedAt;
+    }
+
+    @Structure.FieldOrder({"size", "time", "policy", "serial"})
+    class StampRecord extends Structure {
+        public long size = size();
+        public long time;
+        public Pointer policy, serial;
+    }
+
+    @Structure.FieldOrder({"size", "slot", "initialised", "certificates", "label", "maker", "model", "serial"})
+    class TokenRecord extends Structure {
+        public long size = size();
+        public NativeLong slot;
+        public int initialised, certificates;
+        public Pointer label, maker, model, serial;
+    }
+
+    @Structure.FieldOrder({"size", "listed", "path", "rule", "detail", "mend"})
+    class FindingRecord extends Structure {
+        public long size = size();
+        public int listed;
+        public Pointer path, rule, detail, mend;
+    }
+
     int sigil_code_text(int code, int language, CodeText text);
 
     void sigil_free(Bytes bytes);
@@ -113,4 +162,34 @@ interface CLibrary extends Library {
     int sigil_encrypt(Pointer session, int cipher, Pointer recipients, int count, byte[] data, long size, Bytes message);
 
     int sigil_decrypt(Pointer session, int entry, byte[] message, long size, Bytes content);
+
+    int sigil_pick(Pointer session, PickOptions options, IntByReference entry);
+
+    int sigil_export(Pointer session, int entry, int protection, Pointer password, Bytes pkcs12);
+
+    int sigil_import(Pointer session, byte[] pkcs12, long size, Pointer password, Pointer medium, int replace);
+
+    int sigil_copy(Pointer session, int entry, Pointer medium, int replace);
+
+    int sigil_delete(Pointer session, int entry);
+
+    int sigil_change_password(Pointer session, int entry, Pointer oldPassword, Pointer newPassword);
+
+    int sigil_verify_certificate(Pointer session, JudgeOptions options, byte[] certificate, long size);
+
+    int sigil_status(Pointer session, JudgeOptions options, byte[] certificate, long size, StatusRecord status);
+
+    int sigil_timestamp(Pointer session, Pointer url, byte[] data, long size, Bytes token);
+
+    int sigil_stamp(Pointer session, byte[] token, long tokenSize, byte[] data, long dataSize, StampRecord stamp);
+
+    int sigil_tokens(Pointer session, IntByReference count);
+
+    int sigil_token(Pointer session, int index, TokenRecord token);
+
+    int sigil_token_certificate(Pointer session, int token, int index, Bytes certificate);
+
+    int sigil_examine(Pointer session, Pointer medium, IntByReference count);
+
+    int sigil_finding(Pointer session, int index, FindingRecord finding);
 }

@@ -32,7 +32,7 @@ public final class Entry {
 
     /** Opens the private keys; they stay in the session until it is closed, locks them or lists anew. */
     public void unlock(String password) {
-        withSecret(password, (handle, secret) -> LIBRARY.sigil_unlock(handle, number(), secret));
+        withText(password, (handle, secret) -> LIBRARY.sigil_unlock(handle, number(), secret));
     }
 
     /** Wipes the private keys that unlock opened. */
@@ -50,15 +50,23 @@ public final class Entry {
 
     /** Checks that the holder has this identity number: 1132 when not. */
     public void identity(String identityNumber) {
-        withSecret(identityNumber, (handle, secret) -> LIBRARY.sigil_identity(handle, number(), secret));
+        withText(identityNumber, (handle, secret) -> LIBRARY.sigil_identity(handle, number(), secret));
     }
 
     /** Signs with the unlocked key. */
     public byte[] sign(byte[] data, Form form) {
-        CLibrary.SignOptions options = new CLibrary.SignOptions();
-        options.form = form.number;
-        return session.bytes(
-            (handle, signature) -> LIBRARY.sigil_sign(handle, number(), options, data, data.length, signature));
+        return sign(data, form, null);
+    }
+
+    /** Signs, and puts the time stamp of this authority into the message. */
+    public byte[] sign(byte[] data, Form form, String stampUrl) {
+        try (Texts.In url = new Texts.In(stampUrl)) {
+            CLibrary.SignOptions options = new CLibrary.SignOptions();
+            options.form = form.number;
+            options.stampUrl = url.memory;
+            return session.bytes(
+                (handle, signature) -> LIBRARY.sigil_sign(handle, number(), options, data, data.length, signature));
+        }
     }
 
     /** Decrypts a message with the unlocked key. */
@@ -67,13 +75,39 @@ public final class Entry {
             (handle, content) -> LIBRARY.sigil_decrypt(handle, number(), message, message.length, content));
     }
 
+    /** A PKCS#12 file with all unlocked pairs, under this password. */
+    public byte[] export(Protection protection, String password) {
+        try (Texts.In secret = new Texts.In(password)) {
+            return session.bytes((handle, pkcs12) ->
+                LIBRARY.sigil_export(handle, number(), protection.number, secret.memory, pkcs12));
+        }
+    }
+
+    /** Copies the files as they are to a mounted disk's folder; null is the home folder.
+     *  @param replace those in the same place */
+    public void copy(String medium, boolean replace) {
+        withText(medium, (handle, folder) -> LIBRARY.sigil_copy(handle, number(), folder, replace ? 1 : 0));
+    }
+
+    /** Deletes the files. The entry stays in the list, and its keys if it is unlocked. */
+    public void delete() {
+        session.call(handle -> LIBRARY.sigil_delete(handle, number()));
+    }
+
+    /** Puts all keys under a new password, in their files. */
+    public void changePassword(String oldPassword, String newPassword) {
+        try (Texts.In old = new Texts.In(oldPassword); Texts.In next = new Texts.In(newPassword)) {
+            session.call(handle -> LIBRARY.sigil_change_password(handle, number(), old.memory, next.memory));
+        }
+    }
+
     private int number() {
         return session.number(listing, place);
     }
 
-    private void withSecret(String text, ToIntBiFunction<Pointer, Pointer> function) {
-        try (Texts.In secret = new Texts.In(text)) {
-            session.call(handle -> function.applyAsInt(handle, secret.memory));
+    private void withText(String text, ToIntBiFunction<Pointer, Pointer> function) {
+        try (Texts.In kept = new Texts.In(text)) {
+            session.call(handle -> function.applyAsInt(handle, kept.memory));
         }
     }
 }

@@ -1,9 +1,18 @@
 // SPDX-FileCopyrightText: The SigilDesk authors
 // SPDX-License-Identifier: LicenseRef-SigilDesk
 
+import java.io.File;
+import java.io.IOException;
+import java.io.UncheckedIOException;
 import java.nio.charset.StandardCharsets;
+import java.nio.file.DirectoryStream;
+import java.nio.file.Files;
+import java.nio.file.Path;
+import java.util.ArrayList;
 import java.util.Arrays;
+import java.util.Comparator;
 import java.util.List;
+import java.util.stream.Stream;
 import sigildesk.*;
 
 /** The package over a store whose names and password are Korean. Where it is, the environment says. */
@@ -103,6 +112,146 @@ public final class SessionTest {
         }
     }
 
+    /** What is done with a disk of its own, which goes away. */
+    private interface OnDisk {
+        void run(String disk) throws IOException;
+    }
+
+    private static void withDisk(OnDisk step) {
+        try {
+            Path disk = Files.createTempDirectory("sigil");
+            try {
+                step.run(disk.toString());
+            } finally {
+                try (Stream<Path> files = Files.walk(disk)) {
+                    files.sorted(Comparator.reverseOrder()).map(Path::toFile).forEach(File::delete);
+                }
+            }
+        } catch (IOException failure) {
+            throw new UncheckedIOException(failure);
+        }
+    }
+
+    private static void whatIsCopiedIsAnothersUntilItIsDeleted() {
+        withDisk(disk -> {
+            try (Session session = open(Language.ENGLISH)) {
+                Entry entry = session.list(store()).get(0);
+                entry.copy(disk, false);
+                refused(1602, () -> entry.copy(disk, false));
+                entry.copy(disk, true);
+                Entry copied = session.list(new Filter().medium(disk)).get(0);
+                Path file = Path.of(copied.fields().certificateFile());
+                expect(copied.fields().name().equals(NAME) && Files.exists(file), file.toString());
+                copied.delete();
+                expect(!Files.exists(file), file.toString());
+                expect(session.list(new Filter().medium(disk)).isEmpty(), "the list after the deletion");
+            }
+        });
+    }
+
+    private static void pairsGoOutAndInUnderAnotherPassword() {
+        withDisk(disk -> {
+            try (Session session = open(Language.ENGLISH)) {
+                Entry entry = session.list(store()).get(0);
+                refused(1601, () -> entry.export(Protection.AES256, "또 다른 5678?"));
+                entry.unlock(PASSWORD);
+                byte[] pkcs12 = entry.export(Protection.AES256, "또 다른 5678?");
+                refused(1113, () -> session.importPairs(pkcs12, PASSWORD, disk, false));
+                session.importPairs(pkcs12, "또 다른 5678?", disk, false);
+                Entry brought = session.list(new Filter().medium(disk)).get(0);
+                refused(1113, () -> brought.unlock(PASSWORD));
+                brought.unlock("또 다른 5678?");
+            }
+        });
+    }
+
+    private static void aChangedPasswordOpens() {
+        withDisk(disk -> {
+            try (Session session = open(Language.ENGLISH)) {
+                session.list(store()).get(0).copy(disk, false);
+                Entry copied = session.list(new Filter().medium(disk)).get(0);
+                refused(1113, () -> copied.changePassword("틀린 비밀번호", "새 비밀번호 9!"));
+                copied.changePassword(PASSWORD, "새 비밀번호 9!");
+                refused(1113, () -> copied.unlock(PASSWORD));
+                copied.unlock("새 비밀번호 9!");
+                session.lock();
+                expect(!copied.fields().unlocked(), "locked");
+            }
+        });
+    }
+
+    private static void theHoldersIdentityNumberIsToldFromAnother() {
+        try (Session session = open(Language.ENGLISH)) {
+            Entry entry = session.list(store()).get(0);
+            entry.unlock(PASSWORD);
+            entry.identity(System.getenv("SIGIL_TEST_IDENTITY"));
+            refused(1132, () -> entry.identity("0000000000000"));
+        }
+    }
+
+    private static byte[][] authorities() throws IOException {
+        List<byte[]> found = new ArrayList<>();
+        Path folder = Path.of(System.getenv("SIGIL_TEST_STORE"), "ca");
+        try (DirectoryStream<Path> files = Files.newDirectoryStream(folder, "*.der")) {
+            for (Path file : files)
+                found.add(Files.readAllBytes(file));
+        }
+        return found.toArray(new byte[0][]);
+    }
+
+    private static void aCertificateIsValidUnderItsAuthorities() {
+        withDisk(disk -> {
+            try (Session session = open(Language.ENGLISH)) {
+                Entry entry = session.list(store()).get(0);
+                byte[] certificate = entry.certificate(Pair.SIGNING);
+                Judge judge = new Judge().trusted(authorities()).purpose(Purpose.SIGN).noRevocation();
+                session.verifyCertificate(certificate, judge);
+                judge.time(entry.fields().validTo().plusSeconds(86400));
+                refused(3202, () -> session.verifyCertificate(certificate, judge));
+                refused(1605, () -> session.status(certificate, judge.responder("http://127.0.0.1:1/")));
+            }
+        });
+    }
+
+    private static void aStampIsOfAnAuthorityThatCanBeReached() {
+        try (Session session = open(Language.ENGLISH)) {
+            Entry entry = session.list(store()).get(0);
+            entry.unlock(PASSWORD);
+            List<Integer> unreachable = List.of(3600, 3601, 3602);
+            String nowhere = "http://127.0.0.1:1/";
+            expect(unreachable.contains(anyRefused(() -> session.timestamp(nowhere, CONTRACT)).code()), "token");
+            expect(unreachable.contains(anyRefused(() -> entry.sign(CONTRACT, Form.ATTACHED, nowhere)).code()), "message");
+            anyRefused(() -> session.stamp(OTHER, CONTRACT));
+        }
+    }
+
+    private static void findingsSayWhySomethingIsListed() {
+        try (Session session = open(Language.ENGLISH)) {
+            String file = session.list(store()).get(0).fields().certificateFile();
+            List<Finding> findings = session.examine(System.getenv("SIGIL_TEST_STORE"));
+            expect(findings.stream().anyMatch(finding -> finding.listed() && file.startsWith(finding.path())), file);
+            expect(findings.stream().noneMatch(finding -> finding.rule().isEmpty() || finding.detail().isEmpty()), "words");
+        }
+    }
+
+    private static void aTokenIsToldWithItsCertificate() {
+        try (Session session = open(Language.ENGLISH)) {
+            String label = System.getenv("SIGIL_TEST_TOKEN");
+            Token token = session.tokens().stream().filter(each -> each.label().equals(label)).findFirst().orElseThrow();
+            expect(token.initialised() && !token.maker().isEmpty(), token.toString());
+            byte[] certificate = session.list(store()).get(0).certificate(Pair.SIGNING);
+            expect(token.certificates().size() == 1 && Arrays.equals(token.certificates().get(0), certificate), label);
+        }
+    }
+
+    private static void nobodyPicksWithoutADisplay() {
+        try (Session session = open(Language.ENGLISH)) {
+            Entry entry = session.list(store()).get(0);
+            refused(1607, () -> session.pick(new PickFilter().noExpired()));
+            expect(entry.fields().name().equals(NAME), "the list stays");
+        }
+    }
+
     private static void aClosedSessionIsRefused() {
         Session session = open(Language.ENGLISH);
         Entry entry = session.list(store()).get(0);
@@ -143,7 +292,11 @@ public final class SessionTest {
             SessionTest::aDetachedSignatureCoversItsDataAlone, SessionTest::aSignatureValueVerifies,
             SessionTest::aLockedEntryDecryptsNothing, SessionTest::aClosedSessionIsRefused,
             SessionTest::anEntryOfAnOlderListIsRefused, SessionTest::aZeroCharacterCutsNoTextShort,
-            SessionTest::aFolderWithoutALibraryIsNoSession};
+            SessionTest::aFolderWithoutALibraryIsNoSession, SessionTest::whatIsCopiedIsAnothersUntilItIsDeleted,
+            SessionTest::pairsGoOutAndInUnderAnotherPassword, SessionTest::aChangedPasswordOpens,
+            SessionTest::theHoldersIdentityNumberIsToldFromAnother, SessionTest::aCertificateIsValidUnderItsAuthorities,
+            SessionTest::aStampIsOfAnAuthorityThatCanBeReached, SessionTest::findingsSayWhySomethingIsListed,
+            SessionTest::aTokenIsToldWithItsCertificate, SessionTest::nobodyPicksWithoutADisplay};
         for (Step step : steps)
             step.run();
         System.out.println(steps.length + " steps passed");
