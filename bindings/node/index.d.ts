@@ -10,6 +10,9 @@ export const Cipher: {
   readonly ARIA128: 5; readonly SEED: 6; readonly TRIPLE_DES: 7;
 };
 
+export const Protection: { readonly TRIPLE_DES: 0; readonly SEED: 1; readonly AES256: 2 };
+export const Purpose: { readonly ANY: 0; readonly SIGN: 1; readonly ENCRYPT: 2 };
+
 /** The version of the library. */
 export function version(): string;
 
@@ -64,6 +67,39 @@ export interface Filter {
   families?: number; expiresWithin?: number; valid?: boolean; expired?: boolean;
 }
 
+/** What the dialog lists; without any, everything. */
+export interface PickFilter {
+  /** OIDs, dotted. */
+  policies?: string[];
+  subject?: string; serial?: string; families?: number;
+  /** Those with a key-management pair. */
+  withKm?: boolean;
+  /** Expired ones are not shown, or cannot be chosen. */
+  noExpired?: boolean; lockExpired?: boolean;
+}
+
+/** Whether a certificate is revoked. */
+export interface Status {
+  readonly revoked: boolean;
+  /** A revocation list says so; else a responder. */
+  readonly byList: boolean;
+  readonly revokedAt: Date | null;
+}
+
+/** What a time stamp says; the policy is an OID, the serial number hexadecimal. */
+export interface Stamp { readonly time: Date; readonly policy: string; readonly serial: string }
+
+/** A token (PKCS#11) and the certificates on it, DER. */
+export interface Token {
+  readonly slot: number; readonly initialised: boolean; readonly label: string; readonly maker: string;
+  readonly model: string; readonly serial: string; readonly certificates: Buffer[];
+}
+
+/** What stands at one place, and why it is listed or not: the name of the rule, what there is to say, how to mend it. */
+export interface Finding {
+  readonly listed: boolean; readonly path: string; readonly rule: string; readonly detail: string; readonly mend: string;
+}
+
 export class Session {
   constructor(options?: { folder?: string | null; toolkit?: number; language?: number });
   close(): void;
@@ -72,6 +108,17 @@ export class Session {
   verifyRaw(certificate: Uint8Array, data: Uint8Array, signature: Uint8Array): void;
   encrypt(recipients: Uint8Array[], data: Uint8Array, cipher?: number): Buffer;
   fields(certificate: Uint8Array): Fields;
+  /** Null when the user gave up. */
+  pick(filter?: PickFilter): Entry | null;
+  lock(): void;
+  importPairs(pkcs12: Uint8Array, password: string, medium?: string | null, options?: { replace?: boolean }): void;
+  verifyCertificate(certificate: Uint8Array,
+    options?: { trusted?: Uint8Array[]; purpose?: number; time?: Date | null; revocation?: boolean }): void;
+  status(certificate: Uint8Array, options?: { trusted?: Uint8Array[]; responder?: string | null }): Status;
+  timestamp(url: string, data: Uint8Array): Buffer;
+  stamp(token: Uint8Array, data: Uint8Array): Stamp;
+  tokens(): Token[];
+  examine(medium?: string | null): Finding[];
 }
 
 export interface Entry {
@@ -81,6 +128,10 @@ export interface Entry {
   lock(): void;
   privateKey(newPassword?: string | null, pair?: number): Buffer;
   identity(number: string): void;
-  sign(data: Uint8Array, form?: number): Buffer;
+  sign(data: Uint8Array, form?: number, stampUrl?: string | null): Buffer;
   decrypt(message: Uint8Array): Buffer;
+  export(password: string, protection?: number): Buffer;
+  copy(medium?: string | null, options?: { replace?: boolean }): void;
+  delete(): void;
+  changePassword(oldPassword: string, newPassword: string): void;
 }

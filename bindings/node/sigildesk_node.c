@@ -111,6 +111,24 @@ static SigilBytes bytesOf(Call* call, napi_value word)
 
 static SigilBytes bytes(Call* call, int place) { return bytesOf(call, call->words[place]); }
 
+/** An array of certificates, to be released with free(); null when there are none. */
+static SigilBytes* certificatesOf(Call* call, int place, int* count)
+{
+    uint32_t length = 0;
+    if (!call->failed && napi_get_array_length(call->env, call->words[place], &length) != napi_ok)
+        refuse(call, "an array of certificates is expected");
+    SigilBytes* certificates = length > 0 ? calloc(length, sizeof *certificates) : NULL;
+    if (length > 0 && !certificates)
+        refuse(call, "out of memory");
+    for (uint32_t i = 0; certificates && i < length; ++i) {
+        napi_value element = NULL;
+        napi_get_element(call->env, call->words[place], i, &element);
+        certificates[i] = bytesOf(call, element);
+    }
+    *count = (int)length;
+    return certificates;
+}
+
 /* ---- To JavaScript -------------------------------------------------------------------------------------------- */
 
 static void set(napi_env env, napi_value object, const char* name, napi_value value)
@@ -410,6 +428,7 @@ static napi_value sign(napi_env env, napi_callback_info info)
     SigilSignOptions options = {.size = sizeof options};
     options.form = number(&call, 2);
     const SigilBytes data = bytes(&call, 3);
+    options.stamp_url = text(&call, 4);
     SigilBytes made = {NULL, 0};
     const int code = call.failed ? -1 : sigil_sign(session(&call), entry, &options, data.data, data.size, &made);
     return taken(&call, code, &made);
@@ -466,20 +485,12 @@ static napi_value encrypt(napi_env env, napi_callback_info info)
 {
     Call call = begin(env, info);
     const int cipher = number(&call, 1);
-    uint32_t count = 0;
-    if (!call.failed && napi_get_array_length(env, call.words[2], &count) != napi_ok)
-        refuse(&call, "an array of certificates is expected");
-    SigilBytes* recipients = calloc(count + 1, sizeof *recipients);
-    for (uint32_t i = 0; recipients && i < count; ++i) {
-        napi_value element = NULL;
-        napi_get_element(env, call.words[2], i, &element);
-        recipients[i] = bytesOf(&call, element);
-    }
+    int count = 0;
+    SigilBytes* recipients = certificatesOf(&call, 2, &count);
     const SigilBytes data = bytes(&call, 3);
     SigilBytes made = {NULL, 0};
-    const int code = call.failed
-        ? -1
-        : sigil_encrypt(session(&call), cipher, recipients, (int)count, data.data, data.size, &made);
+    const int code =
+        call.failed ? -1 : sigil_encrypt(session(&call), cipher, recipients, count, data.data, data.size, &made);
     free(recipients);
     return taken(&call, code, &made);
 }
@@ -492,6 +503,222 @@ static napi_value decrypt(napi_env env, napi_callback_info info)
     SigilBytes made = {NULL, 0};
     const int code = call.failed ? -1 : sigil_decrypt(session(&call), entry, message.data, message.size, &made);
     return taken(&call, code, &made);
+}
+
+/* ---- The dialog ----------------------------------------------------------------------------------------------- */
+
+/** Answers the number of the entry. */
+static napi_value pick(napi_env env, napi_callback_info info)
+{
+    Call call = begin(env, info);
+    const napi_value filter = call.words[1];
+    SigilPickOptions options = {.size = sizeof options};
+    options.policies = textOf(&call, 1, filter, "policies");
+    options.subject = textOf(&call, 2, filter, "subject");
+    options.serial = textOf(&call, 3, filter, "serial");
+    options.families = numberOf(&call, filter, "families");
+    options.with_km = numberOf(&call, filter, "withKm");
+    options.no_expired = numberOf(&call, filter, "noExpired");
+    options.lock_expired = numberOf(&call, filter, "lockExpired");
+    int entry = 0;
+    napi_value value = NULL;
+    if (!call.failed && succeeded(&call, sigil_pick(session(&call), &options, &entry), session(&call)))
+        napi_create_int32(env, entry, &value);
+    end(&call);
+    return value;
+}
+
+/* ---- Stores --------------------------------------------------------------------------------------------------- */
+
+static napi_value exportPairs(napi_env env, napi_callback_info info)
+{
+    Call call = begin(env, info);
+    const int entry = number(&call, 1);
+    const int protection = number(&call, 2);
+    const char* password = text(&call, 3);
+    SigilBytes made = {NULL, 0};
+    const int code = call.failed ? -1 : sigil_export(session(&call), entry, protection, password, &made);
+    return taken(&call, code, &made);
+}
+
+static napi_value importPairs(napi_env env, napi_callback_info info)
+{
+    Call call = begin(env, info);
+    const SigilBytes file = bytes(&call, 1);
+    const char* password = text(&call, 2);
+    const char* medium = text(&call, 3);
+    const int replace = number(&call, 4);
+    return nothing(
+        &call, call.failed ? -1 : sigil_import(session(&call), file.data, file.size, password, medium, replace));
+}
+
+static napi_value copy(napi_env env, napi_callback_info info)
+{
+    Call call = begin(env, info);
+    const int entry = number(&call, 1);
+    const char* medium = text(&call, 2);
+    const int replace = number(&call, 3);
+    return nothing(&call, call.failed ? -1 : sigil_copy(session(&call), entry, medium, replace));
+}
+
+static napi_value deleteFiles(napi_env env, napi_callback_info info)
+{
+    Call call = begin(env, info);
+    const int entry = number(&call, 1);
+    return nothing(&call, call.failed ? -1 : sigil_delete(session(&call), entry));
+}
+
+static napi_value changePassword(napi_env env, napi_callback_info info)
+{
+    Call call = begin(env, info);
+    const int entry = number(&call, 1);
+    const char* from = text(&call, 2);
+    const char* to = text(&call, 3);
+    return nothing(&call, call.failed ? -1 : sigil_change_password(session(&call), entry, from, to));
+}
+
+/* ---- Judging and time stamps ---------------------------------------------------------------------------------- */
+
+static int64_t seconds(Call* call, int place)
+{
+    int64_t value = 0;
+    if (napi_get_value_int64(call->env, call->words[place], &value) != napi_ok)
+        refuse(call, "a number is expected");
+    return value;
+}
+
+static napi_value verifyCertificate(napi_env env, napi_callback_info info)
+{
+    Call call = begin(env, info);
+    SigilJudgeOptions options = {.size = sizeof options};
+    const SigilBytes der = bytes(&call, 1);
+    SigilBytes* trusted = certificatesOf(&call, 2, &options.trusted_count);
+    options.trusted = trusted;
+    options.purpose = number(&call, 3);
+    options.time = seconds(&call, 4);
+    options.no_revocation = number(&call, 5);
+    const int code = call.failed ? -1 : sigil_verify_certificate(session(&call), &options, der.data, der.size);
+    free(trusted);
+    return nothing(&call, code);
+}
+
+static napi_value status(napi_env env, napi_callback_info info)
+{
+    Call call = begin(env, info);
+    SigilJudgeOptions options = {.size = sizeof options};
+    SigilStatus told = {.size = sizeof told};
+    const SigilBytes der = bytes(&call, 1);
+    SigilBytes* trusted = certificatesOf(&call, 2, &options.trusted_count);
+    options.trusted = trusted;
+    options.responder = text(&call, 3);
+    const int code = call.failed ? -1 : sigil_status(session(&call), &options, der.data, der.size, &told);
+    free(trusted);
+    nothing(&call, code);
+    if (code != 0)
+        return NULL;
+    napi_value made = object(env);
+    setFlag(env, made, "revoked", told.revoked);
+    setFlag(env, made, "byList", told.by_list);
+    setNumber(env, made, "revokedAt", (double)told.revoked_at);
+    return made;
+}
+
+static napi_value timestamp(napi_env env, napi_callback_info info)
+{
+    Call call = begin(env, info);
+    const char* url = text(&call, 1);
+    const SigilBytes data = bytes(&call, 2);
+    SigilBytes made = {NULL, 0};
+    const int code = call.failed ? -1 : sigil_timestamp(session(&call), url, data.data, data.size, &made);
+    return taken(&call, code, &made);
+}
+
+static napi_value stamp(napi_env env, napi_callback_info info)
+{
+    Call call = begin(env, info);
+    const SigilBytes token = bytes(&call, 1);
+    const SigilBytes data = bytes(&call, 2);
+    SigilStamp told = {.size = sizeof told};
+    if (call.failed ||
+        !succeeded(&call, sigil_stamp(session(&call), token.data, token.size, data.data, data.size, &told),
+            session(&call)))
+        return NULL;
+    napi_value made = object(env);
+    setNumber(env, made, "time", (double)told.time);
+    setText(env, made, "policy", told.policy);
+    setText(env, made, "serial", told.serial);
+    return made;
+}
+
+/* ---- Tokens and findings -------------------------------------------------------------------------------------- */
+
+static napi_value counted(Call* call, int code, int count)
+{
+    napi_value value = NULL;
+    if (succeeded(call, code, session(call)))
+        napi_create_int32(call->env, count, &value);
+    end(call);
+    return value;
+}
+
+static napi_value tokens(napi_env env, napi_callback_info info)
+{
+    Call call = begin(env, info);
+    int count = 0;
+    const int code = call.failed ? -1 : sigil_tokens(session(&call), &count);
+    return counted(&call, code, count);
+}
+
+static napi_value token(napi_env env, napi_callback_info info)
+{
+    Call call = begin(env, info);
+    const int index = number(&call, 1);
+    SigilToken told = {.size = sizeof told};
+    if (call.failed || !succeeded(&call, sigil_token(session(&call), index, &told), session(&call)))
+        return NULL;
+    napi_value made = object(env);
+    setNumber(env, made, "slot", (double)told.slot);
+    setFlag(env, made, "initialised", told.initialised);
+    setNumber(env, made, "certificates", told.certificates);
+    setText(env, made, "label", told.label);
+    setText(env, made, "maker", told.maker);
+    setText(env, made, "model", told.model);
+    setText(env, made, "serial", told.serial);
+    return made;
+}
+
+static napi_value tokenCertificate(napi_env env, napi_callback_info info)
+{
+    Call call = begin(env, info);
+    const int index = number(&call, 1);
+    const int place = number(&call, 2);
+    SigilBytes made = {NULL, 0};
+    return taken(&call, call.failed ? -1 : sigil_token_certificate(session(&call), index, place, &made), &made);
+}
+
+static napi_value examine(napi_env env, napi_callback_info info)
+{
+    Call call = begin(env, info);
+    const char* medium = text(&call, 1);
+    int count = 0;
+    const int code = call.failed ? -1 : sigil_examine(session(&call), medium, &count);
+    return counted(&call, code, count);
+}
+
+static napi_value finding(napi_env env, napi_callback_info info)
+{
+    Call call = begin(env, info);
+    const int index = number(&call, 1);
+    SigilFinding told = {.size = sizeof told};
+    if (call.failed || !succeeded(&call, sigil_finding(session(&call), index, &told), session(&call)))
+        return NULL;
+    napi_value made = object(env);
+    setFlag(env, made, "listed", told.listed);
+    setText(env, made, "path", told.path);
+    setText(env, made, "rule", told.rule);
+    setText(env, made, "detail", told.detail);
+    setText(env, made, "mend", told.mend);
+    return made;
 }
 
 /* ---- The module ----------------------------------------------------------------------------------------------- */
@@ -521,6 +748,21 @@ static napi_value start(napi_env env, napi_value exports)
         {"verifyRaw", verifyRaw},
         {"encrypt", encrypt},
         {"decrypt", decrypt},
+        {"pick", pick},
+        {"exportPairs", exportPairs},
+        {"importPairs", importPairs},
+        {"copy", copy},
+        {"deleteFiles", deleteFiles},
+        {"changePassword", changePassword},
+        {"verifyCertificate", verifyCertificate},
+        {"status", status},
+        {"timestamp", timestamp},
+        {"stamp", stamp},
+        {"tokens", tokens},
+        {"token", token},
+        {"tokenCertificate", tokenCertificate},
+        {"examine", examine},
+        {"finding", finding},
     };
     for (size_t i = 0; i < sizeof functions / sizeof functions[0]; ++i) {
         napi_value function;
