@@ -18,6 +18,13 @@ HERE = pathlib.Path(__file__).resolve().parent
 PASSWORD = "비밀번호 1!"
 TOKEN = "계약 토큰"
 MOST_LINES = 20
+# Where every function of <sigil.h> must stand: it is declared in the first of the places, called in the last.
+BOUND_IN = {
+    "java": ["sigildesk/CLibrary.java", "sigildesk/[!C]*.java"],
+    "node": ["sigildesk_node.c"],
+    "python": ["sigildesk/*.py"],
+    "rust": ["sigil-sys/src/*.rs", "sigil/src/*.rs"],
+}
 
 
 def words():
@@ -69,6 +76,20 @@ def environment(build, store, row):
             "SOFTHSM2_CONF": str(store.parent / "softhsm2.conf"), "LC_ALL": "C.UTF-8"}
 
 
+def functions():
+    """Those that <sigil.h> declares, with what it takes from <sigildesk/codes.h>."""
+    headers = (HERE.parent / "include" / name for name in ("sigil.h", "sigildesk/codes.h"))
+    return {name for header in headers
+            for name in re.findall(r"SIGIL_EXPORT [^;(]*?\b(sigil_\w+)\(", header.read_text(encoding="utf-8"))}
+
+
+def expect_all_functions(folder, language):
+    for place in BOUND_IN[language]:
+        text = "".join(file.read_text(encoding="utf-8") for file in folder.glob(place))
+        forgotten = {name for name in functions() if not re.search(rf"\b{name}\b", text)}
+        assert not forgotten, f"{language}/{place} has none of {sorted(forgotten)}"
+
+
 def expect_few_lines(example):
     """Those of the steps: without comments and what only closes a block."""
     lines = [line for line in example.read_text(encoding="utf-8").splitlines()
@@ -97,6 +118,7 @@ def main():
             return subprocess.run(
                 [*command, *more], check=True, cwd=copy, env=environment(arguments.build, store, row), **options)
 
+        expect_all_functions(copy, arguments.language)
         expect_few_lines(copy / arguments.source)
         run(arguments.prepare)
         expect_five_steps(
