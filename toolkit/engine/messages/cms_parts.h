@@ -9,17 +9,13 @@
 #include "toolkit/engine/base/bytes.h"
 #include "toolkit/engine/base/library.h"
 #include "toolkit/engine/x509/certificate.h"
+#include "toolkit/engine/x509/text.h"
 
 #include <openssl/cms.h>
 
 #include <vector>
 
 namespace toolkit {
-
-inline View octets(const ASN1_STRING* string)
-{
-    return {ASN1_STRING_get0_data(string), static_cast<std::size_t>(ASN1_STRING_length(string))};
-}
 
 /** Throws @p malformed. */
 CmsHandle parseCms(const Library& library, View der, int malformed = SIGIL_TK_CMS_MALFORMED);

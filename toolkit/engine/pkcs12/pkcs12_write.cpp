@@ -50,27 +50,27 @@ Bytes keyIdentifier(const Library& library, const Certificate& certificate)
 }
 
 Bytes sequence(std::initializer_list<View> contents) { return der::element(der::Sequence, contents); }
-Bytes octets(View content) { return der::element(der::OctetString, {content}); }
+Bytes octetString(View content) { return der::element(der::OctetString, {content}); }
 Bytes explicit0(View content) { return der::element(der::Explicit0, {content}); }
 
 /** @param id local key identifier; empty for a certificate without a key */
 Bytes bag(const char* type, View value, View id)
 {
-    const Bytes attribute = sequence({der::oid(oid::localKeyId), der::element(der::Set, {octets(id)})});
+    const Bytes attribute = sequence({der::oid(oid::localKeyId), der::element(der::Set, {octetString(id)})});
     const Bytes attributes = der::element(der::Set, {attribute});
     return sequence({der::oid(type), explicit0(value), id.empty() ? View() : View(attributes)});
 }
 
 Bytes certificateBag(View certificate, View id)
 {
-    const Bytes value = sequence({der::oid(oid::x509Certificate), explicit0(octets(certificate))});
+    const Bytes value = sequence({der::oid(oid::x509Certificate), explicit0(octetString(certificate))});
     return bag(oid::certificateBag, value, id);
 }
 
 void append(Bytes& all, const Bytes& more) { all.insert(all.end(), more.begin(), more.end()); }
 
 /** ContentInfo of type data. */
-Bytes openContent(View content) { return sequence({der::oid(oid::data), explicit0(octets(content))}); }
+Bytes openContent(View content) { return sequence({der::oid(oid::data), explicit0(octetString(content))}); }
 
 /** ContentInfo of type encryptedData. */
 Bytes encryptedContent(const Library& library, int algorithm, View content, std::string_view password)
@@ -94,7 +94,8 @@ Bytes macData(const Library& library, const Protection& protection, View content
         static_cast<std::size_t>(EVP_MD_get_size(hash.get())), budget);
     const Bytes code = hmac(library, protection.hash, key, content);
     const Bytes algorithm = sequence({der::oid(protection.hashOid), der::element(der::Null, {})});
-    return sequence({sequence({algorithm, octets(code)}), octets(salt), der::element(der::Integer, {count})});
+    return sequence(
+        {sequence({algorithm, octetString(code)}), octetString(salt), der::element(der::Integer, {count})});
 }
 
 } // namespace

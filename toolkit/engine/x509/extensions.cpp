@@ -30,11 +30,6 @@ std::string objectName(const ASN1_OBJECT* object)
     return nid == NID_undef ? dottedOid(object) : OBJ_nid2sn(nid);
 }
 
-View octets(const ASN1_STRING* string)
-{
-    return {ASN1_STRING_get0_data(string), static_cast<std::size_t>(ASN1_STRING_length(string))};
-}
-
 std::string integerText(const ASN1_INTEGER* integer)
 {
     const NumberHandle number(ASN1_INTEGER_to_BN(integer, nullptr));

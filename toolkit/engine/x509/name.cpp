@@ -46,15 +46,6 @@ bool isOfType(char c)
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '.';
 }
 
-std::string_view trimmed(std::string_view text)
-{
-    while (!text.empty() && text.front() == ' ')
-        text.remove_prefix(1);
-    while (!text.empty() && text.back() == ' ')
-        text.remove_suffix(1);
-    return text;
-}
-
 /** The type that @p text begins with, as "cn" of " CN = x"; empty when it begins with none. */
 std::string_view leadingType(std::string_view text)
 {

@@ -25,11 +25,6 @@ X509Handle parse(OSSL_LIB_CTX* context, View der)
     return parsed;
 }
 
-View octets(const ASN1_STRING* string)
-{
-    return {ASN1_STRING_get0_data(string), static_cast<std::size_t>(ASN1_STRING_length(string))};
-}
-
 /** Bits of a key as OpenSSL counts them; @p otherwise when it cannot decode the key. */
 int keyBits(const X509* certificate, int otherwise)
 {

@@ -167,15 +167,6 @@ std::size_t wellFormedLength(std::string_view text)
     return 0;
 }
 
-std::string_view trimmed(std::string_view text)
-{
-    while (!text.empty() && text.front() == ' ')
-        text.remove_prefix(1);
-    while (!text.empty() && text.back() == ' ')
-        text.remove_suffix(1);
-    return text;
-}
-
 /** Bytes of the CP949 character that begins with @p first. */
 std::size_t cp949Width(char first) { return static_cast<unsigned char>(first) >= 0x80 ? 2 : 1; }
 
@@ -325,6 +316,15 @@ std::string asn1Text(const ASN1_STRING* string)
 {
     return asn1Text(ASN1_STRING_type(string),
         {ASN1_STRING_get0_data(string), static_cast<std::size_t>(ASN1_STRING_length(string))});
+}
+
+std::string_view trimmed(std::string_view text)
+{
+    while (!text.empty() && text.front() == ' ')
+        text.remove_prefix(1);
+    while (!text.empty() && text.back() == ' ')
+        text.remove_suffix(1);
+    return text;
 }
 
 std::string_view cutText(std::string_view cp949, std::size_t bytes)

@@ -30,6 +30,14 @@ std::string asn1Text(const ASN1_STRING* string);
 /** The same of its V_ASN1_ type and its bytes. */
 std::string asn1Text(int type, View bytes);
 
+/** The bytes of a string, whatever its ASN.1 type; the string's own. */
+inline View octets(const ASN1_STRING* string)
+{
+    return {ASN1_STRING_get0_data(string), static_cast<std::size_t>(ASN1_STRING_length(string))};
+}
+
+/** The text without the blanks around it. */
+std::string_view trimmed(std::string_view text);
 /** Longest prefix of at most @p bytes bytes that does not cut a CP949 character. */
 std::string_view cutText(std::string_view cp949, std::size_t bytes);
 
