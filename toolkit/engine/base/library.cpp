@@ -5,6 +5,8 @@
 
 #include "toolkit/engine/base/error.h"
 
+#include <openssl/rand.h>
+
 namespace toolkit {
 
 namespace {
@@ -43,6 +45,13 @@ DigestHandle Library::digest(const char* name) const
     DigestHandle digest(EVP_MD_fetch(context(), name, nullptr));
     require(digest != nullptr, SIGIL_TK_ALGORITHM, name);
     return digest;
+}
+
+std::array<unsigned char, 16> Library::nonce() const
+{
+    std::array<unsigned char, 16> nonce{};
+    require(RAND_bytes_ex(context(), nonce.data(), nonce.size(), 0) == 1, SIGIL_TK_INTERNAL, "nonce");
+    return nonce;
 }
 
 } // namespace toolkit

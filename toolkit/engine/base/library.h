@@ -11,6 +11,8 @@
 #include <openssl/provider.h>
 #include <openssl/types.h>
 
+#include <array>
+
 namespace toolkit {
 
 /** A library context with the providers "default" and "legacy" (SEED and RC2 live there). The host's default context
@@ -27,6 +29,8 @@ public:
     /** Throws SIGIL_TK_ALGORITHM when the providers lack @p name. */
     CipherHandle cipher(const char* name) const;
     DigestHandle digest(const char* name) const;
+    /** 16 random bytes, by which a question knows its answer. Throws SIGIL_TK_INTERNAL. */
+    std::array<unsigned char, 16> nonce() const;
 
 private:
     Handle<OSSL_LIB_CTX, OSSL_LIB_CTX_free> m_context;

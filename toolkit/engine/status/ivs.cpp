@@ -15,7 +15,6 @@
 #include "toolkit/engine/x509/text.h"
 
 #include <openssl/err.h>
-#include <openssl/rand.h>
 
 #include <algorithm>
 #include <cstdint>
@@ -25,15 +24,7 @@
 namespace toolkit {
 namespace {
 
-constexpr std::size_t nonceLength = 16;
 constexpr unsigned signingUsage = KU_DIGITAL_SIGNATURE | KU_NON_REPUDIATION;
-
-Bytes freshNonce(const Library& library)
-{
-    Bytes nonce(nonceLength);
-    require(RAND_bytes_ex(library.context(), nonce.data(), nonce.size(), 0) == 1, SIGIL_TK_INTERNAL, "nonce");
-    return nonce;
-}
 
 /** Query ::= SEQUENCE { queriedCerts, checks, validationPolicy, responseFlags }, as far as anything in it is wanted. */
 Bytes query(const Certificate& certificate)
@@ -176,7 +167,7 @@ std::string explanation(const scvp::ResponseStatus& status)
 
 IvsRequest makeIvsRequest(const Library& library, const Certificate& certificate)
 {
-    const Bytes nonce = freshNonce(library);
+    const Bytes nonce = toBytes(library.nonce());
     const Bytes content =
         der::element(der::Sequence, {query(certificate), der::element(der::Implicit1OctetString, {nonce})});
     const Bytes message =

@@ -10,15 +10,11 @@
 #include "toolkit/engine/trust/soundness.h"
 #include "toolkit/engine/x509/text.h"
 
-#include <openssl/rand.h>
-
 #include <algorithm>
 #include <array>
 
 namespace toolkit {
 namespace {
-
-constexpr std::size_t nonceLength = 16;
 
 using ResponseHandle = Handle<OCSP_RESPONSE, OCSP_RESPONSE_free>;
 using CertIdHandle = Handle<OCSP_CERTID, OCSP_CERTID_free>;
@@ -33,10 +29,9 @@ CertIdHandle certIdOf(const Library& library, const Certificate& certificate, co
 
 void addNonce(const Library& library, OCSP_REQUEST* request)
 {
-    std::array<unsigned char, nonceLength> nonce{};
-    require(RAND_bytes_ex(library.context(), nonce.data(), nonce.size(), 0) == 1 &&
-            OCSP_request_add1_nonce(request, nonce.data(), static_cast<int>(nonce.size())) == 1,
-        SIGIL_TK_INTERNAL, "nonce");
+    std::array nonce = library.nonce();
+    require(OCSP_request_add1_nonce(request, nonce.data(), static_cast<int>(nonce.size())) == 1, SIGIL_TK_INTERNAL,
+        "nonce");
 }
 
 void sign(const Library& library, OCSP_REQUEST* request, const RequestSigner& signer)

@@ -9,14 +9,10 @@
 #include "toolkit/engine/net/fetch.h"
 #include "toolkit/engine/x509/text.h"
 
-#include <openssl/rand.h>
-
 #include <array>
 
 namespace toolkit {
 namespace {
-
-constexpr std::size_t nonceLength = 16;
 
 using StatusHandle = Handle<TS_STATUS_INFO, TS_STATUS_INFO_free>;
 using NumberFieldHandle = Handle<ASN1_INTEGER, ASN1_INTEGER_free>;
@@ -47,8 +43,7 @@ void setPolicy(TS_REQ* request, std::string_view policy)
 
 void setNonce(const Library& library, TS_REQ* request)
 {
-    std::array<unsigned char, nonceLength> bytes{};
-    require(RAND_bytes_ex(library.context(), bytes.data(), bytes.size(), 0) == 1, SIGIL_TK_INTERNAL, "nonce");
+    std::array bytes = library.nonce();
     bytes[0] = static_cast<unsigned char>((bytes[0] & 0x3F) | 0x40); // positive, and as long in every request
     const NumberHandle number(BN_bin2bn(bytes.data(), static_cast<int>(bytes.size()), nullptr));
     const NumberFieldHandle field(number ? BN_to_ASN1_INTEGER(number.get(), nullptr) : nullptr);
