@@ -21,11 +21,6 @@ namespace sigil {
 
 namespace {
 
-Diagnosis by(std::string_view rule, std::vector<std::string> values = {})
-{
-    return {&ruleNamed(rule), std::move(values)};
-}
-
 std::string utf8(const char* cp949)
 {
     std::string text(cp949);

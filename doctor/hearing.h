@@ -26,6 +26,11 @@ struct Diagnosis {
     std::vector<std::string> values;
 };
 
+inline Diagnosis by(std::string_view rule, std::vector<std::string> values = {})
+{
+    return {&ruleNamed(rule), std::move(values)};
+}
+
 /** A candidate that the list judged. */
 struct Judged {
     std::string certificate; ///< path, also of one that is missing

@@ -33,7 +33,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t deepest = 12; // folders below a base folder: no layout has more than half of it
+constexpr std::size_t deepestFolder = 12; // folders below a base folder: no layout has more than half of it
 
 /** A list processor that tells @p hearing what it decides. */
 class Listing {
@@ -131,11 +131,6 @@ std::string lowered(std::string text)
     return text;
 }
 
-Diagnosis by(std::string_view rule, std::vector<std::string> values = {})
-{
-    return {&ruleNamed(rule), std::move(values)};
-}
-
 /** Looks at a store file by file, and tells of each candidate what the list said, or why the list never saw it. */
 class Examination {
 public:
@@ -198,7 +193,7 @@ private:
     void walk(const std::string& folder, const Steps& steps)
     {
         struct stat status { };
-        if (steps.size() > deepest || stat(folder.c_str(), &status) != 0 ||
+        if (steps.size() > deepestFolder || stat(folder.c_str(), &status) != 0 ||
             !m_seen.emplace(status.st_dev, status.st_ino).second)
             return;
         int error = 0;
@@ -418,7 +413,7 @@ private:
         int error = 0;
         for (const Item& item : itemsOf(place.folder, error)) {
             const std::string path = place.folder + item.name;
-            if (!item.name.starts_with(place.prefix) || depth > deepest || item.link)
+            if (!item.name.starts_with(place.prefix) || depth > deepestFolder || item.link)
                 continue;
             if (S_ISREG(item.mode) && endsIgnoringCase(item.name, place.ending))
                 find(path, false, by("copied_elsewhere", {path}));

@@ -113,11 +113,6 @@ bool isSearched(const StorePlace& place, const Match& match)
         std::ranges::any_of(folders.folders, [&](const char* folder) { return match.folder == folder; });
 }
 
-Diagnosis by(std::string_view rule, std::vector<std::string> values)
-{
-    return {&ruleNamed(rule), std::move(values)};
-}
-
 Diagnosis explained(const StorePlace& place, const Steps& steps, const Match& match)
 {
     const std::string family = match.family ? familyName(match.family->code) : "";
