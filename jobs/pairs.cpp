@@ -10,6 +10,7 @@
 #include "foundation/environment.h"
 #include "foundation/families.h"
 #include "jobs/failure.h"
+#include "jobs/keys.h"
 #include "jobs/read_file.h"
 
 #include <sigildesk/util.h>
@@ -36,7 +37,6 @@ constexpr Words alreadyThere{"{} is there already", "{} 파일이 이미 있습�
 constexpr Words noPlace{
     "no family of certificates has a place for {} on this disk", "이 디스크에는 {} 인증서를 둘 곳이 없습니다"};
 constexpr Words pathTooLong{"{} is longer than a list can read", "{} 경로가 목록이 읽을 수 있는 길이보다 깁니다"};
-constexpr Words noKey{"{} has no private key beside it", "{} 옆에 개인키가 없습니다"};
 
 [[noreturn]] void fail(const std::string& path, int error)
 {
@@ -273,8 +273,7 @@ PairFiles placeFor(const Certificate& certificate, const Disk& disk)
 
 PairContents contentsOf(const Certificate& certificate)
 {
-    if (certificate.files.key.empty())
-        throw Failure(no, "no_key", noKey, {certificate.name});
+    mustHave(certificate, Pair::Sign);
     const auto content = [](const std::string& path) {
         return path.empty() ? std::optional<std::string>() : readFile(path);
     };
