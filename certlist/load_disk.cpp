@@ -20,16 +20,16 @@ using namespace sigil;
 
 namespace {
 
-constexpr SettingsReporter reporter{
+constexpr SettingsReporter diskReporter{
     "CLoadDISK::SetPolicyIDNameList()", "CLoadDISK::SetPolicyIDNameList()", "CLoadDISK::SetIssuerNameList()"};
 
 constexpr char parsingCert[] = "CLoadDISK::ParsingCert()";
-constexpr ReaderStyle readerStyle{parsingCert, parsingCert, nullptr, false, false, true};
+constexpr ReaderStyle diskStyle{parsingCert, parsingCert, nullptr, false, false, true};
 
 } // namespace
 
 CLoadDISK::CLoadDISK(int nLanguage, const char* szHomePath)
-    : CertificateLoader(nLanguage, szHomePath, reporter)
+    : CertificateLoader(nLanguage, szHomePath, diskReporter)
 {
     m_nMediaType = SIGIL_MEDIUM_HARD_DISK;
 }
@@ -153,7 +153,7 @@ int CLoadDISK::ParsingCert(bool /*bCountOnly*/, tagCERTINFO* pEntry)
     pEntry->nMediaType = m_nMediaType;
     const int rc =
         PairReader(m_hToolkit, m_log, m_search.folder()).read(certificate, m_options.keyPairType, *pEntry);
-    return rc == SIGIL_SUCCESS ? read(readerStyle, certificate, *pEntry) : rc;
+    return rc == SIGIL_SUCCESS ? read(diskStyle, certificate, *pEntry) : rc;
 }
 
 template <class Operation>

@@ -19,7 +19,7 @@ using namespace sigil;
 namespace {
 
 // One record names the disk loader; readers of the log know it so.
-constexpr SettingsReporter reporter{
+constexpr SettingsReporter extraReporter{
     "CLoadDISK::SetPolicyIDNameList()", "CLoadExtra::SetPolicyIDNameList()", "CLoadExtra::SetIssuerNameList()"};
 
 constexpr char verifyCert[] = "CLoadExtra::VerifyCert()";
@@ -27,7 +27,7 @@ constexpr char verifyCert[] = "CLoadExtra::VerifyCert()";
 } // namespace
 
 CLoadExtra::CLoadExtra(int language, const char* folder)
-    : Loader(language, folder, reporter)
+    : Loader(language, folder, extraReporter)
 {
     formPath(m_szConfFile, folder, "HVCToolkitV30.conf");
 }

@@ -11,11 +11,11 @@ using namespace sigil;
 
 namespace {
 
-constexpr SettingsReporter reporter{
+constexpr SettingsReporter memoryReporter{
     "CLoadMemory::SetPolicyIDNameList()", "CLoadMemory::SetPolicyIDNameList()", "CLoadMemory::SetIssuerNameList()"};
 
 // Two records name the disk loader; readers of the log know them so.
-constexpr ReaderStyle readerStyle{
+constexpr ReaderStyle memoryStyle{
     "CLoadMemory::ParsingCert()", "CLoadDISK::ParsingCert()", error::parsingCert, true, true, false};
 
 constexpr char loadCertList[] = "CLoadMemory::LoadCertList()";
@@ -29,7 +29,7 @@ std::string_view part(const char* data, int length)
 } // namespace
 
 CLoadMemory::CLoadMemory(int nLanguage, const char* szHomePath)
-    : CertificateLoader(nLanguage, szHomePath, reporter)
+    : CertificateLoader(nLanguage, szHomePath, memoryReporter)
 {
 }
 
@@ -65,7 +65,7 @@ int CLoadMemory::ParsingCert(tagCERTINFO* entry)
     const CertificateUnloader unload(m_hToolkit);
     entry->nMediaType = m_nMediaType;
     fill(certificate, value(*entry, field::signCert));
-    return read(readerStyle, certificate, *entry);
+    return read(memoryStyle, certificate, *entry);
 }
 
 void CLoadMemory::CopyCertInfo(const tagCERTINFO* entry) { m_entry.store(*entry); }

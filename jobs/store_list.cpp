@@ -13,7 +13,7 @@ namespace host {
 
 namespace {
 
-constexpr Words pathTooLong{"{} is longer than 259 bytes", "{} 경로가 259바이트보다 깁니다"};
+constexpr Words mediumTooLong{"{} is longer than 259 bytes", "{} 경로가 259바이트보다 깁니다"};
 
 /** The list processor for as long as it is used. */
 class Processor {
@@ -56,7 +56,7 @@ void mustBeMedium(const std::string& folder)
 {
     mustExist(folder);
     if (folder.size() >= sizeof(tagDRIVEINFO::szMountDir))
-        throw Failure(failed, "path_too_long", pathTooLong, {folder});
+        throw Failure(failed, "path_too_long", mediumTooLong, {folder});
 }
 
 std::vector<Certificate> storeList(const Setting& setting, std::string folder)

@@ -12,7 +12,7 @@ namespace host {
 
 namespace {
 
-constexpr Words question{"Delete {} (serial number {}, valid until {}) with its keys? [y/N]",
+constexpr Words areYouSure{"Delete {} (serial number {}, valid until {}) with its keys? [y/N]",
     "{} (일련번호 {}, {}까지 유효) 인증서와 키를 지울까요? [예(y)/아니요(N)]"};
 constexpr Words kept{"nothing was deleted", "지우지 않았습니다"};
 constexpr Words deleted{"Deleted: {}", "지웠습니다: {}"};
@@ -26,7 +26,7 @@ int runDelete(Session& session)
     if (certificate.files.certificate.empty())
         throw Failure(wrongUse, "wrong_use", noFile);
     if (!session.arguments.has("--yes") &&
-        !confirm(session.say(question, {certificate.name, certificate.serial, day(certificate.to)})))
+        !confirm(session.say(areYouSure, {certificate.name, certificate.serial, day(certificate.to)})))
         throw Failure(no, "cancelled", kept);
     changePairs(certificate.files, {});
     session.output.document({{"deleted", true}, {"certificate", jsonOf(certificate)}});

@@ -55,14 +55,14 @@ const Ldap& ldap()
 struct CloseSession {
     void operator()(LDAP* session) const { ldap().unbind_ext_s(session, nullptr, nullptr); }
 };
-struct FreeMessage {
+struct FreeLdapMessage {
     void operator()(LDAPMessage* message) const { ldap().msgfree(message); }
 };
 struct FreeElement {
     void operator()(BerElement* element) const { ldap().ber_free(element, 0); }
 };
 using Session = std::unique_ptr<LDAP, CloseSession>;
-using Message = std::unique_ptr<LDAPMessage, FreeMessage>;
+using LdapMessage = std::unique_ptr<LDAPMessage, FreeLdapMessage>;
 using Element = std::unique_ptr<BerElement, FreeElement>;
 
 void ensure(int result)
@@ -101,13 +101,13 @@ Session openSession(const std::string& server, const Visits& visits)
 }
 
 /** The next message of an operation. They are taken one by one, so that no server can pile them up. */
-Message receive(LDAP* session, int operation, const Visits& visits)
+LdapMessage receive(LDAP* session, int operation, const Visits& visits)
 {
     const auto left = std::chrono::duration_cast<std::chrono::microseconds>(visits.remaining()).count();
     timeval patience{left / 1000000, left % 1000000};
     LDAPMessage* received = nullptr;
     const int type = ldap().result(session, operation, LDAP_MSG_ONE, &patience, &received);
-    Message message(received);
+    LdapMessage message(received);
     require(type != 0, SIGIL_TK_FETCH, "the time is over");
     require(type > 0, SIGIL_TK_FETCH, "the connection broke");
     return message;
@@ -126,7 +126,7 @@ int tryBind(LDAP* session, const Visits& visits)
     berval nobody{0, nullptr};
     int operation = 0;
     ensure(ldap().sasl_bind(session, nullptr, LDAP_SASL_SIMPLE, &nobody, nullptr, nullptr, &operation));
-    const Message answer = receive(session, operation, visits);
+    const LdapMessage answer = receive(session, operation, visits);
     require(ldap().msgtype(answer.get()) == LDAP_RES_BIND, SIGIL_TK_FETCH, "answer of another kind");
     return resultIn(session, answer.get());
 }
@@ -239,7 +239,7 @@ Bytes queryDirectory(const DirectoryQuery& query, const Visits& visits)
     bind(session.get(), visits);
     const int operation = startSearch(session.get(), query);
     for (int i = 0; i < maximumMessages; ++i) {
-        const Message message = receive(session.get(), operation, visits);
+        const LdapMessage message = receive(session.get(), operation, visits);
         const int type = ldap().msgtype(message.get());
         if (type == LDAP_RES_SEARCH_RESULT) {
             ensure(resultIn(session.get(), message.get()));

@@ -21,7 +21,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::chrono::seconds patience{30};
+constexpr std::chrono::seconds longestVisit{30};
 
 /** What the environment says, as NSS's own programs do; else what the system knows of the user. */
 std::string homeFolder()
@@ -54,7 +54,7 @@ Secret answerIn(const Secret& bytes)
 /** Lets the program do one thing with a database. */
 Secret ask(const char* operation, const std::string& folder, View request)
 {
-    const HelperAnswer answer = askHelper("nss-store", {operation, folder}, request, patience);
+    const HelperAnswer answer = askHelper("nss-store", {operation, folder}, request, longestVisit);
     require(answer.end != HelperEnd::Absent, SIGIL_TK_MEDIUM, "nss-store does not run");
     require(answer.end != HelperEnd::Silent, SIGIL_TK_MEDIUM, "the database hangs");
     require(answer.end != HelperEnd::Crashed, SIGIL_TK_MEDIUM, "the database lets its module crash");

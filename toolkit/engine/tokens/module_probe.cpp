@@ -8,7 +8,7 @@
 namespace toolkit {
 namespace {
 
-constexpr std::chrono::seconds patience{10};
+constexpr std::chrono::seconds longestProbe{10};
 constexpr char started = '+';
 
 } // namespace
@@ -18,7 +18,7 @@ std::string probeModule(const std::string& file, const char* reserved)
     std::vector<std::string> arguments{file};
     if (reserved)
         arguments.emplace_back(reserved);
-    const HelperAnswer answer = askHelper("token-probe", arguments, {}, patience);
+    const HelperAnswer answer = askHelper("token-probe", arguments, {}, longestProbe);
     switch (answer.end) {
     case HelperEnd::Absent:
         return "cannot be tried out: token-probe does not run";
