@@ -31,7 +31,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-char password[] = "sample1234!";
+char storePassword[] = "sample1234!";
 char wrong[] = "wrong1234!";
 
 struct Buffer {
@@ -225,7 +225,7 @@ TEST_F(Store, GovernmentToolkitListsTheSame)
     EXPECT_STREQ(byGovernment->szNotAfter, byMaker->szNotAfter);
     EXPECT_EQ(byGovernment->nValidStatus, byMaker->nValidStatus);
     Buffer sign;
-    EXPECT_EQ(CLP_DecryptPriKey(clp, 0, password, &sign.data, &sign.length, nullptr, nullptr), 0);
+    EXPECT_EQ(CLP_DecryptPriKey(clp, 0, storePassword, &sign.data, &sign.length, nullptr, nullptr), 0);
     EXPECT_GT(sign.length, 300);
 }
 
@@ -265,7 +265,7 @@ TEST_F(Store, KeysRandomValuesAndIdentities)
         const Certificate& truth = reported(*entry(i));
         Buffer refused, sign, km, random;
         EXPECT_EQ(CLP_DecryptPriKey(clp, i, wrong, &refused.data, &refused.length, nullptr, nullptr), 1113);
-        ASSERT_EQ(CLP_DecryptPriKey(clp, i, password, &sign.data, &sign.length, &km.data, &km.length), 0)
+        ASSERT_EQ(CLP_DecryptPriKey(clp, i, storePassword, &sign.data, &sign.length, &km.data, &km.length), 0)
             << truth.at("subject") << truth.at("variant");
         EXPECT_GT(sign.length, 300);
         EXPECT_EQ(km.data != nullptr, truth.at("pairs") == "both");
@@ -277,9 +277,9 @@ TEST_F(Store, KeysRandomValuesAndIdentities)
         ASSERT_EQ(rc, 0);
         EXPECT_EQ(random.length, 20);
         std::string identity = truth.at("identity");
-        EXPECT_EQ(CLP_VerifyVID(clp, i, identity.data(), nullptr, password), 0) << truth.at("subject");
+        EXPECT_EQ(CLP_VerifyVID(clp, i, identity.data(), nullptr, storePassword), 0) << truth.at("subject");
         identity[0] = identity[0] == '9' ? '8' : '9';
-        EXPECT_EQ(CLP_VerifyVID(clp, i, identity.data(), nullptr, password), 1132);
+        EXPECT_EQ(CLP_VerifyVID(clp, i, identity.data(), nullptr, storePassword), 1132);
     }
 }
 
@@ -305,7 +305,7 @@ TEST_F(Store, ImportsEveryFileOfTheSample)
 {
     for (const Certificate& truth : sample->certificates()) {
         Imported pairs;
-        ASSERT_EQ(pairs.from(clp, truth.at("pfx"), password), 0) << truth.at("pfx");
+        ASSERT_EQ(pairs.from(clp, truth.at("pfx"), storePassword), 0) << truth.at("pfx");
         EXPECT_EQ(pairs.cert.text(), readFile(truth.at("signing_certificate")));
         EXPECT_EQ(pairs.kmCert.text(), truth.at("pairs") == "both" ? pairs.cert.text() : "");
         Imported refused;
@@ -318,7 +318,7 @@ TEST_F(Store, CertificatesAndKeysTellWhatTheyHaveInCommon)
     ASSERT_EQ(load(), 0);
     for (int i = 0; i < CLP_GetCertCount(clp); ++i) {
         Buffer sign, km;
-        ASSERT_EQ(CLP_DecryptPriKey(clp, i, password, &sign.data, &sign.length, &km.data, &km.length), 0);
+        ASSERT_EQ(CLP_DecryptPriKey(clp, i, storePassword, &sign.data, &sign.length, &km.data, &km.length), 0);
         const auto info = entry(i);
         const std::string_view certificate(
             reinterpret_cast<const char*>(info->bySignCert), static_cast<std::size_t>(info->nSignCertLen));
@@ -334,11 +334,11 @@ TEST_F(Store, ExportIsImportedAgain)
     for (const char* pairs : {"both", "signing"}) {
         const int index = indexOf(firstOf("npki", pairs));
         std::string file = disk.path(std::string(pairs) + ".pfx");
-        ASSERT_EQ(CLP_ExportPFX(clp, index, password, file.data()), 0);
+        ASSERT_EQ(CLP_ExportPFX(clp, index, storePassword, file.data()), 0);
         Imported back;
-        ASSERT_EQ(back.from(clp, file, password), 0);
+        ASSERT_EQ(back.from(clp, file, storePassword), 0);
         Buffer key;
-        ASSERT_EQ(CLP_DecryptPriKey(clp, index, password, &key.data, &key.length, nullptr, nullptr), 0);
+        ASSERT_EQ(CLP_DecryptPriKey(clp, index, storePassword, &key.data, &key.length, nullptr, nullptr), 0);
         EXPECT_EQ(back.key.text(), key.text()); // the random value included
         EXPECT_EQ(back.kmCert.data != nullptr, std::string(pairs) == "both");
         EXPECT_EQ(fs::status(file).permissions(), fs::perms::owner_read | fs::perms::owner_write);
@@ -350,7 +350,7 @@ TEST_F(Store, CopyCanBeListedAndDecrypted)
     ASSERT_EQ(load(), 0);
     const Certificate& truth = firstOf("npki", "both");
     std::string target = disk.path("stick");
-    ASSERT_EQ(CLP_CopySelCertToDISK(clp, 1, indexOf(truth), 2, target.data(), password), 0);
+    ASSERT_EQ(CLP_CopySelCertToDISK(clp, 1, indexOf(truth), 2, target.data(), storePassword), 0);
     // The copy has the file names of other systems; put them where listing looks.
     const fs::path folder = disk.path("listed/NPKI/yessign/USER/copy");
     fs::create_directories(folder);
@@ -369,7 +369,7 @@ TEST_F(Store, CopyCanBeListedAndDecrypted)
     ASSERT_EQ(CLP_GetCertCount(clp), 1);
     EXPECT_EQ(entry(0)->szSubjectDN, cp949(truth.at("subject")));
     Buffer sign, km;
-    EXPECT_EQ(CLP_DecryptPriKey(clp, 0, password, &sign.data, &sign.length, &km.data, &km.length), 0);
+    EXPECT_EQ(CLP_DecryptPriKey(clp, 0, storePassword, &sign.data, &sign.length, &km.data, &km.length), 0);
     EXPECT_GT(km.length, 300);
 }
 
@@ -380,7 +380,7 @@ TEST_F(Store, DeletedCertificatesAreGone)
     const auto victim = entry(1);
     EXPECT_EQ(CLP_DeleteCert(clp, 1, nullptr, wrong), 1113);
     EXPECT_TRUE(fs::exists(victim->szSignPriKeyPath));
-    EXPECT_EQ(CLP_DeleteCert(clp, 1, nullptr, password), 0);
+    EXPECT_EQ(CLP_DeleteCert(clp, 1, nullptr, storePassword), 0);
     EXPECT_FALSE(fs::exists(victim->szSignPriKeyPath));
     EXPECT_FALSE(fs::exists(victim->szSignCertPath));
     ASSERT_EQ(load(), 0);
@@ -393,7 +393,7 @@ TEST_F(Store, MemoryTakesADecryptedPair)
     const int index = indexOf(firstOf("npki", "signing"));
     const auto info = entry(index);
     Buffer key;
-    ASSERT_EQ(CLP_DecryptPriKey(clp, index, password, &key.data, &key.length, nullptr, nullptr), 0);
+    ASSERT_EQ(CLP_DecryptPriKey(clp, index, storePassword, &key.data, &key.length, nullptr, nullptr), 0);
     ASSERT_EQ(CLP_SetMediaType(clp, 6, nullptr, 0), 0);
     ASSERT_EQ(CLP_LoadMemoryCert(clp, reinterpret_cast<char*>(info->bySignCert), info->nSignCertLen, key.data,
                   key.length, nullptr, 0, nullptr, 0),

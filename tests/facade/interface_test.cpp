@@ -16,7 +16,7 @@
 
 namespace {
 
-using Names = std::set<std::string>;
+using NameSet = std::set<std::string>;
 
 /** "BINSTR* certificate" without its name: "BINSTR*". */
 std::string typeOf(const std::string& parameter)
@@ -26,7 +26,7 @@ std::string typeOf(const std::string& parameter)
 }
 
 /** The functions that a header declares, as the demangler writes them. */
-void addDeclared(const std::string& header, Names& names)
+void addDeclared(const std::string& header, NameSet& names)
 {
     for (auto at = header.find("SIGIL_EXPORT "); at != std::string::npos;
          at = header.find("SIGIL_EXPORT ", at + 1)) {
@@ -40,9 +40,9 @@ void addDeclared(const std::string& header, Names& names)
     }
 }
 
-Names declared()
+NameSet declared()
 {
-    Names names;
+    NameSet names;
     for (const auto& entry : std::filesystem::directory_iterator(FACADE_HEADERS))
         addDeclared(readFile(entry.path()), names);
     return names;
@@ -64,14 +64,14 @@ TEST(Interface, EveryHeaderIsPartOfTheUmbrella)
 
 TEST(Interface, EveryMemberIsInTheTable)
 {
-    Names members, frame;
+    NameSet members, frame;
     for (const Member& member : allMembers())
         EXPECT_TRUE(members.insert(member.name).second) << member.name << " is in the table twice";
     for (const std::string& function : declared())
         (function.starts_with("HV_") ? frame : members).insert(withoutTypes(function));
     EXPECT_EQ(members.size(), allMembers().size()) << "a member is exported that the table does not hold";
     EXPECT_EQ(frame,
-        (Names{"HV_Initalize", "HV_Finish", "HV_GetErrInfo", "HV_GetErrInfo2", "HV_GetVersion", "HV_SetOption",
+        (NameSet{"HV_Initalize", "HV_Finish", "HV_GetErrInfo", "HV_GetErrInfo2", "HV_GetVersion", "HV_SetOption",
             "HV_SetConfFile", "HV_SetCaPubs", "HV_FreeCaPubs", "HV_Str2Time", "HV_SetHashAlg", "HV_BINSTR_Create",
             "HV_BINSTR_Delete", "HV_BINSTR_SetData"}))
         << "tested by hand in frame_test.cpp";
@@ -80,7 +80,7 @@ TEST(Interface, EveryMemberIsInTheTable)
 TEST(Interface, EverySymbolOfTheDoublesIsBoundByAMember)
 {
     // Bound by the frame and by methods that no export reaches; frame_test.cpp and backend_test.cpp call them.
-    Names bound{"HVTK_API_Init", "HVTK_API_Finish", "HVTK_API_GetErrInfo", "HVTK_API_GetInfo",
+    NameSet bound{"HVTK_API_Init", "HVTK_API_Finish", "HVTK_API_GetErrInfo", "HVTK_API_GetInfo",
         "HVTK_API_SetConfFile", "HVTK_API_SetHashAlgo", "HVTK_BINSTR_Create", "HVTK_BINSTR_Delete",
         "HVTK_BINSTR_SetData", "HVTK_CERT_SetCaPubs", "HVTK_CERT_FreeCaPubs", "HVTK_CERT_GetSubjectName_DERFormat",
         "HVTK_CERT_GetPolicyConstraints", "HVTK_CMS_GetEnvDataRecipCnt", "HVTK_CMS_GetEnvDataRecipInfo",
@@ -96,7 +96,7 @@ TEST(Interface, EverySymbolOfTheDoublesIsBoundByAMember)
         for (int type : {0, 1})
             for (const std::string& symbol : member.symbolsOn(type))
                 bound.insert(symbol);
-    Names offered = functionsOf(DOUBLES_FOLDER "/libHVCToolkitV30.so");
+    NameSet offered = functionsOf(DOUBLES_FOLDER "/libHVCToolkitV30.so");
     offered.merge(functionsOf(DOUBLES_FOLDER "/libgpkiapi_v15.so"));
     EXPECT_EQ(offered, bound);
 }

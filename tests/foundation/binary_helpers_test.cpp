@@ -11,13 +11,6 @@ namespace {
 
 using namespace std::string_literals;
 
-CBinary binary(std::string bytes) { return CBinary(bytes.data(), static_cast<int>(bytes.size())); }
-
-std::string bytesOf(const CBinary& b)
-{
-    return b.m_pData ? std::string(b.m_pData, static_cast<std::size_t>(b.m_nLength)) : std::string();
-}
-
 } // namespace
 
 TEST(BinaryHelpers, LeftAndRight)

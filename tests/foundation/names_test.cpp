@@ -7,15 +7,18 @@
 
 namespace {
 
-struct Found {
+struct NamePart {
     int result;
     std::string text; // "old" when the output was left as it was
-    bool operator==(const Found&) const = default;
+    bool operator==(const NamePart&) const = default;
 };
 
-std::ostream& operator<<(std::ostream& out, const Found& found) { return out << found.result << ' ' << found.text; }
+std::ostream& operator<<(std::ostream& out, const NamePart& found)
+{
+    return out << found.result << ' ' << found.text;
+}
 
-Found get(int (CUtil::*operation)(char*, int, char*), const char* dn, int size = 64)
+NamePart get(int (CUtil::*operation)(char*, int, char*), const char* dn, int size = 64)
 {
     char out[64] = "old";
     const int result = (CUtil().*operation)(Arg(dn), size, out);
@@ -28,12 +31,12 @@ TEST(Names, PartsOfADistinguishedName)
 {
     struct Case {
         const char* dn;
-        Found cn;
-        Found o;
-        Found ou;
+        NamePart cn;
+        NamePart o;
+        NamePart ou;
     };
-    const Found none{1, "old"};
-    const Found empty{0, "old"};
+    const NamePart none{1, "old"};
+    const NamePart empty{0, "old"};
     const Case cases[] = {
         {"cn=Root CA,ou=MPKI,o=Ministry of National Defense,c=KR", {0, "Root CA"},
             {0, "Ministry of National Defense"}, {0, "MPKI"}},
@@ -62,10 +65,10 @@ TEST(Names, PartsOfADistinguishedName)
 
 TEST(Names, TheValueIsCutToTheOutput)
 {
-    EXPECT_EQ(get(&CUtil::GetCNString, "cn=Hong,c=KR", 5), (Found{0, "Hong"}));
-    EXPECT_EQ(get(&CUtil::GetCNString, "cn=Hong,c=KR", 4), (Found{0, "Hon"}));
-    EXPECT_EQ(get(&CUtil::GetCNString, "cn=Hong,c=KR", 1), (Found{0, ""}));
-    EXPECT_EQ(get(&CUtil::GetCNString, "cn=Hong,c=KR", 0), (Found{0, "old"}));
-    EXPECT_EQ(get(&CUtil::GetCNString, "cn=Hong,c=KR", -1), (Found{0, "old"}));
+    EXPECT_EQ(get(&CUtil::GetCNString, "cn=Hong,c=KR", 5), (NamePart{0, "Hong"}));
+    EXPECT_EQ(get(&CUtil::GetCNString, "cn=Hong,c=KR", 4), (NamePart{0, "Hon"}));
+    EXPECT_EQ(get(&CUtil::GetCNString, "cn=Hong,c=KR", 1), (NamePart{0, ""}));
+    EXPECT_EQ(get(&CUtil::GetCNString, "cn=Hong,c=KR", 0), (NamePart{0, "old"}));
+    EXPECT_EQ(get(&CUtil::GetCNString, "cn=Hong,c=KR", -1), (NamePart{0, "old"}));
     EXPECT_EQ(CUtil().GetCNString(Arg("cn=Hong,c=KR"), 8, nullptr), 0);
 }

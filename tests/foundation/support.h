@@ -10,12 +10,21 @@
 
 #include "foundation/environment.h"
 
+#include <sigildesk/binary.h>
+
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <ctime>
 #include <string>
 #include <string_view>
+
+inline CBinary binary(std::string bytes) { return CBinary(bytes.data(), static_cast<int>(bytes.size())); }
+
+inline std::string bytesOf(const CBinary& b)
+{
+    return b.m_pData ? std::string(b.m_pData, static_cast<std::size_t>(b.m_nLength)) : std::string();
+}
 
 /** A text for a `char*` parameter; lives to the end of the full expression. */
 class Arg {

@@ -36,7 +36,7 @@ const Family families[]{
     {"PPKI", "/C=KR/O=Some Company/OU=staff/CN=user", "1.2.3.4", 48},
 };
 
-const Workshop& workshop()
+const Workshop& pathWorkshop()
 {
     static const Workshop made;
     static const bool ready = [] {
@@ -56,7 +56,7 @@ class FacadePath : public testing::TestWithParam<std::tuple<int, Family>> {
 protected:
     int type() const { return std::get<0>(GetParam()); }
     const Family& family() const { return std::get<1>(GetParam()); }
-    std::string file(const std::string& suffix) const { return workshop().read(family().name + suffix); }
+    std::string file(const std::string& suffix) const { return pathWorkshop().read(family().name + suffix); }
 
     Facade facade{std::get<0>(GetParam())};
 };
@@ -103,7 +103,7 @@ TEST_P(FacadePath, AKeyIsWrittenOpenedUsedAndDeleted)
     Bytes key(facade, file(".key"));
     Bytes encrypted(facade);
     ASSERT_EQ(PriKeyEncrypt(facade.get(), family().keyAlgorithm, text("secret1!"), key.get(), encrypted.get()), 0);
-    const std::string path = workshop().path("signPri.key");
+    const std::string path = pathWorkshop().path("signPri.key");
     ASSERT_EQ(MediaDiskWriteFile(facade.get(), text(path), encrypted.get()), 0);
     Bytes stored(facade);
     ASSERT_EQ(MediaDiskReadFile(facade.get(), text(path), stored.get()), 0);
@@ -122,9 +122,9 @@ TEST_P(FacadePath, AKeyIsWrittenOpenedUsedAndDeleted)
     Bytes signature(facade);
     ASSERT_EQ(CRYPTSign(facade.get(), certificate.get(), opened.get(), 0, data.get(), signature.get()), 0);
     EXPECT_EQ(CRYPTVerify(facade.get(), certificate.get(), 0, data.get(), signature.get()), 0);
-    workshop().write("data", "signed text");
-    workshop().write("signature", signature.content());
-    workshop().run(std::string("openssl x509 -in ") + family().name +
+    pathWorkshop().write("data", "signed text");
+    pathWorkshop().write("signature", signature.content());
+    pathWorkshop().run(std::string("openssl x509 -in ") + family().name +
         ".pem -noout -pubkey > public.pem && openssl dgst -sha256 -verify public.pem -signature signature data");
 
     EXPECT_EQ(MediaDiskDeletePriKey(facade.get(), text("wrong"), 1, text(path)), 2004);
@@ -136,8 +136,8 @@ TEST_P(FacadePath, APkcs12FileGoesOutAndIn)
 {
     Bytes certificate(facade, file(".crt"));
     Bytes key(facade, file(".key"));
-    Bytes other(facade, workshop().read("root.crt"));
-    Bytes otherKey(facade, workshop().read("root.key"));
+    Bytes other(facade, pathWorkshop().read("root.crt"));
+    Bytes otherKey(facade, pathWorkshop().read("root.key"));
     Bytes pfx(facade);
     ASSERT_EQ(PFXExport(facade.get(), 0, text("secret1!"), certificate.get(), key.get(), other.get(),
                   otherKey.get(), pfx.get()),
@@ -161,7 +161,7 @@ TEST_P(FacadePath, APkcs12FileGoesOutAndIn)
 TEST_P(FacadePath, ACertificateIsVerified)
 {
     Bytes certificate(facade, file(".crt"));
-    Bytes root(facade, workshop().read("root.crt"));
+    Bytes root(facade, pathWorkshop().read("root.crt"));
     const auto verify = [&] {
         return CertVerify(
             facade.get(), certificate.get(), 1, nullptr, text("HVCToolkitV30.conf"), false, nullptr, nullptr);
@@ -175,14 +175,14 @@ TEST_P(FacadePath, ACertificateIsVerified)
 TEST_P(FacadePath, AResponderTellsTheStateOnType1)
 {
     const std::string serial =
-        workshop().run(std::string("openssl x509 -noout -serial -in ") + family().name + ".pem");
-    workshop().write("index",
+        pathWorkshop().run(std::string("openssl x509 -noout -serial -in ") + family().name + ".pem");
+    pathWorkshop().write("index",
         "R\t350101000000Z\t260102030405Z\t" + serial.substr(7, serial.find('\n') - 7) + "\tunknown\t/CN=user\n");
-    const Server responder = Server::responder(workshop(), "root", "root", "-nmin 10");
+    const Server responder = Server::responder(pathWorkshop(), "root", "root", "-nmin 10");
     const std::string url = "http://127.0.0.1:" + std::to_string(responder.port());
     Bytes certificate(facade, file(".crt"));
     Bytes key(facade, file(".key"));
-    Bytes root(facade, workshop().read("root.crt"));
+    Bytes root(facade, pathWorkshop().read("root.crt"));
     Bytes none(facade);
     std::array<char, 25> date{};
     int status = -1;
@@ -198,11 +198,11 @@ TEST_P(FacadePath, AResponderTellsTheStateOnType1)
 
 TEST_P(FacadePath, AServerValidatesCertificateAndIdentity)
 {
-    const Server validator = Server::validator(workshop(), "root", "root");
-    workshop().write("ivs.conf", "[IVS]\nURL = http://127.0.0.1:" + std::to_string(validator.port()) + "/\n");
-    const std::string conf = workshop().path("ivs.conf");
+    const Server validator = Server::validator(pathWorkshop(), "root", "root");
+    pathWorkshop().write("ivs.conf", "[IVS]\nURL = http://127.0.0.1:" + std::to_string(validator.port()) + "/\n");
+    const std::string conf = pathWorkshop().path("ivs.conf");
     Bytes certificate(facade, file(".crt"));
-    Bytes server(facade, workshop().read("root.crt"));
+    Bytes server(facade, pathWorkshop().read("root.crt"));
     Bytes random(facade, fromHex("a0a1a2a3a4a5a6a7a8a9aaabacadaeafb0b1b2b3"));
     const auto verify = [&](const std::string& path) {
         return CertVerifyByIVS(facade.get(), text(path), certificate.get(), server.get());
@@ -215,7 +215,7 @@ TEST_P(FacadePath, AServerValidatesCertificateAndIdentity)
     EXPECT_EQ(verify(conf + ".none"), SIGIL_TK_FILE_NOT_FOUND);
     EXPECT_EQ(verifyIdentity("0000001111111"), 0);
     EXPECT_EQ(verifyIdentity("0000001111112"), SIGIL_TK_VID_MISMATCH);
-    workshop().write("lies", R"({"check": 1})");
+    pathWorkshop().write("lies", R"({"check": 1})");
     EXPECT_EQ(verify(conf), SIGIL_TK_IVS_INVALID);
     std::array<char, 2048> error{};
     EXPECT_EQ(HV_GetErrInfo2(facade.get(), 2048, error.data()), 0);

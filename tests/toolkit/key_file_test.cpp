@@ -30,7 +30,6 @@ using toolkit_test::ToolkitLibrary;
 namespace {
 
 constexpr const char* password = "Abcd1234!@";
-constexpr const char* randomHex = "a0a1a2a3a4a5a6a7a8a9aaabacadaeafb0b1b2b3";
 
 // A PrivateKeyInfo with an RSA-1024 test key and the random value above.
 constexpr const char* keyInfoBase64 =
@@ -80,8 +79,6 @@ const Scheme schemes[]{
 };
 
 Bytes bytesOf(const std::string& text) { return toBytes(view(text)); }
-std::string stringOf(View bytes) { return {chars(bytes), bytes.size()}; }
-
 class KeyFile : public testing::Test {
 protected:
     Library library;

@@ -21,7 +21,7 @@ namespace fs = std::filesystem;
 namespace {
 
 /** Long enough for many pieces, and not of whole ones. */
-const std::string& content()
+const std::string& longContent()
 {
     static const std::string made = [] {
         std::string bytes;
@@ -37,7 +37,7 @@ protected:
     MessageFiles()
         : MessageTest(GetParam())
     {
-        write("content", content());
+        write("content", longContent());
         remove("message", "cipher", "out");
         folder = fs::path(path("content")).parent_path().string();
         EXPECT_EQ(toolkit(hvtk() ? "MEDIA_Load" : "STORAGE_Load", text(folder)), 0);
@@ -116,9 +116,9 @@ TEST_P(MessageFiles, AttachedMessagesCarryTheFile)
     for (const std::string signer : {"rsa", "ec"}) {
         ASSERT_EQ(sign(true, signer), 0) << toolkit.errorText();
         run("openssl cms -verify -inform DER -in message -CAfile root.pem -binary -out read");
-        EXPECT_EQ(read("read"), content());
+        EXPECT_EQ(read("read"), longContent());
         EXPECT_EQ(verify(true, "out"), "CN = " + signer + " 2026-01-02 03:04:05") << toolkit.errorText();
-        EXPECT_EQ(read("out"), content());
+        EXPECT_EQ(read("out"), longContent());
         EXPECT_EQ(verify(true, "out"), "code 3302") << "nothing is overwritten by what a message says";
         remove("out");
     }
@@ -129,9 +129,9 @@ TEST_P(MessageFiles, DetachedMessagesAreVerifiedWithTheFile)
 {
     ASSERT_EQ(sign(false), 0) << toolkit.errorText();
     run("openssl cms -verify -inform DER -in message -content content -CAfile root.pem -binary -out read");
-    EXPECT_EQ(read("read"), content());
+    EXPECT_EQ(read("read"), longContent());
     EXPECT_EQ(verify(false, "content"), "CN = rsa 2026-01-02 03:04:05");
-    write("changed", content() + "x");
+    write("changed", longContent() + "x");
     EXPECT_EQ(verify(false, "changed"), "code 3901");
     EXPECT_EQ(verify(false, "not there"), "code 3300");
 }
@@ -141,11 +141,11 @@ TEST_P(MessageFiles, StreamedMessagesOfOpensslAreRead)
     run("openssl cms -sign -binary -nodetach -stream -outform DER -in content -out message -signer rsa.pem -inkey "
         "rsa.key.pem");
     EXPECT_THAT(verify(true, "out"), testing::StartsWith("CN = rsa ")) << toolkit.errorText();
-    EXPECT_EQ(read("out"), content());
+    EXPECT_EQ(read("out"), longContent());
     remove("out");
     run("openssl cms -encrypt -binary -stream -aes128 -outform DER -in content -out message -recip rsa.pem");
     EXPECT_EQ(open(true), 0) << toolkit.errorText();
-    EXPECT_EQ(read("out"), content());
+    EXPECT_EQ(read("out"), longContent());
 }
 
 TEST_P(MessageFiles, AChangedMessageLeavesNoFile)
@@ -202,7 +202,7 @@ TEST_P(MessageFiles, ASignatureDoesNotReplaceWhatItSigns)
     for (const std::string target : {"content", "./content", "link"}) {
         source = target == "link" ? "content" : "link";
         EXPECT_EQ(sign(false, "rsa", target), target == "link" ? 0 : SIGIL_TK_ARGUMENT) << target;
-        EXPECT_EQ(read("content"), content());
+        EXPECT_EQ(read("content"), longContent());
     }
     remove("link");
     source = "content";
@@ -258,9 +258,9 @@ TEST_P(MessageFiles, EnvelopesCarryTheFile)
             ASSERT_EQ(envelope(cipher, true, recipient), 0) << toolkit.errorText();
             run("openssl cms -decrypt -provider default -provider legacy -inform DER -in message -recip " +
                 recipient + ".pem -inkey " + recipient + ".key.pem -binary -out read");
-            EXPECT_EQ(read("read"), content()) << cipher;
+            EXPECT_EQ(read("read"), longContent()) << cipher;
             ASSERT_EQ(open(true, recipient), 0) << toolkit.errorText();
-            EXPECT_EQ(read("out"), content());
+            EXPECT_EQ(read("out"), longContent());
             remove("out");
         }
     }
@@ -276,9 +276,9 @@ TEST_P(MessageFiles, TheCiphertextMayHaveAFileOfItsOwn)
     EXPECT_THAT(read("output.txt"), testing::HasSubstr("encryptedContent: <ABSENT>"));
     run("openssl cms -decrypt -inform DER -in message -content cipher -recip rsa.pem -inkey rsa.key.pem -binary "
         "-out read");
-    EXPECT_EQ(read("read"), content());
+    EXPECT_EQ(read("read"), longContent());
     ASSERT_EQ(open(false), 0) << toolkit.errorText();
-    EXPECT_EQ(read("out"), content());
+    EXPECT_EQ(read("out"), longContent());
     remove("cipher", "out");
     EXPECT_EQ(open(false), SIGIL_TK_FILE_NOT_FOUND);
     EXPECT_EQ(open(true), SIGIL_TK_CMS_CONTENT) << "the message has none";

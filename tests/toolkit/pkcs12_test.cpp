@@ -25,8 +25,6 @@ using toolkit::view;
 
 namespace {
 
-constexpr const char* randomHex = "a0a1a2a3a4a5a6a7a8a9aaabacadaeafb0b1b2b3";
-
 /** A signing pair whose key holds a random value, a key-management pair, and the root above both. */
 const Workshop& workshop()
 {
@@ -44,8 +42,6 @@ const Workshop& workshop()
     EXPECT_TRUE(ready);
     return made;
 }
-
-std::string stringOf(toolkit::View bytes) { return {toolkit::chars(bytes), bytes.size()}; }
 
 class Pkcs12 : public testing::Test {
 protected:

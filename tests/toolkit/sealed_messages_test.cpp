@@ -15,7 +15,7 @@ using namespace toolkit_test;
 
 namespace {
 
-const std::string content = "what is signed and enveloped";
+const std::string sealedContent = "what is signed and enveloped";
 
 class SealedMessages : public MessageTest, public testing::WithParamInterface<const char*> {
 protected:
@@ -29,7 +29,7 @@ protected:
             ByteString certificate(toolkit, file(signer + ".crt"));
             ByteString key(toolkit, file(signer + ".key"));
             ByteString to(toolkit, file(recipient + ".crt"));
-            ByteString data(toolkit, content);
+            ByteString data(toolkit, sealedContent);
             return hvtk()
                 ? toolkit("CMS_MakeSignedAndEnvData", option, certificate.get(), key.get(), to.get(), data.get(), 0,
                       out)
@@ -58,7 +58,7 @@ protected:
             ByteString data(toolkit);
             ByteString signer(toolkit); // its certificate is not verified, so that one may have changed
             const int code = unseal(recipient, changed, 0, data, signer);
-            EXPECT_TRUE(code == 0 ? data.bytes() == content : isMessageCode(code)) << i << ": " << code;
+            EXPECT_TRUE(code == 0 ? data.bytes() == sealedContent : isMessageCode(code)) << i << ": " << code;
             tally("changed messages");
         }
     }
@@ -89,8 +89,8 @@ TEST_P(SealedMessages, TwoOrdinaryToolsInARowReadThem)
             "-inkey "
             "other.key.pem -binary -out inner");
         run("openssl cms -verify -inform DER -in inner -CAfile root.pem -binary -out read");
-        EXPECT_EQ(read("read"), content);
-        EXPECT_EQ(unseal("other", read("message")), "CN = " + signer + ": " + content) << toolkit.errorText();
+        EXPECT_EQ(read("read"), sealedContent);
+        EXPECT_EQ(unseal("other", read("message")), "CN = " + signer + ": " + sealedContent) << toolkit.errorText();
     }
     EXPECT_EQ(unseal("ec", read("message")), "code 3902");
 }
@@ -99,18 +99,18 @@ TEST_P(SealedMessages, NoChangedByteIsAcceptedWithOtherContent) { flipBytes("ec"
 
 TEST_P(SealedMessages, OfTwoOrdinaryToolsInARowAreRead)
 {
-    write("content", content);
+    write("content", sealedContent);
     run("openssl cms -sign -binary -nodetach -outform DER -in content -out inner -signer rsa.pem -inkey "
         "rsa.key.pem && "
         "openssl cms -encrypt -binary -aes128 -outform DER -in inner -out message -recip ec.pem");
-    EXPECT_EQ(unseal("ec", read("message")), "CN = rsa: " + content) << toolkit.errorText();
+    EXPECT_EQ(unseal("ec", read("message")), "CN = rsa: " + sealedContent) << toolkit.errorText();
     run("openssl cms -encrypt -binary -aes128 -outform DER -in content -out message -recip ec.pem");
     EXPECT_EQ(unseal("ec", read("message")), "code 3904") << "nothing in it is signed";
 }
 
 TEST_P(SealedMessages, ASignedDataUnderItsOwnTypeIsRead)
 {
-    write("content", content);
+    write("content", sealedContent);
     run("openssl cms -sign -binary -nodetach -outform DER -in content -out inner -signer rsa.pem -inkey "
         "rsa.key.pem");
     write("bare", fieldsOf(read("inner")));
@@ -122,7 +122,7 @@ TEST_P(SealedMessages, ASignedDataUnderItsOwnTypeIsRead)
         const std::size_t at = message.find(data);
         if (at != std::string::npos) // the program does not write the type that it was told
             message[at + data.size() - 1] = '\x02';
-        EXPECT_EQ(unseal("ec", message), "CN = rsa: " + content) << inner << toolkit.errorText();
+        EXPECT_EQ(unseal("ec", message), "CN = rsa: " + sealedContent) << inner << toolkit.errorText();
     }
 }
 
@@ -130,8 +130,9 @@ TEST_P(SealedMessages, ThePkcs7TypeIsReadWithTheSignatureEncryptedOrBare)
 {
     const std::string keyHex = "000102030405060708090a0b0c0d0e0f";
     const std::string encrypt = "openssl enc -aes-128-cbc -K " + keyHex + " -iv " + keyHex;
-    write("content", content);
-    run("openssl cms -sign -binary -nodetach -noattr -outform DER -in content -out inner -signer rsa.pem -inkey "
+    write("content", sealedContent);
+    run("openssl cms -sign -binary -nodetach -noattr -outform DER -in content -out inner -signer rsa.pem "
+        "-inkey "
         "rsa.key.pem");
     const std::string inner = read("inner");
     write("signature", signatureIn(inner));
@@ -165,7 +166,7 @@ TEST_P(SealedMessages, ThePkcs7TypeIsReadWithTheSignatureEncryptedOrBare)
             fromHex("06092a864886f70d010704") +
                 element('\xA0',
                     element('\x30', fromHex("020101") + recipients + fields[1] + encrypted + fields[3] + signers)));
-        EXPECT_EQ(unseal("other", message), "CN = rsa: " + content) << bare << toolkit.errorText();
+        EXPECT_EQ(unseal("other", message), "CN = rsa: " + sealedContent) << bare << toolkit.errorText();
         EXPECT_EQ(unseal("ec", message), "code 3902");
         flipBytes("other", message, 11);
         if (!hvtk())
@@ -177,7 +178,7 @@ TEST_P(SealedMessages, ThePkcs7TypeIsReadWithTheSignatureEncryptedOrBare)
         ASSERT_EQ(toolkit("UNI_DecryptEnvData", certificate.get(), key.get(), bytes.get(), opened.get()), 0);
         write("opened", opened.bytes());
         run("openssl cms -verify -inform DER -in opened -CAfile root.pem -binary -out read");
-        EXPECT_EQ(read("read"), content);
+        EXPECT_EQ(read("read"), sealedContent);
     }
 }
 
@@ -203,11 +204,12 @@ TEST_P(SealedMessages, TimeStampTokensAreTakenOutAndPutIn)
         return read("token");
     };
     for (const bool detached : {false, true}) {
-        write("content", content);
-        run("openssl cms -sign -binary -outform DER -in content -out message -signer rsa.pem -inkey rsa.key.pem" +
+        write("content", sealedContent);
+        run("openssl cms -sign -binary -outform DER -in content -out message -signer rsa.pem -inkey "
+            "rsa.key.pem" +
             std::string(detached ? "" : " -nodetach"));
         ByteString message(toolkit, read("message"));
-        ByteString data(toolkit, detached ? content : "");
+        ByteString data(toolkit, detached ? sealedContent : "");
         ByteString token(toolkit);
         ASSERT_EQ(toolkit("CMS_ProcessSignedData2", message.get(), data.get(), nullptr), 0);
         EXPECT_EQ(toolkit("CMS_GetTimeStampToken", 0, token.get()), SIGIL_TK_CMS_ATTRIBUTE);
@@ -221,7 +223,7 @@ TEST_P(SealedMessages, TimeStampTokensAreTakenOutAndPutIn)
             toolkit("CMS_SetTimeStampToken", message.get(), 1, stamp.get(), stamped.get()), SIGIL_TK_CMS_NOBODY);
         ASSERT_EQ(toolkit("CMS_SetTimeStampToken", message.get(), 0, stamp.get(), stamped.get()), 0)
             << toolkit.errorText();
-        ByteString again(toolkit, detached ? content : "");
+        ByteString again(toolkit, detached ? sealedContent : "");
         ASSERT_EQ(toolkit("CMS_ProcessSignedData2", stamped.get(), again.get(), nullptr), 0) << toolkit.errorText();
         ASSERT_EQ(toolkit("CMS_GetTimeStampToken", 0, token.get()), 0);
         EXPECT_EQ(token.bytes(), stamp.bytes());
@@ -243,14 +245,14 @@ TEST_P(SealedMessages, MessagesOfAnyKind)
         EXPECT_FALSE(toolkit.has("UNI_VerifySignData"));
         return;
     }
-    write("content", content);
+    write("content", sealedContent);
     run("openssl cms -sign -binary -nodetach -outform DER -in content -out message -signer rsa.pem -inkey "
         "rsa.key.pem");
     ByteString message(toolkit, read("message"));
     ByteString data(toolkit);
     ByteString signer(toolkit);
     ASSERT_EQ(toolkit("UNI_VerifySignData", message.get(), data.get(), signer.get()), 0) << toolkit.errorText();
-    EXPECT_EQ(data.bytes(), content);
+    EXPECT_EQ(data.bytes(), sealedContent);
     EXPECT_EQ(signer.bytes(), file("rsa.crt"));
 
     ByteString certificate(toolkit, file("other.crt"));
@@ -261,7 +263,7 @@ TEST_P(SealedMessages, MessagesOfAnyKind)
     ByteString again(toolkit);
     ByteString by(toolkit);
     EXPECT_EQ(toolkit("UNI_VerifySignData", opened.get(), again.get(), by.get()), 0) << "it is the signed message";
-    EXPECT_EQ(again.bytes(), content);
+    EXPECT_EQ(again.bytes(), sealedContent);
     EXPECT_EQ(toolkit("UNI_DecryptEnvData", certificate.get(), key.get(), message.get(), opened.get()),
         SIGIL_TK_CMS_TYPE);
 }
@@ -272,7 +274,7 @@ TEST_P(SealedMessages, OptionsAreFollowedOrRefused)
         EXPECT_FALSE(toolkit.has("CMS_SetOption"));
         return;
     }
-    EXPECT_EQ(unseal("other", seal("rsa", "other", SIGIL_TK_ENVELOPE_KEY_ID)), "CN = rsa: " + content);
+    EXPECT_EQ(unseal("other", seal("rsa", "other", SIGIL_TK_ENVELOPE_KEY_ID)), "CN = rsa: " + sealedContent);
     EXPECT_EQ(seal("rsa", "other", 4), "code 3006");
     EXPECT_EQ(unseal("other", seal("rsa", "other"), 2), "code 3006");
     EXPECT_EQ(unseal("other", seal("rsa", "other"), SIGIL_TK_CHECK_PATHS), "code 3201");

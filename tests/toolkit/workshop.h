@@ -7,6 +7,7 @@
 #pragma once
 
 #include "tests/support/files.h"
+#include "toolkit/engine/base/bytes.h"
 
 #include <string>
 
@@ -34,6 +35,11 @@ public:
 private:
     TemporaryFolder m_folder;
 };
+
+/** The random value of the keys that the tests know, as digits. */
+constexpr const char* randomHex = "a0a1a2a3a4a5a6a7a8a9aaabacadaeafb0b1b2b3";
+
+inline std::string stringOf(toolkit::View bytes) { return {toolkit::chars(bytes), bytes.size()}; }
 
 /** Sections behind an extension "SEQUENCE:identify": identity data of the number 0000001111111 and the random value
  *  a0 a1 ... b3. */

@@ -17,7 +17,7 @@ namespace {
 using testing::HasSubstr;
 using testing::Not;
 
-constexpr const char* password = "p4ss 단어";
+constexpr const char* storePassword = "p4ss 단어";
 
 /** One store of all families for all tests of this file. */
 class ReadBack : public testing::Test {
@@ -25,7 +25,7 @@ protected:
     static void SetUpTestSuite()
     {
         s_store = std::make_unique<SampleStore>(std::vector<std::string>{
-            "--count", "24", "--families", "npki,gpki,mpki,ppki", "--keys", "2", "--password", password});
+            "--count", "24", "--families", "npki,gpki,mpki,ppki", "--keys", "2", "--password", storePassword});
     }
     static void TearDownTestSuite() { s_store.reset(); }
 
@@ -197,7 +197,7 @@ TEST_F(ReadBack, LeavesAsMuchTimeAsTheStateSays)
     }
 }
 
-std::string publicKeyOf(const std::string& certificate) { return x509(certificate, {"-pubkey"}); }
+std::string certifiedKeyOf(const std::string& certificate) { return x509(certificate, {"-pubkey"}); }
 
 TEST_F(ReadBack, OpensStandardKeyFilesWithOpenssl)
 {
@@ -206,10 +206,10 @@ TEST_F(ReadBack, OpensStandardKeyFilesWithOpenssl)
         if (c.at("variant") < "C")
             continue;
         const Outcome plain = run({"openssl", "pkcs8", "-provider", "legacy", "-provider", "default", "-inform",
-            "DER", "-in", c.at("signing_key"), "-passin", std::string("pass:") + password});
+            "DER", "-in", c.at("signing_key"), "-passin", std::string("pass:") + storePassword});
         ASSERT_EQ(plain.status, 0) << c.at("variant") << plain.err;
         const Outcome key = run({"openssl", "pkey", "-pubout"}, plain.out);
-        EXPECT_EQ(key.out, publicKeyOf(c.at("signing_certificate")));
+        EXPECT_EQ(key.out, certifiedKeyOf(c.at("signing_certificate")));
         ++opened;
     }
     EXPECT_GE(opened, 6);
@@ -220,11 +220,11 @@ TEST_F(ReadBack, OpensEveryKeyFileWithTheToolkit)
     Toolkit toolkit;
     for (const Certificate& c : certificates()) {
         const std::string certificate = readFile(c.at("signing_certificate"));
-        const std::string key = toolkit.decryptKey(readFile(c.at("signing_key")), password);
+        const std::string key = toolkit.decryptKey(readFile(c.at("signing_key")), storePassword);
         EXPECT_EQ(toolkit.checkPair(certificate, key), 0) << c.at("variant");
         if (c.at("pairs") != "both")
             continue;
-        const std::string kmKey = toolkit.decryptKey(readFile(c.at("km_key")), password);
+        const std::string kmKey = toolkit.decryptKey(readFile(c.at("km_key")), storePassword);
         EXPECT_EQ(toolkit.checkPair(readFile(c.at("km_certificate")), kmKey), 0);
         EXPECT_NE(toolkit.checkPair(certificate, kmKey), 0) << "two pairs, not one twice";
         EXPECT_EQ(toolkit.randomOf(kmKey), "") << "the random value is in the signing key only";
@@ -236,7 +236,8 @@ TEST_F(ReadBack, ProvesTheIdentityToTheToolkit)
     Toolkit toolkit;
     for (const Certificate& c : certificates()) {
         const std::string certificate = readFile(c.at("signing_certificate"));
-        const std::string random = toolkit.randomOf(toolkit.decryptKey(readFile(c.at("signing_key")), password));
+        const std::string random =
+            toolkit.randomOf(toolkit.decryptKey(readFile(c.at("signing_key")), storePassword));
         if (c.at("identity").empty()) {
             EXPECT_EQ(random, "");
             continue;
@@ -263,7 +264,8 @@ TEST_F(ReadBack, HoldsTheVirtualIdentifierThatOpensslComputes)
     for (const Certificate& c : certificates()) {
         if (c.at("identity").empty())
             continue;
-        const std::string random = toolkit.randomOf(toolkit.decryptKey(readFile(c.at("signing_key")), password));
+        const std::string random =
+            toolkit.randomOf(toolkit.decryptKey(readFile(c.at("signing_key")), storePassword));
         const std::string hash = c.at("bits") == "1024" ? "sha1" : "sha256";
         const std::string identifier = virtualIdentifier(c.at("identity"), random, hash);
         const std::string der = readFile(c.at("signing_certificate"));

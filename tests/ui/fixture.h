@@ -13,6 +13,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <string>
 
 constexpr int korean = 1;
 constexpr int english = 2;
@@ -23,6 +24,11 @@ inline tagINITOPT initOptions(int language = korean, const char* folder = SIGILD
     qstrncpy(init.szLibraryFolder, folder, sizeof init.szLibraryFolder);
     init.nLanguage = language;
     return init;
+}
+
+inline std::string bytes(const unsigned char* item, int length)
+{
+    return {reinterpret_cast<const char*>(item), static_cast<std::size_t>(length)};
 }
 
 class SelectionTest : public testing::Test {

@@ -17,11 +17,6 @@ using scripted::sampleEntry;
 
 namespace {
 
-std::string bytes(const unsigned char* item, int length)
-{
-    return {reinterpret_cast<const char*>(item), static_cast<std::size_t>(length)};
-}
-
 template <class Record>
 bool isZero(const Record& record)
 {

@@ -18,15 +18,6 @@ using driver::presses;
 using driver::types;
 using driver::whenShown;
 
-namespace {
-
-std::string bytes(const unsigned char* item, int length)
-{
-    return {reinterpret_cast<const char*>(item), static_cast<std::size_t>(length)};
-}
-
-} // namespace
-
 class ConfirmTest : public SelectionTest {
 protected:
     /** Presses OK and returns the box that was shown. */
