@@ -17,12 +17,19 @@ set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 # target links one of them; nothing is set for whole folders, so a project that takes this one in keeps its own flags.
 add_library(sigil_flags INTERFACE)
 target_compile_options(sigil_flags INTERFACE
-    -Wall -Wextra -Wpedantic -Wshadow -Wformat=2 -Wundef
+    -Wall -Wextra -Wpedantic -Wformat=2 -Wundef
     $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor>
     $<$<COMPILE_LANGUAGE:CXX>:-Woverloaded-virtual>
     $<$<COMPILE_LANGUAGE:CXX>:-Wold-style-cast>
     -fstack-protector-strong)
 target_link_options(sigil_flags INTERFACE -Wl,-z,relro,-z,now)
+# Several sources compiled as one are no headers of each other, and a name of one's own may be local in another.
+if(CMAKE_UNITY_BUILD)
+    target_compile_options(sigil_flags INTERFACE
+        -Wshadow=local $<$<COMPILE_LANGUAGE:CXX>:-Wno-subobject-linkage>)
+else()
+    target_compile_options(sigil_flags INTERFACE -Wshadow)
+endif()
 
 add_library(sigil_code INTERFACE)
 target_include_directories(sigil_code INTERFACE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include)
