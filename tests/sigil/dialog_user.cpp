@@ -3,7 +3,8 @@
 
 // A plug-in of Qt's that uses the selection dialog of the program that loads it, as a person would. What it does, the
 // environment says: QT_QPA_GENERIC_PLUGINS is "dialog-user:ROW" for choosing the certificate of a row with the password in the
-// file SIGIL_TEST_PASSWORD_FILE, "dialog-user:cancel", or "dialog-user:crash" for a program that dies.
+// file SIGIL_TEST_PASSWORD_FILE, "dialog-user:cancel", "dialog-user:crash" for a program that dies, or "dialog-user:orphan" for
+// a host that dies: the file SIGIL_TEST_LOCK_FILE stays locked as long as the program lives on.
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -16,6 +17,9 @@
 #include <QTimer>
 
 #include <csignal>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
 
 namespace {
 
@@ -49,12 +53,22 @@ void chooses(QDialog& dialog, int row)
     presses(dialog, "pushButton_ok");
 }
 
+void losesItsHost()
+{
+    const int file = open(qgetenv("SIGIL_TEST_LOCK_FILE").constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+    if (file < 0 || flock(file, LOCK_EX) != 0)
+        qFatal("no lock");
+    kill(getppid(), SIGKILL);
+}
+
 void use(QDialog& dialog, const QString& how)
 {
     if (how == "cancel")
         return presses(dialog, "pushButton_cancel");
     if (how == "crash")
         static_cast<void>(std::raise(SIGKILL));
+    if (how == "orphan")
+        return losesItsHost();
     chooses(dialog, how.toInt());
 }
 

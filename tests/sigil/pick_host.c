@@ -15,6 +15,7 @@
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
+#include <sys/time.h>
 
 static SigilSession* session;
 
@@ -41,6 +42,17 @@ static int open_files(void)
         ++count;
     closedir(folder);
     return count;
+}
+
+static void on_alarm(int number) { (void)number; }
+
+/* Interrupts what waits every few milliseconds; 0 ends it. */
+static void interrupt_every(int microseconds)
+{
+    const struct sigaction action = {.sa_handler = on_alarm};
+    const struct itimerval interval = {{0, microseconds}, {0, microseconds}};
+    sigaction(SIGALRM, &action, NULL);
+    setitimer(ITIMER_REAL, &interval, NULL);
 }
 
 static void sign_with(int entry, const char* signature, const char* der)
@@ -71,7 +83,9 @@ int main(int count, char** words)
     if (*words[3])
         check(sigil_list(session, &listing, &entries));
     files = open_files();
+    interrupt_every(5000);
     code = sigil_pick(session, &picking, &entry);
+    interrupt_every(0);
     printf("%d %s\n", code, sigil_error_text(session));
     if (code == SIGIL_SUCCESS) {
         check(sigil_fields(session, entry, &fields));

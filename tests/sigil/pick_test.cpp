@@ -43,7 +43,7 @@ protected:
     }
 
     /** Runs a host whose home folder is the store, without any display. */
-    Said pick(std::vector<std::string> environment, const std::string& listed = "", int toolkit = 0)
+    Outcome runHost(const std::vector<std::string>& environment, const std::string& listed = "", int toolkit = 0)
     {
         std::vector<std::string> words{"env", "-u", "DISPLAY", "-u", "WAYLAND_DISPLAY", "-u", "QT_QPA_PLATFORM",
             "LC_ALL=C.UTF-8", "LD_PRELOAD=libnss_wrapper.so", "NSS_WRAPPER_PASSWD=" + work.path("passwd"),
@@ -53,7 +53,11 @@ protected:
         for (const std::string& word : {std::string(PICK_HOST), std::string(SIGILDESK_LIBRARY_FOLDER),
                  std::to_string(toolkit), listed, signature(), certificate()})
             words.push_back(word);
-        const Outcome outcome = run(words);
+        return run(words);
+    }
+    Said pick(const std::vector<std::string>& environment, const std::string& listed = "", int toolkit = 0)
+    {
+        const Outcome outcome = runHost(environment, listed, toolkit);
         EXPECT_EQ(outcome.status, 0) << outcome.err;
         Said said;
         std::istringstream lines(outcome.out);
@@ -68,7 +72,8 @@ protected:
     std::vector<std::string> user(const std::string& how)
     {
         return {"QT_QPA_PLATFORM=offscreen", "QT_PLUGIN_PATH=" DIALOG_USER_FOLDER,
-            "QT_QPA_GENERIC_PLUGINS=dialog-user:" + how, "SIGIL_TEST_PASSWORD_FILE=" + work.path("password")};
+            "QT_QPA_GENERIC_PLUGINS=dialog-user:" + how, "SIGIL_TEST_PASSWORD_FILE=" + work.path("password"),
+            "SIGIL_TEST_LOCK_FILE=" + work.path("lock")};
     }
     /** A folder to be looked in for the library, with another program that should show the dialog, or none. */
     std::vector<std::string> program(const std::string& script)
@@ -183,6 +188,12 @@ TEST_F(Pick, OutlivesADialogThatDies)
     expectAllFilesClosed(said);
 }
 
+TEST_F(Pick, EndsTheDialogWithItsHost)
+{
+    EXPECT_EQ(runHost(user("orphan")).status, -1) << "the host was not killed";
+    EXPECT_EQ(run({"timeout", "60", "flock", work.path("lock"), "true"}).status, 0) << "the dialog lives on";
+}
+
 TEST_F(Pick, SaysThatThereAreNoDialogs)
 {
     const Said said = pick(program(""));
@@ -214,7 +225,7 @@ TEST_F(Pick, BelievesNoRecordThatIsNotSound)
 {
     const host::DialogAnswer good = answerOf(folderOfACertificate());
     const Said cut = pick(answering(good, sizeof good - 1));
-    EXPECT_TRUE(cut.result.starts_with("1609 ")) << cut.result;
+    EXPECT_TRUE(cut.result.starts_with("1609 the dialog ended")) << cut.result;
     using Damage = void (*)(tagSELCERTINFO&);
     const std::vector<Damage> damages{[](tagSELCERTINFO& chosen) { chosen.nSignCertLen = 4097; },
         [](tagSELCERTINFO& chosen) { chosen.nSignPriKeyLen = -1; },
@@ -225,7 +236,7 @@ TEST_F(Pick, BelievesNoRecordThatIsNotSound)
         host::DialogAnswer bad = good;
         damages[i](bad.chosen);
         const Said said = pick(answering(bad, sizeof bad));
-        EXPECT_TRUE(said.result.starts_with("1609 ")) << i << ": " << said.result;
+        EXPECT_TRUE(said.result.starts_with("1609 the dialog ended")) << i << ": " << said.result;
     }
     host::DialogAnswer endless = good;
     std::memset(endless.chosen.szSignCertPath, 'x', sizeof endless.chosen.szSignCertPath);
