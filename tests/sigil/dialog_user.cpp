@@ -13,6 +13,7 @@
 #include <QGenericPlugin>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QTableView>
 #include <QTimer>
 
@@ -22,6 +23,13 @@
 #include <unistd.h>
 
 namespace {
+
+/** Ends the program when it asks something that nobody would answer. */
+void refuseBoxes()
+{
+    if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
+        qFatal("%s", qPrintable(box->text()));
+}
 
 template <class Widget>
 Widget& find(QWidget& dialog, const char* name)
@@ -49,7 +57,9 @@ void chooses(QDialog& dialog, int row)
         qFatal("no password");
     auto& table = find<QTableView>(dialog, "tableView_certlist");
     table.setCurrentIndex(table.model()->index(row, 0));
+    emit table.clicked(table.currentIndex());
     types(find<QLineEdit>(dialog, "lineEdit_password"), QString::fromUtf8(file.readAll()));
+    QTimer::singleShot(0, qApp, refuseBoxes); // one that says what is wrong
     presses(dialog, "pushButton_ok");
 }
 
@@ -72,10 +82,17 @@ void use(QDialog& dialog, const QString& how)
     chooses(dialog, how.toInt());
 }
 
+/** Whether the dialog is shown with its list, which rests as long as a store is being listed. */
+bool isReady(QDialog* dialog)
+{
+    refuseBoxes();
+    return dialog && dialog->isVisible() && find<QTableView>(*dialog, "tableView_certlist").isEnabled();
+}
+
 void useWhenShown(const QString& how)
 {
     auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-    if (dialog && dialog->isVisible())
+    if (isReady(dialog))
         return use(*dialog, how);
     QTimer::singleShot(1, qApp, [how] { useWhenShown(how); });
 }

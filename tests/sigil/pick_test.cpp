@@ -147,13 +147,16 @@ host::DialogAnswer answerOf(const std::string& folder)
 
 TEST_F(Pick, MakesAnEntryThatSigns)
 {
+    std::string before;
     for (const int toolkit : {SIGIL_TOOLKIT_MAKER, SIGIL_TOOLKIT_GPKI}) {
-        const Said said = pick(user("1"), "", toolkit);
+        const Said said = pick(user(toolkit == SIGIL_TOOLKIT_MAKER ? "0" : "2"), "", toolkit);
         ASSERT_EQ(said.result, "0 ");
         ASSERT_TRUE(said.entry.starts_with("0 of 0, 1: ")) << said.entry;
         expectSignatureOf(said.entry.substr(said.entry.rfind(", ") + 2));
         EXPECT_EQ(said.locked, "locked: 0");
+        EXPECT_NE(said.entry, before) << "of another row";
         expectAllFilesClosed(said);
+        before = said.entry;
     }
 }
 
