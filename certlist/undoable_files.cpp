@@ -185,13 +185,16 @@ std::optional<std::vector<PairContent>> readNotes(std::string_view notes, std::s
     return contents;
 }
 
-/** "NAME.XXXXXX", as mkstemp forms it: what toolkits write before they put it in place of the file NAME. */
+/** "NAME.XXXXXX", as mkstemp forms it, or "NAME.part~": what toolkits write before they put it in place of the file NAME. */
 bool isTemporaryOf(std::string_view file, std::string_view name)
 {
     constexpr std::size_t letters = 6;
-    return name.size() == file.size() + 1 + letters && name.substr(0, file.size()) == file &&
-        name[file.size()] == '.' &&
-        std::all_of(name.end() - letters, name.end(), [](unsigned char c) { return std::isalnum(c) != 0; });
+    if (!name.starts_with(file))
+        return false;
+    const std::string_view ending = name.substr(file.size());
+    return ending == ".part~" ||
+        (ending.size() == 1 + letters && ending[0] == '.' &&
+            std::all_of(ending.begin() + 1, ending.end(), [](unsigned char c) { return std::isalnum(c) != 0; }));
 }
 
 /** Deletes what a killed operation had not put in place yet. What is older than its notes is not its own. */

@@ -6,6 +6,7 @@
 #include "toolkit/engine/base/error.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -29,6 +30,16 @@ const std::string& replaceable(const std::string& path)
     return path;
 }
 
+/** Whether @p path is the name, the only one, of an open file of this user. */
+bool leadsTo(const std::string& path, int descriptor)
+{
+    struct stat named { };
+    struct stat opened { };
+    return lstat(path.c_str(), &named) == 0 && fstat(descriptor, &opened) == 0 && S_ISREG(opened.st_mode) &&
+        opened.st_uid == geteuid() && opened.st_nlink == 1 && named.st_ino == opened.st_ino &&
+        named.st_dev == opened.st_dev;
+}
+
 /** @p path without links and detours, as far as it can be followed. */
 std::filesystem::path resolved(const std::filesystem::path& path)
 {
@@ -42,6 +53,45 @@ std::filesystem::path placeOf(const std::filesystem::path& path)
 {
     const std::filesystem::path folder = path.has_parent_path() ? path.parent_path() : ".";
     return resolved(folder) / path.filename();
+}
+
+/** Brings the name of a file to the disk. Some file systems do not flush folders, and say so with EINVAL. */
+void flushFolderOf(const std::string& path)
+{
+    const std::string name = std::filesystem::path(path).parent_path().string();
+    const int folder = open(name.empty() ? "." : name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const bool isFlushed = folder < 0 || fsync(folder) == 0 || errno == EINVAL;
+    const int error = errno;
+    if (folder >= 0)
+        close(folder);
+    errno = error;
+    if (!isFlushed)
+        failWithErrno(SIGIL_TK_FILE_WRITE);
+}
+
+/** Removes what a killed process left of a file. What another one is writing is locked. */
+void removeLeftover(const std::string& path)
+{
+    const int leftover = open(path.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    if (leftover < 0)
+        return;
+    if (flock(leftover, LOCK_EX | LOCK_NB) == 0 && leadsTo(path, leftover))
+        unlink(path.c_str());
+    close(leftover);
+}
+
+/** Makes a file that only the owner may read, locked. @return -1 when another process has one of that name */
+int makeDraft(const std::string& path)
+{
+    removeLeftover(path);
+    const int draft = open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
+    if (draft < 0)
+        return -1;
+    const bool isTaken = flock(draft, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+    if (!isTaken && leadsTo(path, draft))
+        return draft;
+    close(draft);
+    return -1;
 }
 
 } // namespace
@@ -127,9 +177,13 @@ void requireApart(const std::string& written, const std::string& other)
 
 FileWriter::FileWriter(const std::string& path)
     : m_path(replaceable(path))
-    , m_temporary(path + ".XXXXXX")
-    , m_descriptor(mkostemp(m_temporary.data(), O_CLOEXEC)) // mkostemp makes the file with mode 0600
+    , m_temporary(path + ".part~")
+    , m_descriptor(makeDraft(m_temporary))
 {
+    if (m_descriptor >= 0)
+        return;
+    m_temporary = path + ".XXXXXX";                         // while another process is at work
+    m_descriptor = mkostemp(m_temporary.data(), O_CLOEXEC); // with mode 0600
     if (m_descriptor < 0)
         failWithErrno(SIGIL_TK_FILE_WRITE);
 }
@@ -158,6 +212,7 @@ void FileWriter::commit()
     if (rename(m_temporary.c_str(), m_path.c_str()) != 0)
         failWithErrno(SIGIL_TK_FILE_WRITE);
     close();
+    flushFolderOf(m_path);
 }
 
 void FileWriter::commitNew()
@@ -166,6 +221,7 @@ void FileWriter::commitNew()
     if (renameat2(AT_FDCWD, m_temporary.c_str(), AT_FDCWD, m_path.c_str(), RENAME_NOREPLACE) != 0)
         failWithErrno(SIGIL_TK_FILE_WRITE);
     close();
+    flushFolderOf(m_path);
 }
 
 void FileWriter::flush() const

@@ -44,7 +44,8 @@ void readPieces(const std::string& path, const std::function<void(View)>& take);
 
 /** Replaces or makes a file in one step: readers see the old bytes or the new ones. Written as a temporary file that only
  *  the owner may read, flushed to the disk, then renamed: a link is replaced, not what it leads to. Throws
- *  SIGIL_TK_FILE_WRITE, also for anything but a file or a link of that name; no temporary file is left. */
+ *  SIGIL_TK_FILE_WRITE, also for anything but a file or a link of that name; no temporary file is left, but by a process
+ *  that is killed: the next one that writes there removes it. */
 void writeFile(const std::string& path, View bytes);
 
 /** Removes a regular file or a link. Throws SIGIL_TK_FILE_NOT_FOUND and SIGIL_TK_FILE_DELETE. */
