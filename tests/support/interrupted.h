@@ -11,6 +11,14 @@
 #include <string>
 #include <vector>
 
+/** A sanitizer makes a run of a program ten times as long: there each misfortune befalls every third call, beginning with
+ *  another one each time. */
+#ifdef __SANITIZE_ADDRESS__
+constexpr int stride = 3;
+#else
+constexpr int stride = 1;
+#endif
+
 /** What befalls the process. */
 struct Misfortune {
     int call = 0;             ///< number of the call, from 1; 0 for none

@@ -125,7 +125,7 @@ int runDecrypt(Session& session)
         int result = SIGIL_TK_CMS_NOBODY;
         for (const Pair pair : pairs)
             if (result == SIGIL_TK_CMS_NOBODY)
-                result = open(session, crypto, certificate, pair, password, file, target.freePath());
+                result = open(session, crypto, certificate, pair, password, file, target.temporaryPath());
         return result;
     });
     if (code == SIGIL_TK_CMS_NOBODY)

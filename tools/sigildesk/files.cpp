@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <fcntl.h>
 #include <filesystem>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -55,6 +56,23 @@ std::string folderOf(const std::string& path)
     return folder.empty() ? "." : folder;
 }
 
+/** The folder for what is not whole yet, which is one process's at a time: one that a killed process left is free.
+ *  @return the folder, locked; none, and errno */
+sigil::Descriptor openDrafts(const std::string& path)
+{
+    if (mkdir(path.c_str(), S_IRWXU) != 0 && errno != EEXIST)
+        return {};
+    sigil::Descriptor folder(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    if (!folder.isOpen())
+        return {};
+    const bool isLocked = flock(folder.get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+    struct stat status { };
+    if (!isLocked && fstat(folder.get(), &status) == 0 && status.st_uid == geteuid() && status.st_nlink > 0)
+        return folder;
+    errno = EBUSY;
+    return {};
+}
+
 } // namespace
 
 std::string readStandardInput()
@@ -72,7 +90,8 @@ std::string readStandardInput()
 
 WrittenFile::WrittenFile(const Session& session, std::string path, Content content)
     : m_path(std::move(path))
-    , m_temporary(m_path + ".XXXXXX")
+    , m_drafts(m_path + ".part~")
+    , m_temporary((std::filesystem::path(m_drafts) / std::filesystem::path(m_path).filename()).string())
     , m_force(session.arguments.has("--force"))
     , m_mode(content == Content::PrivateKey ? 0600 : usualMode())
 {
@@ -83,19 +102,19 @@ WrittenFile::WrittenFile(const Session& session, std::string path, Content conte
     if (exists && !m_force)
         throw Failure(failed, "file_exists", alreadyThere, {m_path});
     const EndingsWait wait; // until it is known what is to go
-    const sigil::Descriptor file(mkostemp(m_temporary.data(), O_CLOEXEC));
-    if (file.get() < 0) {
-        const int error = errno;
-        m_temporary.clear();
-        fail(error);
-    }
-    m_unfinished.emplace(m_temporary);
+    m_lock = openDrafts(m_drafts);
+    if (!m_lock.isOpen())
+        fail(errno);
+    m_unfinished.emplace(m_drafts);
+    removeFilesIn(m_lock.get());
 }
 
 WrittenFile::~WrittenFile()
 {
-    if (!m_temporary.empty())
-        static_cast<void>(unlink(m_temporary.c_str()));
+    if (!m_lock.isOpen())
+        return;
+    removeFilesIn(m_lock.get());
+    static_cast<void>(rmdir(m_drafts.c_str()));
 }
 
 void WrittenFile::fail(int error) const
@@ -103,15 +122,9 @@ void WrittenFile::fail(int error) const
     throw Failure(failed, "file_not_written", cannotWrite, {m_path, reason(error)});
 }
 
-const std::string& WrittenFile::freePath() const
-{
-    static_cast<void>(unlink(m_temporary.c_str()));
-    return m_temporary;
-}
-
 void WrittenFile::write(std::string_view bytes)
 {
-    const sigil::Descriptor file(::open(m_temporary.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC));
+    const sigil::Descriptor file(::open(m_temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
     if (file.get() < 0)
         fail(errno);
     while (!bytes.empty()) {
@@ -133,7 +146,6 @@ void WrittenFile::commit()
         throw Failure(failed, "file_exists", alreadyThere, {m_path});
     if (error != 0)
         fail(error);
-    m_temporary.clear();
     flush(folderOf(m_path), O_RDONLY | O_DIRECTORY);
 }
 

@@ -6,6 +6,7 @@
  */
 #pragma once
 
+#include "foundation/file.h"
 #include "jobs/read_file.h"
 #include "session.h"
 #include "unfinished.h"
@@ -23,20 +24,20 @@ std::string readStandardInput();
 
 enum class Content { Plain, PrivateKey };
 
-/** A file on its way: it stands under another name in the same folder until it is whole, and goes away when it never is. */
+/** A file on its way: it stands in a folder of its own beside its place until it is whole, and both go away when it never is.
+ *  What a killed process left there goes with the next file that is written at the same place. */
 class WrittenFile {
 public:
-    /** @param path  of --out, or the command's own choice. Throws Failure when something is there and --force is not given */
+    /** @param path  of --out, or the command's own choice. Throws Failure when something is there and --force is not given,
+     *               and when another process is writing it */
     WrittenFile(const Session& session, std::string path, Content content = Content::Plain);
     ~WrittenFile();
     WrittenFile(const WrittenFile&) = delete;
     WrittenFile& operator=(const WrittenFile&) = delete;
 
     const std::string& path() const { return m_path; }
-    /** Where to write, for those who write by themselves; may be replaced as a whole. */
+    /** Where to write, for those who write by themselves. Nothing is there before. */
     const std::string& temporaryPath() const { return m_temporary; }
-    /** The same for those who write only where nothing is yet. */
-    const std::string& freePath() const;
     void write(std::string_view bytes);
     /** Flushes the file and puts it in its place in one step. */
     void commit();
@@ -45,7 +46,9 @@ private:
     [[noreturn]] void fail(int error) const;
 
     std::string m_path;
+    std::string m_drafts; ///< the folder of the temporary file and of whatever its writer puts beside it
     std::string m_temporary;
+    sigil::Descriptor m_lock; ///< on that folder
     bool m_force;
     mode_t m_mode;
     std::optional<Unfinished> m_unfinished;

@@ -8,11 +8,8 @@
 #include <cerrno>
 #include <climits>
 #include <csignal>
-#include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
-#include <filesystem>
-#include <string_view>
 #include <unistd.h>
 
 namespace host {
@@ -21,37 +18,23 @@ namespace {
 
 /** For a handler, which may neither allocate nor lock. */
 std::array<char, PATH_MAX> folder{};
-std::array<char, NAME_MAX + 1> beginning{};
 volatile std::sig_atomic_t there = 0;
 
 constexpr std::array<int, 4> endings{SIGINT, SIGTERM, SIGHUP, SIGQUIT};
 
-/** Removes the files with calls that a handler may make: readdir() is none. */
-void removeAll()
+void removeFolder()
 {
-    alignas(dirent64) std::array<char, 4096> names{};
     const int directory = open(folder.data(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    for (ssize_t size = 0; (size = getdents64(directory, names.data(), names.size())) > 0;)
-        for (ssize_t at = 0; at < size;) {
-            const auto* entry = reinterpret_cast<const dirent64*>(names.data() + at);
-            if (std::strncmp(entry->d_name, beginning.data(), std::strlen(beginning.data())) == 0)
-                unlinkat(directory, entry->d_name, 0);
-            at += entry->d_reclen;
-        }
+    removeFilesIn(directory);
     close(directory);
+    rmdir(folder.data());
 }
 
 extern "C" void removeAndEnd(int number)
 {
     if (there != 0)
-        removeAll();
+        removeFolder();
     static_cast<void>(raise(number)); // it has its usual effect now, when the handler has returned
-}
-
-template <std::size_t N>
-void store(std::array<char, N>& text, std::string_view value)
-{
-    text[value.copy(text.data(), N - 1)] = '\0';
 }
 
 /** Where nobody else has a say in a signal: one that is ignored stays so. */
@@ -69,6 +52,19 @@ void handleEndings()
 
 } // namespace
 
+// readdir() is no call that a handler may make.
+void removeFilesIn(int directory)
+{
+    alignas(dirent64) std::array<char, 4096> names{};
+    lseek(directory, 0, SEEK_SET);
+    for (ssize_t size = 0; (size = getdents64(directory, names.data(), names.size())) > 0;)
+        for (ssize_t at = 0; at < size;) {
+            const auto* entry = reinterpret_cast<const dirent64*>(names.data() + at);
+            unlinkat(directory, entry->d_name, 0); // refuses "." and ".."
+            at += entry->d_reclen;
+        }
+}
+
 EndingsWait::EndingsWait()
 {
     sigset_t all;
@@ -82,9 +78,7 @@ EndingsWait::~EndingsWait() { sigprocmask(SIG_SETMASK, &m_before, nullptr); }
 
 Unfinished::Unfinished(const std::string& path)
 {
-    const std::filesystem::path whole = path;
-    store(folder, whole.has_parent_path() ? whole.parent_path().string() : ".");
-    store(beginning, whole.filename().string());
+    folder[path.copy(folder.data(), folder.size() - 1)] = '\0';
     std::atomic_signal_fence(std::memory_order_release);
     there = 1;
     handleEndings();

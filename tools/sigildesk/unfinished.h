@@ -11,6 +11,9 @@
 
 namespace host {
 
+/** Removes all files of an open folder, with calls that the handler of a signal may make. */
+void removeFilesIn(int directory);
+
 /** Lets such a signal wait for as long as the object is there. */
 class EndingsWait {
 public:
@@ -23,12 +26,11 @@ private:
     sigset_t m_before{};
 };
 
-/** Files on their way, until the object goes: SIGINT, SIGTERM, SIGHUP and SIGQUIT remove them before they end the process.
- *  One at a time. */
+/** A folder with files on their way, until the object goes: SIGINT, SIGTERM, SIGHUP and SIGQUIT remove it before they end the
+ *  process. One at a time. */
 class Unfinished {
 public:
-    /** @param path  of the file; whatever stands beside it under a longer name goes too, since a toolkit that writes the
-     *               file does so under a name of its own first */
+    /** @param path  of the folder, in which there are only files */
     explicit Unfinished(const std::string& path);
     ~Unfinished();
     Unfinished(const Unfinished&) = delete;

@@ -24,14 +24,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/** A sanitizer makes each of the thousand runs ten times as long: there each misfortune befalls every third call, beginning
- *  with another one each time. */
-#ifdef __SANITIZE_ADDRESS__
-constexpr int stride = 3;
-#else
-constexpr int stride = 1;
-#endif
-
 constexpr char password[] = "sample1234!";
 constexpr char newPassword[] = "renewed5678?";
 

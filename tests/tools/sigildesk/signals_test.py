@@ -35,8 +35,8 @@ class SignalsTest(CommandTest):
         for number in ENDINGS:
             terminal = Terminal(self, "sign", "0", self.text, "--out", self.folder / "text.p7m")
             terminal.wait_for(": ")
-            # A toolkit that writes the file has another one beside it, under a longer name; strangers stay.
-            (self.folder / (self.only_file() + ".more")).write_text("")
+            # The file is written in a folder of its own, with what a toolkit that writes it has beside it; strangers stay.
+            (self.folder / self.only_file() / "more").write_text("")
             (self.folder / "text.p7m.other").write_text("")
             terminal.process.send_signal(number)
             self.assertEqual(terminal.end()[0], -number)
