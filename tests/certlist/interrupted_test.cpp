@@ -170,6 +170,8 @@ protected:
         std::printf("killed before each of %d calls, and each of them failed in four ways\n", whole.calls);
     }
 
+    void copyOverAnOlderPair(const std::function<int(char* disk)>& copyTo);
+
     static std::unique_ptr<SampleStore> sample;
     TemporaryFolder home, place;
     sigil::Environment machine = sigil::environment();
@@ -180,13 +182,14 @@ protected:
 
 std::unique_ptr<SampleStore> Interrupted::sample;
 
-TEST_F(Interrupted, CopyOverAnOlderPair)
+/** @param copyTo  copies the first certificate with both pairs to a disk */
+void Interrupted::copyOverAnOlderPair(const std::function<int(char* disk)>& copyTo)
 {
     const int index = withBothPairs[0];
     const Pairs old = pairsOf(withBothPairs[1]);
     const Pairs fresh = pairsOf(index);
     std::string disk = place.path("d"); // names with backslashes begin with its name
-    const auto copy = [&] { return CLP_CopySelCertToDISK(clp.get(), 1, index, 2, disk.data(), password); };
+    const auto copy = [&] { return copyTo(disk.data()); };
     ASSERT_EQ(copy(), 0);
     std::array<Pair, 2> names;
     for (const auto& [name, bytes] : filesIn(place.path())) {
@@ -223,6 +226,28 @@ TEST_F(Interrupted, CopyOverAnOlderPair)
         EXPECT_EQ(states(), allNew);
         EXPECT_EQ(filesIn(place.path()).size(), 4u);
     });
+}
+
+TEST_F(Interrupted, CopyOverAnOlderPair)
+{
+    copyOverAnOlderPair(
+        [&](char* disk) { return CLP_CopySelCertToDISK(clp.get(), 1, withBothPairs[0], 2, disk, password); });
+}
+
+TEST_F(Interrupted, CopyOfGivenPairsOverAnOlderPair)
+{
+    Pairs pairs = pairsOf(withBothPairs[0]);
+    char *key = nullptr, *kmKey = nullptr;
+    int keyLength = 0, kmKeyLength = 0;
+    ASSERT_EQ(CLP_DecryptPriKey(clp.get(), withBothPairs[0], password, &key, &keyLength, &kmKey, &kmKeyLength), 0);
+    std::string& cert = pairs[signPair].certificate;
+    std::string& kmCert = pairs[kmPair].certificate;
+    ASSERT_EQ(CLP_CopyforSetData(clp.get(), cert.data(), static_cast<int>(cert.size()), key, keyLength,
+                  kmCert.data(), static_cast<int>(kmCert.size()), kmKey, kmKeyLength),
+        0);
+    CLP_MemFree(clp.get(), reinterpret_cast<void**>(&key));
+    CLP_MemFree(clp.get(), reinterpret_cast<void**>(&kmKey));
+    copyOverAnOlderPair([&](char* disk) { return CLP_CopyCertToDISK(clp.get(), 2, disk, password); });
 }
 
 TEST_F(Interrupted, FailedCopyBringsTheOlderPairBack)
