@@ -371,6 +371,23 @@ TEST_P(Memory, OfAContext)
     sweep(makeContext, 0.4);
 }
 
+/** OpenSSL registers algorithms when the first is looked for, and would never again look for those that it lacked memory for. */
+TEST_P(Memory, LeavesNoAlgorithmOut)
+{
+    const auto hash = function<void*, int, BINSTR*, BINSTR*>("CRYPT_Hash");
+    const auto random = function<void*, int>("CRYPT_GenKeyAndIV");
+    ByteString data(toolkit, "data");
+    for (const long at : {10L, 200L, 1000L, 3000L, 6000L}) {
+        const ToolkitLibrary fresh(GetParam());
+        ByteString digest(fresh);
+        allocations = {0, at, Shortage::Once};
+        const int first = hash(fresh.context(), SIGIL_TK_HASH_SHA256, data.get(), digest.get());
+        allocations.shortage = Shortage::Never;
+        EXPECT_EQ(first, SIGIL_TK_NO_MEMORY) << "allocation " << at;
+        EXPECT_EQ(random(fresh.context(), SIGIL_TK_CIPHER_SEED), 0) << "allocation " << at;
+    }
+}
+
 TEST_P(Memory, TheTextOfAFailureNeedsNone)
 {
     ByteString garbage(toolkit, "garbage");

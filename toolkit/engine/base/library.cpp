@@ -5,7 +5,12 @@
 
 #include "toolkit/engine/base/error.h"
 
+#include <openssl/decoder.h>
+#include <openssl/encoder.h>
+#include <openssl/kdf.h>
 #include <openssl/rand.h>
+
+#include <new>
 
 namespace toolkit {
 
@@ -21,16 +26,60 @@ OSSL_PROVIDER* provider(OSSL_LIB_CTX* context, const char* name)
     return loaded;
 }
 
+template <class Method>
+void ignore(Method*, void*)
+{
+}
+
+/** OpenSSL registers the methods of a kind when one of them is looked for, and never again: one for which memory was short
+ *  would be missing for as long as the context is there. Throws std::bad_alloc. */
+void registerMethods(OSSL_LIB_CTX* context)
+{
+    EVP_CIPHER_do_all_provided(context, ignore, nullptr);
+    EVP_MD_do_all_provided(context, ignore, nullptr);
+    EVP_MAC_do_all_provided(context, ignore, nullptr);
+    EVP_KDF_do_all_provided(context, ignore, nullptr);
+    EVP_RAND_do_all_provided(context, ignore, nullptr);
+    EVP_KEYMGMT_do_all_provided(context, ignore, nullptr);
+    EVP_KEYEXCH_do_all_provided(context, ignore, nullptr);
+    EVP_SIGNATURE_do_all_provided(context, ignore, nullptr);
+    EVP_ASYM_CIPHER_do_all_provided(context, ignore, nullptr);
+    OSSL_DECODER_do_all_provided(context, ignore, nullptr);
+    OSSL_ENCODER_do_all_provided(context, ignore, nullptr);
+    requireMemory();
+}
+
 } // namespace
 
-Library::Library()
-    : m_context(OSSL_LIB_CTX_new())
-    , m_reading(OSSL_LIB_CTX_new())
+Library::Algorithms::Algorithms()
+    : context(OSSL_LIB_CTX_new())
 {
-    require(m_context && m_reading, SIGIL_TK_NO_MEMORY);
-    m_default.reset(provider(context(), "default"));
-    m_legacy.reset(provider(context(), "legacy"));
+    require(context != nullptr, SIGIL_TK_NO_MEMORY);
+    standard.reset(provider(context.get(), "default"));
+    legacy.reset(provider(context.get(), "legacy"));
+}
+
+Library::Library()
+    : m_reading(OSSL_LIB_CTX_new())
+{
+    require(m_reading != nullptr, SIGIL_TK_NO_MEMORY);
     m_none.reset(provider(readingContext(), "null"));
+}
+
+OSSL_LIB_CTX* Library::context() const
+{
+    if (m_areRegistered)
+        return m_algorithms->context.get();
+    if (!m_algorithms)
+        m_algorithms.emplace();
+    try {
+        registerMethods(m_algorithms->context.get());
+    } catch (const std::bad_alloc&) {
+        m_algorithms.reset();
+        throw;
+    }
+    m_areRegistered = true;
+    return m_algorithms->context.get();
 }
 
 CipherHandle Library::cipher(const char* name) const

@@ -12,6 +12,8 @@
 #include <openssl/types.h>
 
 #include <array>
+#include <optional>
+#include <utility>
 
 namespace toolkit {
 
@@ -22,7 +24,8 @@ public:
     /** Throws SIGIL_TK_NO_PROVIDER. */
     Library();
 
-    OSSL_LIB_CTX* context() const { return m_context.get(); }
+    /** With all of its algorithms. Throws std::bad_alloc rather than to give one that lacks some. */
+    OSSL_LIB_CTX* context() const;
     /** A context without algorithms. A certificate parsed in it keeps its key as bytes: OpenSSL's search for the key's decoder
      *  costs more than the rest of the certificate. */
     OSSL_LIB_CTX* readingContext() const { return m_reading.get(); }
@@ -33,11 +36,20 @@ public:
     std::array<unsigned char, 16> nonce() const;
 
 private:
-    Handle<OSSL_LIB_CTX, OSSL_LIB_CTX_free> m_context;
-    Handle<OSSL_LIB_CTX, OSSL_LIB_CTX_free> m_reading;
-    Handle<OSSL_PROVIDER, OSSL_PROVIDER_unload> m_default;
-    Handle<OSSL_PROVIDER, OSSL_PROVIDER_unload> m_legacy;
-    Handle<OSSL_PROVIDER, OSSL_PROVIDER_unload> m_none;
+    using ContextHandle = Handle<OSSL_LIB_CTX, OSSL_LIB_CTX_free>;
+    using ProviderHandle = Handle<OSSL_PROVIDER, OSSL_PROVIDER_unload>;
+
+    struct Algorithms {
+        Algorithms();
+        ContextHandle context;
+        ProviderHandle standard;
+        ProviderHandle legacy;
+    };
+
+    mutable std::optional<Algorithms> m_algorithms{std::in_place};
+    mutable bool m_areRegistered = false;
+    ContextHandle m_reading;
+    ProviderHandle m_none;
 };
 
 } // namespace toolkit
