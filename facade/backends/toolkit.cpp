@@ -6,6 +6,7 @@
 #include "foundation/secret.h"
 #include "foundation/text_field.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
 
@@ -25,9 +26,10 @@ int Toolkit<Traits>::Init(char* folder)
     char path[pathCapacity] = {};
     // A path that is too long is cut, and the cut path is what is opened.
     static_cast<void>(std::snprintf(path, sizeof path - 1, "%s/%s", folder, Traits.libraryFile));
+    errno = 0;
     m_library.reset(dlopen(path, RTLD_LAZY));
     if (!m_library)
-        return Traits.notLoaded;
+        return errno == ENOMEM ? SIGIL_NO_MEMORY : Traits.notLoaded;
     return callWithoutContext(Traits.init, {}, &m_pContext, folder);
 }
 

@@ -28,6 +28,12 @@ bool lacksMemory = false; // for a stream
 
 fs::path unreadableFile; // as on a broken disk
 
+TEST_F(Start, ToolkitThatLacksMemoryIsNotSaidToRefuse)
+{
+    doubles::answer("HVTK_API_Init", 3002);
+    EXPECT_EQ(CLP_Initalize(&clp, nullptr, 0, 1, Text(library.string())), 1000);
+}
+
 TEST_F(Start, NullHandleVariableAndNullFolder)
 {
     EXPECT_EQ(CLP_Initalize(nullptr, nullptr, 0, 1, Text("x")), 1001);
