@@ -36,6 +36,7 @@ REFUSED = {
     "package-check": ["one", "--bild"],
     "nightly": ["one", "--fuzz=long"],
     "tidy": ["no-such-folder", "--commits=many"],
+    "torture": ["many", "0", "1=no-seed"],
 }
 
 

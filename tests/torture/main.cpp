@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
+#include "tests/torture/sessions.h"
+
+#include "foundation/code_table.h"
+
+#include <sigildesk/codes.h>
+
+#include <algorithm>
+#include <string_view>
+
+bool torture::isStated(int code)
+{
+    const auto rows = sigil::codeRows();
+    const auto row =
+        std::find_if(rows.begin(), rows.end(), [=](const sigil::CodeRow& r) { return r.code == code; });
+    return row != rows.end() && !std::string_view(row->name).ends_with("_MALFORMED");
+}
+
+int main(int count, char** words)
+{
+    torture::Materials materials;
+    std::vector<torture::MakeSession> sessions;
+    for (const int toolkit : {SIGIL_TOOLKIT_MAKER, SIGIL_TOOLKIT_GPKI})
+        for (const auto make : {torture::facadeSession, torture::listSession})
+            sessions.emplace_back([=, &materials] { return make(materials, toolkit); });
+    return torture::run(count, words, sessions);
+}

@@ -1,0 +1,26 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
+/** @file
+ *  Sessions of the layers.
+ */
+#pragma once
+
+#include "tests/torture/materials.h"
+#include "tests/torture/torture.h"
+
+namespace torture {
+
+/** The façade on a toolkit: certificates, keys, messages, PKCS#12, identity, files. */
+Session facadeSession(Materials& materials, int toolkit);
+/** The certificate list: listing, unlocking, a certificate from memory. */
+Session listSession(Materials& materials, int toolkit);
+
+/** Has the layers work on the store and leave the machine alone. */
+void useStore(const Materials& materials);
+/** What sessions of the list may answer. */
+const Codes& listCodes();
+/** Whether a result has words, and does not call anything damaged. */
+bool isStated(int code);
+
+} // namespace torture

@@ -1,0 +1,504 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
+#include "tests/torture/torture.h"
+
+#include "tests/torture/events.h"
+#include "tests/torture/live_blocks.h"
+
+#include <dlfcn.h>
+#include <execinfo.h>
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <ucontext.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <new>
+#include <optional>
+
+namespace torture {
+namespace {
+
+namespace fs = std::filesystem;
+
+/** One event of one step that fails. */
+struct Choice {
+    std::size_t step = 0;
+    Fault fault;
+};
+
+/** What a process tells of the session that it ran. Lies in memory that its parent shares. */
+struct Outcome {
+    static constexpr std::size_t mostSteps = 100;
+    std::array<int, mostSteps> codes;
+    std::array<Counts, mostSteps> events; ///< of the steps, where nothing fails
+    std::array<long, mostSteps> before;   ///< blocks of memory that the project's own code holds before each step
+    std::size_t done;
+    bool finished;
+    long after;          ///< blocks at the end
+    int descriptors;     ///< that are open
+    bool openSslLacked;  ///< the fault befell OpenSSL's own allocation
+    bool openSslCrashed; ///< in its own code
+};
+
+/** What the processes of a run count together. */
+struct Tally {
+    long faults;
+    long findings;
+    long ofOpenSsl; ///< what it does after it lacked memory that no caller can make good
+};
+
+template <class T>
+T* shared()
+{
+    void* const memory = mmap(nullptr, sizeof(T), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+    return memory == MAP_FAILED ? throw std::bad_alloc() : new (memory) T{};
+}
+
+std::FILE* report = stdout; ///< what the sessions print is lost
+
+/** Runs @p work in a process of its own. @return how that ended, as waitpid() tells it */
+int inChild(const std::function<void()>& work)
+{
+    std::fflush(report);
+    const pid_t process = fork();
+    if (process == 0) {
+        work();
+        std::fflush(report);
+        _exit(0);
+    }
+    int status = 0;
+    while (waitpid(process, &status, 0) < 0 && errno == EINTR) { }
+    return status;
+}
+
+int openDescriptors()
+{
+    constexpr int most = 256;
+    int count = 0;
+    for (int descriptor = 0; descriptor < most; ++descriptor)
+        count += fcntl(descriptor, F_GETFD) >= 0 ? 1 : 0;
+    return count;
+}
+
+void printStack()
+{
+    std::array<void*, 60> frames{};
+    std::fflush(report);
+    backtrace_symbols_fd(frames.data(), backtrace(frames.data(), frames.size()), fileno(report));
+}
+
+bool inOpenSsl(const void* address)
+{
+    Dl_info info{};
+    return address && dladdr(address, &info) != 0 && std::strstr(info.dli_fname, "libcrypto");
+}
+
+Outcome* outcomeOfChild = nullptr;
+bool tellsStacks = false;
+
+void onFaultMet(const void* site)
+{
+    outcomeOfChild->openSslLacked = inOpenSsl(site);
+    if (!tellsStacks)
+        return;
+    std::fprintf(report, "the fault is in\n");
+    printStack();
+}
+
+void onCrash(int number, siginfo_t*, void* context)
+{
+    stopWatching();
+    const auto at = static_cast<std::uintptr_t>(static_cast<ucontext_t*>(context)->uc_mcontext.gregs[REG_RIP]);
+    outcomeOfChild->openSslCrashed =
+        inOpenSsl(reinterpret_cast<const void*>(at)); // NOLINT(performance-no-int-to-ptr)
+    if (tellsStacks) {
+        std::fprintf(report, "%s in\n", strsignal(number));
+        printStack();
+    }
+    std::signal(number, SIG_DFL);
+    static_cast<void>(raise(number));
+}
+
+/** Looks where the fault and a crash, which may have used up its stack, happen. */
+void lookWhere(Outcome& outcome, bool tells)
+{
+    static std::array<char, 65536> room;
+    outcomeOfChild = &outcome;
+    outcome.openSslLacked = outcome.openSslCrashed = false;
+    tellsStacks = tells;
+    onFault = onFaultMet;
+    const stack_t stack{room.data(), 0, room.size()};
+    sigaltstack(&stack, nullptr);
+    struct sigaction action { };
+    action.sa_sigaction = onCrash;
+    action.sa_flags = static_cast<int>(SA_ONSTACK | SA_NODEFER | SA_SIGINFO);
+    for (const int number : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT})
+        sigaction(number, &action, nullptr);
+    if (tells)
+        printStack(); // loads what it needs before memory runs out
+}
+
+/** The folder of a session as it was before a step. */
+class Snapshot {
+public:
+    explicit Snapshot(std::string folder)
+        : m_folder(std::move(folder))
+    {
+    }
+    ~Snapshot() { fs::remove_all(kept()); }
+    Snapshot(const Snapshot&) = delete;
+    Snapshot& operator=(const Snapshot&) = delete;
+
+    void take() const { copy(m_folder, kept()); }
+    void bringBack() const { copy(kept(), m_folder); }
+
+private:
+    std::string kept() const { return m_folder.empty() ? std::string() : m_folder + ".kept"; }
+    static void copy(const std::string& from, const std::string& to)
+    {
+        if (from.empty())
+            return;
+        fs::remove_all(to);
+        fs::copy(from, to, fs::copy_options::recursive | fs::copy_options::copy_symlinks);
+    }
+
+    std::string m_folder;
+};
+
+struct Options {
+    long faults = 0;
+    long seconds = 0;
+    std::uint64_t seed = 0;
+    std::string onlySession;
+    std::optional<Choice> only;
+};
+
+std::string nameOf(const std::string& session, const Choice& choice)
+{
+    return session + ":" + std::to_string(choice.step) + ":" +
+        kindNames[static_cast<std::size_t>(choice.fault.kind)] + ":" + std::to_string(choice.fault.number) +
+        (choice.fault.lasting ? ":lasting" : ":once");
+}
+
+/** A part of all faults, each of which has its place between 0 and 1. */
+struct Share {
+    double from;
+    double to;
+};
+
+/** A session under its faults. */
+class Run {
+public:
+    Run(MakeSession make, const Options& options, Tally& tally)
+        : m_make(std::move(make))
+        , m_options(options)
+        , m_tally(tally)
+        , m_outcome(*shared<Outcome>())
+    {
+        const int status = inChild([this] {
+            begin();
+            runSteps(0, nullptr);
+            print();
+        });
+        m_expected = m_outcome;
+        if (status != 0 || !m_expected.finished)
+            throw std::runtime_error("a session fails without a fault");
+    }
+
+    long faults() const
+    {
+        long all = 0;
+        for (const Counts& events : m_expected.events)
+            for (const long count : events)
+                all += 2 * count;
+        return all;
+    }
+
+    void run(const Share& share)
+    {
+        const int status = inChild([&] {
+            begin();
+            if (m_options.only && m_options.onlySession != m_session.name)
+                return;
+            const Snapshot snapshot(m_session.folder);
+            for (std::size_t step = 0; step < m_session.steps.size(); ++step) {
+                snapshot.take();
+                for (const Choice& choice : choices(step, share)) {
+                    meet(choice);
+                    snapshot.bringBack();
+                }
+                runStep(step);
+            }
+        });
+        if (status != 0) {
+            std::fprintf(report, "FOUND a run that ended with %d\n", status);
+            ++m_tally.findings;
+        }
+    }
+
+private:
+    void begin()
+    {
+        findOwnCode();
+        m_session = m_make();
+    }
+
+    void print() const
+    {
+        Counts all{};
+        for (const Counts& events : m_outcome.events)
+            for (std::size_t kind = 0; kind < all.size(); ++kind)
+                all[kind] += events[kind];
+        std::fprintf(report, "%s: %zu steps; events:", m_session.name.c_str(), m_session.steps.size());
+        for (std::size_t kind = 0; kind < all.size(); ++kind)
+            std::fprintf(report, " %s %ld", kindNames[kind], all[kind]);
+        std::fprintf(report, "\n");
+        for (std::size_t step = 0; m_options.only && step < m_session.steps.size(); ++step)
+            std::fprintf(report, "   %zu %s: %d, %ld of memory\n", step, m_session.steps[step].name.c_str(),
+                m_outcome.codes[step], m_outcome.events[step][0]);
+    }
+
+    void runStep(std::size_t step) { m_outcome.codes[step] = m_session.steps[step].run(); }
+
+    /** The steps from @p first on; the first of them meets the fault. */
+    void runSteps(std::size_t first, const Fault* fault)
+    {
+        constexpr unsigned longest = 60;
+        alarm(longest);
+        if (fault)
+            watch(*fault);
+        for (std::size_t step = first; step < m_session.steps.size(); ++step) {
+            m_outcome.before[step] = liveBlocks();
+            if (!fault)
+                watch({});
+            runStep(step);
+            if (!fault)
+                m_outcome.events[step] = stopWatching();
+            ++m_outcome.done;
+        }
+        stopWatching();
+        m_outcome.after = liveBlocks();
+        m_outcome.descriptors = openDescriptors();
+        m_outcome.finished = true;
+    }
+
+    std::uint64_t mixed(const Choice& choice) const
+    {
+        std::uint64_t mix = m_options.seed;
+        for (const std::uint64_t value : {std::uint64_t{std::hash<std::string>()(m_session.name)},
+                 std::uint64_t{choice.step}, static_cast<std::uint64_t>(choice.fault.kind),
+                 static_cast<std::uint64_t>(choice.fault.number), std::uint64_t{choice.fault.lasting}}) {
+            mix = (mix ^ value) + 0x9E3779B97F4A7C15;
+            mix = (mix ^ mix >> 30) * 0xBF58476D1CE4E5B9;
+            mix = (mix ^ mix >> 27) * 0x94D049BB133111EB;
+            mix ^= mix >> 31;
+        }
+        return mix;
+    }
+    bool isIn(const Share& share, const Choice& choice) const
+    {
+        const double place = static_cast<double>(mixed(choice) >> 11) * 0x1p-53;
+        return place >= share.from && place < share.to;
+    }
+
+    std::vector<Choice> choices(std::size_t step, const Share& share) const
+    {
+        constexpr std::array errors{ENOSPC, EIO, EACCES, EMFILE, ETIMEDOUT};
+        std::vector<Choice> chosen;
+        const auto consider = [&](Choice choice) {
+            const bool is =
+                m_options.only ? nameOf("", choice) == nameOf("", *m_options.only) : isIn(share, choice);
+            choice.fault.error = errors.at(mixed(choice) % errors.size());
+            if (is)
+                chosen.push_back(choice);
+        };
+        for (std::size_t kind = 0; kind < kindNames.size(); ++kind)
+            for (long number = 0; number < m_expected.events[step][kind]; ++number)
+                for (const bool lasting : {false, true})
+                    consider({step, {static_cast<Kind>(kind), number, lasting}});
+        return chosen;
+    }
+
+    void meet(const Choice& choice)
+    {
+        m_outcome.finished = false;
+        m_outcome.done = choice.step;
+        const int status = inChild([&] {
+            lookWhere(m_outcome, m_options.only.has_value());
+            runSteps(choice.step, &choice.fault);
+        });
+        ++m_tally.faults;
+        const std::string what = symptom(choice, status);
+        if (m_options.only)
+            for (std::size_t step = choice.step; step < m_outcome.done; ++step)
+                std::fprintf(report, "   %s: %d\n", m_session.steps[step].name.c_str(), m_outcome.codes[step]);
+        if (what.empty())
+            return;
+        const bool isOpenSsls = m_outcome.openSslLacked && (m_outcome.openSslCrashed || failsLater(choice));
+        ++(isOpenSsls ? m_tally.ofOpenSsl : m_tally.findings);
+        std::fprintf(report, isOpenSsls ? "OpenSSL: %s   --only %s\n" : "FOUND %s   --only %s\n", what.c_str(),
+            nameOf(m_session.name, choice).c_str());
+    }
+
+    std::string symptom(const Choice& choice, int status) const
+    {
+        const std::string last =
+            m_outcome.done < m_session.steps.size() ? m_session.steps[m_outcome.done].name : "the end";
+        if (WIFSIGNALED(status))
+            return last + (WTERMSIG(status) == SIGALRM ? " hangs" : " crashes: ") + strsignal(WTERMSIG(status));
+        if (!m_outcome.finished)
+            return last + " ends the process with " + std::to_string(WEXITSTATUS(status));
+        if (std::string code = wrongCode(choice); !code.empty())
+            return code;
+        const long kept = m_outcome.after - m_outcome.before[choice.step];
+        if (const long more = kept - (m_expected.after - m_expected.before[choice.step]); more > 0)
+            return "memory is kept: " + std::to_string(more) + " blocks";
+        if (m_outcome.descriptors > m_expected.descriptors)
+            return "a file stays open";
+        return {};
+    }
+
+    /** Whether a code is wrong, and not that of the step that meets the fault: OpenSSL keeps in what it makes once for the
+     *  process that memory was short. */
+    bool failsLater(const Choice& choice) const
+    {
+        const int code = m_outcome.codes[choice.step];
+        return m_outcome.finished && !wrongCode(choice).empty() &&
+            (code == m_expected.codes[choice.step] || mayAnswer(choice.fault.kind, code, false));
+    }
+
+    std::string wrongCode(const Choice& choice) const
+    {
+        bool failed = false;
+        for (std::size_t step = choice.step; step < m_session.steps.size(); ++step) {
+            const int code = m_outcome.codes[step];
+            if (code == m_expected.codes[step])
+                continue;
+            if (!mayAnswer(choice.fault.kind, code, failed))
+                return m_session.steps[step].name + " answers " + std::to_string(code);
+            failed = true;
+        }
+        return {};
+    }
+    bool mayAnswer(Kind kind, int code, bool failedBefore) const
+    {
+        const Codes& codes = m_session.codes;
+        return codes.shortage.count(code) > 0 || (failedBefore && codes.consequences.count(code) > 0) ||
+            (kind == Kind::Toolkit && code == toolkitFailure) || (kind != Kind::Memory && codes.stated(code));
+    }
+
+    MakeSession m_make;
+    const Options& m_options;
+    Tally& m_tally;
+    Outcome& m_outcome;
+    Outcome m_expected;
+    Session m_session;
+};
+
+/** Year, month and day: others tomorrow, the same all day long. */
+std::uint64_t seedOfToday()
+{
+    const std::time_t now = std::time(nullptr);
+    std::tm day{};
+    gmtime_r(&now, &day);
+    std::array<char, 16> text{};
+    std::strftime(text.data(), text.size(), "%Y%m%d", &day);
+    return std::stoull(text.data());
+}
+
+/** SESSION:STEP:KIND:NUMBER:once|lasting */
+void readOnly(std::string text, Options& options)
+{
+    std::vector<std::string> parts;
+    for (std::size_t end = 0; (end = text.find(':')) != text.npos; text.erase(0, end + 1))
+        parts.push_back(text.substr(0, end));
+    const auto* const kind = std::find(kindNames.begin(), kindNames.end(), parts.at(2));
+    options.onlySession = parts.at(0);
+    options.only = Choice{std::stoul(parts.at(1)),
+        {static_cast<Kind>(kind - kindNames.begin()), std::stol(parts.at(3)), text == "lasting"}};
+}
+
+Options read(int count, char** words)
+{
+    Options options;
+    options.seed = seedOfToday();
+    const std::map<std::string, std::function<void(const std::string&)>> known{
+        {"--faults", [&](const std::string& value) { options.faults = std::stol(value); }},
+        {"--seconds", [&](const std::string& value) { options.seconds = std::stol(value); }},
+        {"--seed", [&](const std::string& value) { options.seed = std::stoull(value); }},
+        {"--only", [&](const std::string& value) { readOnly(value, options); }},
+    };
+    for (int i = 1; i < count; i += 2)
+        known.at(words[i])(i + 1 < count ? words[i + 1] : "");
+    return options;
+}
+
+void loseOutput()
+{
+    report = fdopen(dup(STDOUT_FILENO), "w");
+    const int nothing = open("/dev/null", O_RDWR);
+    for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        dup2(nothing, descriptor);
+    close(nothing);
+}
+
+/** Goes through all sessions several times, so that a run that is out of time has tried something of each of their steps. */
+int torture(const Options& options, const std::vector<MakeSession>& sessions)
+{
+    constexpr int rounds = 10;
+    Tally& tally = *shared<Tally>();
+    const auto start = std::chrono::steady_clock::now();
+    const auto seconds = [&] {
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    };
+    std::vector<std::unique_ptr<Run>> runs;
+    long all = 0;
+    for (const MakeSession& make : sessions)
+        all += runs.emplace_back(std::make_unique<Run>(make, options, tally))->faults();
+    const double share =
+        options.faults > 0 ? std::min(1.0, static_cast<double>(options.faults) / static_cast<double>(all)) : 1;
+    for (int round = 0; round < (options.only ? 1 : rounds); ++round)
+        for (const auto& run : runs)
+            if (options.seconds == 0 || seconds() < static_cast<double>(options.seconds))
+                run->run({share * round / rounds, share * (round + 1) / rounds});
+    std::fprintf(report, "%ld faults of %ld, %ld findings, %ld of OpenSSL, %.0f seconds, seed %llu\n", tally.faults,
+        all, tally.findings, tally.ofOpenSsl, seconds(), static_cast<unsigned long long>(options.seed));
+    return tally.findings == 0 ? 0 : 1;
+}
+
+} // namespace
+
+int run(int count, char** words, const std::vector<MakeSession>& sessions)
+{
+    constexpr rlimit noCore{0, 0};
+    setrlimit(RLIMIT_CORE, &noCore);
+    try {
+        const Options options = read(count, words);
+        loseOutput();
+        const int code = torture(options, sessions);
+        std::fflush(report);
+        return code;
+    } catch (const std::exception& error) {
+        std::fprintf(report, "%s\n", error.what());
+        std::fflush(report);
+        return 2;
+    }
+}
+
+} // namespace torture

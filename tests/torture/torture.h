@@ -1,0 +1,46 @@
+// SPDX-FileCopyrightText: The SigilDesk authors
+// SPDX-License-Identifier: LicenseRef-SigilDesk
+
+/** @file
+ *  Sessions of which every event fails in a process of its own. A session is run once to count its events. Then a process
+ *  goes through it step by step and forks before each step, once for every fault that is chosen in it: the child meets
+ *  the fault and goes on to the end of the session, the parent goes on without.
+ */
+#pragma once
+
+#include <functional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace torture {
+
+/** A call, as a host makes it. */
+struct Step {
+    std::string name;
+    std::function<int()> run; ///< answers the call's code
+};
+
+/** Codes that a step may answer in place of its own. */
+struct Codes {
+    std::set<int> shortage{};          ///< memory ran out
+    std::set<int> consequences{};      ///< a step before it failed: no handle, nothing loaded
+    std::function<bool(int)> stated{}; ///< another event than one of memory failed
+};
+
+struct Session {
+    std::string name;
+    std::vector<Step> steps; ///< from the first call to the last, which gives everything back
+    Codes codes;
+    std::string folder; ///< what it works on, which is as it was before for every fault
+};
+
+/** What makes a session, in the process that runs it. */
+using MakeSession = std::function<Session()>;
+
+/** The program: `[--faults N] [--seconds S] [--seed SEED] [--only SESSION:STEP:KIND:NUMBER:once|lasting]`. N faults are taken
+ *  out of all, every one for 0; no more are begun after S seconds.
+ *  @return its exit code: 1 when something was found, 2 after wrong use */
+int run(int count, char** words, const std::vector<MakeSession>& sessions);
+
+} // namespace torture
