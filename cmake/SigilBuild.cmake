@@ -60,6 +60,15 @@ if(SIGILDESK_SANITIZE)
         -fsanitize=${SIGILDESK_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all -g1 -O0)
     target_link_options(sigil_flags INTERFACE -fsanitize=${SIGILDESK_SANITIZE})
 endif()
+# It takes for unwritten what the C++ library's own code writes: so none of the strings' functions is left there.
+if(SIGILDESK_SANITIZE MATCHES memory)
+    target_compile_definitions(sigil_flags INTERFACE _GLIBCXX_EXTERN_TEMPLATE=0)
+endif()
+# It knows which calls are right when it sees the whole program.
+if(SIGILDESK_SANITIZE MATCHES cfi)
+    target_compile_options(sigil_flags INTERFACE -flto=thin -fno-sanitize-trap=cfi)
+    target_link_options(sigil_flags INTERFACE -flto=thin -fuse-ld=lld -fno-sanitize-trap=cfi)
+endif()
 
 # The fuzzer learns from the code under test, so the layers are instrumented too, not only the targets. Its runtime is in
 # the programs, where the libraries find it when they are loaded.

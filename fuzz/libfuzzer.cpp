@@ -16,10 +16,8 @@ extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
     constexpr std::string_view option = "--target=";
     for (int i = 1; i < *argc; ++i) {
         const std::string_view argument = (*argv)[i];
-        const auto named = argument.starts_with(option) ? fuzz::targets().find(argument.substr(option.size()))
-                                                        : fuzz::targets().end();
-        if (named != fuzz::targets().end())
-            chosen = named->second;
+        if (argument.starts_with(option))
+            chosen = fuzz::targetNamed(argument.substr(option.size()));
     }
     require(chosen != nullptr, "--target=NAME names one of the targets");
     return 0;

@@ -9,26 +9,39 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <functional>
-#include <map>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace fuzz {
 
 using Input = std::span<const std::uint8_t>;
 using Run = void (*)(Input input);
 
-/** The targets of this program by their names. */
-inline std::map<std::string, Run, std::less<>>& targets()
+struct Target {
+    std::string name;
+    Run run;
+};
+
+/** The targets of this program. */
+inline std::vector<Target>& targets()
 {
-    static std::map<std::string, Run, std::less<>> all;
+    static std::vector<Target> all;
     return all;
 }
 
-struct Target {
-    Target(const char* name, Run run) { targets().emplace(name, run); }
+/** Null for a name that none has. */
+inline Run targetNamed(std::string_view name)
+{
+    for (const Target& target : targets())
+        if (target.name == name)
+            return target.run;
+    return nullptr;
+}
+
+struct Addition {
+    Addition(const char* name, Run run) { targets().push_back({name, run}); }
 };
 
 inline std::string text(Input input) { return {input.begin(), input.end()}; }
@@ -47,7 +60,7 @@ void fill(Record& record, Input input)
 /** A target: its name is that of its folder of seeds below fuzz/corpus, and the body that follows runs with each input. */
 #define FUZZ_TARGET(name, input)                                                                                   \
     static void name(fuzz::Input input);                                                                           \
-    static const fuzz::Target name##Target(#name, name);                                                           \
+    static const fuzz::Addition name##Target(#name, name);                                                         \
     static void name(fuzz::Input input)
 
 /** A broken promise ends the program, so that the fuzzer keeps the input. */

@@ -39,7 +39,7 @@ void read(View bytes, int depth)
 
 } // namespace
 
-FUZZ_TARGET(toolkit_der, input)
+FUZZ_TARGET(parsers_der, input)
 {
     constexpr int deepest = 8;
     const Bytes bytes = fuzz::der(input);

@@ -18,6 +18,10 @@ FUZZ_TARGET(toolkit_name, input)
         const NameHandle name = nameFromText(text);
         const std::string printed = nameText(name.get());
         require(printed.find('\n') == printed.npos, "a name is one line");
-        fuzz::attempt([&] { require(nameText(nameFromText(printed).get()) == printed, "a printed name stays"); });
+        const auto utf8 = utf8FromCp949(printed); // CP949 that is UTF-8 by chance would be read as that
+        require(utf8.has_value(), "a name is printed as CP949");
+        fuzz::attempt([&] {
+            require(sameName(nameText(nameFromText(*utf8).get()), printed), "a printed name is the same name");
+        });
     });
 }

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The SigilDesk authors
 // SPDX-License-Identifier: LicenseRef-SigilDesk
 
-// Any list of certificates as a path: the first is verified, the last is trusted, the others stand in between.
+// Any text as policies and as a time; and any list of certificates as a path: the first is verified, the last is trusted, the others stand in between.
 
 #include "fuzz/toolkit/input.h"
 #include "toolkit/engine/trust/issuer.h"
@@ -38,6 +38,9 @@ void verify(View list, const std::vector<Certificate>& certificates)
 
 FUZZ_TARGET(toolkit_path, input)
 {
+    for (const std::string& policy : policiesOf(fuzz::text(input)))
+        require(!policy.empty(), "no policy is empty");
+    fuzz::attempt([&] { optionalTime(fuzz::text(input)); });
     const Bytes bytes = fuzz::der(input);
     fuzz::attempt([&] {
         const std::vector<Certificate> certificates = certificatesOf(fuzz::library(), bytes);

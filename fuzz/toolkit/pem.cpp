@@ -5,7 +5,7 @@
 
 #include "fuzz/toolkit/input.h"
 
-FUZZ_TARGET(toolkit_pem, bytes)
+FUZZ_TARGET(parsers_pem, bytes)
 {
     fuzz::attempt([&] { toolkit::pemDecode(bytes); });
     fuzz::attempt([&] {
