@@ -91,8 +91,8 @@ bool isForgeable(CMS_SignerInfo* signer, const Certificate& certificate)
 } // namespace
 
 TimeStampToken::TimeStampToken(const Library& library, View der)
+    : m_cms(parseCms(library, verifiableForm(der, SIGIL_TK_TSP_MALFORMED), SIGIL_TK_TSP_MALFORMED))
 {
-    m_cms = parseCms(library, verifiableForm(der, SIGIL_TK_TSP_MALFORMED), SIGIL_TK_TSP_MALFORMED);
     require(OBJ_obj2nid(CMS_get0_eContentType(m_cms.get())) == NID_id_smime_ct_TSTInfo, SIGIL_TK_TSP_MALFORMED);
     ASN1_OCTET_STRING** const content = CMS_get0_content(m_cms.get());
     require(content && *content, SIGIL_TK_TSP_MALFORMED, "no content");
