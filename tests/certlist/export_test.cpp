@@ -47,6 +47,8 @@ TEST_F(Transfer, ExportFailures)
     doubles::answer("HVTK_PFX_Export", 77);
     EXPECT_EQ(CLP_ExportPFX(clp, 0, Text(goodPassword), Text(path)), 1128);
     EXPECT_EQ(lastLog(), logRecord("CLoadDISK::MakePKCS12()", "ERR_EXPORTCERT", "PFXExport2()", 77));
+    doubles::answer("HVTK_PFX_Export", 3002); // the toolkit lacks memory
+    EXPECT_EQ(CLP_ExportPFX(clp, 0, Text(goodPassword), Text(path)), 1000);
     doubles::answer("HVTK_PFX_Export", 0); // no output
     EXPECT_EQ(CLP_ExportPFX(clp, 0, Text(goodPassword), Text(path)), 1126);
     doubles::answer("HVTK_PFX_ExportMultiPair", 77);

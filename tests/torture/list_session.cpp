@@ -72,9 +72,11 @@ void useStore(const Materials& materials)
 
 const Codes& listCodes()
 {
-    static const Codes codes{{SIGIL_NO_MEMORY, SIGIL_TK_NO_MEMORY},
-        {0, SIGIL_BAD_ARGUMENT, SIGIL_NO_HANDLE, SIGIL_NOT_MEMORY_MEDIUM, SIGIL_NO_CERTIFICATE,
-            SIGIL_NO_DECRYPTED_KEY},
+    // Without its loaders a processor has no handle. A certificate that cannot be read is left out: there may be fewer than
+    // four.
+    static const Codes codes{{SIGIL_NO_MEMORY, SIGIL_TK_NO_MEMORY, SIGIL_NO_HANDLE, 1, 2, 3},
+        {0, SIGIL_BAD_ARGUMENT, SIGIL_NOT_MEMORY_MEDIUM, SIGIL_NO_CERTIFICATE, SIGIL_NO_DECRYPTED_KEY,
+            SIGIL_IDENTITY_MISMATCH},
         isStated};
     return codes;
 }
@@ -94,7 +96,7 @@ Session listSession(Materials& materials, int toolkit)
     add("CLP_SetMediaType",
         [](Inputs& in) { return CLP_SetMediaType(in.list, SIGIL_MEDIUM_HARD_DISK, nullptr, 0); });
     add("CLP_LoadCertList", [](Inputs& in) { return CLP_LoadCertList(in.list); });
-    add("CLP_GetCertCount", [](Inputs& in) { return CLP_GetCertCount(in.list) < 0 ? SIGIL_NO_HANDLE : 0; });
+    add("CLP_GetCertCount", [](Inputs& in) { return CLP_GetCertCount(in.list); });
     add("CLP_GetCertInfo", [](Inputs& in) { return CLP_GetCertInfo(in.list, 0, &in.entry); });
     add("CLP_DecryptPriKey, wrong password", [](Inputs& in) { return unlock(in, wrongPassword); });
     add("CLP_DecryptPriKey", [](Inputs& in) { return unlock(in, password); });

@@ -154,31 +154,31 @@ void lookWhere(Outcome& outcome, bool tells)
         printStack(); // loads what it needs before memory runs out
 }
 
-/** The folder of a session as it was before a step. */
+/** The folder of a session as it was at some time. */
 class Snapshot {
 public:
-    explicit Snapshot(std::string folder)
-        : m_folder(std::move(folder))
+    Snapshot(const std::string& folder, const char* when)
+        : m_folder(folder)
+        , m_kept(folder + when)
     {
+        take();
     }
-    ~Snapshot() { fs::remove_all(kept()); }
+    ~Snapshot() { fs::remove_all(m_kept); }
     Snapshot(const Snapshot&) = delete;
     Snapshot& operator=(const Snapshot&) = delete;
 
-    void take() const { copy(m_folder, kept()); }
-    void bringBack() const { copy(kept(), m_folder); }
+    void take() const { copy(m_folder, m_kept); }
+    void bringBack() const { copy(m_kept, m_folder); }
 
 private:
-    std::string kept() const { return m_folder.empty() ? std::string() : m_folder + ".kept"; }
     static void copy(const std::string& from, const std::string& to)
     {
-        if (from.empty())
-            return;
         fs::remove_all(to);
         fs::copy(from, to, fs::copy_options::recursive | fs::copy_options::copy_symlinks);
     }
 
     std::string m_folder;
+    std::string m_kept;
 };
 
 struct Options {
@@ -213,7 +213,9 @@ public:
     {
         const int status = inChild([this] {
             begin();
+            const Snapshot start(m_session.folder, ".start");
             runSteps(0, nullptr);
+            start.bringBack();
             print();
         });
         m_expected = m_outcome;
@@ -236,7 +238,8 @@ public:
             begin();
             if (m_options.only && m_options.onlySession != m_session.name)
                 return;
-            const Snapshot snapshot(m_session.folder);
+            const Snapshot start(m_session.folder, ".start");
+            const Snapshot snapshot(m_session.folder, ".step");
             for (std::size_t step = 0; step < m_session.steps.size(); ++step) {
                 snapshot.take();
                 for (const Choice& choice : choices(step, share)) {
@@ -245,6 +248,7 @@ public:
                 }
                 runStep(step);
             }
+            start.bringBack();
         });
         if (status != 0) {
             std::fprintf(report, "FOUND a run that ended with %d\n", status);
