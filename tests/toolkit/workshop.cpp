@@ -10,7 +10,11 @@
 
 #include <array>
 #include <cstdlib>
+#include <filesystem>
 #include <sys/wait.h>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
 
 namespace toolkit_test {
 namespace {
@@ -23,6 +27,23 @@ void countRuns(const std::string& command)
     for (const std::string program : programs)
         for (std::size_t at = 0; (at = command.find(program, at)) != command.npos; ++at)
             tally("runs of " + program.substr(0, program.find(" --")));
+}
+
+/** File with the RSA key of 2048 bits of this number. Making one takes longer than all else about a certificate, so all
+ *  workshops of the build tree have the same keys in turn. */
+fs::path sharedKey(int number)
+{
+    const fs::path folder = SIGILDESK_TEST_KEYS;
+    fs::path key = folder / (std::to_string(number) + ".pem");
+    if (fs::exists(key))
+        return key;
+    fs::create_directories(folder);
+    const fs::path made = folder / (std::to_string(number) + "." + std::to_string(getpid()));
+    const std::string make =
+        "openssl genpkey -algorithm RSA -pkeyopt rsa_keygen_bits:2048 -out '" + made.string() + "' 2>/dev/null";
+    EXPECT_EQ(std::system(make.c_str()), 0) << make;
+    fs::rename(made, key); // whole from the start, and another program's is as good
+    return key;
 }
 
 } // namespace
@@ -46,8 +67,13 @@ void Workshop::certificate(const std::string& name, const std::string& subject, 
 {
     write(name + ".cnf",
         "[req]\ndistinguished_name=dn\nstring_mask=utf8only\nutf8=yes\n[dn]\n[ext]\n" + extensions + "\n");
-    run("openssl req -utf8 -new -config " + name + ".cnf -newkey " + keyAlgorithm + " -nodes -keyout " + name +
-        ".key.pem -subj '" + subject + "' -out " + name + ".csr");
+    const std::string key = name + ".key.pem";
+    const bool shared = keyAlgorithm == "rsa:2048";
+    if (shared)
+        fs::copy_file(sharedKey(m_sharedKeys++), path(key), fs::copy_options::overwrite_existing);
+    run("openssl req -utf8 -new -config " + name + ".cnf " +
+        (shared ? "-key " + key : "-newkey " + keyAlgorithm + " -nodes -keyout " + key) + " -subj '" + subject +
+        "' -out " + name + ".csr");
     const std::string signer =
         issuer.empty() ? "-signkey " + name + ".key.pem" : "-CA " + issuer + ".pem -CAkey " + issuer + ".key.pem";
     run("openssl x509 -req -in " + name + ".csr -sha256 " + signer + " -extfile " + name + ".cnf -extensions ext " +

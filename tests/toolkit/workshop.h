@@ -34,6 +34,7 @@ public:
 
 private:
     TemporaryFolder m_folder;
+    mutable int m_sharedKeys = 0; ///< that certificates have taken
 };
 
 /** The random value of the keys that the tests know, as digits. */
