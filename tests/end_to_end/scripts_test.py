@@ -25,6 +25,7 @@ MISSING = {
     "tidy": [["--commits"]],
 }
 REFUSED = {
+    "analyze": ["no-such-step"],
     "abi": ["no-such-build", "--write=no-such-build"],
     "check": ["one"],
     "coverage": ["no-such-layer"],
