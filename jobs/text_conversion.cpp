@@ -3,6 +3,8 @@
 
 #include "jobs/text_conversion.h"
 
+#include <mutex>
+
 namespace host {
 
 namespace {
@@ -18,7 +20,10 @@ std::size_t sizeOfUnknownPair(std::string_view text)
 
 std::string utf8(std::string_view text)
 {
-    thread_local Converter converter("UTF-8", "CP949"); // which keeps a state
+    // For all threads: a host that loads the library while it runs would be ended where memory for a thread's own is short.
+    static std::mutex mutex;
+    static Converter converter("UTF-8", "CP949"); // which keeps a state
+    const std::lock_guard lock(mutex);
     return converter.convert(text, sizeOfUnknownPair);
 }
 
