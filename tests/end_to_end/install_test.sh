@@ -20,8 +20,9 @@ tree=$build
 # more, because the way to its library is part of it.
 if [ $# -gt 3 ]; then
     tree=$scratch/tree
+    joined=$(sed -n 's/^CMAKE_UNITY_BUILD:[^=]*=//p' "$build/CMakeCache.txt") # decides what the objects are called
     cmake -S "$source" -B "$tree" -G Ninja -DBUILD_TESTING=OFF -DCMAKE_INSTALL_PREFIX="$prefix" \
-        -DCMAKE_INSTALL_LIBDIR="$libdir" -DSIGILDESK_SANITIZE="$sanitize" >/dev/null
+        -DCMAKE_INSTALL_LIBDIR="$libdir" -DSIGILDESK_SANITIZE="$sanitize" -DCMAKE_UNITY_BUILD="${joined:-OFF}" >/dev/null
     cp -rl "$build/lib" "$build/bin" "$tree"
     for objects in {foundation,facade,certlist,doctor,jobs}/CMakeFiles tools/sigildesk/CMakeFiles; do
         cp -rlf "$build/$objects/." "$tree/$objects"
