@@ -15,6 +15,8 @@
 
 #include <array>
 #include <cerrno>
+#include <future>
+#include <malloc.h>
 #include <thread>
 
 using namespace toolkit_test;
@@ -51,6 +53,26 @@ TEST_P(Frame, FinishClearsTheContextAndIsHarmlessTwice)
     EXPECT_EQ(context, nullptr);
     EXPECT_EQ(toolkit.bare("API_Finish", &context), 0);
     EXPECT_EQ(toolkit.bare("API_Finish", static_cast<void**>(nullptr)), 0);
+}
+
+TEST_P(Frame, AThreadOutlivesAContextThatItUsed)
+{
+    void* context = nullptr;
+    std::promise<void> used;
+    std::promise<void> gone;
+    std::thread user([&] {
+        ByteString random(toolkit);
+        EXPECT_EQ(toolkit.bare("API_Init", &context, text("")), 0);
+        EXPECT_EQ(toolkit.bare("CRYPT_GenRandom", context, 16, random.get()), 0);
+        used.set_value();
+        gone.get_future().wait();
+    });
+    used.get_future().wait();
+    mallopt(M_PERTURB, 0x55); // whoever reads what was released goes wrong
+    EXPECT_EQ(toolkit.bare("API_Finish", &context), 0);
+    gone.set_value();
+    user.join();
+    mallopt(M_PERTURB, 0);
 }
 
 TEST_P(Frame, TheTextOfTheLastFailureIsKeptAndCut)

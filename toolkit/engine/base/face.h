@@ -88,6 +88,22 @@ int describe(void* context, int capacity, char* out, std::string (Certificate::*
 /** A getter of the loaded certificate whose text callers compare: an error rather than a part of it. */
 int identify(void* context, int capacity, char* out, std::string (Certificate::*getter)() const);
 
+/** A call's stay in a thread. The next call may come from another one, and the library may be closed, with its contexts, before
+ *  this one ends. */
+class Stay {
+public:
+    explicit Stay(const Library& library)
+        : m_library(library)
+    {
+    }
+    ~Stay() { m_library.leaveThread(); }
+    Stay(const Stay&) = delete;
+    Stay& operator=(const Stay&) = delete;
+
+private:
+    const Library& m_library;
+};
+
 /** A call without a context. */
 template <class Body>
 int call(Body body) noexcept
@@ -109,6 +125,7 @@ int call(void* context, Body body, Arguments... arguments) noexcept
         return SIGIL_TK_CONTEXT;
     const ErrorScope scope;
     auto& state = *static_cast<Context*>(context);
+    const Stay stay(state.library());
     try {
         body(state, arguments...);
         return SIGIL_TK_OK;

@@ -5,6 +5,7 @@
 
 #include "toolkit/engine/base/error.h"
 
+#include <openssl/crypto.h>
 #include <openssl/decoder.h>
 #include <openssl/encoder.h>
 #include <openssl/kdf.h>
@@ -68,6 +69,7 @@ Library::Library()
 
 OSSL_LIB_CTX* Library::context() const
 {
+    m_isInThread = true;
     if (m_areRegistered)
         return m_algorithms->context.get();
     if (!m_algorithms)
@@ -80,6 +82,12 @@ OSSL_LIB_CTX* Library::context() const
     }
     m_areRegistered = true;
     return m_algorithms->context.get();
+}
+
+void Library::leaveThread() const noexcept
+{
+    if (std::exchange(m_isInThread, false) && m_algorithms)
+        OPENSSL_thread_stop_ex(m_algorithms->context.get());
 }
 
 CipherHandle Library::cipher(const char* name) const

@@ -26,6 +26,8 @@ public:
 
     /** With all of its algorithms. Throws std::bad_alloc rather than to give one that lacks some. */
     OSSL_LIB_CTX* context() const;
+    /** Releases what OpenSSL keeps of the context for the calling thread, which may live on when the context is gone. */
+    void leaveThread() const noexcept;
     /** A context without algorithms. A certificate parsed in it keeps its key as bytes: OpenSSL's search for the key's decoder
      *  costs more than the rest of the certificate. */
     OSSL_LIB_CTX* readingContext() const { return m_reading.get(); }
@@ -48,6 +50,7 @@ private:
 
     mutable std::optional<Algorithms> m_algorithms{std::in_place};
     mutable bool m_areRegistered = false;
+    mutable bool m_isInThread = false; ///< the calling thread may have something of the context
     ContextHandle m_reading;
     ProviderHandle m_none;
 };
