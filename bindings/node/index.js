@@ -106,7 +106,7 @@ class Session {
   }
 
   /** Verifies path, validity, policies, purpose and revocation (DER or PEM): SigilError 3200 to 3208 when it is not valid. trusted:
-   *  roots and others of the path, none for those of the settings; time: a Date, null for now. */
+   *  roots and others of the path, none for those of the settings; time: a Date, null for the present. */
   verifyCertificate(certificate, { trusted = [], purpose = Purpose.ANY, time = null, revocation = true } = {}) {
     const seconds = time === null ? 0 : Math.floor(time.getTime() / 1000);
     this._call('verifyCertificate', certificate, trusted, purpose, seconds, Number(!revocation));

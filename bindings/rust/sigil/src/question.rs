@@ -27,7 +27,7 @@ pub struct Judge<'a> {
     /// Roots and others of the path, DER or PEM; none for those of the settings.
     pub trusted: &'a [&'a [u8]],
     pub purpose: Purpose,
-    /// When it is to hold; `None` for now.
+    /// When it is to hold; `None` for the present.
     pub time: Option<SystemTime>,
     /// Nobody is asked whether it is revoked.
     pub no_revocation: bool,
