@@ -5,6 +5,7 @@
 
 #include "tests/toolkit/toolkit_library.h"
 #include "tests/toolkit/workshop.h"
+#include "toolkit/engine/base/face.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -162,6 +163,38 @@ TEST_P(Frame, AHostMayCloseTheLibraryWithoutFinishing)
     void* context = nullptr;
     ASSERT_EQ(toolkit.bare("API_Init", &context, text("")), 0);
     EXPECT_NE(context, nullptr); // released with the library; the leak checker would tell otherwise
+}
+
+TEST_P(Frame, ContextsThatNobodyFinishesTakeLittle)
+{
+    // As in a host that keeps one session open and opens and closes a thousand others.
+    const auto used = [] {
+        const auto info = mallinfo2();
+        return info.uordblks + info.hblkhd;
+    };
+    const auto work = [&] {
+        void* context = nullptr;
+        ByteString random(toolkit);
+        EXPECT_EQ(toolkit.bare("API_Init", &context, text("")), 0);
+        EXPECT_EQ(toolkit.bare("CRYPT_GenRandom", context, 16, random.get()), 0);
+    };
+    work();
+    const std::size_t before = used();
+    for (int i = 0; i < 1000; ++i)
+        work();
+    EXPECT_LT(used(), before + 8 * 1024 * 1024);
+}
+
+TEST(Library, IsSharedUntilMemoryWasShort)
+{
+    toolkit::Context first;
+    const toolkit::Library second;
+    EXPECT_EQ(second.context(), first.library().context());
+    EXPECT_EQ(
+        toolkit::call(&first, [](toolkit::Context&) { toolkit::fail(SIGIL_TK_NO_MEMORY); }), SIGIL_TK_NO_MEMORY);
+    const toolkit::Library later;
+    EXPECT_NE(later.context(), first.library().context());
+    EXPECT_EQ(toolkit::Library().context(), later.context());
 }
 
 TEST_P(Frame, TwoContextsInTwoThreadsDoNotDisturbEachOther)

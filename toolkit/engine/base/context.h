@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: LicenseRef-SigilDesk
 
 /** @file
- *  What one toolkit context holds between calls. Contexts share nothing; each is used by one thread at a time.
+ *  What one toolkit context holds between calls. Contexts share nothing but OpenSSL's algorithms; each is used by one thread at a time.
  */
 #pragma once
 

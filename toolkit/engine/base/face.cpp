@@ -194,6 +194,8 @@ int codeOfException(const ErrorScope& scope, Context* context) noexcept
     const auto keep = [&](int code, std::initializer_list<std::string_view> text) {
         if (context)
             context->lastError.set(text);
+        if (context && code == SIGIL_TK_NO_MEMORY)
+            context->library().beLast();
         return code;
     };
     try {

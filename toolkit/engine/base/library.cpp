@@ -9,9 +9,14 @@
 #include <openssl/decoder.h>
 #include <openssl/encoder.h>
 #include <openssl/kdf.h>
+#include <openssl/provider.h>
 #include <openssl/rand.h>
 
+#include <atomic>
+#include <mutex>
 #include <new>
+#include <optional>
+#include <utility>
 
 namespace toolkit {
 
@@ -50,9 +55,17 @@ void registerMethods(OSSL_LIB_CTX* context)
     requireMemory();
 }
 
-} // namespace
+using ContextHandle = Handle<OSSL_LIB_CTX, OSSL_LIB_CTX_free>;
+using ProviderHandle = Handle<OSSL_PROVIDER, OSSL_PROVIDER_unload>;
 
-Library::Algorithms::Algorithms()
+struct Algorithms {
+    Algorithms();
+    ContextHandle context;
+    ProviderHandle standard;
+    ProviderHandle legacy;
+};
+
+Algorithms::Algorithms()
     : context(OSSL_LIB_CTX_new())
 {
     require(context != nullptr, SIGIL_TK_NO_MEMORY);
@@ -60,18 +73,39 @@ Library::Algorithms::Algorithms()
     legacy.reset(provider(context.get(), "legacy"));
 }
 
-Library::Library()
+} // namespace
+
+/** OpenSSL for any number of threads. */
+class Library::OpenSsl {
+public:
+    OpenSsl();
+
+    OSSL_LIB_CTX* context();
+    OSSL_LIB_CTX* readingContext() const { return m_reading.get(); }
+    void leaveThread() const noexcept;
+
+    std::atomic<bool> isLast = false;
+
+private:
+    std::mutex m_mutex; ///< of the algorithms, until they are registered
+    std::optional<Algorithms> m_algorithms{std::in_place};
+    std::atomic<bool> m_areRegistered = false;
+    ContextHandle m_reading;
+    ProviderHandle m_none;
+};
+
+Library::OpenSsl::OpenSsl()
     : m_reading(OSSL_LIB_CTX_new())
 {
     require(m_reading != nullptr, SIGIL_TK_NO_MEMORY);
     m_none.reset(provider(readingContext(), "null"));
 }
 
-OSSL_LIB_CTX* Library::context() const
+OSSL_LIB_CTX* Library::OpenSsl::context()
 {
-    m_isInThread = true;
     if (m_areRegistered)
         return m_algorithms->context.get();
+    const std::lock_guard lock(m_mutex);
     if (!m_algorithms)
         m_algorithms.emplace();
     try {
@@ -84,11 +118,44 @@ OSSL_LIB_CTX* Library::context() const
     return m_algorithms->context.get();
 }
 
-void Library::leaveThread() const noexcept
+void Library::OpenSsl::leaveThread() const noexcept
 {
-    if (std::exchange(m_isInThread, false) && m_algorithms)
+    if (m_areRegistered)
         OPENSSL_thread_stop_ex(m_algorithms->context.get());
 }
+
+/** Released with the last Library that has it, before OpenSSL's own clean-up. */
+std::shared_ptr<Library::OpenSsl> Library::openSsl()
+{
+    static std::mutex mutex;
+    static std::weak_ptr<OpenSsl> latest;
+    const std::lock_guard lock(mutex);
+    std::shared_ptr<OpenSsl> shared = latest.lock();
+    if (!shared || shared->isLast)
+        latest = shared = std::make_shared<OpenSsl>();
+    return shared;
+}
+
+Library::Library()
+    : m_openSsl(openSsl())
+{
+}
+
+OSSL_LIB_CTX* Library::context() const
+{
+    m_isInThread = true;
+    return m_openSsl->context();
+}
+
+OSSL_LIB_CTX* Library::readingContext() const { return m_openSsl->readingContext(); }
+
+void Library::leaveThread() const noexcept
+{
+    if (std::exchange(m_isInThread, false))
+        m_openSsl->leaveThread();
+}
+
+void Library::beLast() const noexcept { m_openSsl->isLast = true; }
 
 CipherHandle Library::cipher(const char* name) const
 {

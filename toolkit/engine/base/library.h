@@ -8,21 +8,22 @@
 
 #include "toolkit/engine/base/handles.h"
 
-#include <openssl/provider.h>
 #include <openssl/types.h>
 
 #include <array>
-#include <optional>
-#include <utility>
+#include <memory>
 
 namespace toolkit {
 
 /** A library context with the providers "default" and "legacy" (SEED and RC2 live there). The host's default context
- *  stays as it is. One thread at a time. */
+ *  stays as it is. Libraries that are there at the same time have it in common: with its algorithms it takes 400 KB, and hosts
+ *  that close sessions without finishing them leave as many contexts as they opened. One thread at a time. */
 class Library {
 public:
     /** Throws SIGIL_TK_NO_PROVIDER. */
     Library();
+    Library(const Library&) = delete;
+    Library& operator=(const Library&) = delete;
 
     /** With all of its algorithms. Throws std::bad_alloc rather than to give one that lacks some. */
     OSSL_LIB_CTX* context() const;
@@ -30,7 +31,9 @@ public:
     void leaveThread() const noexcept;
     /** A context without algorithms. A certificate parsed in it keeps its key as bytes: OpenSSL's search for the key's decoder
      *  costs more than the rest of the certificate. */
-    OSSL_LIB_CTX* readingContext() const { return m_reading.get(); }
+    OSSL_LIB_CTX* readingContext() const;
+    /** After lack of memory, of which OpenSSL may keep the traces: Libraries made from now on take nothing over from this one. */
+    void beLast() const noexcept;
     /** Throws SIGIL_TK_ALGORITHM when the providers lack @p name. */
     CipherHandle cipher(const char* name) const;
     DigestHandle digest(const char* name) const;
@@ -38,21 +41,11 @@ public:
     std::array<unsigned char, 16> nonce() const;
 
 private:
-    using ContextHandle = Handle<OSSL_LIB_CTX, OSSL_LIB_CTX_free>;
-    using ProviderHandle = Handle<OSSL_PROVIDER, OSSL_PROVIDER_unload>;
+    class OpenSsl;
+    static std::shared_ptr<OpenSsl> openSsl();
 
-    struct Algorithms {
-        Algorithms();
-        ContextHandle context;
-        ProviderHandle standard;
-        ProviderHandle legacy;
-    };
-
-    mutable std::optional<Algorithms> m_algorithms{std::in_place};
-    mutable bool m_areRegistered = false;
+    std::shared_ptr<OpenSsl> m_openSsl;
     mutable bool m_isInThread = false; ///< the calling thread may have something of the context
-    ContextHandle m_reading;
-    ProviderHandle m_none;
 };
 
 } // namespace toolkit
