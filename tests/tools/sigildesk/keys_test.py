@@ -4,6 +4,7 @@
 """sign, verify-file, encrypt, decrypt, unlock, export and identity: what the command makes other programs read, and the
 other way round."""
 
+import fcntl
 import os
 import pathlib
 import shutil
@@ -110,6 +111,25 @@ class KeysTest(CommandTest):
         self.answer("verify-file", "text.p7m", "--out", content)
         self.assertEqual(content.read_bytes(), TEXT)
         self.assertEqual(self.error("verify-file", "text.p7m", "--out", content, status=FAILED)["name"], "file_exists")
+
+    def test_a_second_writer_is_refused(self):
+        self.answer("sign", "0", self.text, "--out", "text.p7m", "--force", "--password-file", self.password)
+        content = self.fresh("content.txt")
+        drafts = self.work / "content.txt.part~"
+        drafts.mkdir()
+        half = drafts / "content.txt"
+        half.write_text("half")
+        first = os.open(drafts, os.O_RDONLY)
+        try:
+            fcntl.flock(first, fcntl.LOCK_EX)
+            error = self.error("verify-file", "text.p7m", "--out", content, status=FAILED)
+            self.assertEqual(error["name"], "file_not_written")
+            self.assertEqual(half.read_text(), "half", "the first one's work is left alone")
+        finally:
+            os.close(first)
+        self.answer("verify-file", "text.p7m", "--out", content)
+        self.assertEqual(content.read_bytes(), TEXT)
+        self.assertFalse(drafts.exists(), "what a killed one left goes")
 
     def test_openssl_messages_verify(self):
         self.openssl("cms", "-sign", "-binary", "-nodetach", "-in", self.text, "-signer", self.pem_certificate(), "-inkey",
