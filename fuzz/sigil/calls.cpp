@@ -4,48 +4,23 @@
 // The C library's functions in any order, over stores of any files, with the open toolkit.
 
 #include "fuzz/machine.h"
-
-#include <sigil.h>
+#include "tests/sigil/owners.h"
 
 #include <array>
 #include <filesystem>
-#include <memory>
+
+using namespace sigil_test;
 
 namespace {
 
 constexpr int mostSteps = 20;
 
-struct Closed {
-    void operator()(SigilSession* session) const { sigil_close(session); }
-};
-
-/** Bytes that a function hands out. */
-class Bytes {
-public:
-    Bytes() = default;
-    ~Bytes() { sigil_free(&m_bytes); }
-    Bytes(const Bytes&) = delete;
-    Bytes& operator=(const Bytes&) = delete;
-
-    SigilBytes* out() { return &m_bytes; }
-    /** @return @p code */
-    int checked(int code) const
-    {
-        require(code == SIGIL_SUCCESS || !m_bytes.data, "after a failure nothing is handed out");
-        require(!m_bytes.data || m_bytes.data[m_bytes.size] == 0, "a zero byte stands behind what is handed out");
-        return code;
-    }
-
-private:
-    SigilBytes m_bytes{};
-};
-
-template <class Struct>
-Struct sized()
+/** @return @p code, of the call that had @p bytes to fill */
+int checked(int code, const Bytes& bytes)
 {
-    Struct made{};
-    made.size = sizeof made;
-    return made;
+    require(code == SIGIL_SUCCESS || !bytes.data(), "after a failure nothing is handed out");
+    require(!bytes.data() || bytes.data()[bytes.size()] == 0, "a zero byte stands behind what is handed out");
+    return code;
 }
 
 /** Everything that a step can want; what a step makes is what the next one may take. */
@@ -100,7 +75,7 @@ int certificate(Steps& steps)
 {
     Bytes der;
     const int entry = steps.entry();
-    return der.checked(sigil_certificate(steps.session, entry, steps.pair(), der.out()));
+    return checked(sigil_certificate(steps.session, entry, steps.pair(), der.out()), der);
 }
 
 int unlock(Steps& steps)
@@ -116,8 +91,9 @@ int key(Steps& steps)
     Bytes der;
     const int entry = steps.entry();
     const std::string word = steps.word();
-    return der.checked(
-        sigil_private_key(steps.session, entry, steps.pair(), word.empty() ? nullptr : word.c_str(), der.out()));
+    return checked(
+        sigil_private_key(steps.session, entry, steps.pair(), word.empty() ? nullptr : word.c_str(), der.out()),
+        der);
 }
 
 int identity(Steps& steps) { return sigil_identity(steps.session, steps.entry(), "1"); }
@@ -129,7 +105,7 @@ int sign(Steps& steps)
     Bytes message;
     const int entry = steps.entry();
     const std::string data = steps.bytes();
-    return message.checked(sigil_sign(steps.session, entry, &options, data.data(), data.size(), message.out()));
+    return checked(sigil_sign(steps.session, entry, &options, data.data(), data.size(), message.out()), message);
 }
 
 int verify(Steps& steps)
@@ -138,8 +114,9 @@ int verify(Steps& steps)
     int signers = 0;
     const std::string message = steps.bytes();
     const std::string data = steps.bytes();
-    const int code = content.checked(sigil_verify(
-        steps.session, message.data(), message.size(), data.data(), data.size(), content.out(), &signers));
+    const int code = checked(sigil_verify(steps.session, message.data(), message.size(), data.data(), data.size(),
+                                 content.out(), &signers),
+        content);
     auto signer = sized<SigilSigner>();
     fuzz::requireStated(sigil_signer(steps.session, steps.entry(), &signer), "sigil_signer");
     return code;
@@ -160,8 +137,9 @@ int encrypt(Steps& steps)
     const std::string data = steps.bytes();
     const SigilBytes recipient{reinterpret_cast<unsigned char*>(certificate.data()), certificate.size()};
     Bytes message;
-    return message.checked(sigil_encrypt(steps.session, static_cast<int>(steps.script.number(9)), &recipient, 1,
-        data.data(), data.size(), message.out()));
+    return checked(sigil_encrypt(steps.session, static_cast<int>(steps.script.number(9)), &recipient, 1,
+                       data.data(), data.size(), message.out()),
+        message);
 }
 
 int decrypt(Steps& steps)
@@ -169,7 +147,7 @@ int decrypt(Steps& steps)
     Bytes content;
     const int entry = steps.entry();
     const std::string message = steps.bytes();
-    return content.checked(sigil_decrypt(steps.session, entry, message.data(), message.size(), content.out()));
+    return checked(sigil_decrypt(steps.session, entry, message.data(), message.size(), content.out()), content);
 }
 
 int exportPairs(Steps& steps)
@@ -177,7 +155,7 @@ int exportPairs(Steps& steps)
     Bytes file;
     const int entry = steps.entry();
     const int protection = static_cast<int>(steps.script.number(4));
-    return file.checked(sigil_export(steps.session, entry, protection, steps.word().c_str(), file.out()));
+    return checked(sigil_export(steps.session, entry, protection, steps.word().c_str(), file.out()), file);
 }
 
 int importPairs(Steps& steps)
@@ -250,7 +228,7 @@ FUZZ_TARGET(sigil_calls, input)
     options.toolkit = static_cast<int>(script.number(2));
     SigilSession* opened = nullptr;
     require(sigil_open(&options, &opened) == SIGIL_SUCCESS, "a session can be had");
-    const std::unique_ptr<SigilSession, Closed> session(opened);
+    const Session session(opened);
     Steps all{machine, opened, script};
     for (int i = 0; i < mostSteps && !all.script.atEnd(); ++i) {
         const int code = all.script.oneOf(steps)(all);
