@@ -44,9 +44,10 @@ int CertificateReader::load()
 
 int CertificateReader::version()
 {
-    if (CertGetVersion(m_means.toolkit, TextBuffer::capacity, m_text.cleared()) == SIGIL_SUCCESS)
+    const int rc = CertGetVersion(m_means.toolkit, TextBuffer::capacity, m_text.cleared());
+    if (rc == SIGIL_SUCCESS)
         setText(m_entry, field::version, "V" + std::string(m_text.text()));
-    return SIGIL_SUCCESS;
+    return isShortage(rc) ? failed(Drop::FieldNotRead, "CertGetVersion()", rc) : static_cast<int>(SIGIL_SUCCESS);
 }
 
 int CertificateReader::identity()
@@ -158,10 +159,15 @@ int CertificateReader::keyIds()
 
 int CertificateReader::optionalTexts()
 {
-    if (CertGetSubjectAltName(m_means.toolkit, TextBuffer::capacity, m_text.cleared()) == SIGIL_SUCCESS)
-        setText(m_entry, field::subjectAltName, m_text.text());
-    if (CertGetAIA(m_means.toolkit, TextBuffer::capacity, m_text.cleared()) == SIGIL_SUCCESS)
-        setText(m_entry, field::aia, m_text.text());
+    static constexpr TextStep steps[] = {{CertGetSubjectAltName, "CertGetSubjectAltName()", field::subjectAltName},
+        {CertGetAIA, "CertGetAIA()", field::aia}};
+    for (const TextStep& step : steps) {
+        const int rc = step.get(m_means.toolkit, TextBuffer::capacity, m_text.cleared());
+        if (isShortage(rc))
+            return failed(Drop::FieldNotRead, step.call, rc);
+        if (rc == SIGIL_SUCCESS)
+            setText(m_entry, step.field, m_text.text());
+    }
     return SIGIL_SUCCESS;
 }
 

@@ -57,7 +57,7 @@ public:
     }
 
     /** Fills the entry, step by step, until one fails or rejects the certificate.
-     *  @return 0 keep it; 1122 unreadable (logged); 1502 not wanted (logged) */
+     *  @return 0 keep it; 1000; 1122 unreadable (logged); 1502 not wanted (logged) */
     int read();
 
 private:

@@ -3,6 +3,7 @@
 
 #include "certlist/error_log.h"
 
+#include "facade/toolkit_bytes.h"
 #include "foundation/text_field.h"
 
 #include <sigildesk/crypto.h>
@@ -33,7 +34,7 @@ int ErrorLog::failed(const char* where, const char* errorName, const char* calle
     m_text.empty(); // a toolkit without words must not be given those of an earlier failure
     toolkitErrorText(m_facade, m_text);
     write(where, errorName, callee, toolkitCode, m_text.toString());
-    return result;
+    return isShortage(toolkitCode) ? static_cast<int>(SIGIL_NO_MEMORY) : result;
 }
 
 int ErrorLog::refused(const char* where, const char* errorName, const char* callee, int result, const char* message)

@@ -53,7 +53,7 @@ public:
      *  @param callee       the call that failed, "CertLoad()"
      *  @param toolkitCode  what it returned
      *  @param result       what the failing function is to return
-     *  @return @p result */
+     *  @return @p result; 1000 when the toolkit lacked memory, which is no refusal */
     int failed(const char* where, const char* errorName, const char* callee, int toolkitCode, int result);
 
     /** Records a refusal that no toolkit call is behind. @p message becomes the error text unless it is null.

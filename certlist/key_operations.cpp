@@ -96,23 +96,22 @@ int KeyOperations::decrypt(tagCERTINFO& entry, char* szPassword, CBinary& signKe
 
 int KeyOperations::takeRandom(tagCERTINFO& entry, char* szPassword)
 {
-    if (entry.nSignPriKeyLen < 1)
-        decryptForRandom(entry, szPassword);
-    return readRandom(entry, getPrikeyRandom);
+    const int rc = entry.nSignPriKeyLen < 1 ? decryptForRandom(entry, szPassword) : SIGIL_SUCCESS;
+    return rc == SIGIL_SUCCESS ? readRandom(entry, getPrikeyRandom) : rc;
 }
 
 // A key that cannot be decrypted is only noted: the empty key then yields no random value, which is what the caller
-// is told.
-void KeyOperations::decryptForRandom(tagCERTINFO& entry, char* szPassword)
+// is told. A lack of memory alone is told as such.
+int KeyOperations::decryptForRandom(tagCERTINFO& entry, char* szPassword)
 {
     const auto decryptNoted = [&](const EntryField& stored, const EntryField& key) {
         const int rc = decryptOne(entry, stored, key, szPassword);
-        if (rc != SIGIL_SUCCESS)
-            m_log.failed(getPrikeyRandom, error::notExistRandom, vidGetRandom, rc, rc);
+        return rc == SIGIL_SUCCESS
+            ? SIGIL_SUCCESS
+            : m_log.failed(getPrikeyRandom, error::notExistRandom, vidGetRandom, rc, SIGIL_SUCCESS);
     };
-    decryptNoted(field::encSignKey, field::signKey);
-    if (entry.nEncKmPriKeyLen > 0)
-        decryptNoted(field::encKmKey, field::kmKey);
+    const int rc = decryptNoted(field::encSignKey, field::signKey);
+    return rc == SIGIL_SUCCESS && entry.nEncKmPriKeyLen > 0 ? decryptNoted(field::encKmKey, field::kmKey) : rc;
 }
 
 int KeyOperations::readRandom(tagCERTINFO& entry, const char* where)

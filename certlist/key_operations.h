@@ -43,7 +43,7 @@ public:
     int algorithmFor(const CBinary& certificate, int& algorithm);
 
 private:
-    void decryptForRandom(tagCERTINFO& entry, char* szPassword);
+    int decryptForRandom(tagCERTINFO& entry, char* szPassword);
     int decryptForIdentity(tagCERTINFO& entry, char* szPassword);
     int changeFile(
         tagCERTINFO& entry, const EntryField& stored, char* path, char* szOldPassword, char* szNewPassword);

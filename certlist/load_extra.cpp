@@ -91,7 +91,7 @@ int CLoadExtra::trustRoots()
     return SIGIL_SUCCESS;
 }
 
-// A root that cannot be fetched is passed over: the certificate may verify without it.
+// A root that cannot be fetched is passed over, unless for lack of memory: the certificate may verify without it.
 int CLoadExtra::trustRoot(const tagROOTCERTURLINFO& root)
 {
     if (!mayBeFetched(root.szDN))
@@ -99,8 +99,8 @@ int CLoadExtra::trustRoot(const tagROOTCERTURLINFO& root)
     char address[1024];
     copyText(address, std::string(root.szURL) + "/" + root.szDN);
     ToolkitBytes certificate(m_hToolkit);
-    if (HVAPGetDataByURL(m_hToolkit, 1, address, certificate.get()) != SIGIL_SUCCESS)
-        return SIGIL_SUCCESS;
+    if (const int rc = HVAPGetDataByURL(m_hToolkit, 1, address, certificate.get()); rc != SIGIL_SUCCESS)
+        return isShortage(rc) ? rc : SIGIL_SUCCESS;
     return CertAddTrustedCert(m_hToolkit, certificate.get());
 }
 
@@ -113,9 +113,9 @@ int CLoadExtra::verify(const char* cert, int len, CBinary* errText)
     rc = CertVerify(m_hToolkit, certificate.get(), 1, nullptr, m_szConfFile, false, nullptr, nullptr);
     if (rc == SIGIL_SUCCESS)
         return SIGIL_SUCCESS;
-    m_log.failed(verifyCert, error::verifyCert, "CertVerify()", rc, SIGIL_NOT_VERIFIED);
+    rc = m_log.failed(verifyCert, error::verifyCert, "CertVerify()", rc, SIGIL_NOT_VERIFIED);
     *errText = m_log.text();
-    return SIGIL_NOT_VERIFIED;
+    return rc;
 }
 
 int CLoadExtra::CheckKeyPair(const CertNKey& pairs)

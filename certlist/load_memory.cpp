@@ -56,7 +56,8 @@ int CLoadMemory::LoadCertList(const char* signCert, int signCertLen, const char*
         CopyCertInfo(&*entry);
         m_bLoaded = true;
     }
-    return SIGIL_SUCCESS; // also after a refusal: the caller learns it from the count
+    // Also after a refusal, which the caller learns from the count.
+    return rc == SIGIL_NO_MEMORY ? SIGIL_NO_MEMORY : SIGIL_SUCCESS;
 }
 
 int CLoadMemory::ParsingCert(tagCERTINFO* entry)

@@ -87,7 +87,7 @@ int PairFiles::writeExport(const CBinary& pfx, char* path)
     const int rc = writeFile(m_toolkit, pfx, path);
     if (rc == SIGIL_SUCCESS && !file.keep())
         return notOnDisk("CLoadDISK::WriteFile()", error::writeCertNKey, SIGIL_FILE_NOT_WRITTEN);
-    return rc;
+    return isShortage(rc) ? static_cast<int>(SIGIL_NO_MEMORY) : rc;
 }
 
 int PairFiles::notOnDisk(const char* where, const char* errorName, int result)
@@ -151,7 +151,7 @@ int PairFiles::checkDeletion(tagCERTINFO& entry, char* szPassword)
     if (entry.nEncKmPriKeyLen < 1)
         return SIGIL_SUCCESS;
     const int rc = KeyOperations(m_toolkit, m_log).decryptOne(entry, field::encKmKey, field::kmKey, szPassword);
-    return rc == toolkitWrongPassword
+    return rc == toolkitWrongPassword || isShortage(rc)
         ? m_log.failed(deleteCertNKey, error::invalidPassword, "MediaDiskDeletePriKey()", rc, SIGIL_WRONG_PASSWORD)
         : SIGIL_SUCCESS;
 }

@@ -29,12 +29,6 @@ constexpr int otherMode = 16;
 /** A check takes milliseconds: a file that asks for more of them would hold the host up. No user has as many keys. */
 constexpr int mostChecks = 1000;
 
-/** What a call that answered @p code is told as: a toolkit that lacks memory refuses nothing. */
-int refusal(int code, int result)
-{
-    return code == toolkitNoMemory || code == SIGIL_NO_MEMORY ? SIGIL_NO_MEMORY : result;
-}
-
 /** What leads nowhere is left to the toolkit, which has words for it. */
 bool isFileOrMissing(const char* path)
 {
@@ -147,9 +141,9 @@ int Pkcs12Transfer::openPfx(char* szPath, char* szPassword, PfxLists& lists)
         return m_log.failed(getPkcs12, error::invalidPassword, "PFXImportMultiPair2()", rc, SIGIL_WRONG_PASSWORD);
     if (rc != SIGIL_SUCCESS)
         rc = importPfx(otherMode, file, szPassword, lists);
-    return rc == SIGIL_SUCCESS ? SIGIL_SUCCESS
-                               : m_log.failed(getPkcs12, error::importCert, "PFXImportMultiPair2()", rc,
-                                     refusal(rc, SIGIL_IMPORT_REFUSED));
+    return rc == SIGIL_SUCCESS
+        ? SIGIL_SUCCESS
+        : m_log.failed(getPkcs12, error::importCert, "PFXImportMultiPair2()", rc, SIGIL_IMPORT_REFUSED);
 }
 
 int Pkcs12Transfer::importPfx(int mode, ToolkitBytes& file, char* szPassword, PfxLists& lists)
@@ -173,8 +167,7 @@ int Pkcs12Transfer::countPairs(PfxLists& lists)
         {"UTILGetObjectCount()", [&] { return UTILGetObjectCount(m_toolkit, lists.keys.get(), &keys); }},
     });
     if (counted.code != SIGIL_SUCCESS)
-        return m_log.failed(
-            getPkcs12, error::importCert, counted.name, counted.code, refusal(counted.code, SIGIL_IMPORT_REFUSED));
+        return m_log.failed(getPkcs12, error::importCert, counted.name, counted.code, SIGIL_IMPORT_REFUSED);
     if (lists.count > mostChecks)
         return tooMany();
     if (lists.count < 1 || lists.count != keys)
@@ -202,13 +195,16 @@ int Pkcs12Transfer::takePair(PfxLists& lists, int index, CertNKey& out)
 // A certificate without a key in the file is passed over.
 int Pkcs12Transfer::takeKeyOf(ToolkitBytes& certificate, PfxLists& lists, CBinary& certOut, CBinary& keyOut)
 {
-    const int rc = lists.pairable.take(m_toolkit, lists.keys, lists.count);
+    int rc = lists.pairable.take(m_toolkit, lists.keys, lists.count);
     if (rc != SIGIL_SUCCESS)
         return m_log.failed(getPkcs12, error::importCert, "UTILGetObject()", rc, rc);
     for (ToolkitBytes* key : lists.pairable.candidatesFor(certificate)) {
         if (++lists.checks > mostChecks)
             return tooMany();
-        if (PriKeyCheckKeyPair(m_toolkit, certificate.get(), key->get()) != SIGIL_SUCCESS)
+        rc = PriKeyCheckKeyPair(m_toolkit, certificate.get(), key->get());
+        if (isShortage(rc))
+            return m_log.failed(getPkcs12, error::importCert, "PriKeyCheckKeyPair()", rc, rc);
+        if (rc != SIGIL_SUCCESS)
             continue;
         assign(certOut, bytesOf(certificate));
         assign(keyOut, bytesOf(*key));
@@ -247,7 +243,7 @@ int Pkcs12Transfer::exportOnePair(const tagCERTINFO& entry, char* szPassword, To
     // The record names another export; readers of the log know it so.
     return rc == SIGIL_SUCCESS
         ? SIGIL_SUCCESS
-        : m_log.failed(makePkcs12, error::exportCert, "PFXExport2()", rc, refusal(rc, SIGIL_EXPORT_REFUSED));
+        : m_log.failed(makePkcs12, error::exportCert, "PFXExport2()", rc, SIGIL_EXPORT_REFUSED);
 }
 
 int Pkcs12Transfer::exportTwoPairs(const tagCERTINFO& entry, char* szPassword, ToolkitBytes& out)
@@ -269,9 +265,9 @@ int Pkcs12Transfer::exportTwoPairs(const tagCERTINFO& entry, char* szPassword, T
                 return PFXExportMultiPair(m_toolkit, 0, szPassword, certificates.get(), keys.get(), out.get());
             }},
     });
-    return made.code == SIGIL_SUCCESS ? SIGIL_SUCCESS
-                                      : m_log.failed(makePkcs12, error::exportCert, made.name, made.code,
-                                            refusal(made.code, SIGIL_EXPORT_REFUSED));
+    return made.code == SIGIL_SUCCESS
+        ? SIGIL_SUCCESS
+        : m_log.failed(makePkcs12, error::exportCert, made.name, made.code, SIGIL_EXPORT_REFUSED);
 }
 
 } // namespace sigil

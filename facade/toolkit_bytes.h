@@ -9,6 +9,7 @@
 #include "foundation/secret.h"
 
 #include <sigildesk/binary.h>
+#include <sigildesk/codes.h>
 #include <sigildesk/crypto/frame.h>
 
 #include <new>
@@ -17,6 +18,9 @@ namespace sigil {
 
 /** What a toolkit answers that lacks memory. */
 constexpr int toolkitNoMemory = 3002;
+
+/** Whether a call of the façade lacked memory, here or in the toolkit. It has refused nothing. */
+inline bool isShortage(int code) { return code == SIGIL_NO_MEMORY || code == toolkitNoMemory; }
 
 /** One byte string in toolkit memory. It is created on a façade handle and released on the same handle on every path;
  *  the handle must outlive it. The bytes are wiped before they go back: many are keys. */

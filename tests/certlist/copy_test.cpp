@@ -83,8 +83,8 @@ TEST_F(CopyTargets, CertificatesOfThePrivateCaHaveNoFiles)
 {
     ASSERT_EQ(stage(fake::certificate({{"subject", "cn=x,ou=y,o=HALVARD,c=KR"}}), signKey), 0);
     EXPECT_EQ(copyStaged(), 1124);
-    EXPECT_EQ(
-        lastLog(), logRecord("CLoadDISK::WriteCertNKey()", "ERR_WRITECERTNKEY", "MediaDiskWriteFile()", 3002));
+    EXPECT_EQ(lastLog(),
+        logRecord("CLoadDISK::WriteCertNKey()", "ERR_WRITECERTNKEY", "MediaDiskWriteFile()", fake::writeError));
 }
 
 TEST_F(CopyTargets, PathsThatAreTooLongAreNotWritten)

@@ -61,7 +61,8 @@ TEST_F(Transfer, ExportFailures)
     EXPECT_EQ(CLP_ExportPFX(clp, 0, Text(goodPassword), Text(path)), 1127);
     EXPECT_FALSE(fs::exists(path));
     fake::install();
-    EXPECT_EQ(CLP_ExportPFX(clp, 0, Text(goodPassword), Text((disk / "no folder/out.pfx").string())), 3002);
+    EXPECT_EQ(
+        CLP_ExportPFX(clp, 0, Text(goodPassword), Text((disk / "no folder/out.pfx").string())), fake::writeError);
 }
 
 } // namespace

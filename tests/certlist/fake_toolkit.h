@@ -42,7 +42,7 @@ int replace(BINSTR* record, const std::string& bytes);
 extern std::map<std::string, std::string> directory;
 
 constexpr int fileError = 3001;
-constexpr int writeError = 3002;
+constexpr int writeError = 3302;
 constexpr int parseError = 3003;
 constexpr int pairError = 3004;
 constexpr int verifyError = 3005;

@@ -318,7 +318,7 @@ TEST_F(LoaderKeys, ChangePasswordStopsHalfWayWhenTheSecondFileCannotBeWritten)
     });
     EXPECT_EQ(change(1, goodPassword, "new"), 1124);
     EXPECT_EQ(lastLog(),
-        "CLoadDISK::ChangePassword() - ERR_GETDATA >> MediaDiskReadFile() : 3002 (Msg : words of the toolkit)");
+        "CLoadDISK::ChangePassword() - ERR_GETDATA >> MediaDiskReadFile() : 3302 (Msg : words of the toolkit)");
     const auto folder = home / "NPKI/SignKorea/USER/b";
     EXPECT_EQ(readFile(folder / "signPri.key"), fake::encrypted(fake::key(), "new"));
     EXPECT_EQ(readFile(folder / "kmPri.key"), fake::encrypted("KEY(K1)", goodPassword));

@@ -54,14 +54,20 @@ private:
 /** A buffer that the library hands out. */
 class Buffer {
 public:
-    ~Buffer() { CLP_MemFree(nullptr, reinterpret_cast<void**>(&m_data)); }
-    char** to() { return &m_data; }
+    ~Buffer() { release(); }
+    char** to()
+    {
+        release();
+        return &m_data;
+    }
     int* length() { return &m_length; }
     bool given() const { return m_data; }
     std::string text() const { return m_data ? std::string(m_data, static_cast<std::size_t>(m_length)) : "none"; }
     char at(int i) const { return m_data[i]; }
 
 private:
+    void release() { CLP_MemFree(nullptr, reinterpret_cast<void**>(&m_data)); }
+
     char* m_data = nullptr;
     int m_length = -1;
 };
