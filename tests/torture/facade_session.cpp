@@ -203,7 +203,7 @@ private:
 Session facadeSession(Materials& materials, int toolkit)
 {
     Facade facade(materials, toolkit);
-    return {toolkit == SIGIL_TOOLKIT_MAKER ? "facade-maker" : "facade-gpki", std::move(facade.steps),
+    return {std::move(facade.steps),
         {{SIGIL_NO_MEMORY, SIGIL_TK_NO_MEMORY},
             {SIGIL_BAD_ARGUMENT, SIGIL_NO_HANDLE, SIGIL_MAKER_LIBRARY_MISSING, SIGIL_GPKI_LIBRARY_MISSING,
                 SIGIL_TK_ARGUMENT, SIGIL_TK_CONTEXT, SIGIL_TK_VERIFY_NO_ISSUER, SIGIL_TK_CERT_NOT_LOADED,

@@ -116,7 +116,7 @@ Session listSession(Materials& materials, int toolkit)
             in.list, in.cert.data(), size(in.cert), in.key.data(), size(in.key), nullptr, 0, nullptr, 0);
     });
     add("CLP_UnInitalize", [](Inputs& in) { return CLP_UnInitalize(in.list); });
-    return {toolkit == SIGIL_TOOLKIT_MAKER ? "list-maker" : "list-gpki", std::move(steps), listCodes(), home};
+    return {std::move(steps), listCodes(), home};
 }
 
 } // namespace torture

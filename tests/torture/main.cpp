@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 bool torture::isStated(int code)
 {
@@ -21,9 +22,13 @@ bool torture::isStated(int code)
 int main(int count, char** words)
 {
     torture::Materials materials;
-    std::vector<torture::MakeSession> sessions;
-    for (const int toolkit : {SIGIL_TOOLKIT_MAKER, SIGIL_TOOLKIT_GPKI})
-        for (const auto make : {torture::facadeSession, torture::listSession})
-            sessions.emplace_back([=, &materials] { return make(materials, toolkit); });
+    std::vector<torture::NamedSession> sessions;
+    using Make = torture::Session (*)(torture::Materials&, int toolkit);
+    const std::pair<const char*, Make> all[] = {
+        {"facade", torture::facadeSession}, {"list", torture::listSession}, {"transfer", torture::transferSession}};
+    for (const auto& [name, make] : all)
+        for (const int toolkit : {SIGIL_TOOLKIT_MAKER, SIGIL_TOOLKIT_GPKI})
+            sessions.push_back({name + std::string(toolkit == SIGIL_TOOLKIT_MAKER ? "-maker" : "-gpki"),
+                [make = make, toolkit, &materials] { return make(materials, toolkit); }});
     return torture::run(count, words, sessions);
 }

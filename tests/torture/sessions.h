@@ -15,6 +15,8 @@ namespace torture {
 Session facadeSession(Materials& materials, int toolkit);
 /** The certificate list: listing, unlocking, a certificate from memory. */
 Session listSession(Materials& materials, int toolkit);
+/** The certificate list: import, export, copies, deletion, another password. */
+Session transferSession(Materials& materials, int toolkit);
 
 /** Has the layers work on the store and leave the machine alone. */
 void useStore(const Materials& materials);

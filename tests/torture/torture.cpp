@@ -185,7 +185,7 @@ struct Options {
     long faults = 0;
     long seconds = 0;
     std::uint64_t seed = 0;
-    std::string onlySession;
+    std::string session; ///< the only one; empty for all
     std::optional<Choice> only;
 };
 
@@ -205,8 +205,8 @@ struct Share {
 /** A session under its faults. */
 class Run {
 public:
-    Run(MakeSession make, const Options& options, Tally& tally)
-        : m_make(std::move(make))
+    Run(const NamedSession& session, const Options& options, Tally& tally)
+        : m_named(session)
         , m_options(options)
         , m_tally(tally)
         , m_outcome(*shared<Outcome>())
@@ -236,8 +236,6 @@ public:
     {
         const int status = inChild([&] {
             begin();
-            if (m_options.only && m_options.onlySession != m_session.name)
-                return;
             const Snapshot start(m_session.folder, ".start");
             const Snapshot snapshot(m_session.folder, ".step");
             for (std::size_t step = 0; step < m_session.steps.size(); ++step) {
@@ -260,7 +258,7 @@ private:
     void begin()
     {
         findOwnCode();
-        m_session = m_make();
+        m_session = m_named.make();
     }
 
     void print() const
@@ -269,7 +267,7 @@ private:
         for (const Counts& events : m_outcome.events)
             for (std::size_t kind = 0; kind < all.size(); ++kind)
                 all[kind] += events[kind];
-        std::fprintf(report, "%s: %zu steps; events:", m_session.name.c_str(), m_session.steps.size());
+        std::fprintf(report, "%s: %zu steps; events:", m_named.name.c_str(), m_session.steps.size());
         for (std::size_t kind = 0; kind < all.size(); ++kind)
             std::fprintf(report, " %s %ld", kindNames[kind], all[kind]);
         std::fprintf(report, "\n");
@@ -305,7 +303,7 @@ private:
     std::uint64_t mixed(const Choice& choice) const
     {
         std::uint64_t mix = m_options.seed;
-        for (const std::uint64_t value : {std::uint64_t{std::hash<std::string>()(m_session.name)},
+        for (const std::uint64_t value : {std::uint64_t{std::hash<std::string>()(m_named.name)},
                  std::uint64_t{choice.step}, static_cast<std::uint64_t>(choice.fault.kind),
                  static_cast<std::uint64_t>(choice.fault.number), std::uint64_t{choice.fault.lasting}}) {
             mix = (mix ^ value) + 0x9E3779B97F4A7C15;
@@ -357,7 +355,7 @@ private:
         const bool isOpenSsls = m_outcome.openSslLacked && (m_outcome.openSslCrashed || failsLater(choice));
         ++(isOpenSsls ? m_tally.ofOpenSsl : m_tally.findings);
         std::fprintf(report, isOpenSsls ? "OpenSSL: %s   --only %s\n" : "FOUND %s   --only %s\n", what.c_str(),
-            nameOf(m_session.name, choice).c_str());
+            nameOf(m_named.name, choice).c_str());
     }
 
     std::string symptom(const Choice& choice, int status) const
@@ -407,7 +405,7 @@ private:
             (kind == Kind::Toolkit && code == toolkitFailure) || (kind != Kind::Memory && codes.stated(code));
     }
 
-    MakeSession m_make;
+    const NamedSession& m_named;
     const Options& m_options;
     Tally& m_tally;
     Outcome& m_outcome;
@@ -431,7 +429,7 @@ void readOnly(std::string text, Options& options)
     for (std::size_t end = 0; (end = text.find(':')) != text.npos; text.erase(0, end + 1))
         parts.push_back(text.substr(0, end));
     const auto* const kind = std::find(kindNames.begin(), kindNames.end(), parts.at(2));
-    options.onlySession = parts.at(0);
+    options.session = parts.at(0);
     options.only = Choice{std::stoul(parts.at(1)),
         {static_cast<Kind>(kind - kindNames.begin()), std::stol(parts.at(3)), text == "lasting"}};
 }
@@ -444,6 +442,7 @@ Options read(int count, char** words)
         {"--faults", [&](const std::string& value) { options.faults = std::stol(value); }},
         {"--seconds", [&](const std::string& value) { options.seconds = std::stol(value); }},
         {"--seed", [&](const std::string& value) { options.seed = std::stoull(value); }},
+        {"--session", [&](const std::string& value) { options.session = value; }},
         {"--only", [&](const std::string& value) { readOnly(value, options); }},
     };
     for (int i = 1; i < count; i += 2)
@@ -461,7 +460,7 @@ void loseOutput()
 }
 
 /** Goes through all sessions several times, so that a run that is out of time has tried something of each of their steps. */
-int torture(const Options& options, const std::vector<MakeSession>& sessions)
+int torture(const Options& options, const std::vector<NamedSession>& sessions)
 {
     constexpr int rounds = 10;
     Tally& tally = *shared<Tally>();
@@ -471,8 +470,9 @@ int torture(const Options& options, const std::vector<MakeSession>& sessions)
     };
     std::vector<std::unique_ptr<Run>> runs;
     long all = 0;
-    for (const MakeSession& make : sessions)
-        all += runs.emplace_back(std::make_unique<Run>(make, options, tally))->faults();
+    for (const NamedSession& session : sessions)
+        if (options.session.empty() || options.session == session.name)
+            all += runs.emplace_back(std::make_unique<Run>(session, options, tally))->faults();
     const double share =
         options.faults > 0 ? std::min(1.0, static_cast<double>(options.faults) / static_cast<double>(all)) : 1;
     for (int round = 0; round < (options.only ? 1 : rounds); ++round)
@@ -486,7 +486,7 @@ int torture(const Options& options, const std::vector<MakeSession>& sessions)
 
 } // namespace
 
-int run(int count, char** words, const std::vector<MakeSession>& sessions)
+int run(int count, char** words, const std::vector<NamedSession>& sessions)
 {
     constexpr rlimit noCore{0, 0};
     setrlimit(RLIMIT_CORE, &noCore);

@@ -29,18 +29,21 @@ struct Codes {
 };
 
 struct Session {
-    std::string name;
     std::vector<Step> steps; ///< from the first call to the last, which gives everything back
     Codes codes;
     std::string folder; ///< what it works on, which is as it was before for every fault
 };
 
-/** What makes a session, in the process that runs it. */
-using MakeSession = std::function<Session()>;
+/** A session, made in the process that runs it. */
+struct NamedSession {
+    std::string name;
+    std::function<Session()> make;
+};
 
-/** The program: `[--faults N] [--seconds S] [--seed SEED] [--only SESSION:STEP:KIND:NUMBER:once|lasting]`. N faults are taken
- *  out of all, every one for 0; no more are begun after S seconds.
+/** The program: `[--faults N] [--seconds S] [--seed SEED] [--session NAME]
+ *  [--only SESSION:STEP:KIND:NUMBER:once|lasting]`. N faults are taken out of all, every one for 0; no more are begun after S
+ *  seconds.
  *  @return its exit code: 1 when something was found, 2 after wrong use */
-int run(int count, char** words, const std::vector<MakeSession>& sessions);
+int run(int count, char** words, const std::vector<NamedSession>& sessions);
 
 } // namespace torture
