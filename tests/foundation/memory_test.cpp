@@ -59,6 +59,7 @@ void* taken(void* block)
 } // namespace
 
 // NOLINTBEGIN(bugprone-reserved-identifier): the names of the C library's allocator behind its public face
+#pragma GCC visibility push(default) // the libraries find them here
 extern "C" {
 void* __libc_malloc(std::size_t size);
 void* __libc_calloc(std::size_t count, std::size_t size);
@@ -78,6 +79,7 @@ void free(void* block)
     __libc_free(block);
 }
 }
+#pragma GCC visibility pop
 // NOLINTEND(bugprone-reserved-identifier)
 
 namespace {

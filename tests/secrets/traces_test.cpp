@@ -30,7 +30,7 @@ constexpr std::size_t length = 64;
 
 /** Where calls that return leave what they worked on. The whole depth is written, the secret at its far end. */
 template <std::size_t depth>
-[[gnu::noipa]] void copyToStack(const char* secret)
+[[gnu::noinline]] void copyToStack(const char* secret)
 {
     std::array<char, depth> frame;
     std::fill(frame.begin(), frame.end(), '.');

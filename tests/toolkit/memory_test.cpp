@@ -52,6 +52,7 @@ bool refuse()
 
 } // namespace
 
+#pragma GCC visibility push(default) // the libraries find them here
 extern "C" void* malloc(std::size_t size) { return refuse() ? nullptr : __libc_malloc(size); }
 extern "C" void* calloc(std::size_t count, std::size_t size)
 {
@@ -61,6 +62,7 @@ extern "C" void* realloc(void* memory, std::size_t size)
 {
     return refuse() ? nullptr : __libc_realloc(memory, size);
 }
+#pragma GCC visibility pop
 
 namespace {
 

@@ -206,7 +206,8 @@ TEST_F(MakerPairs, MakesKeysThatStayThere)
     const std::pair<int, int> kinds[] = {
         {SIGIL_TK_TOKEN_RSA, 2048}, {SIGIL_TK_TOKEN_EC, 256}, {SIGIL_TK_TOKEN_EC, 384}};
     for (const auto& [algorithm, bits] : kinds) {
-        const std::string key = make([&](BINSTR* out) { return token("GenKeyPair", algorithm, bits, out); });
+        const std::string key = make([&, algorithm = algorithm, bits = bits](
+                                         BINSTR* out) { return token("GenKeyPair", algorithm, bits, out); });
         pairs().write("public", key);
         pairs().run("openssl pkey -pubin -inform DER -in public -out public.pem");
         const std::string listing = listed("privkey");
