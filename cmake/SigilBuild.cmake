@@ -24,10 +24,10 @@ target_compile_options(sigil_flags INTERFACE
     -fstack-protector-strong)
 target_link_options(sigil_flags INTERFACE -Wl,-z,relro,-z,now)
 # Several sources compiled as one are no headers of each other, and a name of one's own may be local in another.
-if(CMAKE_UNITY_BUILD)
+if(CMAKE_UNITY_BUILD AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     target_compile_options(sigil_flags INTERFACE
         -Wshadow=local $<$<COMPILE_LANGUAGE:CXX>:-Wno-subobject-linkage>)
-else()
+elseif(NOT CMAKE_UNITY_BUILD)
     target_compile_options(sigil_flags INTERFACE -Wshadow)
 endif()
 
@@ -80,9 +80,13 @@ else()
     target_link_options(sigil_flags INTERFACE -Wl,--no-undefined)
 endif()
 
+# Clang's counters of regions and conditions as they stand in the source. They lie in the file itself, mapped (%c), so that
+# what a killed process and an unloaded library did counts too; a file for each program and library (%m).
 if(SIGILDESK_COVERAGE)
-    target_compile_options(sigil_flags INTERFACE --coverage)
-    target_link_options(sigil_flags INTERFACE --coverage)
+    set(profile -fprofile-instr-generate=${PROJECT_BINARY_DIR}/profiles/%c%m.profraw)
+    target_compile_options(sigil_flags INTERFACE
+        ${profile} -fprofile-update=atomic -fcoverage-mapping "SHELL:-mllvm -runtime-counter-relocation" -g0)
+    target_link_options(sigil_flags INTERFACE ${profile})
 endif()
 
 # The build tree holds the same ready-to-use library folder that is installed: lib/sigildesk with the open

@@ -28,7 +28,7 @@ REFUSED = {
     "analyze": ["no-such-step"],
     "abi": ["no-such-build", "--write=no-such-build"],
     "check": ["one"],
-    "coverage": ["no-such-layer"],
+    "coverage": ["no-such-layer", "--report=no-such-layer"],
     "demo": ["one", "--language=fr", "--build=/no/such/folder"],
     "format": ["one", "--chekc"],
     "fuzz": ["no-such-target", "--minutes=few"],
