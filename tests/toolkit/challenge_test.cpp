@@ -77,6 +77,47 @@ TEST_F(Challenges, AnAnswerToAnotherOneIsRefused)
     EXPECT_EQ(verify("no challenge", answer(asked)), "code 3007");
 }
 
+TEST_F(Challenges, OfAnotherFormAreNone)
+{
+    const std::string version("\x02\x01\x01", 3);
+    const std::string random = element(4, std::string(32, 'r'));
+    ASSERT_NE(answer(element(0x30, version + random)), "code 3007");
+    const std::pair<const char*, std::string> damaged[] = {
+        {"another version", element(0x30, std::string("\x02\x01\x02", 3) + random)},
+        {"no version", element(0x30, random)},
+        {"no random value", element(0x30, version)},
+        {"a short random value", element(0x30, version + element(4, std::string(31, 'r')))},
+        {"something behind the random value", element(0x30, version + random + version)},
+    };
+    for (const auto& [what, challenge] : damaged) {
+        EXPECT_EQ(answer(challenge), "code 3007") << what;
+        EXPECT_EQ(verify(challenge, "any"), "code 3007") << what;
+    }
+}
+
+TEST_F(Challenges, AnAnswerOfAnotherFormIsDamaged)
+{
+    const std::string asked = challenge();
+    const std::string random = element(4, std::string(32, 'r'));
+    const auto verified = [&](const std::string& content) {
+        write("content", content);
+        run("openssl cms -sign -binary -nodetach -signer rsa.pem -inkey rsa.key.pem -in content -outform DER "
+            "-out response");
+        return verify(asked, read("response"));
+    };
+    EXPECT_EQ(verified(element(0x30, asked + random)), file("rsa.crt"));
+    const std::pair<const char*, std::string> damaged[] = {
+        {"no answer", "text"},
+        {"an empty answer", element(0x30, "")},
+        {"something behind it", element(0x30, asked + random) + "x"},
+        {"another challenge's form", element(0x30, random + random)},
+        {"no random value", element(0x30, asked)},
+        {"a short random value", element(0x30, asked + element(4, "short"))},
+    };
+    for (const auto& [what, content] : damaged)
+        EXPECT_EQ(verified(content), "code 3900") << what;
+}
+
 TEST_F(Challenges, ThePathIsVerifiedWhenCertificatesAreTrusted)
 {
     const std::string asked = challenge();

@@ -182,6 +182,33 @@ TEST_P(SealedMessages, ThePkcs7TypeIsReadWithTheSignatureEncryptedOrBare)
     }
 }
 
+TEST_P(SealedMessages, ThePkcs7TypeWithOtherFieldsIsDamaged)
+{
+    write("content", sealedContent);
+    run("openssl cms -sign -binary -nodetach -outform DER -in content -out inner -signer rsa.pem -inkey "
+        "rsa.key.pem");
+    run("openssl cms -encrypt -binary -aes128 -outform DER -in content -out enveloped -recip other.pem");
+    const auto signedFields = children(fieldsOf(read("inner")));
+    const auto envelopedFields = children(fieldsOf(read("enveloped")));
+    const std::string version = fromHex("020101");
+    const std::string recipients = envelopedFields[1];
+    const std::string hashes = signedFields[1];
+    const std::string octets = element('\x04', "octets");
+    const std::pair<const char*, std::string> damaged[] = {
+        {"no version", recipients + hashes},
+        {"no hashes", version + recipients},
+        {"recipients of another kind", version + octets + hashes},
+        {"hashes of another kind", version + recipients + octets},
+        {"a field too many", version + recipients + hashes + hashes},
+        {"nothing at all", ""},
+    };
+    for (const auto& [what, before] : damaged) {
+        const std::string fields = element('\x30', before + envelopedFields[2] + signedFields.back());
+        const std::string message = element('\x30', fromHex("06092a864886f70d010704") + element('\xA0', fields));
+        EXPECT_EQ(unseal("other", message), "code 3900") << what;
+    }
+}
+
 TEST_P(SealedMessages, TimeStampTokensAreTakenOutAndPutIn)
 {
     if (hvtk()) {
