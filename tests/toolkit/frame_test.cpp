@@ -108,6 +108,8 @@ TEST_P(Frame, AHostsErrnoStaysAsItIs)
     errno = EADDRINUSE;
     toolkit("CERT_Load", garbage.get());
     EXPECT_EQ(errno, EADDRINUSE);
+    toolkit.bare("BINSTR_SetData", nullptr, 0, garbage.get());
+    EXPECT_EQ(errno, EADDRINUSE);
 }
 
 TEST_P(Frame, TheLibraryKeepsNothingForEachThread)

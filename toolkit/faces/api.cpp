@@ -63,20 +63,22 @@ TOOLKIT_FUNCTION HVTK_API_SetHashAlgo(void* context, int algorithm)
 }
 SAME_FUNCTION(GPKI_API_SetHashAlgo, HVTK_API_SetHashAlgo);
 
+// A host makes and releases byte strings around every other call: these three do not ask OpenSSL, which they do not reach.
+
 TOOLKIT_FUNCTION HVTK_BINSTR_Create(BINSTR* bytes)
 {
-    return call([&] { calls::binstrCreate(bytes); });
+    return call<ErrnoScope>([&] { calls::binstrCreate(bytes); });
 }
 SAME_FUNCTION(GPKI_BINSTR_Create, HVTK_BINSTR_Create);
 
 TOOLKIT_FUNCTION HVTK_BINSTR_Delete(BINSTR* bytes)
 {
-    return call([&] { calls::binstrDelete(bytes); });
+    return call<ErrnoScope>([&] { calls::binstrDelete(bytes); });
 }
 SAME_FUNCTION(GPKI_BINSTR_Delete, HVTK_BINSTR_Delete);
 
 TOOLKIT_FUNCTION HVTK_BINSTR_SetData(unsigned char* data, int length, BINSTR* out)
 {
-    return call([&] { calls::binstrSetData(data, length, out); });
+    return call<ErrnoScope>([&] { calls::binstrSetData(data, length, out); });
 }
 SAME_FUNCTION(GPKI_BINSTR_SetData, HVTK_BINSTR_SetData);

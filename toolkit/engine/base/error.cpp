@@ -7,9 +7,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <new>
-#include <utility>
 
 namespace toolkit {
 namespace {
@@ -169,18 +167,13 @@ void requireMemory(const Error& error)
 
 void failAs(int code, const Error& error) { throw Error(code, error.detail(), error.reason()); }
 
+// Only a queue that is not empty, which is rare, can be marked.
 ErrorScope::ErrorScope()
-    : m_hostErrno(std::exchange(errno, 0))
-    , m_hostError(ERR_peek_last_error())
+    : m_hostError(ERR_set_mark() ? ERR_peek_last_error() : 0)
 {
-    ERR_set_mark();
 }
 
-ErrorScope::~ErrorScope()
-{
-    ERR_pop_to_mark();
-    errno = m_hostErrno;
-}
+ErrorScope::~ErrorScope() { ERR_pop_to_mark(); }
 
 std::string_view ErrorScope::reasonOf(const Error& error) const
 {

@@ -9,10 +9,12 @@
 #include <sigildesk/open_toolkit.h>
 
 #include <array>
+#include <cerrno>
 #include <initializer_list>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace toolkit {
 
@@ -52,8 +54,23 @@ inline void require(bool condition, int code, std::string_view detail = {})
 /** Throws @p error again when it says that memory ran out: that is never a reason to go on without something. */
 void requireMemory(const Error& error);
 
-/** For the length of one toolkit call: keeps the host's errno and OpenSSL error queue as they were, and tells the reasons of
- *  this call from older ones. */
+/** For the length of one toolkit call: keeps the host's errno as it was, and has none of before taken for this call's. */
+class ErrnoScope {
+public:
+    ErrnoScope()
+        : m_hostErrno(std::exchange(errno, 0))
+    {
+    }
+    ~ErrnoScope() { errno = m_hostErrno; }
+    ErrnoScope(const ErrnoScope&) = delete;
+    ErrnoScope& operator=(const ErrnoScope&) = delete;
+
+private:
+    int m_hostErrno;
+};
+
+/** The same for a call that reaches OpenSSL: keeps the host's error queue too, and tells the reasons of this call from older
+ *  ones. */
 class ErrorScope {
 public:
     ErrorScope();
@@ -65,7 +82,7 @@ public:
     std::string_view reasonOf(const Error& error) const;
 
 private:
-    int m_hostErrno;
+    ErrnoScope m_errno; // put back after what puts OpenSSL's queue back
     unsigned long m_hostError;
 };
 

@@ -189,28 +189,40 @@ int identify(void* context, int capacity, char* out, std::string (Certificate::*
     return call(context, [&](Context& state) { putWholeText((state.certificate().*getter)(), capacity, out); });
 }
 
-int codeOfException(const ErrorScope& scope, Context* context) noexcept
+int codeOfException() noexcept
 {
-    const auto keep = [&](int code, std::initializer_list<std::string_view> text) {
-        if (context)
-            context->lastError.set(text);
-        if (context && code == SIGIL_TK_NO_MEMORY)
-            context->library().beLast();
-        return code;
-    };
+    try {
+        throw;
+    } catch (const Error& error) {
+        return error.code();
+    } catch (const std::bad_alloc&) {
+        return SIGIL_TK_NO_MEMORY;
+    } catch (...) {
+        return SIGIL_TK_INTERNAL;
+    }
+}
+
+int keepException(const ErrorScope& scope, Context& context) noexcept
+{
+    const int code = codeOfException();
+    if (code == SIGIL_TK_NO_MEMORY)
+        context.library().beLast();
     try {
         throw;
     } catch (const Error& error) {
         const std::string_view reason = scope.reasonOf(error);
-        return reason.empty() ? keep(error.code(), {error.what()})
-                              : keep(error.code(), {error.what(), " (", reason, ")"});
-    } catch (const std::bad_alloc&) {
-        return keep(SIGIL_TK_NO_MEMORY, {codeText(SIGIL_TK_NO_MEMORY)});
+        if (reason.empty())
+            context.lastError.set({error.what()});
+        else
+            context.lastError.set({error.what(), " (", reason, ")"});
+    } catch (const std::bad_alloc&) { // what() names a type
+        context.lastError.set({codeText(code)});
     } catch (const std::exception& error) {
-        return keep(SIGIL_TK_INTERNAL, {codeText(SIGIL_TK_INTERNAL), ": ", error.what()});
+        context.lastError.set({codeText(code), ": ", error.what()});
     } catch (...) {
-        return keep(SIGIL_TK_INTERNAL, {codeText(SIGIL_TK_INTERNAL)});
+        context.lastError.set({codeText(code)});
     }
+    return code;
 }
 
 } // namespace toolkit

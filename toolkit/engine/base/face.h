@@ -80,8 +80,10 @@ int finish(void** context);
 /** Text of the last failure, cut to @p capacity. */
 int errorText(void* context, int capacity, char* out);
 
-/** The code of the exception in flight; keeps its text in @p context when there is one. */
-int codeOfException(const ErrorScope& scope, Context* context) noexcept;
+/** The code of the exception in flight. */
+int codeOfException() noexcept;
+/** The same, and keeps its text in @p context. */
+int keepException(const ErrorScope& scope, Context& context) noexcept;
 
 /** A getter of the loaded certificate whose text may be cut. */
 int describe(void* context, int capacity, char* out, std::string (Certificate::*getter)() const);
@@ -104,16 +106,16 @@ private:
     const Library& m_library;
 };
 
-/** A call without a context. */
-template <class Body>
+/** A call without a context. @tparam Scope  what of the host's it keeps as it was */
+template <class Scope = ErrorScope, class Body>
 int call(Body body) noexcept
 {
-    const ErrorScope scope;
+    const Scope scope;
     try {
         body();
         return SIGIL_TK_OK;
     } catch (...) {
-        return codeOfException(scope, nullptr);
+        return codeOfException();
     }
 }
 
@@ -130,7 +132,7 @@ int call(void* context, Body body, Arguments... arguments) noexcept
         body(state, arguments...);
         return SIGIL_TK_OK;
     } catch (...) {
-        return codeOfException(scope, &state);
+        return keepException(scope, state);
     }
 }
 
