@@ -6,6 +6,7 @@
 #include "certlist/codes.h"
 #include "certlist/toolkit_calls.h"
 #include "foundation/ascii.h"
+#include "foundation/validity.h"
 
 namespace sigil {
 
@@ -189,7 +190,7 @@ int CertificateReader::validityState()
     const bool otherKeySize = m_style.statesByKeySize && !equalsIgnoringCase(m_entry.szKeyLength, bits2048);
     int remainDays = 0;
     int state = 0;
-    const int rc = m_means.util.GetValidity(otherKeySize, m_entry.nPKIType, m_entry.szPolicyID, m_entry.szNotBefore,
+    const int rc = validityInKnownZone(otherKeySize, m_entry.nPKIType, m_entry.szPolicyID, m_entry.szNotBefore,
         m_entry.szNotAfter, sizeof m_entry.szValidFrom, m_entry.szValidFrom, sizeof m_entry.szValidTo,
         m_entry.szValidTo, &remainDays, &state);
     if (rc != SIGIL_SUCCESS)

@@ -56,7 +56,8 @@ public:
     {
     }
 
-    /** Fills the entry, step by step, until one fails or rejects the certificate.
+    /** Fills the entry, step by step, until one fails or rejects the certificate. Dates are those of the zone that the
+     *  process last noticed.
      *  @return 0 keep it; 1000; 1122 unreadable (logged); 1502 not wanted (logged) */
     int read();
 

@@ -9,6 +9,7 @@
 #include "certlist/store_repair.h"
 #include "certlist/toolkit_calls.h"
 #include "foundation/environment.h"
+#include "foundation/local_time.h"
 #include "foundation/text_field.h"
 
 #include <unistd.h>
@@ -62,6 +63,7 @@ int CLoadDISK::GetCertDirectory(int nPKIType)
 int CLoadDISK::LoadCertList()
 {
     m_search.begin();
+    noticeZone();
     std::vector<const Family*> found;
     int total = 0;
     for (const Family& family : families()) {

@@ -6,6 +6,7 @@
 #include "certlist/codes.h"
 #include "certlist/key_operations.h"
 #include "certlist/toolkit_calls.h"
+#include "foundation/local_time.h"
 
 using namespace sigil;
 
@@ -49,6 +50,7 @@ int CLoadMemory::LoadCertList(const char* signCert, int signCertLen, const char*
     if (m_options.keyPairType == SIGIL_KEY_PAIR_BOTH)
         return m_log.refused(loadCertList, error::notExistKmCert, nullptr, SIGIL_KM_PAIR_REQUIRED, nullptr);
     m_log.begin();
+    noticeZone();
     const int rc = ParsingCert(&*entry);
     if (m_observer)
         m_observer->judged(*entry, rc, m_log);

@@ -10,6 +10,7 @@
 #include "foundation/families.h"
 #include "foundation/local_time.h"
 #include "foundation/text_field.h"
+#include "foundation/validity.h"
 
 #include <algorithm>
 #include <climits>
@@ -179,18 +180,24 @@ int CUtil::CalcDay(int year, int month, int day)
 int CUtil::GetValidity(bool bOtherKeySize, int certKind, char* policyText, char* notBefore, char* notAfter,
     int fromSize, char* fromOut, int toSize, char* toOut, int* remainDays, int* state)
 {
-    sigil::noticeZone(); // once for all dates of a certificate, of which a list has thousands
+    sigil::noticeZone();
+    return sigil::validityInKnownZone(bOtherKeySize, certKind, policyText, notBefore, notAfter, fromSize, fromOut,
+        toSize, toOut, remainDays, state);
+}
+
+int sigil::validityInKnownZone(bool otherKeySize, int family, const char* policyText, const char* notBefore,
+    const char* notAfter, int fromSize, char* fromOut, int toSize, char* toOut, int* remainDays, int* state)
+{
     const std::time_t end = readTime(notAfter);
-    const tm endDate = sigil::localTimeInKnownZone(end);
-    copyDate(sigil::localTimeInKnownZone(readTime(notBefore)), fromSize, fromOut);
+    const tm endDate = localTimeInKnownZone(end);
+    copyDate(localTimeInKnownZone(readTime(notBefore)), fromSize, fromOut);
     copyDate(endDate, toSize, toOut);
 
-    const std::time_t now = sigil::currentTime();
-    const tm today = sigil::localTimeInKnownZone(now);
-    const SigilValidity validity =
-        judge(end, endDate, now, today, sigil::warningDays(certKind, sigil::textOf(policyText)));
+    const std::time_t now = currentTime();
+    const tm today = localTimeInKnownZone(now);
+    const SigilValidity validity = judge(end, endDate, now, today, warningDays(family, textOf(policyText)));
     if (state)
-        *state = bOtherKeySize ? validity - SIGIL_VALIDITY_VALID + SIGIL_VALIDITY_OTHER_VALID : validity;
+        *state = otherKeySize ? validity - SIGIL_VALIDITY_VALID + SIGIL_VALIDITY_OTHER_VALID : validity;
     if (validity == SIGIL_VALIDITY_EXPIRES_SOON && remainDays)
         *remainDays = daysUntil({endDate.tm_year + 1900, endDate.tm_mon + 1, endDate.tm_mday}, today);
     return 0;

@@ -9,8 +9,11 @@
 
 #include <sigildesk/handles.h>
 
+#include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <tuple>
+#include <utility>
 
 namespace {
 
@@ -45,6 +48,18 @@ TEST_F(Memory, TakesAllFourParts)
     EXPECT_STREQ(info->szSignCertPath, "");
     EXPECT_STREQ(entry(17)->szUID, "Hong"); // whatever the index
     EXPECT_EQ(doubles::liveByteStrings(), 0);
+}
+
+TEST_F(Memory, GoesByTheZoneOfItsTime)
+{
+    sigil::environment().now = [] { return timespec{1717243200, 0}; }; // noon of 1 June 2024 in Greenwich
+    for (const auto& [zone, state] : {std::pair("UTC", 4), std::pair("KST-9", 5)}) {
+        setenv("TZ", zone, 1);
+        EXPECT_EQ(take(fake::certificate({{"notAfter", "2024-06-01 18:00:00"}})), 0);
+        EXPECT_EQ(entry()->nValidStatus, state) << zone;
+    }
+    unsetenv("TZ");
+    tzset();
 }
 
 TEST_F(Memory, FamilyComesFromTheOrganisation)

@@ -6,7 +6,9 @@
 #include "tests/certlist/parsing.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
+#include <ctime>
 
 namespace fs = std::filesystem;
 
@@ -52,6 +54,20 @@ TEST_F(Parsing, FillsEveryField)
     EXPECT_EQ(info->nKmCertLen, 0);
     EXPECT_EQ(info->nRandomLen, 0);
     EXPECT_STREQ(info->szPassword, "");
+}
+
+TEST_F(Parsing, EachListingGoesByTheZoneOfItsTime)
+{
+    sigil::environment().now = [] { return timespec{1717243200, 0}; }; // noon of 1 June 2024 in Greenwich
+    addNpki("a", {{"notAfter", "2024-06-01 18:00:00"}});
+    start();
+    for (const auto& [zone, state] : {std::pair("UTC", 4), std::pair("KST-9", 5), std::pair("UTC", 4)}) {
+        setenv("TZ", zone, 1);
+        EXPECT_EQ(load(), 0);
+        EXPECT_EQ(entry()->nValidStatus, state) << zone;
+    }
+    unsetenv("TZ");
+    tzset();
 }
 
 /** A toolkit call whose failure makes a certificate unreadable, and its name in the log. */
