@@ -63,6 +63,7 @@ int CLoadDISK::GetCertDirectory(int nPKIType)
 int CLoadDISK::LoadCertList()
 {
     m_search.begin();
+    m_check = {};
     noticeZone();
     std::vector<const Family*> found;
     int total = 0;
@@ -108,6 +109,7 @@ void CLoadDISK::fillList(const std::vector<const Family*>& found, int total)
     ClearCertList();
     m_entries.resize(std::max(m_entries.size(), static_cast<std::size_t>(total)));
     m_nCount = total;
+    m_check.isNeeded = m_check.metUnfit;
     int next = 0;
     // Files that came after the counting find no place in the list and are left for the next listing.
     const auto keep = [&](const tagCERTINFO& entry) {
@@ -154,7 +156,7 @@ int CLoadDISK::ParsingCert(bool /*bCountOnly*/, tagCERTINFO* pEntry)
     const CertificateUnloader unload(m_hToolkit);
     pEntry->nMediaType = m_nMediaType;
     const int rc =
-        PairReader(m_hToolkit, m_log, m_search.folder()).read(certificate, m_options.keyPairType, *pEntry);
+        PairReader(m_hToolkit, m_log, m_search.folder(), m_check).read(certificate, m_options.keyPairType, *pEntry);
     return rc == SIGIL_SUCCESS ? read(diskStyle, certificate, *pEntry) : rc;
 }
 

@@ -11,6 +11,7 @@
 #include "certlist/entry.h"
 #include "certlist/key_operations.h"
 #include "certlist/pair_files.h"
+#include "certlist/pair_reader.h"
 #include "certlist/pkcs12_transfer.h"
 #include "certlist/store_search.h"
 #include "foundation/families.h"
@@ -113,6 +114,7 @@ private:
 
     char m_szDrivePath[sigil::pathCapacity] = {};
     sigil::StoreSearch m_search{m_log};
+    sigil::FileCheck m_check;                          ///< of the listing that goes on
     std::map<int, std::vector<std::string>> m_folders; // by family code; no list before the first search
     std::vector<sigil::PackedEntry> m_entries;         // the first m_nCount of them are the list
     int m_nCount = 0;

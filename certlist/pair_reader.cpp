@@ -40,14 +40,15 @@ int PairReader::readFile(char* path, const EntryField& field, ToolkitBytes& cont
 }
 
 // What is no file or would not fit into an entry is not read; a path that leads nowhere is left to the toolkit.
-Drop PairReader::dropOf(const char* path) const
+Drop PairReader::dropOf(const char* path)
 {
     struct stat status;
-    if (!m_folder.statusOf(path, status))
+    if (!m_check.isNeeded || !m_folder.statusOf(path, status))
         return Drop::None;
-    if (!S_ISREG(status.st_mode))
-        return Drop::NotAFile;
-    return status.st_size <= static_cast<off_t>(field::signCert.capacity) ? Drop::None : Drop::FileTooLarge;
+    const bool fits = status.st_size <= static_cast<off_t>(field::signCert.capacity);
+    const Drop drop = !S_ISREG(status.st_mode) ? Drop::NotAFile : fits ? Drop::None : Drop::FileTooLarge;
+    m_check.metUnfit |= drop != Drop::None;
+    return drop;
 }
 
 int PairReader::readSignPair(ToolkitBytes& certificate, tagCERTINFO& entry)

@@ -14,15 +14,24 @@ namespace sigil {
 
 class ToolkitBytes;
 
+/** Whether what lies in the place of a file is looked at before it is read. A pipe would hold the reading up, so a listing looks
+ *  when it counts; when it fills, only if the counting met something that is not read. */
+struct FileCheck {
+    bool isNeeded = true;
+    bool metUnfit = false;
+};
+
 /** Part of the disk loader, under whose operations' names it reports trouble. */
 class PairReader {
 public:
     /** @param toolkit  façade handle
-     *  @param folder   one that the files are in or below, or none */
-    PairReader(void* toolkit, ErrorLog& log, const SearchedFolder& folder)
+     *  @param folder   one that the files are in or below, or none
+     *  @param check    is told of what is not read */
+    PairReader(void* toolkit, ErrorLog& log, const SearchedFolder& folder, FileCheck& check)
         : m_toolkit(toolkit)
         , m_log(log)
         , m_folder(folder)
+        , m_check(check)
     {
     }
 
@@ -38,12 +47,13 @@ private:
     int readSignPair(ToolkitBytes& certificate, tagCERTINFO& entry);
     int readKmFile(char* path, const EntryField& field, tagCERTINFO& entry);
     int readKmPair(bool wanted, tagCERTINFO& entry);
-    Drop dropOf(const char* path) const;
+    Drop dropOf(const char* path);
     int unreadable(const char* callee, int rc);
 
     void* m_toolkit;
     ErrorLog& m_log;
     const SearchedFolder& m_folder;
+    FileCheck& m_check;
 };
 
 } // namespace sigil
