@@ -283,7 +283,7 @@ TEST(SampleStoreCommandLine, RefusesWhatIsOutOfBounds)
 {
     const TemporaryFolder folder;
     const std::string target = folder.path("store");
-    const std::vector<std::vector<std::string>> wrong = {{"--count", "0"}, {"--count", "10001"},
+    const std::vector<std::vector<std::string>> wrong = {{"--count", "0"}, {"--count", "100001"},
         {"--count", "many"}, {"--keys", "1"}, {"--families", "npki,xpki"}, {"--now", "2026-02-30"},
         {"--now", "yesterday"}, {"--password", ""}, {"--format", "xml"}, {"--key-variant", "F"},
         {"--key-bits", "512"}, {"--state", "lost"}, {"--pairs", "none"}, {"--surprise"}};

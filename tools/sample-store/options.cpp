@@ -13,7 +13,7 @@ namespace sample {
 
 namespace {
 
-constexpr int mostCertificates = 10'000;
+constexpr int mostCertificates = 100'000;
 constexpr int mostKeys = 1'000;
 
 /** An option that takes one of a few words and otherwise leaves a mixture. */
