@@ -44,7 +44,7 @@ class Names(unittest.TestCase):
         self.succeeds("CertLoad", handle, ctypes.byref(certificate))
         self.succeeds("CertGetSubjectName", handle, len(subject), subject)
         self.succeeds("HV_BINSTR_Delete", handle, ctypes.byref(certificate))
-        self.succeeds("HV_Finish", handle)
+        self.library.HV_Finish(handle)
         self.assertEqual(subject.value.decode("cp949"), self.rows[0]["subject"])
 
     def test_lists_a_store(self):
