@@ -24,7 +24,7 @@ constexpr const char* mpkiFolders[] = {"/MPKI/USER/"};
 constexpr const char* ppkiFolders[] = {"/Halvard/TALOCERT/TALO/", "/NPKI/TALO/User/"};
 constexpr const char* ppkiRemovableFolders[] = {"/Halvard/TALOCERT/TALO/", "/NPKI/TALO/User/", "/TALO/User/"};
 
-constexpr CertificateFiles filesInAFolder(const char* separator, bool probesKmCert)
+consteval CertificateFiles filesInAFolder(const char* separator, bool probesKmCert)
 {
     return {.mark = nullptr,
         .separator = separator,
