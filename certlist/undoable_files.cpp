@@ -49,9 +49,7 @@ std::string notesOf(const std::vector<PairPaths>& pairs)
 std::string folderOf(const std::string& path)
 {
     const std::size_t slash = path.rfind('/');
-    if (slash == path.npos)
-        return ".";
-    return slash == 0 ? "/" : path.substr(0, slash);
+    return slash == path.npos ? "." : path.substr(0, std::max<std::size_t>(slash, 1));
 }
 
 std::string_view nameOf(std::string_view path) { return path.substr(path.rfind('/') + 1); }
