@@ -9,10 +9,13 @@
 #include <gtest/gtest.h>
 
 #include <sys/mman.h>
+#include <sys/resource.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <fstream>
 #include <memory>
@@ -65,6 +68,39 @@ struct Block {
     char* memory;
 };
 
+char* held = nullptr;
+
+/** Made before all others, so it goes after them. */
+[[gnu::init_priority(101)]] const struct LastWriter {
+    ~LastWriter()
+    {
+        if (held)
+            *held = 'x';
+    }
+} lastWriter;
+
+/** Ends with errno, which nothing here changes. */
+[[noreturn]] void holdASecretWithoutRoom()
+{
+    const rlimit none{0, 0};
+    setrlimit(RLIMIT_AS, &none);
+    errno = 7;
+    {
+        const Block secret(100);
+        std::memset(secret.memory, 'x', secret.size);
+    }
+    std::_Exit(errno);
+}
+
+[[noreturn]] void endWithASecret()
+{
+    {
+        const Block large(4 << 20); // mapped before what secrets lie in
+        held = static_cast<char*>(sigil::takeSecretMemory(100));
+    }
+    std::exit(7);
+}
+
 } // namespace
 
 TEST(SecretMemory, IsLeftOutOfCoresAndOfTheSwap)
@@ -116,4 +152,18 @@ TEST(SecretMemory, IsOrdinaryMemoryForLargeBlocksAndWhenItIsFull)
     }
     EXPECT_GE(kept, 4);
     EXPECT_LT(kept, 20);
+}
+
+// Each in a process of its own, in which no secret was held yet.
+
+TEST(SecretMemoryDeathTest, IsOrdinaryMemoryWhereNoMoreMayBeMapped)
+{
+    testing::GTEST_FLAG(death_test_style) = "threadsafe";
+    EXPECT_EXIT(holdASecretWithoutRoom(), testing::ExitedWithCode(7), "");
+}
+
+TEST(SecretMemoryDeathTest, StaysForWhoStillHoldsABlockAtTheEnd)
+{
+    testing::GTEST_FLAG(death_test_style) = "threadsafe";
+    EXPECT_EXIT(endWithASecret(), testing::ExitedWithCode(7), "");
 }
