@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <string>
 
 TEST(Wipe, OverwritesEveryByteWithTheValue)
 {
@@ -15,3 +16,10 @@ TEST(Wipe, OverwritesEveryByteWithTheValue)
 }
 
 TEST(Wipe, IgnoresANullPointer) { EXPECT_NO_FATAL_FAILURE(sigil::wipe(nullptr, 8)); }
+
+TEST(Allocators, AreAllOneSoThatTextsChangeHands)
+{
+    EXPECT_EQ(sigil::SecretAllocator<char>(), sigil::SecretBytes().get_allocator());
+    using Text = std::basic_string<char, std::char_traits<char>, sigil::WipingAllocator<char>>;
+    EXPECT_EQ(sigil::WipingAllocator<char>(), Text().get_allocator());
+}
