@@ -102,6 +102,7 @@ foundation/program.cpp | number < 0 | negative
         code, table, _ = self.report(exceptions, floor="0 0")
         self.assertEqual(code, 1)
         self.assertIn("return number / 2;: stands for nothing", table)
+        self.assertEqual(self.report(exceptions.replace("it runs", "by machine: it runs"), floor="0 0")[0], 0)
 
 
 if __name__ == "__main__":
