@@ -6,16 +6,19 @@
 #include "library_folder.h"
 #include "options.h"
 #include "session.h"
+#include "unfinished.h"
 
 #include <clocale>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
+#include <cxxabi.h>
 #include <exception>
 #include <fcntl.h>
 #include <iostream>
 #include <new>
 #include <string_view>
+#include <typeinfo>
 #include <unistd.h>
 
 namespace host {
@@ -125,6 +128,24 @@ int runToTheEnd(int count, char** words)
     return result;
 }
 
+void sayShortage()
+{
+    constexpr std::string_view message = "sigildesk: out of memory\n";
+    static_cast<void>(!write(STDERR_FILENO, message.data(), message.size()));
+}
+
+/** Of the libraries for JSON and for command lines some functions promise not to throw, but take memory: destructors too.
+ *  Nothing is half done when the process ends here, as little as when it is killed. */
+[[noreturn]] void endOfAnException()
+{
+    const std::type_info* const type = abi::__cxa_current_exception_type();
+    if (!type || *type != typeid(std::bad_alloc))
+        std::abort();
+    removeUnfinished();
+    sayShortage();
+    _exit(failed);
+}
+
 } // namespace
 
 int runCommandLine(int count, char** words)
@@ -132,8 +153,7 @@ int runCommandLine(int count, char** words)
     try {
         return runToTheEnd(count, words);
     } catch (const std::bad_alloc&) { // not even for the words
-        constexpr std::string_view message = "sigildesk: out of memory\n";
-        static_cast<void>(!write(STDERR_FILENO, message.data(), message.size()));
+        sayShortage();
         return failed;
     }
 }
@@ -144,6 +164,7 @@ void prepareProcess()
     // Alone: a machine may have the letters of a language without the language.
     static_cast<void>(std::setlocale(LC_CTYPE, ""));
     static_cast<void>(std::signal(SIGPIPE, SIG_IGN)); // a reader that went away is a write that fails
+    std::set_terminate(endOfAnException);
 }
 
 } // namespace host

@@ -8,7 +8,8 @@
 
 namespace host {
 
-/** What a process needs once: its standard descriptors, its letters, no signal for a reader that went away. */
+/** What a process needs once: its standard descriptors, its letters, no signal for a reader that went away, an end with the
+ *  exit code of a failure where a library breaks its promise not to throw for lack of memory. */
 void prepareProcess();
 
 /** @return the exit code; lets no exception out, also when memory runs out */

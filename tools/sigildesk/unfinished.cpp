@@ -32,8 +32,7 @@ void removeFolder()
 
 extern "C" void removeAndEnd(int number)
 {
-    if (there != 0)
-        removeFolder();
+    removeUnfinished();
     static_cast<void>(raise(number)); // it has its usual effect now, when the handler has returned
 }
 
@@ -51,6 +50,12 @@ void handleEndings()
 }
 
 } // namespace
+
+void removeUnfinished()
+{
+    if (there != 0)
+        removeFolder();
+}
 
 // readdir() is no call that a handler may make.
 void removeFilesIn(int directory)

@@ -14,6 +14,9 @@ namespace host {
 /** Removes all files of an open folder, with calls that the handler of a signal may make. */
 void removeFilesIn(int directory);
 
+/** Removes the folder of an Unfinished that there is, for a process that ends without its destructor. */
+void removeUnfinished();
+
 /** Lets such a signal wait for as long as the object is there. */
 class EndingsWait {
 public:
