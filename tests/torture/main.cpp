@@ -24,8 +24,8 @@ int main(int count, char** words)
     torture::Materials materials;
     std::vector<torture::NamedSession> sessions;
     using Make = torture::Session (*)(torture::Materials&, int toolkit);
-    const std::pair<const char*, Make> all[] = {
-        {"facade", torture::facadeSession}, {"list", torture::listSession}, {"transfer", torture::transferSession}};
+    const std::pair<const char*, Make> all[] = {{"facade", torture::facadeSession}, {"list", torture::listSession},
+        {"transfer", torture::transferSession}, {"command", torture::commandSession}};
     for (const auto& [name, make] : all)
         for (const int toolkit : {SIGIL_TOOLKIT_MAKER, SIGIL_TOOLKIT_GPKI})
             sessions.push_back({name + std::string(toolkit == SIGIL_TOOLKIT_MAKER ? "-maker" : "-gpki"),

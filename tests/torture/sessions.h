@@ -17,6 +17,8 @@ Session facadeSession(Materials& materials, int toolkit);
 Session listSession(Materials& materials, int toolkit);
 /** The certificate list: import, export, copies, deletion, another password. */
 Session transferSession(Materials& materials, int toolkit);
+/** The command: what needs neither a network nor a display. */
+Session commandSession(Materials& materials, int toolkit);
 
 /** Has the layers work on the store and leave the machine alone. */
 void useStore(const Materials& materials);

@@ -207,6 +207,7 @@ class Run {
 public:
     Run(const NamedSession& session, const Options& options, Tally& tally)
         : m_named(session)
+        , m_ofName(std::hash<std::string>()(session.name))
         , m_options(options)
         , m_tally(tally)
         , m_outcome(*shared<Outcome>())
@@ -285,7 +286,8 @@ private:
         alarm(longest);
         if (fault)
             watch(*fault);
-        for (std::size_t step = first; step < m_session.steps.size(); ++step) {
+        const std::size_t end = fault && m_session.ofProcesses ? first + 1 : m_session.steps.size();
+        for (std::size_t step = first; step < end; ++step) {
             m_outcome.before[step] = liveBlocks();
             if (!fault)
                 watch({});
@@ -303,9 +305,9 @@ private:
     std::uint64_t mixed(const Choice& choice) const
     {
         std::uint64_t mix = m_options.seed;
-        for (const std::uint64_t value : {std::uint64_t{std::hash<std::string>()(m_named.name)},
-                 std::uint64_t{choice.step}, static_cast<std::uint64_t>(choice.fault.kind),
-                 static_cast<std::uint64_t>(choice.fault.number), std::uint64_t{choice.fault.lasting}}) {
+        for (const std::uint64_t value :
+            {m_ofName, std::uint64_t{choice.step}, static_cast<std::uint64_t>(choice.fault.kind),
+                static_cast<std::uint64_t>(choice.fault.number), std::uint64_t{choice.fault.lasting}}) {
             mix = (mix ^ value) + 0x9E3779B97F4A7C15;
             mix = (mix ^ mix >> 30) * 0xBF58476D1CE4E5B9;
             mix = (mix ^ mix >> 27) * 0x94D049BB133111EB;
@@ -326,9 +328,10 @@ private:
         const auto consider = [&](Choice choice) {
             const bool is =
                 m_options.only ? nameOf("", choice) == nameOf("", *m_options.only) : isIn(share, choice);
+            if (!is)
+                return;
             choice.fault.error = errors.at(mixed(choice) % errors.size());
-            if (is)
-                chosen.push_back(choice);
+            chosen.push_back(choice);
         };
         for (std::size_t kind = 0; kind < kindNames.size(); ++kind)
             for (long number = 0; number < m_expected.events[step][kind]; ++number)
@@ -364,12 +367,15 @@ private:
             m_outcome.done < m_session.steps.size() ? m_session.steps[m_outcome.done].name : "the end";
         if (WIFSIGNALED(status))
             return last + (WTERMSIG(status) == SIGALRM ? " hangs" : " crashes: ") + strsignal(WTERMSIG(status));
+        if (!m_outcome.finished && choice.fault.kind == Kind::Memory && WEXITSTATUS(status) == m_session.codes.end)
+            return {};
         if (!m_outcome.finished)
             return last + " ends the process with " + std::to_string(WEXITSTATUS(status));
         if (std::string code = wrongCode(choice); !code.empty())
             return code;
         const long kept = m_outcome.after - m_outcome.before[choice.step];
-        if (const long more = kept - (m_expected.after - m_expected.before[choice.step]); more > 0)
+        const long more = kept - (m_expected.after - m_expected.before[choice.step]);
+        if (more > 0 && !m_session.ofProcesses)
             return "memory is kept: " + std::to_string(more) + " blocks";
         if (m_outcome.descriptors > m_expected.descriptors)
             return "a file stays open";
@@ -388,11 +394,12 @@ private:
     std::string wrongCode(const Choice& choice) const
     {
         bool failed = false;
-        for (std::size_t step = choice.step; step < m_session.steps.size(); ++step) {
+        for (std::size_t step = choice.step; step < m_outcome.done; ++step) {
             const int code = m_outcome.codes[step];
             if (code == m_expected.codes[step])
                 continue;
-            if (!mayAnswer(choice.fault.kind, code, failed))
+            const bool leftOut = m_session.steps[step].leftOut.count(code) > 0;
+            if (!leftOut && !mayAnswer(choice.fault.kind, code, failed))
                 return m_session.steps[step].name + " answers " + std::to_string(code);
             failed = true;
         }
@@ -406,6 +413,7 @@ private:
     }
 
     const NamedSession& m_named;
+    const std::uint64_t m_ofName; ///< a number that differs from session to session
     const Options& m_options;
     Tally& m_tally;
     Outcome& m_outcome;
@@ -473,6 +481,8 @@ int torture(const Options& options, const std::vector<NamedSession>& sessions)
     for (const NamedSession& session : sessions)
         if (options.session.empty() || options.session == session.name)
             all += runs.emplace_back(std::make_unique<Run>(session, options, tally))->faults();
+    if (runs.empty())
+        throw std::runtime_error("no session is called " + options.session);
     const double share =
         options.faults > 0 ? std::min(1.0, static_cast<double>(options.faults) / static_cast<double>(all)) : 1;
     for (int round = 0; round < (options.only ? 1 : rounds); ++round)

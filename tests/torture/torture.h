@@ -19,6 +19,7 @@ namespace torture {
 struct Step {
     std::string name;
     std::function<int()> run; ///< answers the call's code
+    std::set<int> leftOut{};  ///< what it also answers when a certificate is left out for lack of memory
 };
 
 /** Codes that a step may answer in place of its own. */
@@ -26,12 +27,15 @@ struct Codes {
     std::set<int> shortage{};          ///< memory ran out
     std::set<int> consequences{};      ///< a step before it failed: no handle, nothing loaded
     std::function<bool(int)> stated{}; ///< another event than one of memory failed
+    int end = 0;                       ///< with which the process may end when memory ran out; 0 for never
 };
 
 struct Session {
     std::vector<Step> steps; ///< from the first call to the last, which gives everything back
     Codes codes;
     std::string folder; ///< what it works on, which is as it was before for every fault
+    bool ofProcesses =
+        false; ///< each step would be a process of its own: with it goes what it keeps, and none follows
 };
 
 /** A session, made in the process that runs it. */
