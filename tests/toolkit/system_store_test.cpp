@@ -327,3 +327,13 @@ TEST_F(Store, HoldsTenThousandCertificates)
     EXPECT_EQ(readCert(9999).size(), readCert(0).size());
     EXPECT_EQ(readCert(10000), code(SIGIL_TK_INDEX));
 }
+
+TEST_F(Store, TheProgramThatOpensItRefusesOtherOperations)
+{
+    const std::string store = SIGILDESK_LIBRARY_FOLDER "/nss-store";
+    for (const std::string& arguments : {std::string(), std::string("remove"), "remove " + at("database")}) {
+        const std::string answer = workshop.run(store + " " + arguments + " </dev/null");
+        EXPECT_EQ(answer.substr(0, answer.find('\n')), std::to_string(SIGIL_TK_ARGUMENT)) << arguments;
+    }
+    EXPECT_FALSE(fs::exists(at("database")));
+}

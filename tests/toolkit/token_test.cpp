@@ -275,6 +275,16 @@ TEST_F(OddTokens, AModuleThatCrashesHangsOrRefusesIsNamed)
     }
 }
 
+TEST_F(OddTokens, WhoTriesThemOutSaysAYesOrNothing)
+{
+    const std::string probe = SIGILDESK_LIBRARY_FOLDER "/token-probe";
+    EXPECT_EQ(workshop.run(probe + " " SIGILDESK_ODD_MODULE), "+");
+    for (const std::string arguments :
+        {"", "/no/such/module.so", "/etc/passwd", "libc.so.6", SIGILDESK_ODD_MODULE " refuse"})
+        EXPECT_EQ(workshop.run(probe + " " + arguments + " || echo failed"), "failed\n") << arguments;
+    EXPECT_EQ(workshop.run(probe + " " SIGILDESK_ODD_MODULE " >&- || echo failed"), "failed\n") << "nobody listens";
+}
+
 TEST_F(OddTokens, AModuleThatFailsDoesNotHideTheOthers)
 {
     workshop.addOdd("odd", "crash");
