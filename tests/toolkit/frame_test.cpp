@@ -16,6 +16,7 @@
 
 #include <array>
 #include <cerrno>
+#include <cstdlib>
 #include <future>
 #include <malloc.h>
 #include <thread>
@@ -220,4 +221,46 @@ TEST_P(Frame, TwoContextsInTwoThreadsDoNotDisturbEachOther)
     std::thread second(reads, "two");
     first.join();
     second.join();
+}
+
+TEST_P(Frame, WhereNothingCanBeHandedOutThereIsAnArgumentMissing)
+{
+    const Workshop workshop;
+    workshop.certificate("user", "/CN=user", "");
+    ByteString certificate(toolkit, workshop.read("user.crt"));
+    ASSERT_EQ(toolkit("CERT_Load", certificate.get()), 0);
+    std::array<char, 4096> room{};
+    char* const some = room.data();
+    char* const none = nullptr;
+    unsigned char byte = 0;
+    BINSTR record{};
+    EXPECT_EQ(toolkit.bare("BINSTR_SetData", static_cast<unsigned char*>(nullptr), 1, &record), SIGIL_TK_ARGUMENT);
+    EXPECT_EQ(toolkit.bare("BINSTR_SetData", &byte, 0, &record), SIGIL_TK_ARGUMENT);
+    EXPECT_EQ(toolkit("CERT_GetUID", 64, none), SIGIL_TK_ARGUMENT);
+    EXPECT_EQ(toolkit("CERT_GetUID", 0, some), SIGIL_TK_ARGUMENT);
+    EXPECT_EQ(toolkit("CERT_GetSubjectName", 4096, none), SIGIL_TK_ARGUMENT);
+    EXPECT_EQ(toolkit("CERT_GetSubjectName", 0, some), SIGIL_TK_ARGUMENT);
+    if (GetParam() == std::string("GPKI_")) {
+        int number = 0;
+        int* const noNumber = nullptr;
+        EXPECT_EQ(toolkit("OCSP_GetCertStatus", 0, noNumber, some, &number), SIGIL_TK_ARGUMENT);
+        EXPECT_EQ(toolkit("OCSP_GetCertStatus", 0, &number, none, &number), SIGIL_TK_ARGUMENT);
+        EXPECT_EQ(toolkit("OCSP_GetCertStatus", 0, &number, some, noNumber), SIGIL_TK_ARGUMENT);
+        return;
+    }
+    for (const auto& [first, second] : {std::pair(none, some), std::pair(some, none)}) {
+        EXPECT_EQ(toolkit("API_GetInfo", first, second), SIGIL_TK_ARGUMENT);
+        EXPECT_EQ(toolkit("CERT_GetValidity", first, second), SIGIL_TK_ARGUMENT);
+        EXPECT_EQ(toolkit("CERT_GetPubKey", 4096, first, second), SIGIL_TK_ARGUMENT);
+        EXPECT_EQ(toolkit("CERT_GetPubKey2", first, second, &record), SIGIL_TK_ARGUMENT);
+    }
+    EXPECT_EQ(toolkit("CERT_GetPubKey", 0, some, some), SIGIL_TK_ARGUMENT);
+    EXPECT_EQ(record.pData, nullptr);
+}
+
+TEST_P(Frame, AByteStringOfNoLengthIsReleasedToo)
+{
+    BINSTR record{static_cast<unsigned char*>(std::calloc(1, 1)), 0};
+    EXPECT_EQ(toolkit.bare("BINSTR_Delete", &record), 0);
+    EXPECT_EQ(record.pData, nullptr);
 }
