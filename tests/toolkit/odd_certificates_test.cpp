@@ -6,11 +6,14 @@
 #include "fuzz/toolkit/two_readings.h"
 #include "tests/toolkit/workshop.h"
 #include "toolkit/engine/base/der.h"
+#include "toolkit/engine/base/pem.h"
 #include "toolkit/engine/keys/identity.h"
 #include "toolkit/engine/net/fetch.h"
 #include "toolkit/engine/trust/soundness.h"
+#include "toolkit/engine/trust/trust.h"
 #include "toolkit/engine/x509/general_name.h"
 #include "toolkit/engine/x509/name.h"
+#include "toolkit/engine/x509/parsed_certificate.h"
 #include "toolkit/engine/x509/text.h"
 
 #include <gmock/gmock.h>
@@ -153,6 +156,19 @@ TEST(OddNames, HexadecimalDigitsAndTimesHaveOneForm)
     EXPECT_FALSE(toolkit::asn1Time(nullptr).has_value());
 }
 
+TEST(OddNames, Base64MayHaveBlanksAndNothingElse)
+{
+    EXPECT_EQ(toolkit_test::stringOf(toolkit::fromBase64(view("Z g\t=\v=\r\n"))), "f");
+    for (const char* const text : {"Zg==\x01\x02\x03\x04", "Zg=", "Z===", "=Zg=", "Zg-_"})
+        EXPECT_EQ(codeOf([&] { toolkit::fromBase64(view(text)); }), SIGIL_TK_ENCODING) << text;
+}
+
+TEST(OddNames, PoliciesMayHaveBlanksAroundThem)
+{
+    EXPECT_THAT(toolkit::policiesOf("  , 1.2 |1 3 ,  "), testing::ElementsAre("1.2", "1.3"));
+    EXPECT_THAT(toolkit::policiesOf(""), testing::IsEmpty());
+}
+
 TEST_F(OddCertificates, NamesInWideCharactersAreReadAlike)
 {
     workshop.run("openssl ecparam -name prime256v1 -genkey -noout -out key.pem");
@@ -192,6 +208,61 @@ TEST_F(OddCertificates, PoliciesWithNoticesOfEveryKindAreReadAlike)
         const Bytes der = withNotice(odd);
         EXPECT_EQ(difference(der), std::nullopt);
     }
+}
+
+TEST_F(OddCertificates, ExtensionsInRareFormsAreTold)
+{
+    workshop.run("openssl ecparam -name prime256v1 -genkey -noout -out key.pem");
+    const Bytes der =
+        withExtensions("basicConstraints=CA:FALSE\n"
+                       "policyConstraints=inhibitPolicyMapping:2\n"
+                       "crlDistributionPoints=relative,issuer,DNS:crl.example.kr\n"
+                       "authorityInfoAccess=caIssuers;URI:http://ca.example.kr/,OCSP;DNS:ocsp.example.kr\n"
+                       "certificatePolicies=@policy\n"
+                       "[relative]\nrelativename=common\n[issuer]\nCRLissuer=dirName:common\n"
+                       "[common]\nCN=crl\n[policy]\npolicyIdentifier=1.2.3.4\nuserNotice=@notice\n"
+                       "[notice]\norganization=Org\nnoticeNumbers=1,2\n");
+    EXPECT_EQ(difference(der), std::nullopt);
+    const toolkit::ParsedCertificate read(library, der);
+    EXPECT_EQ(read.basicConstraints(), "CA=FALSE");
+    EXPECT_FALSE(read.isAuthority());
+    EXPECT_EQ(read.policyConstraints(), "inhibitPolicyMapping=2");
+    EXPECT_EQ(read.crlDistributionPoints(), "dns=crl.example.kr");
+    EXPECT_THAT(read.crlUrls(), testing::IsEmpty());
+    EXPECT_THAT(read.issuerUrls(), testing::ElementsAre("http://ca.example.kr/"));
+    EXPECT_THAT(read.responderUrls(), testing::IsEmpty());
+    EXPECT_EQ(read.policies(), "1 2 3 4");
+}
+
+TEST_F(OddCertificates, KeysOfOtherKindsAreReadAlike)
+{
+    for (const std::string kind : {"ed25519", "ed448", "rsa-pss:1024"}) {
+        const Bytes der = certificate("-newkey " + kind + " -nodes -keyout key.pem -subj /CN=odd");
+        EXPECT_EQ(difference(der), std::nullopt) << kind;
+        EXPECT_NE(Certificate(library, der).publicKeyAlgorithm(), "") << kind;
+    }
+}
+
+TEST_F(OddCertificates, OnlyAuthoritiesAreOfNoUseToUsers)
+{
+    workshop.run("openssl ecparam -name prime256v1 -genkey -noout -out key.pem");
+    const auto verified = [&](const std::string& extensions, int usage) {
+        toolkit::TrustStore store;
+        const Bytes der = withExtensions(extensions);
+        store.trusted.emplace_back(library, der);
+        toolkit::VerifyRequest request;
+        request.usage = usage;
+        return codeOf([&] { verifyCertificate(library, store, Certificate(library, der), request); });
+    };
+    const std::string user = "basicConstraints=CA:FALSE";
+    const std::string authority = "basicConstraints=critical,CA:TRUE";
+    for (const int usage : {SIGIL_TK_USAGE_USER, SIGIL_TK_USAGE_SIGN, SIGIL_TK_USAGE_KEY_MANAGEMENT}) {
+        EXPECT_EQ(verified(user, usage), SIGIL_TK_OK) << usage;
+        EXPECT_EQ(verified(authority, usage), SIGIL_TK_VERIFY_USAGE) << usage;
+    }
+    EXPECT_EQ(verified(user, SIGIL_TK_USAGE_AUTHORITY), SIGIL_TK_VERIFY_USAGE);
+    EXPECT_EQ(verified(authority, SIGIL_TK_USAGE_AUTHORITY), SIGIL_TK_OK);
+    EXPECT_EQ(verified(user, 99), SIGIL_TK_OPTION);
 }
 
 TEST_F(OddCertificates, NumbersBelowZeroAreReadAlike)

@@ -8,6 +8,7 @@
 #include "toolkit/engine/base/error.h"
 #include "toolkit/engine/base/oid.h"
 #include "toolkit/engine/keys/asymmetric.h"
+#include "toolkit/engine/keys/derivation.h"
 #include "toolkit/engine/keys/key_file.h"
 #include "toolkit/engine/keys/key_numbers.h"
 #include "toolkit/engine/keys/pbe.h"
@@ -175,6 +176,20 @@ TEST_F(OddKeys, WhatIsEncryptedMustFillTheBlocksOfItsCipher)
     const Bytes tagged = gcm({octets(12), integer({16})});
     EXPECT_EQ(opening(fileUnder(tagged, 16)), SIGIL_TK_KEY_MALFORMED) << "nothing but the tag";
     EXPECT_EQ(opening(fileUnder(tagged, 17)), SIGIL_TK_KEY_WRONG_PASSWORD);
+}
+
+TEST_F(OddKeys, ScryptIsBoundedInEachOfItsNumbers)
+{
+    constexpr unsigned long huge = 1UL << 40;
+    const auto costing = [&](const ScryptCost& cost) {
+        return codeOf([&] { scrypt(library, view("password"), view("salt"), cost, 16); });
+    };
+    EXPECT_EQ(costing({2, 1, 1}), SIGIL_TK_OK);
+    for (const ScryptCost& none : {ScryptCost{0, 1, 1}, {1, 1, 1}, {3, 1, 1}, {2, 0, 1}, {2, 1, 0}})
+        EXPECT_EQ(costing(none), SIGIL_TK_KEY_MALFORMED);
+    for (const ScryptCost& tooMuch :
+        {ScryptCost{huge, 1, 1}, {2, huge, 1}, {2, 1, huge}, {1UL << 20, 8, 1}, {1UL << 14, 8, 1000}})
+        EXPECT_EQ(costing(tooMuch), SIGIL_TK_KEY_UNSUPPORTED);
 }
 
 TEST_F(OddKeys, RareCiphersOfTheOpensslCommandAreRead)
@@ -381,4 +396,23 @@ TEST_F(OddKeys, PairsOfEveryLengthAreMadeAndNoOthers)
     }
     for (const int kind : {0, 512, 2047, 8192})
         EXPECT_EQ(codeOf([&] { generateKeyPair(library, kind); }), SIGIL_TK_ALGORITHM) << kind;
+}
+
+TEST_F(OddKeys, AKeyIsSharedOnOneCurveOnly)
+{
+    const KeyPair own = generateKeyPair(library, SIGIL_TK_KEYPAIR_P256);
+    const KeyPair other = generateKeyPair(library, SIGIL_TK_KEYPAIR_P256);
+    const KeyPair larger = generateKeyPair(library, SIGIL_TK_KEYPAIR_P384);
+    const auto share = [&](const KeyPair& mine, const KeyPair& theirs) {
+        return sharedKey(library, SIGIL_TK_SHARED_RAW, mine.privateKey, theirs.publicKey);
+    };
+    EXPECT_EQ(share(own, other), share(other, own));
+    EXPECT_EQ(codeOf([&] { share(own, larger); }), SIGIL_TK_ALGORITHM);
+}
+
+TEST_F(OddKeys, RandomBytesAreAFewAtLeastAndNotTooMany)
+{
+    EXPECT_EQ(randomBytes(library, 1).size(), 1U);
+    for (const int count : {-1, 0, 1 << 30})
+        EXPECT_EQ(codeOf([&] { randomBytes(library, count); }), SIGIL_TK_ARGUMENT) << count;
 }
