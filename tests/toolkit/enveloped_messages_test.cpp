@@ -183,6 +183,32 @@ TEST_P(HvtkEnvelopedMessages, RecipientsAreListed)
         SIGIL_TK_BUFFER_TOO_SMALL);
 }
 
+TEST_P(HvtkEnvelopedMessages, RecipientsWithoutAnIssuerAreToldByTheirKey)
+{
+    write("content", content);
+    run("openssl cms -encrypt -binary -aes128 -outform DER -in content -out message -keyid -recip rsa.pem "
+        "-pwri_password secret");
+    ByteString message(toolkit, read("message"));
+    int count = 0;
+    ASSERT_EQ(toolkit("CMS_GetEnvDataRecipCnt", message.get(), &count), 0);
+    std::array<char, 200> issuer{"x"};
+    std::array<char, 200> serial{};
+    std::array<char, 200> algorithm{};
+    ASSERT_EQ(toolkit("CMS_GetEnvDataRecipInfo", 0, 200, issuer.data(), serial.data(), algorithm.data()), 0);
+    EXPECT_STREQ(issuer.data(), "");
+    EXPECT_EQ(std::string(serial.data()).size(), 40U);
+    EXPECT_STREQ(algorithm.data(), "rsaEncryption");
+    EXPECT_EQ(opened("rsa", read("message")), content);
+    EXPECT_EQ(opened("other", read("message")), "code 3902");
+    EXPECT_EQ(toolkit("CMS_GetEnvDataRecipInfo", -1, 200, issuer.data(), serial.data(), algorithm.data()),
+        SIGIL_TK_CMS_NOBODY);
+    for (const int missing : {0, 1, 2})
+        EXPECT_EQ(toolkit("CMS_GetEnvDataRecipInfo", 0, 200, missing == 0 ? nullptr : issuer.data(),
+                      missing == 1 ? nullptr : serial.data(), missing == 2 ? nullptr : algorithm.data()),
+            SIGIL_TK_ARGUMENT)
+            << missing;
+}
+
 TEST_P(HvtkEnvelopedMessages, ARawKeyEncrypts)
 {
     const std::string keyHex = sessionKeyHex + sessionKeyHex;
