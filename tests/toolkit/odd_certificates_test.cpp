@@ -6,6 +6,7 @@
 #include "fuzz/toolkit/two_readings.h"
 #include "tests/toolkit/workshop.h"
 #include "toolkit/engine/base/der.h"
+#include "toolkit/engine/base/oid.h"
 #include "toolkit/engine/base/pem.h"
 #include "toolkit/engine/keys/identity.h"
 #include "toolkit/engine/net/fetch.h"
@@ -163,6 +164,12 @@ TEST(OddNames, Base64MayHaveBlanksAndNothingElse)
         EXPECT_EQ(codeOf([&] { toolkit::fromBase64(view(text)); }), SIGIL_TK_ENCODING) << text;
 }
 
+TEST(OddNames, AnObjectWithoutANumberHasNoText)
+{
+    EXPECT_EQ(toolkit::dottedOid(OBJ_nid2obj(NID_undef)), "");
+    EXPECT_EQ(toolkit::dottedOid(OBJ_nid2obj(NID_commonName)), "2.5.4.3");
+}
+
 TEST(OddNames, PoliciesMayHaveBlanksAroundThem)
 {
     EXPECT_THAT(toolkit::policiesOf("  , 1.2 |1 3 ,  "), testing::ElementsAre("1.2", "1.3"));
@@ -289,7 +296,9 @@ TEST_F(OddCertificates, ExtensionsThatNobodyKnowsAreSoundAndDamagedOnesAreNot)
         const Certificate certificate(library, withExtensions(extensions));
         return codeOf([&] { toolkit::requireSound(certificate); });
     };
-    EXPECT_EQ(soundness("keyUsage=digitalSignature\n1.2.3.4=DER:ff\nnoCheck=ignored"), SIGIL_TK_OK);
+    EXPECT_EQ(
+        soundness("keyUsage=digitalSignature\n1.2.3.4=DER:ff\nnoCheck=ignored\n1.3.6.1.5.5.7.48.1.2=DER:0500"),
+        SIGIL_TK_OK);
     EXPECT_EQ(soundness("keyUsage=DER:ff"), SIGIL_TK_VERIFY_FAILED);
     EXPECT_EQ(soundness("keyUsage=DER:030205a000"), SIGIL_TK_VERIFY_FAILED) << "something behind it";
 }

@@ -318,6 +318,19 @@ TEST_F(OddKeys, ScalarsThatMakeNoEcKeyAreUnusable)
         EXPECT_EQ(loading(keyInfo), SIGIL_TK_KEY_UNUSABLE) << what;
 }
 
+TEST_F(OddKeys, APublicKeyIsNoPrivateOne)
+{
+    for (const int kind : {SIGIL_TK_KEYPAIR_RSA1024, SIGIL_TK_KEYPAIR_P256}) {
+        const Bytes publicKey = generateKeyPair(library, kind).publicKey;
+        const unsigned char* at = publicKey.data();
+        const KeyHandle key(d2i_PUBKEY(nullptr, &at, static_cast<long>(publicKey.size())));
+        ASSERT_NE(key, nullptr);
+        EXPECT_FALSE(encodeNumbers(key.get()).has_value()) << kind;
+        EXPECT_EQ(keyOfNumbers(library, publicKey), nullptr) << kind;
+    }
+    EXPECT_EQ(keyOfNumbers(library, sequence({integer({0}), ecAlgorithm()})), nullptr) << "no key";
+}
+
 TEST_F(OddKeys, AnEmptyScalarIsTakenForNone)
 {
     EXPECT_EQ(keyOfNumbers(library, keyInfoOf(ecAlgorithm(), ecPrivateKey({}))), nullptr);
