@@ -106,6 +106,8 @@ OSSL_LIB_CTX* Library::OpenSsl::context()
     if (m_areRegistered)
         return m_algorithms->context.get();
     const std::lock_guard lock(m_mutex);
+    if (m_areRegistered) // by another thread meanwhile, which uses them
+        return m_algorithms->context.get();
     if (!m_algorithms)
         m_algorithms.emplace();
     try {
