@@ -22,7 +22,9 @@
 using namespace toolkit;
 using toolkit_test::ByteString;
 using toolkit_test::fromHex;
+using toolkit_test::randomHex;
 using toolkit_test::sha256Hex;
+using toolkit_test::stringOf;
 using toolkit_test::text;
 using toolkit_test::toHex;
 using toolkit_test::ToolkitLibrary;

@@ -4,6 +4,7 @@
 #include "ui/cert_records.h"
 
 #include "foundation/text_field.h"
+#include "tests/ui/fixture.h"
 #include "tests/ui/scripted_processor.h"
 
 #include <gtest/gtest.h>
