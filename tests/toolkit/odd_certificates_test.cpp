@@ -4,6 +4,7 @@
 // Certificates and names in forms that hardly any authority writes, and in damaged ones.
 
 #include "fuzz/toolkit/two_readings.h"
+#include "tests/toolkit/failure.h"
 #include "tests/toolkit/workshop.h"
 #include "toolkit/engine/base/der.h"
 #include "toolkit/engine/base/oid.h"
@@ -20,7 +21,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <utility>
 
 namespace odd_certificates {
@@ -30,20 +30,10 @@ namespace der = toolkit::der;
 using testing::HasSubstr;
 using toolkit::Bytes;
 using toolkit::Certificate;
-using toolkit::Error;
 using toolkit::view;
+using toolkit_test::codeOf;
 using toolkit_test::fromHex;
 using toolkit_test::toHex;
-
-int codeOf(const std::function<void()>& run)
-{
-    try {
-        run();
-        return SIGIL_TK_OK;
-    } catch (const Error& error) {
-        return error.code();
-    }
-}
 
 class OddCertificates : public testing::Test {
 protected:

@@ -3,6 +3,7 @@
 
 // Private keys and their encryption in forms that hardly anybody writes, and in damaged ones.
 
+#include "tests/toolkit/failure.h"
 #include "tests/toolkit/workshop.h"
 #include "toolkit/engine/base/der.h"
 #include "toolkit/engine/base/error.h"
@@ -17,10 +18,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <utility>
 
 using namespace toolkit;
+using toolkit_test::codeOf;
 using toolkit_test::stringOf;
 
 namespace {
@@ -59,16 +60,6 @@ Bytes gcm(std::initializer_list<View> parameters)
 
 /** A key file of this algorithm; what it encrypts is nothing. */
 Bytes fileUnder(View algorithm, std::size_t encrypted = 32) { return sequence({algorithm, octets(encrypted)}); }
-
-int codeOf(const std::function<void()>& run)
-{
-    try {
-        run();
-        return SIGIL_TK_OK;
-    } catch (const Error& error) {
-        return error.code();
-    }
-}
 
 class OddKeys : public testing::Test {
 protected:
