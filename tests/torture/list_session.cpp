@@ -84,11 +84,8 @@ const Codes& listCodes()
 Session listSession(Materials& materials, int toolkit)
 {
     useStore(materials);
-    const auto inputs = std::make_shared<Inputs>(materials);
     std::vector<Step> steps;
-    const auto add = [&](const char* name, auto call) {
-        steps.push_back({name, [call, inputs] { return call(*inputs); }});
-    };
+    const auto add = adderOf(steps, std::make_shared<Inputs>(materials));
     add("CLP_Initalize", [toolkit](Inputs& in) {
         return CLP_Initalize(&in.list, nullptr, toolkit, SIGIL_LANGUAGE_KOREAN, in.library.data());
     });

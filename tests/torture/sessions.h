@@ -9,7 +9,19 @@
 #include "tests/torture/materials.h"
 #include "tests/torture/torture.h"
 
+#include <memory>
+#include <vector>
+
 namespace torture {
+
+/** What adds steps to a session, calls with the inputs that all of them share. @p steps must outlive it. */
+template <class Inputs>
+auto adderOf(std::vector<Step>& steps, const std::shared_ptr<Inputs>& inputs)
+{
+    return [&steps, inputs](const char* name, auto call) {
+        steps.push_back({name, [call, inputs] { return call(*inputs); }});
+    };
+}
 
 /** The façade on a toolkit: certificates, keys, messages, PKCS#12, identity, files. */
 Session facadeSession(Materials& materials, int toolkit);

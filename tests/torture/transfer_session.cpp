@@ -72,11 +72,8 @@ Codes transferCodes()
 Session transferSession(Materials& materials, int toolkit)
 {
     useStore(materials);
-    const auto inputs = std::make_shared<Inputs>(materials);
     std::vector<Step> steps;
-    const auto add = [&](const char* name, auto call) {
-        steps.push_back({name, [call, inputs] { return call(*inputs); }});
-    };
+    const auto add = adderOf(steps, std::make_shared<Inputs>(materials));
     add("CLP_Initalize", [toolkit](Inputs& in) {
         const int code = CLP_Initalize(&in.list, nullptr, toolkit, SIGIL_LANGUAGE_KOREAN, in.library.data());
         CLP_SetType(in.list, &in.options);
