@@ -54,7 +54,7 @@ int CCertListProcInterface::Inialize(void* /*pReserved*/, int nToolkitType)
     const int rc = sigildesk::initialise(m_hToolkit, nToolkitType, folder);
     if (rc == SIGIL_MAKER_LIBRARY_MISSING || rc == SIGIL_GPKI_LIBRARY_MISSING)
         return finish(SIGIL_TOOLKIT_NOT_LOADED);
-    if (isShortage(rc))
+    if (rc == SIGIL_NO_MEMORY || isShortage(rc))
         return finish(SIGIL_NO_MEMORY);
     if (rc != SIGIL_SUCCESS)
         return finish(SIGIL_TOOLKIT_REFUSED);

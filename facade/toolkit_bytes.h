@@ -9,7 +9,6 @@
 #include "foundation/secret.h"
 
 #include <sigildesk/binary.h>
-#include <sigildesk/codes.h>
 #include <sigildesk/crypto/frame.h>
 
 #include <new>
@@ -19,8 +18,9 @@ namespace sigil {
 /** What a toolkit answers that lacks memory. */
 constexpr int toolkitNoMemory = 3002;
 
-/** Whether a call of the façade lacked memory, here or in the toolkit. It has refused nothing. */
-inline bool isShortage(int code) { return code == SIGIL_NO_MEMORY || code == toolkitNoMemory; }
+/** Whether the toolkit lacked memory: it has refused nothing. The façade's own 1000 is none, since it also says that a field is
+ *  missing. */
+inline bool isShortage(int code) { return code == toolkitNoMemory; }
 
 /** One byte string in toolkit memory. It is created on a façade handle and released on the same handle on every path;
  *  the handle must outlive it. The bytes are wiped before they go back: many are keys. */

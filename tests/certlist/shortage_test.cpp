@@ -87,6 +87,13 @@ TEST_F(Shortage, OfCopiesAndDeletion)
     expectItTold("deletion", [&] { return CLP_DeleteCert(clp, 1, nullptr, Text(goodPassword)); });
 }
 
+TEST_F(Shortage, IsNotWhatAMissingFieldIsCalled)
+{
+    ASSERT_EQ(stage(signCert, signKey, kmCert, kmKey), 0);
+    doubles::answer("HVTK_CERT_Load", SIGIL_MISSING_FIELD); // the same number as the list's own lack of memory
+    EXPECT_EQ(copyStaged(), SIGIL_CERTIFICATE_UNREADABLE);
+}
+
 TEST_F(Shortage, OfACertificateFromMemoryAndItsVerification)
 {
     writeFile(library / "HVCToolkitV30.conf",
