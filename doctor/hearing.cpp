@@ -47,10 +47,11 @@ std::string ruleFor(const tagCERTINFO& entry, const std::string& path, const cha
 Diagnosis unreadFile(const tagCERTINFO& entry, const std::string& path, ErrorLog& log)
 {
     struct stat status { };
-    if (lstat(path.c_str(), &status) != 0)
-        return errno == ENOENT || errno == ENOTDIR
-            ? by(ruleFor(entry, path, "missing"), {path})
-            : by("file_unreadable", {path, currentUser(), std::generic_category().message(errno)});
+    const int error = lstat(path.c_str(), &status) == 0 ? 0 : errno; // the password database sets it too
+    if (error == ENOENT || error == ENOTDIR)
+        return by(ruleFor(entry, path, "missing"), {path});
+    if (error != 0)
+        return by("file_unreadable", {path, currentUser(), std::generic_category().message(error)});
     if (S_ISLNK(status.st_mode) && stat(path.c_str(), &status) != 0)
         return by("link_leads_nowhere", {path});
     if (faccessat(AT_FDCWD, path.c_str(), R_OK, AT_EACCESS) != 0)

@@ -13,6 +13,7 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <string>
 
 namespace fs = std::filesystem;
 
@@ -179,22 +180,62 @@ TEST_F(Places, AFolderThatCannotBeRead)
     EXPECT_THAT(report.findings[0].detail, testing::HasSubstr(sigil::currentUser()));
 }
 
-TEST_F(Places, AFileThatTheToolkitCouldNotRead)
+class Unread : public Places {
+protected:
+    /** What is said of a pair whose certificate at @p path the toolkit did not read, in these words. */
+    static sigil::Diagnosis heard(sigil::Drop drop, const fs::path& path, const char* words = "Input/output error",
+        const char* call = nullptr)
+    {
+        tagCERTINFO entry{};
+        set(entry.szSignCertPath, path.c_str());
+        sigil::ErrorLog log;
+        log.because(drop, call ? call : entry.szSignCertPath, 3301, 1122);
+        log.text() = const_cast<char*>(words);
+        sigil::Hearing hearing(nullptr);
+        hearing.judged(entry, 1122, log);
+        return hearing.candidates().at(0).diagnosis;
+    }
+    static std::string why(const fs::path& path)
+    {
+        const sigil::Diagnosis diagnosis = heard(sigil::Drop::FileNotRead, path);
+        return diagnosis.rule->name + std::string(" ") + diagnosis.values.back();
+    }
+
+    const fs::path certificate = pair(user + "a") / "signCert.der";
+};
+
+TEST_F(Unread, AFileIsSaidToBeSoInTheToolkitsWords)
 {
-    const fs::path folder = pair(user + "a");
-    tagCERTINFO entry{};
-    set(entry.szSignCertPath, (folder / "signCert.der").c_str());
-    sigil::ErrorLog log;
-    log.because(sigil::Drop::FileNotRead, entry.szSignCertPath, 3301, 1122);
-    log.text() = const_cast<char*>("Input/output error");
-    sigil::Hearing hearing(nullptr);
-    hearing.judged(entry, 1122, log);
-    const sigil::Diagnosis& diagnosis = hearing.candidates().at(0).diagnosis;
-    EXPECT_STREQ(diagnosis.rule->name, "file_unreadable");
-    EXPECT_EQ(diagnosis.values.at(2), "Input/output error");
-    log.because(sigil::Drop::FieldNotRead, "CertGetUID()", 77, 1122);
-    hearing.judged(entry, 1122, log);
-    EXPECT_STREQ(hearing.candidates().at(1).diagnosis.rule->name, "field_unreadable");
+    EXPECT_EQ(why(certificate), "file_unreadable Input/output error");
+    fs::create_symlink(certificate, home / "link");
+    EXPECT_EQ(why(home / "link"), "file_unreadable Input/output error");
+}
+
+TEST_F(Unread, WordsThatAreNoCp949AreToldAsTheyAre)
+{
+    EXPECT_EQ(heard(sigil::Drop::FileNotRead, certificate, "\xFF\xFF").values.at(2), "\xFF\xFF");
+}
+
+TEST_F(Unread, AFileIsSaidToBeMissingBelowAFile)
+{
+    const fs::path below = certificate / "signCert.der";
+    EXPECT_EQ(why(below), "certificate_missing " + below.string());
+    EXPECT_EQ(why(home / "gone"), "certificate_missing " + (home / "gone").string());
+}
+
+TEST_F(Unread, AFileWhosePathCannotBeFollowed)
+{
+    fs::create_symlink("circle", home / "circle");
+    EXPECT_EQ(why(home / "circle/signCert.der"), "file_unreadable Too many levels of symbolic links");
+}
+
+TEST_F(Unread, AField)
+{
+    const sigil::Diagnosis diagnosis =
+        heard(sigil::Drop::FieldNotRead, certificate, "no such field", "CertGetUID()");
+    EXPECT_STREQ(diagnosis.rule->name, "field_unreadable");
+    EXPECT_EQ(diagnosis.values.at(1), "CertGetUID()");
+    EXPECT_EQ(diagnosis.values.at(2), "no such field");
 }
 
 TEST(FileFacts, OwnerAndRights)
