@@ -126,7 +126,7 @@ Content derContent(std::string_view bytes)
         return Content::Pkcs12;
     if (begins(tags, {oidTag}))
         return Content::Message;
-    if (begins(tags, {sequenceTag, sequenceTag}) || begins(tags, {sequenceTag, sequenceTag, bitStringTag}))
+    if (begins(tags, {sequenceTag, sequenceTag}))
         return signedContent(inside(content));
     return Content::Other;
 }

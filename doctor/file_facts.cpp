@@ -19,9 +19,8 @@ std::string userName(uid_t user)
     std::string texts(room, '\0');
     passwd entry{};
     passwd* found = nullptr;
-    if (getpwuid_r(user, &entry, texts.data(), texts.size(), &found) == 0 && found)
-        return found->pw_name;
-    return std::to_string(user);
+    getpwuid_r(user, &entry, texts.data(), texts.size(), &found); // finds nobody where it fails
+    return found ? found->pw_name : std::to_string(user);
 }
 
 } // namespace

@@ -32,15 +32,10 @@ std::string utf8(const char* cp949)
     return out;
 }
 
-bool isKey(const tagCERTINFO& entry, const std::string& path)
-{
-    return path == entry.szSignPriKeyPath || path == entry.szKmPriKeyPath;
-}
-
 /** The rule of a file of the signing pair, that of its certificate or that of its key. */
 std::string ruleFor(const tagCERTINFO& entry, const std::string& path, const char* what)
 {
-    return std::string(isKey(entry, path) ? "key_" : "certificate_") + what;
+    return std::string(path == entry.szSignPriKeyPath ? "key_" : "certificate_") + what;
 }
 
 /** Why the toolkit could not read a file. */

@@ -56,15 +56,16 @@ public:
     {
         if (m_code != SIGIL_SUCCESS)
             return m_code;
-        const int code = CLP_SetMediaType(m_handle, medium, base.data(), 0);
-        return code == SIGIL_SUCCESS ? CLP_LoadCertList(m_handle) : code;
+        CLP_SetMediaType(m_handle, medium, base.data(), 0);
+        return CLP_LoadCertList(m_handle);
     }
 
     /** Judges a pair that lies outside of all stores as one that a host hands over. */
     void judgePair(std::string certificate, std::string key)
     {
-        if (m_code != SIGIL_SUCCESS || CLP_SetMediaType(m_handle, SIGIL_MEDIUM_MEMORY, nullptr, 0) != SIGIL_SUCCESS)
+        if (m_code != SIGIL_SUCCESS)
             return;
+        CLP_SetMediaType(m_handle, SIGIL_MEDIUM_MEMORY, nullptr, 0);
         CLP_LoadMemoryCert(m_handle, certificate.data(), static_cast<int>(certificate.size()), key.data(),
             static_cast<int>(key.size()), nullptr, 0, nullptr, 0);
     }
@@ -392,7 +393,7 @@ private:
         m_listing.judgePair(contentOfFile(path), contentOfFile(keyBeside(folder, path, names)));
         if (m_hearing.candidates().size() > before && !m_hearing.candidates().back().listed) {
             Diagnosis why = m_hearing.candidates().back().diagnosis;
-            if (!why.values.empty() && why.values[0].empty())
+            if (why.values[0].empty()) // what kept a pair out is told with a value, most often a path
                 why.values[0] = path;
             return find(path, false, why);
         }

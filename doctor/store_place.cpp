@@ -19,8 +19,8 @@ enum class Nearness { None, SomeSteps, OtherStyle, TooDeep, NoOwnFolder, LetterC
 
 struct Match {
     Nearness nearness = Nearness::None;
-    std::size_t common = 0; ///< steps that are the same but for letter case
-    const Family* family = nullptr;
+    std::size_t common = 0;         ///< steps that are the same but for letter case
+    const Family* family = nullptr; ///< set with every nearness but None
     std::string folder;
     bool searchedHere = false; ///< on this medium
 };
@@ -86,7 +86,7 @@ std::string knownNames(const Steps& steps, std::size_t common)
     std::set<std::string> names;
     forEachFolder([&](const Family&, const StoreFolders&, const char* folder) {
         const Steps wanted = stepsOf(folder);
-        if (commonSteps(steps, wanted) == common && wanted.size() > common)
+        if (commonSteps(steps, wanted) == common) // and goes on, or it were the nearest
             names.insert(wanted[common]);
     });
     std::string text;
@@ -106,8 +106,6 @@ std::string joined(const Steps& steps)
 /** True when the families' folders of this medium hold the folder of @p match. */
 bool isSearched(const StorePlace& place, const Match& match)
 {
-    if (!match.family)
-        return false;
     const StoreFolders& folders = foldersOf(*match.family, place.medium);
     return folders.places > 0 &&
         std::ranges::any_of(folders.folders, [&](const char* folder) { return match.folder == folder; });
@@ -115,13 +113,13 @@ bool isSearched(const StorePlace& place, const Match& match)
 
 Diagnosis explained(const StorePlace& place, const Steps& steps, const Match& match)
 {
-    const std::string family = match.family ? familyName(match.family->code) : "";
     switch (match.nearness) {
     case Nearness::Exact:
         if (!isSearched(place, match))
-            return by("family_not_on_medium", {family, match.folder});
-        return (place.wantedFamilies & match.family->code) == 0 ? by("family_not_wanted", {family})
-                                                                : by("folder_not_searched", {match.folder});
+            return by("family_not_on_medium", {familyName(match.family->code), match.folder});
+        return (place.wantedFamilies & match.family->code) == 0
+            ? by("family_not_wanted", {familyName(match.family->code)})
+            : by("folder_not_searched", {match.folder});
     case Nearness::LetterCase:
         return by("folder_letter_case",
             {joined({steps.begin(), steps.begin() + static_cast<std::ptrdiff_t>(match.common)}), match.folder});
@@ -130,7 +128,7 @@ Diagnosis explained(const StorePlace& place, const Steps& steps, const Match& ma
     case Nearness::TooDeep:
         return by("too_deep", {match.folder});
     case Nearness::OtherStyle:
-        return by("names_of_other_family", {family, match.folder});
+        return by("names_of_other_family", {familyName(match.family->code), match.folder});
     case Nearness::SomeSteps:
         return by("folder_not_known",
             {steps.size() > match.common ? steps[match.common] : "/", knownNames(steps, match.common)});
