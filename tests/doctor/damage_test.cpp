@@ -4,8 +4,12 @@
 // What is told from bytes that should be a certificate.
 
 #include "doctor/certificate_damage.h"
+#include "tests/doctor/der.h"
 
 #include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
 
 namespace {
 
@@ -57,6 +61,31 @@ TEST(Damage, OfAHeadThatIsNotWhole)
     }
 }
 
+TEST(Damage, OfAHeadThatIsNotWholeInside)
+{
+    const auto place = damagedPlace(std::string("\x30\x04\x02\x01\x05\x30", 6));
+    ASSERT_TRUE(place);
+    EXPECT_EQ(place->offset, 5U);
+    EXPECT_EQ(place->claimed, 0U);
+    EXPECT_EQ(place->left, 1U);
+    EXPECT_FALSE(place->cutShort());
+}
+
+/** Damage within this many elements. */
+std::string damagedWithin(int elements)
+{
+    std::string bytes("\x02\x05", 2);
+    for (int i = 0; i < elements; ++i)
+        bytes = derSequence(bytes);
+    return bytes;
+}
+
+TEST(Damage, IsLookedForSixtyFourElementsDeep)
+{
+    EXPECT_TRUE(damagedPlace(damagedWithin(64)));
+    EXPECT_FALSE(damagedPlace(damagedWithin(65)));
+}
+
 TEST(Damage, IsNotFollowedWithoutEnd)
 {
     std::string bytes;
@@ -76,6 +105,35 @@ TEST(Content, OfNoCertificate)
     EXPECT_EQ(contentOf("-----BEGIN CMS-----\n"), Content::Pem);
     EXPECT_EQ(contentOf("\x31\x02\x05"), Content::Other);
     EXPECT_EQ(contentOf(whole), Content::Other);
+    EXPECT_EQ(contentOf("one line\r\n\tand another\n"), Content::Text);
+    EXPECT_EQ(contentOf("one line\aand another"), Content::Other);
+}
+
+TEST(Content, AsItsOuterElementsTell)
+{
+    const std::string integer("\x02\x01\x00", 3);
+    const std::string oid("\x06\x01\x2A", 3);
+    const std::string octets("\x04\x01x", 3);
+    const std::string empty = derSequence("");
+    const std::string utcTime = der(0x17, "200101000000Z");
+    const std::string generalizedTime = der(0x18, "20500101000000Z");
+    const auto isSigned = [](const std::string& what) { return derSequence(derSequence(what) + derSequence("")); };
+    const std::pair<std::string, Content> rows[] = {
+        {empty, Content::Other},
+        {derSequence(derSequence(oid) + octets), Content::EncryptedKey},
+        {derSequence(derSequence(integer) + octets), Content::Other},
+        {derSequence(integer + empty + octets), Content::PlainKey},
+        {derSequence(integer + integer + integer), Content::PlainKey},
+        {derSequence(integer + empty), Content::Pkcs12},
+        {derSequence(oid + octets), Content::Message},
+        {isSigned(integer + empty + empty + der(0xA0, "")), Content::Request},
+        {isSigned(integer + empty + empty + utcTime), Content::RevocationList},
+        {isSigned(empty + empty + generalizedTime), Content::RevocationList},
+        {isSigned(empty + empty), Content::Certificate},
+        {isSigned(""), Content::Certificate},
+    };
+    for (const auto& [bytes, content] : rows)
+        EXPECT_EQ(contentOf(bytes), content) << &bytes - &rows[0].first;
 }
 
 } // namespace

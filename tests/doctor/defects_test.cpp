@@ -3,6 +3,7 @@
 
 // One store with every kind of defect at once: each has its finding, and what is said to be listed is what the list shows.
 
+#include "tests/doctor/der.h"
 #include "tests/doctor/sick_store.h"
 
 #include <sys/stat.h>
@@ -15,24 +16,16 @@ namespace fs = std::filesystem;
 
 namespace {
 
-std::string der(unsigned char tag, const std::string& content)
-{
-    std::string bytes(1, static_cast<char>(tag));
-    if (content.size() >= 0x80)
-        bytes.append({static_cast<char>(0x82), static_cast<char>(content.size() >> 8)});
-    return bytes + static_cast<char>(content.size() & 0xFF) + content;
-}
-
-std::string sequence(const std::string& content) { return der(0x30, content); }
-
 const std::string integer("\x02\x01\x00", 3);
 const std::string oid("\x06\x03\x55\x04\x03", 5);
 const std::string time17 = der(0x17, "200101000000Z");
-const std::string signature = sequence(oid) + der(0x03, std::string("\x00\x01", 2));
-const std::string request = sequence(sequence(integer + sequence("") + sequence(oid) + der(0xA0, "")) + signature);
-const std::string revocationList = sequence(sequence(integer + sequence(oid) + sequence("") + time17) + signature);
-const std::string message = sequence(oid + der(0xA0, integer));
-const std::string plainKey = sequence(integer + sequence(oid) + der(0x04, std::string(40, 'k')));
+const std::string signature = derSequence(oid) + der(0x03, std::string("\x00\x01", 2));
+const std::string request =
+    derSequence(derSequence(integer + derSequence("") + derSequence(oid) + der(0xA0, "")) + signature);
+const std::string revocationList =
+    derSequence(derSequence(integer + derSequence(oid) + derSequence("") + time17) + signature);
+const std::string message = derSequence(oid + der(0xA0, integer));
+const std::string plainKey = derSequence(integer + derSequence(oid) + der(0x04, std::string(40, 'k')));
 
 /** A certificate with the length of the element at @p at made larger than what is left. */
 std::string withWrongLength(std::string certificate, std::size_t at)
