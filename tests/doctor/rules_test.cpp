@@ -51,6 +51,7 @@ TEST(Rules, SayTheirValues)
 {
     const sigil::Rule& rule = sigil::ruleNamed("file_letter_case");
     EXPECT_EQ(rule.mend.in(SIGIL_LANGUAGE_ENGLISH, {"A", "b"}), "Rename it to b, letter for letter.");
+    EXPECT_EQ(rule.mend.in(SIGIL_LANGUAGE_ENGLISH, {"A"}), "Rename it to ?, letter for letter.");
     EXPECT_EQ(rule.detail.in(SIGIL_LANGUAGE_KOREAN, {"A", "b"}), "파일 이름이 A인데 목록은 b을(를) 찾습니다.");
 }
 
