@@ -5,6 +5,7 @@
 
 #include "doctor/file_facts.h"
 #include "doctor/hearing.h"
+#include "tests/doctor/refusal.h"
 #include "tests/doctor/sick_store.h"
 
 #include <gmock/gmock.h>
@@ -12,7 +13,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
+#include <cstdlib>
+#include <optional>
 #include <string>
 
 namespace fs = std::filesystem;
@@ -120,6 +124,55 @@ TEST_F(Places, APathIsJudgedWithinItsStore)
     EXPECT_EQ(sigil::examinePath(question, home.string() + "/").findings.size(), 2U);
 }
 
+TEST_F(Places, AFileIsJudgedWithTheOthersOfItsPair)
+{
+    const fs::path folder = shared("GPKI/Certificate/class2", "officer");
+    shared("GPKI/Certificate/class2", "other");
+    writeFile(folder / "a.cer", good().signCert);
+    writeFile(folder / "officer_env.cer", good().kmCert);
+    sigil::StoreReport report = sigil::examinePath(question, (folder / "officer_sig.key").string());
+    ASSERT_EQ(report.findings.size(), 2U);
+    EXPECT_EQ(said(report, folder / "officer_sig.cer"), "listed");
+    EXPECT_EQ(said(report, folder / "officer_env.cer"), "km_key_missing, listed");
+    report = sigil::examinePath(question, (folder / "a.cer").string());
+    ASSERT_EQ(report.findings.size(), 1U);
+    EXPECT_EQ(said(report, folder / "a.cer"), "file_name_not_known");
+}
+
+TEST_F(Places, APathThatIsNotThere)
+{
+    const sigil::StoreReport report = sigil::examinePath(question, m_folder.path("gone/away"));
+    EXPECT_TRUE(report.findings.empty());
+    for (const sigil::SearchedPlace& place : report.folders)
+        EXPECT_EQ(place.error, ENOENT) << place.path;
+}
+
+TEST_F(Places, AStoreWithTwoWaysIntoItIsListedTwice)
+{
+    pair(user + "a");
+    fs::remove(pair(user + "b") / "signCert.der");
+    fs::create_directory_symlink("yessign", home / "NPKI/KICA");
+    const sigil::StoreReport report = sigil::examineHome(question);
+    EXPECT_EQ(report.findings.size(), 4U);
+    EXPECT_EQ(listedBy(report), listed());
+    for (const char* authority : {"NPKI/yessign/USER/", "NPKI/KICA/USER/"})
+        EXPECT_EQ(said(report, authority + std::string("a/signCert.der")), "listed");
+    EXPECT_EQ(said(report, "NPKI/KICA/USER/b/signPri.key"), "certificate_missing");
+    EXPECT_EQ(said(report, "NPKI/yessign/USER/b/signCert.der"), "certificate_missing");
+}
+
+TEST_F(Places, APairThatCameAfterItsFolderWasSearched)
+{
+    pair("NPKI/KICA/USER/a");
+    question.leftOut = [this](const tagCERTINFO&) -> const char* {
+        pair(user + "late");
+        return nullptr;
+    };
+    const sigil::StoreReport report = sigil::examineHome(question);
+    EXPECT_EQ(report.code, 0);
+    EXPECT_EQ(said(report, user + "late/signCert.der"), "folder_not_searched");
+}
+
 TEST_F(Places, APathWithStoresBelowIsADisk)
 {
     pair("../disk/NPKI/KICA/USER/a");
@@ -151,15 +204,31 @@ TEST_F(Places, OutsideOfAllStores)
     EXPECT_EQ(report.findings[0].rule, "family_differs");
 }
 
+TEST_F(Places, OutsideOfAllStoresWithoutAKey)
+{
+    fs::remove(pair("../elsewhere/a") / "signPri.key");
+    fs::remove(pair("../elsewhere/b") / "signPri.key");
+    fs::create_directory(m_folder.path("elsewhere/b/signPri.key"));
+    const sigil::StoreReport report = sigil::examinePath(question, m_folder.path("elsewhere"));
+    EXPECT_EQ(report.findings.size(), 2U);
+    for (const char* pair : {"elsewhere/a/signCert.der", "elsewhere/b/signCert.der"})
+        EXPECT_EQ(said(report, m_folder.path(pair)), "outside_store");
+}
+
 TEST_F(Places, WithoutAToolkitNothingIsListed)
 {
     pair(user + "a");
+    shared("GPKI/Certificate/class1", "b");
+    pair("../elsewhere/c");
     question.libraryFolder = m_folder.path("library");
     fs::create_directory(question.libraryFolder);
     const sigil::StoreReport report = sigil::examineHome(question);
     EXPECT_EQ(report.code, SIGIL_TOOLKIT_NOT_LOADED);
     EXPECT_EQ(said(report, user + "a/signCert.der"), "list_not_built");
+    EXPECT_EQ(said(report, "GPKI/Certificate/class1/b_sig.cer"), "list_not_built");
     EXPECT_THAT(finding(report, "list_not_built").detail, testing::HasSubstr("1010"));
+    const std::string outside = m_folder.path("elsewhere/c/signCert.der");
+    EXPECT_EQ(said(sigil::examinePath(question, outside), outside), "outside_store");
 }
 
 // The administrator may read whatever its rights say.
@@ -178,6 +247,36 @@ TEST_F(Places, AFolderThatCannotBeRead)
     ASSERT_EQ(report.findings.size(), 1U);
     EXPECT_EQ(report.findings[0].rule, "folder_unreadable");
     EXPECT_THAT(report.findings[0].detail, testing::HasSubstr(sigil::currentUser()));
+}
+
+TEST_F(Places, AFileInThePlaceOfAFolder)
+{
+    const sigil::StoreReport report = sigil::examineDisk(question, m_folder.write("file", "no disk"));
+    ASSERT_EQ(report.findings.size(), 1U);
+    EXPECT_EQ(report.findings[0].rule, "folder_unreadable");
+    EXPECT_THAT(report.findings[0].detail, testing::HasSubstr("Not a directory"));
+}
+
+TEST_F(Places, AFolderWithoutRights)
+{
+    const fs::path folder = pair(user + "a").parent_path();
+    fs::permissions(folder, fs::perms::owner_all);
+    const Refusal refusal(RefusedCall::OpenFolder, folder.string(), EACCES);
+    const sigil::StoreReport report = sigil::examineHome(question);
+    EXPECT_EQ(report.code, SIGIL_NO_CERTIFICATE);
+    ASSERT_EQ(report.findings.size(), 1U);
+    EXPECT_EQ(said(report, folder.string()), "folder_unreadable");
+    EXPECT_THAT(report.findings[0].detail, testing::HasSubstr(", 0700"));
+}
+
+TEST_F(Places, AnItemThatGoesWhileItsFolderIsLookedAt)
+{
+    pair(user + "a");
+    writeFile(home / user / "b/all.pfx", pfx());
+    const Refusal refusal(RefusedCall::Status, (home / user / "b/all.pfx").string(), ENOENT);
+    const sigil::StoreReport report = sigil::examineHome(question);
+    EXPECT_EQ(report.findings.size(), 1U);
+    EXPECT_EQ(said(report, user + "a/signCert.der"), "listed");
 }
 
 class Unread : public Places {
@@ -229,6 +328,13 @@ TEST_F(Unread, AFileWhosePathCannotBeFollowed)
     EXPECT_EQ(why(home / "circle/signCert.der"), "file_unreadable Too many levels of symbolic links");
 }
 
+TEST_F(Unread, AFileWithoutRights)
+{
+    fs::permissions(certificate, fs::perms::owner_write);
+    const Refusal refusal(RefusedCall::Access, certificate.string(), EACCES);
+    EXPECT_THAT(why(certificate), testing::MatchesRegex("file_unreadable .*, 0200"));
+}
+
 TEST_F(Unread, AField)
 {
     const sigil::Diagnosis diagnosis =
@@ -244,6 +350,8 @@ TEST(FileFacts, OwnerAndRights)
     status.st_uid = 0;
     status.st_mode = S_IFREG | 0640;
     EXPECT_THAT(sigil::ownerAndRights(status), testing::EndsWith(", 0640"));
+    status.st_uid = 4294967000; // nobody's
+    EXPECT_EQ(sigil::ownerAndRights(status), "4294967000, 0640");
     EXPECT_EQ(sigil::plainPath("//a//b/c"), "/a/b/c");
 }
 
@@ -293,8 +401,50 @@ TEST_F(Surroundings, WithoutAPolicyFile)
 TEST_F(Surroundings, HomeFolder)
 {
     EXPECT_EQ(check("home_folder").path, home.string());
+    fs::remove(home);
+    EXPECT_FALSE(check("home_folder").ok);
+    EXPECT_NE(check("home_folder").mend, "");
     sigil::environment().homeFolder = [] { return std::string(); };
     EXPECT_FALSE(check("home_folder").ok);
+}
+
+/** HOME of the program, which gets its own value back. */
+class Home {
+public:
+    Home()
+        : m_old(std::getenv("HOME") ? std::optional<std::string>(std::getenv("HOME")) : std::nullopt)
+    {
+    }
+    ~Home() { set(m_old ? m_old->c_str() : nullptr); }
+    Home(const Home&) = delete;
+    Home& operator=(const Home&) = delete;
+
+    static void set(const char* value) { value ? setenv("HOME", value, 1) : unsetenv("HOME"); }
+
+private:
+    std::optional<std::string> m_old;
+};
+
+TEST_F(Surroundings, HomeFolderThatDiffersFromTheEnvironments)
+{
+    const Home kept;
+    for (const char* value : {static_cast<const char*>(nullptr), "", home.c_str()}) {
+        Home::set(value);
+        EXPECT_EQ(check("home_folder").detail, "Certificates are looked for below " + home.string() + ".");
+    }
+    Home::set("/elsewhere");
+    EXPECT_THAT(check("home_folder").detail, testing::HasSubstr("not below HOME, which is /elsewhere"));
+}
+
+TEST_F(Surroundings, ToolkitOfEachKind)
+{
+    const auto file = [this](int toolkit) {
+        question.toolkit = toolkit;
+        EXPECT_TRUE(check("toolkit").ok);
+        return fs::path(check("toolkit").path).filename();
+    };
+    EXPECT_EQ(file(SIGIL_TOOLKIT_MAKER), "libHVCToolkitV30.so");
+    EXPECT_EQ(file(SIGIL_TOOLKIT_GPKI), "libgpkiapi_v15.so");
 }
 
 TEST_F(Surroundings, RemovableDisks)
