@@ -147,6 +147,8 @@ TEST_F(OddPkcs12, WhatCannotBeOpenedSaysWhy)
     EXPECT_EQ(codeOf(fileOfSafes(dataOf(view("no bags")))), SIGIL_TK_PFX_MALFORMED);
 }
 
+    for (const char* const kind : {oid::data, oid::encryptedData})
+        EXPECT_EQ(codeOf(fileOfSafes(sequence({der::oid(kind)}))), SIGIL_TK_PFX_MALFORMED) << "an empty " << kind;
 TEST_F(OddPkcs12, ACodeOverTheFileNeedsItsParameters)
 {
     const Bytes content = dataOf(sequence({}));

@@ -84,7 +84,7 @@ public:
         if (PKCS7_type_is_data(safe))
             return readBags(BagsHandle(PKCS12_unpack_p7data(safe)).get(), 0);
         require(PKCS7_type_is_encrypted(safe), SIGIL_TK_PFX_UNSUPPORTED, "public-key protection");
-        const Secret plain = withPfxCodes([&] { return decryptSafe(safe->d.encrypted->enc_data); });
+        const Secret plain = withPfxCodes([&] { return decryptSafe(safe->d.encrypted); });
         readBags(parseBags(plain).get(), 0);
     }
 
@@ -121,9 +121,11 @@ private:
         fail(SIGIL_TK_KEY_WRONG_PASSWORD);
     }
 
-    Secret decryptSafe(const PKCS7_ENC_CONTENT* content)
+    /** @param encrypted null when the file names the kind of its content alone */
+    Secret decryptSafe(const PKCS7_ENCRYPT* encrypted)
     {
-        require(content && content->enc_data, SIGIL_TK_KEY_MALFORMED, "encrypted content");
+        require(encrypted && encrypted->enc_data->enc_data, SIGIL_TK_KEY_MALFORMED, "encrypted content");
+        const PKCS7_ENC_CONTENT* const content = encrypted->enc_data;
         const Bytes identifier = encode<Bytes>(content->algorithm, i2d_X509_ALGOR);
         const PbeAlgorithm algorithm = parsePbeAlgorithm(identifier);
         countIterations(algorithm);
