@@ -43,10 +43,12 @@ Bytes keyId(View value)
 Bytes fileOfSafes(View safes) { return sequence({Bytes{2, 1, 3}, dataOf(sequence({safes}))}); }
 Bytes fileOf(std::initializer_list<View> bags) { return fileOfSafes(dataOf(sequence(bags))); }
 
+Bytes sha1() { return sequence({der::oid(oid::sha1), Bytes{5, 0}}); }
+
 /** A file with a code over its content. */
 Bytes withMac(View content, View salt, View iterations)
 {
-    const Bytes digest = sequence({sequence({der::oid(oid::sha1), Bytes{5, 0}}), octets(Bytes(20))});
+    const Bytes digest = sequence({sha1(), octets(Bytes(20))});
     return sequence({Bytes{2, 1, 3}, content, sequence({digest, octets(salt), iterations})});
 }
 
@@ -145,21 +147,27 @@ TEST_F(OddPkcs12, WhatCannotBeOpenedSaysWhy)
     EXPECT_EQ(codeOf(encrypted(der::element(der::Implicit0OctetString, {Bytes(16)}))), SIGIL_TK_PFX_UNSUPPORTED);
     EXPECT_EQ(codeOf(encrypted({})), SIGIL_TK_PFX_MALFORMED) << "nothing is encrypted";
     EXPECT_EQ(codeOf(fileOfSafes(dataOf(view("no bags")))), SIGIL_TK_PFX_MALFORMED);
-}
-
     for (const char* const kind : {oid::data, oid::encryptedData})
         EXPECT_EQ(codeOf(fileOfSafes(sequence({der::oid(kind)}))), SIGIL_TK_PFX_MALFORMED) << "an empty " << kind;
+}
+
 TEST_F(OddPkcs12, ACodeOverTheFileNeedsItsParameters)
 {
     const Bytes content = dataOf(sequence({}));
     EXPECT_EQ(codeOf(withMac(content, Bytes(8), {})), SIGIL_TK_PFX_WRONG_PASSWORD) << "of one round";
     EXPECT_EQ(codeOf(withMac(content, Bytes(8), Bytes{2, 1, 2})), SIGIL_TK_PFX_WRONG_PASSWORD);
+    const auto withParts = [&](std::initializer_list<View> parts) {
+        return sequence({Bytes{2, 1, 3}, content, sequence(parts)});
+    };
     const std::pair<const char*, Bytes> damaged[] = {
         {"no salt", withMac(content, {}, {})},
         {"no round", withMac(content, Bytes(8), Bytes{2, 1, 0})},
         {"less than a round", withMac(content, Bytes(8), Bytes{2, 1, 0xFF})},
         {"too many rounds", withMac(content, Bytes(8), Bytes{2, 4, 0, 0x98, 0x96, 0x81})},
         {"no content", withMac(sequence({der::oid(oid::data)}), Bytes(8), {})},
+        {"no salt at all", withParts({sequence({sha1(), octets(Bytes(20))})})},
+        {"no hash", withParts({sequence({sequence({}), octets(Bytes(20))}), octets(Bytes(8))})},
+        {"no value", withParts({sequence({sha1()}), octets(Bytes(8))})},
     };
     for (const auto& [what, pfx] : damaged)
         EXPECT_EQ(codeOf(pfx), SIGIL_TK_PFX_MALFORMED) << what;
