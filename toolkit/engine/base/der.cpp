@@ -148,6 +148,13 @@ std::optional<unsigned long> smallInteger(View content)
     return value;
 }
 
+View withoutZeros(View content)
+{
+    while (!content.empty() && content.front() == 0)
+        content = content.subspan(1);
+    return content;
+}
+
 std::optional<View> bitOctets(View content)
 {
     if (content.empty() || content[0] > 7)

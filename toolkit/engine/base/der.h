@@ -84,6 +84,8 @@ View oidContent(int nid);
 std::string oidText(View content);
 /** Value of a non-negative INTEGER of at most four bytes. */
 std::optional<unsigned long> smallInteger(View content);
+/** Octets of an INTEGER without the zeros in front. */
+View withoutZeros(View content);
 /** Octets of a BIT STRING without its count of unused bits. */
 std::optional<View> bitOctets(View content);
 

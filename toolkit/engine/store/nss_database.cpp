@@ -92,13 +92,10 @@ Bytes nssIdOf(const Library& library, const Certificate& certificate)
     const Bytes info = certificate.publicKeyDer();
     der::Reader fields(der::Reader(info).take(der::Sequence).value_or(View()));
     fields.take(der::Sequence);
-    const auto string = fields.take(der::BitString);
-    View bits = (string ? der::bitOctets(*string) : std::nullopt).value_or(View());
+    View bits = der::bitOctets(fields.take(der::BitString).value_or(View())).value_or(View());
     if (const auto numbers = der::Reader(bits).take(der::Sequence))
         bits = der::Reader(*numbers).take(der::Integer).value_or(View());
-    while (!bits.empty() && bits.front() == 0)
-        bits = bits.subspan(1);
-    return hash(library, SIGIL_TK_HASH_SHA1, bits);
+    return hash(library, SIGIL_TK_HASH_SHA1, der::withoutZeros(bits));
 }
 
 } // namespace

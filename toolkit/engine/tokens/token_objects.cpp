@@ -95,13 +95,6 @@ KeyParts partsOf(View keyInfo)
     return {type, parameters ? parameters->whole : View(), *fields.take(der::OctetString)};
 }
 
-View withoutZeros(View number)
-{
-    while (!number.empty() && number.front() == 0)
-        number = number.subspan(1);
-    return number;
-}
-
 Template rsaKey(const KeyParts& parts, const ObjectName& name)
 {
     constexpr std::array numbers{CKA_MODULUS, CKA_PUBLIC_EXPONENT, CKA_PRIVATE_EXPONENT, CKA_PRIME_1, CKA_PRIME_2,
@@ -112,7 +105,7 @@ Template rsaKey(const KeyParts& parts, const ObjectName& name)
     for (const CK_ATTRIBUTE_TYPE number : numbers) {
         const auto value = fields.take(der::Integer);
         whole = whole && value;
-        object.add(number, withoutZeros(value.value_or(View())));
+        object.add(number, der::withoutZeros(value.value_or(View())));
     }
     require(whole, SIGIL_TK_KEY_UNUSABLE, "RSAPrivateKey");
     return object;
@@ -162,8 +155,8 @@ Bytes tokenIdOf(const Library& library, View publicKeyInfo)
 {
     der::Reader fields(der::Reader(publicKeyInfo).take(der::Sequence).value_or(View()));
     fields.take(der::Sequence);
-    const auto bits = fields.take(der::BitString);
-    return hash(library, SIGIL_TK_HASH_SHA1, (bits ? der::bitOctets(*bits) : std::nullopt).value_or(View()));
+    const View bits = fields.take(der::BitString).value_or(View());
+    return hash(library, SIGIL_TK_HASH_SHA1, der::bitOctets(bits).value_or(View()));
 }
 
 Bytes tokenIdOf(const Library& library, const Certificate& certificate)
