@@ -139,7 +139,7 @@ Secret encodePrivateKey(const EVP_PKEY* key)
     return encode<Secret>(info.get(), i2d_PKCS8_PRIV_KEY_INFO);
 }
 
-Secret identityRandom(View keyInfo)
+Secret heldIdentityRandom(View keyInfo)
 {
     const auto info = parseKeyInfo(keyInfo);
     require(info.has_value(), SIGIL_TK_KEY_UNUSABLE, "PrivateKeyInfo");
@@ -150,7 +150,14 @@ Secret identityRandom(View keyInfo)
         if (random && !random->empty())
             return toSecret(*random);
     }
-    fail(SIGIL_TK_VID_NO_RANDOM);
+    return {};
+}
+
+Secret identityRandom(View keyInfo)
+{
+    Secret random = heldIdentityRandom(keyInfo);
+    require(!random.empty(), SIGIL_TK_VID_NO_RANDOM);
+    return random;
 }
 
 Secret withIdentityRandom(View keyInfo, View random)

@@ -23,6 +23,8 @@ Secret encodePrivateKey(const EVP_PKEY* key);
 /** The identity random value R. Throws SIGIL_TK_KEY_UNUSABLE when @p keyInfo is not a PrivateKeyInfo and
  *  SIGIL_TK_VID_NO_RANDOM when it holds none. */
 Secret identityRandom(View keyInfo);
+/** The same; empty when it holds none. */
+Secret heldIdentityRandom(View keyInfo);
 /** @p keyInfo with the identity random value as its attribute; another attribute of that kind is replaced. */
 Secret withIdentityRandom(View keyInfo, View random);
 

@@ -65,18 +65,6 @@ Template randomTemplate(View random, View id)
     return object;
 }
 
-/** The random value of a key; empty when it has none. */
-Secret randomIn(View keyInfo)
-{
-    try {
-        return identityRandom(keyInfo);
-    } catch (const Error& error) {
-        if (error.code() != SIGIL_TK_VID_NO_RANDOM)
-            throw;
-        return {};
-    }
-}
-
 /** Algorithm and key of a PrivateKeyInfo. */
 struct KeyParts {
     std::string algorithm;
@@ -127,7 +115,7 @@ void append(ObjectHandles& all, const ObjectHandles& more) { all.insert(all.end(
 void addKey(ObjectWriting& writing, View keyInfo, const ObjectName& name, View subject)
 {
     writing.add(keyTemplate(keyInfo, name, subject));
-    const Secret random = randomIn(keyInfo);
+    const Secret random = heldIdentityRandom(keyInfo);
     if (!random.empty())
         writing.add(randomTemplate(random, name.id));
 }
