@@ -140,9 +140,7 @@ EVP_PKEY* generate(const Library& library, int kind)
     for (const CurveName& curve : curves)
         if (curve.kind == kind)
             return EVP_PKEY_Q_keygen(library.context(), nullptr, "EC", curve.name);
-    const bool rsa = kind == SIGIL_TK_KEYPAIR_RSA1024 || kind == SIGIL_TK_KEYPAIR_RSA2048 ||
-        kind == SIGIL_TK_KEYPAIR_RSA3072 || kind == SIGIL_TK_KEYPAIR_RSA4096;
-    require(rsa, SIGIL_TK_ALGORITHM, "key pair " + std::to_string(kind));
+    require(isRsaKeyPair(kind), SIGIL_TK_ALGORITHM, "key pair " + std::to_string(kind));
     return EVP_PKEY_Q_keygen(library.context(), nullptr, "RSA", static_cast<std::size_t>(kind));
 }
 
@@ -257,6 +255,11 @@ Secret asymmetricDecrypt(const Library& library, const EncryptionScheme& scheme,
     require(EVP_PKEY_decrypt_init(context.get()) == 1, SIGIL_TK_ALGORITHM);
     setPadding(context.get(), library, scheme);
     return run<Secret>(EVP_PKEY_decrypt, context.get(), data, SIGIL_TK_DECRYPT);
+}
+
+bool isRsaKeyPair(int kind)
+{
+    return kind >= SIGIL_TK_KEYPAIR_RSA1024 && kind <= SIGIL_TK_KEYPAIR_RSA4096 && kind % 1024 == 0;
 }
 
 KeyHandle generateKey(const Library& library, int kind)

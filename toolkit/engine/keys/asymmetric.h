@@ -55,6 +55,8 @@ Bytes asymmetricEncrypt(const Library& library, const EncryptionScheme& scheme, 
 /** Throws SIGIL_TK_DECRYPT. */
 Secret asymmetricDecrypt(const Library& library, const EncryptionScheme& scheme, int keyKind, View key, View data);
 
+/** Whether a SigilToolkitKeyPair is RSA. */
+bool isRsaKeyPair(int kind);
 /** A fresh key. @param kind SigilToolkitKeyPair */
 KeyHandle generateKey(const Library& library, int kind);
 /** The kind of a fresh key in place of @p key: the same curve, or RSA with as many bits, never less than 2048.

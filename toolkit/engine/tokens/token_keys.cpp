@@ -132,8 +132,7 @@ Generation generation(int algorithm, int bits)
     constexpr unsigned char exponent[]{1, 0, 1};
     const std::string wanted = "key pair " + std::to_string(algorithm) + " of " + std::to_string(bits) + " bits";
     if (algorithm == SIGIL_TK_TOKEN_RSA) {
-        require(bits >= SIGIL_TK_KEYPAIR_RSA1024 && bits <= SIGIL_TK_KEYPAIR_RSA4096 && bits % 1024 == 0,
-            SIGIL_TK_ALGORITHM, wanted);
+        require(isRsaKeyPair(bits), SIGIL_TK_ALGORITHM, wanted);
         Template key = publicTemplate(CKK_RSA);
         key.flag(CKA_ENCRYPT, true)
             .add(CKA_MODULUS_BITS, static_cast<unsigned long>(bits))
