@@ -447,7 +447,7 @@ int pbeCode(const Library& library, const PbeAlgorithm& algorithm)
         algorithm.oid == oid::pbes2 ? parsePbes2(algorithm.parameters).cipher : std::string();
     for (const PbeChoice& choice : choices) {
         const bool same = choice.seedOid ? algorithm.oid == choice.seedOid
-            : choice.cipher              ? !cipher.empty() && cipher == cipherOid(library, choice.cipher)
+            : choice.cipher              ? cipher == cipherOid(library, choice.cipher)
                                          : algorithm.oid == dottedOid(OBJ_nid2obj(choice.pkcs12Scheme));
         if (same)
             return choice.code;

@@ -124,14 +124,13 @@ ContentCipher::ContentCipher(CmsHandle cms, int failure)
 void ContentCipher::update(View bytes, const Sink& out)
 {
     const int length = static_cast<int>(bytes.size());
-    require(length == 0 || BIO_write(m_cipher.get(), bytes.data(), length) == length, m_failure);
+    require(BIO_write(m_cipher.get(), bytes.data(), length) == length, m_failure);
     drain(out);
 }
 
 void ContentCipher::finish(const Sink& out)
 {
-    const bool flushed = BIO_flush(m_cipher.get()) == 1;
-    require(flushed && BIO_get_cipher_status(m_cipher.get()) == 1, m_failure);
+    require(BIO_flush(m_cipher.get()) == 1, m_failure);
     drain(out);
 }
 

@@ -218,7 +218,7 @@ BioHandle hashContent(CMS_ContentInfo* cms, const Message& message, const Input*
     require(hashes != nullptr, SIGIL_TK_ALGORITHM, "hash");
     const auto update = [&](View piece) {
         const int length = static_cast<int>(piece.size());
-        require(length == 0 || BIO_write(hashes.get(), piece.data(), length) == length, SIGIL_TK_INTERNAL, "hash");
+        require(BIO_write(hashes.get(), piece.data(), length) == length, SIGIL_TK_INTERNAL, "hash");
         if (take)
             take(piece);
     };

@@ -147,7 +147,8 @@ CURLcode performApart(CURL* transfer)
     std::optional<CURLcode> result;
     try {
         std::thread([&] { result = curl().easy_perform(transfer); }).join();
-    } catch (const std::system_error&) { // no thread: no result
+    } catch (const std::system_error&) {
+        result.reset(); // no thread, no result
     }
     pthread_sigmask(SIG_SETMASK, &before, nullptr);
     require(result.has_value(), SIGIL_TK_NO_MEMORY, "thread");

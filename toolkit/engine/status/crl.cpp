@@ -87,7 +87,8 @@ bool RevocationLists::fetchFor(const std::vector<const X509*>& certificates)
 {
     bool isAnyNew = false;
     for (const X509* const certificate : certificates)
-        isAnyNew = fetchNext(Certificate(m_library, encode<Bytes>(certificate, i2d_X509))) || isAnyNew;
+        if (fetchNext(Certificate(m_library, encode<Bytes>(certificate, i2d_X509))))
+            isAnyNew = true;
     return isAnyNew;
 }
 
