@@ -69,12 +69,6 @@ protected:
         return hvtk() ? (*toolkit)(name("DeletePriKey"), slot, text(path), text(pin))
                       : (*toolkit)(name("DeletePriKey"), 2, text(path), text(pin), slot);
     }
-    /** Objects that `pkcs11-tool` sees after a login. */
-    std::string listed(const std::string& type) const
-    {
-        return workshop.pkcs11Tool(
-            "--token-label first --login --pin " + std::string(tokenPin) + " --list-objects --type " + type);
-    }
     static std::string code(int value) { return "code " + std::to_string(value); }
 };
 

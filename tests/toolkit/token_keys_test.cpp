@@ -50,12 +50,7 @@ protected:
         openAndLogIn("first");
     }
 
-    int write(const std::string& name) const
-    {
-        ByteString certificate(*toolkit, pairs().read(name + ".crt"));
-        ByteString key(*toolkit, pairs().read(name + ".key"));
-        return token("WriteCertAndPriKey", certificate.get(), key.get());
-    }
+    int write(const std::string& name) const { return writePair(pairs(), name); }
     /** The subject key identifier of a certificate. */
     static std::string idOf(const std::string& name)
     {
@@ -63,13 +58,6 @@ protected:
             pairs().run("openssl x509 -in " + name + ".pem -noout -ext subjectKeyIdentifier | tail -1");
         std::erase_if(digits, [](char c) { return c == ':' || c == ' ' || c == '\n'; });
         return fromHex(digits);
-    }
-    /** What a function of (id, data) hands out. */
-    std::string with(const std::string& function, const std::string& id, const std::string& data)
-    {
-        ByteString name(*toolkit, id);
-        ByteString given(*toolkit, data);
-        return make([&](BINSTR* out) { return token(function, name.get(), given.get(), out); });
     }
     int remove(const std::string& id) const
     {
@@ -80,12 +68,6 @@ protected:
     {
         ByteString name(*toolkit, id);
         return make([&](BINSTR* out) { return token("ReadRandomForVID", name.get(), out); });
-    }
-    /** Objects that `pkcs11-tool` sees after a login. */
-    std::string listed(const std::string& type) const
-    {
-        return workshop.pkcs11Tool(
-            "--token-label first --login --pin " + std::string(tokenPin) + " --list-objects --type " + type);
     }
 };
 

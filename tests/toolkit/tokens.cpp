@@ -81,6 +81,16 @@ OddBehaviour& oddBehaviour()
     return *reinterpret_cast<OddBehaviour* (*)()>(dlsym(module, "odd_behaviour"))();
 }
 
+SoftHsmFunctions::SoftHsmFunctions()
+    : m_library(dlopen(SIGILDESK_SOFTHSM, RTLD_NOW | RTLD_LOCAL))
+{
+    if (!m_library)
+        throw std::runtime_error("SoftHSM cannot be loaded");
+    reinterpret_cast<CK_C_GetFunctionList>(dlsym(m_library, "C_GetFunctionList"))(&m_list);
+}
+
+SoftHsmFunctions::~SoftHsmFunctions() { dlclose(m_library); }
+
 TokenTest::TokenTest(const std::string& prefix)
     : toolkit(std::make_unique<ToolkitLibrary>(prefix))
     , m_hvtk(prefix == "HVTK_")
@@ -131,6 +141,26 @@ int TokenTest::certificateCount() const
     int count = -1;
     EXPECT_EQ(token("GetCertCnt", &count), 0) << toolkit->errorText();
     return count;
+}
+
+int TokenTest::writePair(const Workshop& pairs, const std::string& name) const
+{
+    ByteString certificate(*toolkit, pairs.read(name + ".crt"));
+    ByteString key(*toolkit, pairs.read(name + ".key"));
+    return token("WriteCertAndPriKey", certificate.get(), key.get());
+}
+
+std::string TokenTest::with(const std::string& function, const std::string& id, const std::string& data)
+{
+    ByteString name(*toolkit, id);
+    ByteString given(*toolkit, data);
+    return make([&](BINSTR* out) { return token(function, name.get(), given.get(), out); });
+}
+
+std::string TokenTest::listed(const std::string& type) const
+{
+    return workshop.pkcs11Tool(
+        "--token-label first --login --pin " + std::string(tokenPin) + " --list-objects --type " + type);
 }
 
 } // namespace toolkit_test

@@ -14,9 +14,12 @@
 #include <sigildesk/crypto/pkcs11.h>
 
 #include <gtest/gtest.h>
+#include <p11-kit/pkcs11.h>
 
+#include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace toolkit_test {
@@ -45,6 +48,55 @@ const Workshop& plainPairs();
 /** The behaviour of the odd module, which must be loaded. */
 OddBehaviour& oddBehaviour();
 
+/** The functions of SoftHSM in this process, which it keeps loaded. p11-kit remembers them when it loads the module. */
+class SoftHsmFunctions {
+public:
+    SoftHsmFunctions();
+    ~SoftHsmFunctions();
+    SoftHsmFunctions(const SoftHsmFunctions&) = delete;
+    SoftHsmFunctions& operator=(const SoftHsmFunctions&) = delete;
+
+    CK_FUNCTION_LIST* operator->() const { return m_list; }
+
+private:
+    void* m_library;
+    CK_FUNCTION_LIST* m_list = nullptr;
+};
+
+/** A function of SoftHSM that answers as the test wants, from before the first call of a token function on. */
+template <auto member>
+class Instead;
+
+template <class... Parameters, CK_RV (*CK_FUNCTION_LIST::*member)(Parameters...)>
+class Instead<member> {
+public:
+    using Function = CK_RV (*)(Parameters...);
+
+    /** @param answer takes SoftHSM's own function and its arguments */
+    explicit Instead(std::function<CK_RV(Function own, Parameters...)> answer)
+    {
+        s_own = std::exchange(m_functions.operator->()->*member, call);
+        s_answer = std::move(answer);
+    }
+    ~Instead()
+    {
+        m_functions.operator->()->*member = s_own;
+        s_answer = {};
+    }
+    Instead(const Instead&) = delete;
+    Instead& operator=(const Instead&) = delete;
+
+private:
+    static CK_RV call(Parameters... parameters)
+    {
+        return s_answer ? s_answer(s_own, parameters...) : s_own(parameters...);
+    }
+
+    static inline Function s_own = nullptr;
+    static inline std::function<CK_RV(Function, Parameters...)> s_answer;
+    SoftHsmFunctions m_functions;
+};
+
 /** A toolkit with SoftHSM and one token "first" in it. */
 class TokenTest : public testing::Test {
 protected:
@@ -67,6 +119,12 @@ protected:
     void openAndLogIn(const std::string& label) const;
     int login(const std::string& pin) const { return token("Login", text(pin)); }
     int certificateCount() const;
+    /** Writes NAME.crt and NAME.key. */
+    int writePair(const Workshop& pairs, const std::string& name) const;
+    /** What a function of (id, data) hands out. */
+    std::string with(const std::string& function, const std::string& id, const std::string& data);
+    /** Objects of the first token that `pkcs11-tool` sees after a login. */
+    std::string listed(const std::string& type) const;
     /** What a call hands out, or "code N". */
     template <class Call>
     std::string make(Call call)
