@@ -71,10 +71,11 @@ Bytes ecdsaDer(View raw)
     return encode<Bytes>(signature.get(), i2d_ECDSA_SIG);
 }
 
+/** @param number of one byte at least */
 Bytes unsignedInteger(View number)
 {
     constexpr unsigned char zero[]{0};
-    const bool negative = number.empty() || (number.front() & 0x80U) != 0;
+    const bool negative = (number.front() & 0x80U) != 0;
     return der::element(der::Integer, {negative ? View(zero) : View(), number});
 }
 
@@ -97,15 +98,16 @@ View pointOf(View value)
 /** From the attributes of a key object; empty when it does not show them. */
 Bytes publicKeyIn(const TokenSession& session, CK_OBJECT_HANDLE object)
 {
-    const auto modulus = session.attribute(object, CKA_MODULUS);
-    const auto exponent = session.attribute(object, CKA_PUBLIC_EXPONENT);
-    if (modulus && exponent && !modulus->empty())
+    const auto shown = [&](CK_ATTRIBUTE_TYPE type) { return session.attribute(object, type).value_or(Secret()); };
+    const Secret modulus = shown(CKA_MODULUS);
+    const Secret exponent = shown(CKA_PUBLIC_EXPONENT);
+    if (!modulus.empty() && !exponent.empty())
         return publicKeyInfo(oid::rsa, der::element(der::Null, {}),
-            der::element(der::Sequence, {unsignedInteger(*modulus), unsignedInteger(*exponent)}));
-    const auto curve = session.attribute(object, CKA_EC_PARAMS);
-    const auto point = session.attribute(object, CKA_EC_POINT);
-    if (curve && point && !point->empty())
-        return publicKeyInfo(oid::ec, *curve, pointOf(*point));
+            der::element(der::Sequence, {unsignedInteger(modulus), unsignedInteger(exponent)}));
+    const Secret curve = shown(CKA_EC_PARAMS);
+    const Secret point = shown(CKA_EC_POINT);
+    if (!curve.empty() && !point.empty())
+        return publicKeyInfo(oid::ec, curve, pointOf(point));
     return {};
 }
 
