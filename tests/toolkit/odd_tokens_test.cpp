@@ -3,15 +3,25 @@
 
 // A good token that gives an odd answer now and then: SoftHSM's, with the test in between.
 
+#include "tests/toolkit/failure.h"
+#include "tests/toolkit/messages.h"
 #include "tests/toolkit/tokens.h"
+#include "toolkit/engine/base/der.h"
+#include "toolkit/engine/base/library.h"
+#include "toolkit/engine/base/oid.h"
+#include "toolkit/engine/tokens/token_envelope.h"
+#include "toolkit/engine/tokens/token_objects.h"
 
 #include <gmock/gmock.h>
 #include <p11-kit/pkcs11.h>
 
+#include <initializer_list>
 #include <map>
 #include <optional>
+#include <span>
 #include <string>
 #include <utility>
+#include <vector>
 
 using namespace toolkit_test;
 using testing::HasSubstr;
@@ -24,6 +34,27 @@ using List = CK_FUNCTION_LIST;
 std::string code(int value) { return "code " + std::to_string(value); }
 
 std::string numberBytes(unsigned long number) { return {reinterpret_cast<const char*>(&number), sizeof number}; }
+
+/** DER with another element in place of @p old, wherever that stands. */
+std::string replaced(const std::string& der, const std::string& old, const std::string& with)
+{
+    constexpr unsigned constructed = 0x20;
+    if (der == old)
+        return with;
+    if ((static_cast<unsigned char>(der[0]) & constructed) == 0)
+        return der;
+    std::string body;
+    for (const std::string& child : children(der))
+        body += replaced(child, old, with);
+    return element(der[0], body);
+}
+
+/** The only recipient of an enveloped message. */
+std::string recipientIn(const std::string& message)
+{
+    const std::string enveloped = children(children(message)[1])[0];
+    return children(children(enveloped)[1])[0];
+}
 
 class OddAnswers : public TokenTest {
 protected:
@@ -292,4 +323,184 @@ TEST_F(OddAnswers, ATokenMayComeWhileTheyAreListed)
     EXPECT_THAT(slots(), SizeIs(2));
     EXPECT_LT(more, 1);
     EXPECT_EQ(open("first"), 0);
+}
+
+TEST_F(OddAnswers, PaddingsOfARecipientMayBeWrittenInManyWays)
+{
+    const std::string id = openWithPair("rsa");
+    const std::string message = envelopeFor("rsa", "-keyopt rsa_padding_mode:oaep");
+    const std::string algorithm = fromHex("300d06092a864886f70d0101073000");
+    ASSERT_NE(message.find(algorithm), message.npos);
+    for (const char* const same : {"300d06092a864886f70d0101070500", "300b06092a864886f70d010107"})
+        EXPECT_EQ(with("DecryptData", id, replaced(message, algorithm, fromHex(same))), "a text")
+            << same << " " << toolkit->errorText();
+    const std::string longer = envelopeFor("rsa", "-keyopt rsa_padding_mode:oaep -keyopt rsa_oaep_md:sha256");
+    EXPECT_EQ(with("DecryptData", id, longer), code(SIGIL_TK_TOKEN_MECHANISM)) << "SoftHSM has SHA-1 alone";
+}
+
+TEST_F(OddAnswers, AnEmptyContentKeyLooksLikeAnyOther)
+{
+    const std::string id = openWithPair("rsa");
+    const std::string message = envelopeFor("rsa");
+    const std::string key = children(recipientIn(message))[3];
+    plainPairs().write("empty", "");
+    plainPairs().run("openssl pkeyutl -encrypt -certin -inkey rsa.pem -in empty -out empty.enc");
+    const std::string other = element('\4', plainPairs().read("empty.enc"));
+    EXPECT_NE(with("DecryptData", id, replaced(message, key, other)), "a text");
+    EXPECT_NE(with("Decrypt", id, plainPairs().read("empty.enc")), code(SIGIL_TK_DECRYPT)) << "it is a key";
+}
+
+TEST_F(OddAnswers, AnAgreementThatWasChangedOpensNothing)
+{
+    const std::string id = openWithPair("ec");
+    const std::string message = envelopeFor("ec");
+    const std::string recipient = recipientIn(message);
+    const std::vector<std::string> fields = children(recipient); // version, sender, algorithm, keys
+    const std::string wrap = children(fields[2])[1];
+    const std::string key = children(children(fields[3])[0])[1];
+    const std::string point = children(children(fields[1])[0])[1];
+    const auto oid = [](const char* dotted) { return stringOf(toolkit::der::oid(dotted)); };
+    const std::string agreement = children(fields[2])[0];
+    const std::string keying = element('\xA1', element('\4', "mixed in"));
+    const std::string mixed = element('\xA1', fields[0] + fields[1] + keying + fields[2] + fields[3]);
+    const std::string blocks = element('\x30', oid("2.16.840.1.101.3.4.1.2"));
+    const std::string shortKey = replaced(message, key, element('\4', std::string(16, 'k')));
+    const std::pair<const char*, std::string> changed[] = {
+        {"something that both mix in", replaced(message, recipient, mixed)},
+        {"another key", replaced(message, key, element('\4', std::string(24, 'k')))},
+        {"a point of one byte", replaced(message, point, fromHex("03020004"))},
+        {"an unknown agreement", replaced(message, agreement, oid("1.2.3.4"))},
+        {"no wrapping", replaced(message, fields[2], element('\x30', agreement))},
+        {"nothing for a wrapping", replaced(message, wrap, fromHex("0500"))},
+        {"a wrapping that is none", replaced(shortKey, wrap, blocks)},
+    };
+    for (const auto& [what, other] : changed) {
+        ASSERT_NE(other, message) << what;
+        EXPECT_EQ(with("DecryptData", id, other), code(SIGIL_TK_DECRYPT)) << what << " " << toolkit->errorText();
+    }
+}
+
+TEST_F(OddAnswers, TheKeyOfARecipientIsTheOneOfItsPlace)
+{
+    const std::string message = envelopeFor("ec");
+    const std::string recipient = recipientIn(message);
+    const std::vector<std::string> fields = children(recipient);
+    const std::string first = children(fields[3])[0];
+    const std::string second = replaced(first, children(first)[1], element('\4', "second"));
+    const std::string keying = element('\xA1', element('\4', "mixed in"));
+    const std::string both = replaced(message, recipient,
+        element('\xA1', fields[0] + fields[1] + keying + fields[2] + element('\x30', first + second)));
+    const auto keyAt = [](const std::string& der, int place) {
+        return toolkit::recipientKeyIn(toolkit::view(der), {0, place});
+    };
+    EXPECT_TRUE(children(first)[1].ends_with(stringOf(keyAt(both, 0).encryptedKey)));
+    EXPECT_EQ(keyAt(both, 0).encryptedKey.size(), 24U);
+    const toolkit::RecipientKey other = keyAt(both, 1);
+    EXPECT_EQ(stringOf(other.encryptedKey), "second");
+    EXPECT_EQ(stringOf(other.userKeying), "mixed in");
+    EXPECT_EQ(codeOf([&] { keyAt(both, 2); }), SIGIL_TK_CMS_MALFORMED);
+    EXPECT_EQ(codeOf([&] { keyAt(both, 3); }), SIGIL_TK_CMS_MALFORMED);
+    const std::string empty = replaced(message, children(first)[1], fromHex("0500"));
+    EXPECT_EQ(codeOf([&] { keyAt(empty, 0); }), SIGIL_TK_CMS_MALFORMED);
+}
+
+TEST_F(OddAttributes, WhatHasNoIdentifierGetsThatOfItsKey)
+{
+    const auto slot = static_cast<int>(slotOf("first"));
+    ByteString certificate(*toolkit, plainPairs().read("rsa.crt"));
+    ByteString key(*toolkit, plainPairs().read("rsa.key"));
+    for (const std::optional<std::string>& id : {std::optional<std::string>(), std::optional<std::string>("")}) {
+        odd = {{CKA_ID, id}};
+        ASSERT_EQ((*toolkit)("MEDIA_CARD_WriteCert", slot, text("mine"), certificate.get()), 0);
+        ASSERT_EQ((*toolkit)("MEDIA_CARD_WritePriKey", slot, 48, text("mine"), text(tokenPin), key.get()), 0)
+            << toolkit->errorText();
+        EXPECT_THAT(listed("privkey"), HasSubstr("ID:"));
+        const std::string shown = listed("cert");
+        const std::string ownId = shown.substr(shown.find("ID:"), 60);
+        EXPECT_THAT(listed("privkey"), HasSubstr(ownId.substr(0, ownId.find('\n')))) << "the hash of the key";
+        EXPECT_EQ((*toolkit)("MEDIA_CARD_DeletePriKey", slot, text("mine"), text(tokenPin)), 0);
+        EXPECT_EQ(listed("privkey"), "");
+    }
+    odd = {{CKA_VALUE, std::nullopt}};
+    EXPECT_EQ(make([&](BINSTR* out) { return (*toolkit)("MEDIA_CARD_ReadCert", slot, text("mine"), out); }),
+        code(SIGIL_TK_TOKEN_OBJECT))
+        << "an object without a certificate";
+}
+
+TEST_F(OddAnswers, PairsThatNoTokenTakesAreRefused)
+{
+    openAndLogIn("first");
+    workshop.run("openssl genpkey -algorithm ed25519 -outform DER -out edwards.key && openssl req -x509 -new"
+                 " -key edwards.key -keyform DER -subj /CN=edwards -outform DER -out edwards.crt");
+    EXPECT_EQ(writePair(workshop, "edwards"), SIGIL_TK_ALGORITHM);
+    EXPECT_EQ(listed("privkey") + listed("cert"), "");
+}
+
+TEST_F(OddAnswers, AnEmptyKeyIdentifierIsNone)
+{
+    openAndLogIn("first");
+    workshop.certificate("empty", "/CN=empty", "subjectKeyIdentifier=DER:04:00");
+    ASSERT_EQ(writePair(workshop, "empty"), 0) << toolkit->errorText();
+    workshop.run("openssl x509 -in empty.pem -noout -pubkey | openssl rsa -pubin -RSAPublicKey_out -outform DER"
+                 " -out bits 2>/dev/null && openssl dgst -sha1 -binary bits > id");
+    int kind = 0;
+    ByteString certificate(*toolkit);
+    EXPECT_EQ(make([&](BINSTR* id) { return token("GetCertInfo", 0, &kind, id, certificate.get()); }),
+        workshop.read("id"));
+}
+
+namespace {
+
+toolkit::Bytes sequence(std::initializer_list<toolkit::View> parts)
+{
+    return toolkit::der::element(toolkit::der::Sequence, parts);
+}
+
+toolkit::Bytes keyInfo(const char* kind, toolkit::View parameters, toolkit::View key)
+{
+    return sequence({toolkit::Bytes{2, 1, 0}, sequence({toolkit::der::oid(kind), parameters}),
+        toolkit::der::element(toolkit::der::OctetString, {key})});
+}
+
+} // namespace
+
+TEST(TokenObjects, KeysOfAnotherFormMakeNone)
+{
+    namespace oid = toolkit::oid;
+    using toolkit::Bytes;
+    const Bytes one{2, 1, 1};
+    const Bytes curve = toolkit::der::oid("1.2.840.10045.3.1.7");
+    const Bytes scalar = toolkit::der::element(toolkit::der::OctetString, {Bytes(32, 7)});
+    const auto refused = [](const Bytes& info) {
+        return codeOf([&] { toolkit::keyTemplate(info, {{}, "mine"}, {}); });
+    };
+    const Bytes sevenNumbers = sequence({one, one, one, one, one, one, one, one});
+    const std::pair<const char*, Bytes> damaged[] = {
+        {"no sequence", keyInfo(oid::rsa, {}, one)},
+        {"a number too few", keyInfo(oid::rsa, {}, sevenNumbers)},
+        {"a scalar without a version", keyInfo(oid::ec, curve, sequence({scalar}))},
+        {"no scalar", keyInfo(oid::ec, curve, sequence({one}))},
+        {"no curve", keyInfo(oid::ec, {}, sequence({one, scalar}))},
+    };
+    for (const auto& [what, info] : damaged)
+        EXPECT_EQ(refused(info), SIGIL_TK_KEY_UNUSABLE) << what;
+    EXPECT_EQ(refused(keyInfo("1.2.3.4", {}, one)), SIGIL_TK_ALGORITHM);
+    EXPECT_EQ(refused(keyInfo(oid::ec, curve, sequence({one, scalar}))), SIGIL_TK_OK);
+}
+
+TEST(TokenObjects, NumbersLoseTheZerosInFront)
+{
+    using toolkit::Bytes;
+    const Bytes zero{2, 1, 0};
+    const Bytes modulus{2, 3, 0, 0x80, 1};
+    const Bytes key = sequence({zero, modulus, zero, zero, zero, zero, zero, zero, zero});
+    const toolkit::Template made = toolkit::keyTemplate(keyInfo(toolkit::oid::rsa, {}, key), {{}, "mine"}, {});
+    const auto valueOf = [&](CK_ATTRIBUTE_TYPE type) {
+        for (const CK_ATTRIBUTE& attribute : std::span(made.data(), made.size()))
+            if (attribute.type == type)
+                return std::string(static_cast<const char*>(attribute.pValue), attribute.ulValueLen);
+        return std::string("missing");
+    };
+    EXPECT_EQ(toHex(valueOf(CKA_MODULUS)), "8001");
+    EXPECT_EQ(valueOf(CKA_COEFFICIENT), "");
 }
