@@ -5,6 +5,7 @@
 
 #include <p11-kit/pkcs11.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <string_view>
@@ -43,8 +44,12 @@ CK_RV initialise(void* arguments)
     if (wish == "hang")
         for (;;)
             pause();
+    if (wish == "chatter")
+        std::puts("not now");
+    std::fflush(stdout);
+    behaviour.failing = wish == "slotless";
     ++behaviour.starts;
-    return wish == "refuse" ? CKR_GENERAL_ERROR : CKR_OK;
+    return wish == "refuse" || wish == "chatter" ? CKR_GENERAL_ERROR : CKR_OK;
 }
 
 CK_RV finalise(void* /*reserved*/)
@@ -219,6 +224,8 @@ extern "C" __attribute__((visibility("default"))) CK_RV C_GetFunctionList(CK_FUN
 {
     static CK_FUNCTION_LIST functions = makeList();
     functions.C_GetFunctionList = C_GetFunctionList;
-    *list = &functions;
-    return CKR_OK;
+    const char* const given = std::getenv("ODD_MODULE_LIST");
+    const std::string_view wish = given ? given : "";
+    *list = wish == "none" ? nullptr : &functions;
+    return wish == "refuse" ? CKR_GENERAL_ERROR : CKR_OK;
 }

@@ -8,7 +8,8 @@
 
 namespace toolkit_test {
 
-/** How the module behaves. What concerns its start is said by what it is initialised with: "crash", "hang", "refuse". */
+/** How the module behaves. What concerns its start is said by what it is initialised with: "crash", "hang", "refuse", "chatter"
+ *  (it talks before it refuses), "slotless". ODD_MODULE_LIST in the environment: "refuse" or "none", no list of functions. */
 struct OddBehaviour {
     bool pulled = false;       ///< the token was taken out
     bool full = false;         ///< nothing can be written

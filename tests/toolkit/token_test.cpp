@@ -103,6 +103,7 @@ TEST_P(Tokens, TellsTheNumberWhenThereIsTooLittleRoom)
     EXPECT_EQ(count, 2U);
     EXPECT_EQ(number, 99U);
     EXPECT_EQ(token("GetSlotList", &number, static_cast<unsigned long*>(nullptr)), SIGIL_TK_ARGUMENT);
+    EXPECT_EQ(token("GetSlotList", static_cast<unsigned long*>(nullptr), &count), SIGIL_TK_ARGUMENT);
 }
 
 TEST_P(Tokens, AnswersNoneWithoutAnyModule)
@@ -181,13 +182,14 @@ TEST_P(Tokens, TellTheirCertificates)
     workshop.certificate("sign", "/CN=sign", "keyUsage=digitalSignature");
     workshop.certificate("km", "/CN=km", "keyUsage=keyEncipherment");
     workshop.certificate("both", "/CN=both", "keyUsage=keyEncipherment,nonRepudiation");
-    for (const char* name : {"sign", "km", "both"})
+    workshop.certificate("list", "/CN=list", "keyUsage=cRLSign");
+    for (const char* name : {"sign", "km", "both", "list"})
         workshop.pkcs11Tool(std::string("--token-label first --login --pin ") + tokenPin +
             " --type cert --write-object " + name + ".crt --id " + toHex(name) + " --label " + name);
     ASSERT_EQ(open("first"), 0);
-    EXPECT_EQ(certificateCount(), 3);
+    EXPECT_EQ(certificateCount(), 4);
     std::vector<std::string> seen;
-    for (int i = 0; i < 3; ++i) {
+    for (int i = 0; i < 4; ++i) {
         ByteString id(*toolkit);
         ByteString certificate(*toolkit);
         int kind = 0;
@@ -196,7 +198,7 @@ TEST_P(Tokens, TellTheirCertificates)
         seen.push_back(id.bytes() + " " + std::to_string(kind));
         EXPECT_EQ(make([&](BINSTR* out) { return token("ReadCert", id.get(), out); }), certificate.bytes());
     }
-    EXPECT_THAT(seen, testing::UnorderedElementsAre("sign 1", "km 2", "both 1"));
+    EXPECT_THAT(seen, testing::UnorderedElementsAre("sign 1", "km 2", "both 1", "list 1"));
 }
 
 TEST_P(Tokens, RefuseCertificatesThatAreNotThere)
@@ -224,6 +226,8 @@ TEST_F(MakerTokens, OpenBySlotWithPinByNameAndTheFirst)
     EXPECT_EQ(token("OpenSessionWithTokenName", text("first"), 0), 0);
     EXPECT_EQ(token("OpenSession", text(tokenPin)), 0);
     EXPECT_EQ(token("Logout"), 0);
+    EXPECT_EQ(token("OpenSession", static_cast<char*>(nullptr)), 0);
+    EXPECT_EQ(token("Logout"), SIGIL_TK_TOKEN_LOGIN) << "without a PIN there is no login";
 }
 
 TEST_F(MakerTokens, InitialiseTheFirstTokenThatNeverWas)
@@ -250,6 +254,16 @@ TEST_F(MakerTokens, InitialiseATokenWithItsPins)
     ASSERT_EQ(token("OpenSessionWithTokenName", text(korean), 0), 0);
 }
 
+TEST_F(MakerTokens, InitialisingAnotherTokenLeavesTheSessionOpen)
+{
+    openAndLogIn("first");
+    ASSERT_EQ(token("InitTokenWithSlotID", slotOf(""), text(securityPin), text("222222"), text("second")), 0)
+        << toolkit->errorText();
+    EXPECT_EQ(token("Logout"), 0);
+    ASSERT_EQ(token("InitTokenWithSlotID", slotOf("first"), text(securityPin), text("222222"), text("first")), 0);
+    EXPECT_EQ(token("Logout"), SIGIL_TK_TOKEN_SESSION);
+}
+
 TEST_F(OddTokens, HaveANumberOfTheirOwnWhereTwoModulesNumberAlike)
 {
     workshop.addOdd("odd");
@@ -266,7 +280,8 @@ TEST_F(OddTokens, HaveANumberOfTheirOwnWhereTwoModulesNumberAlike)
 TEST_F(OddTokens, AModuleThatCrashesHangsOrRefusesIsNamed)
 {
     const std::pair<const char*, const char*> cases[] = {{"crash", "odd crashes while it starts"},
-        {"refuse", "odd does not start"}, {"hang", "odd hangs while it starts"}};
+        {"refuse", "odd does not start"}, {"chatter", "odd does not start"}, {"slotless", "odd does not start"},
+        {"hang", "odd hangs while it starts"}};
     for (const auto& [start, sentence] : cases) {
         toolkit = std::make_unique<ToolkitLibrary>("HVTK_");
         alone(start);
@@ -275,13 +290,37 @@ TEST_F(OddTokens, AModuleThatCrashesHangsOrRefusesIsNamed)
     }
 }
 
+TEST_F(OddTokens, AllThatDoNotStartAreNamed)
+{
+    alone("refuse");
+    std::filesystem::copy(SIGILDESK_ODD_MODULE, workshop.path("second.so"));
+    workshop.add("second", workshop.path("second.so"), "slotless");
+    workshop.write("modules/third.module", "remote: |false\n");
+    EXPECT_EQ(slotList(), SIGIL_TK_TOKEN_MODULE);
+    for (const char* name : {"odd", "second", "third"})
+        EXPECT_THAT(toolkit->errorText(), HasSubstr(std::string(name) + " does not start"));
+    EXPECT_THAT(toolkit->errorText(), HasSubstr("start, "));
+}
+
+TEST_F(OddTokens, ADamagedConfigurationIsTold)
+{
+    workshop.write("pkcs11.conf", "user-config: sometimes\n");
+    EXPECT_EQ(slotList(), SIGIL_TK_TOKEN_MODULE);
+    EXPECT_NE(toolkit->errorText(), "");
+}
+
 TEST_F(OddTokens, WhoTriesThemOutSaysAYesOrNothing)
 {
     const std::string probe = SIGILDESK_LIBRARY_FOLDER "/token-probe";
     EXPECT_EQ(workshop.run(probe + " " SIGILDESK_ODD_MODULE), "+");
-    for (const std::string arguments :
-        {"", "/no/such/module.so", "/etc/passwd", "libc.so.6", SIGILDESK_ODD_MODULE " refuse"})
+    for (const std::string arguments : {"", "/no/such/module.so", "/etc/passwd", "libc.so.6",
+             SIGILDESK_ODD_MODULE " refuse", SIGILDESK_ODD_MODULE " slotless"})
         EXPECT_EQ(workshop.run(probe + " " + arguments + " || echo failed"), "failed\n") << arguments;
+    for (const std::string list : {"refuse", "none"})
+        EXPECT_EQ(
+            workshop.run("ODD_MODULE_LIST=" + list + " " + probe + " " SIGILDESK_ODD_MODULE " || echo failed"),
+            "failed\n")
+            << list;
     EXPECT_EQ(workshop.run(probe + " " SIGILDESK_ODD_MODULE " >&- || echo failed"), "failed\n") << "nobody listens";
 }
 
@@ -301,6 +340,9 @@ TEST_F(OddTokens, TheStoreOfTrustedRootsIsNoToken)
     workshop.write("modules/odd.module", "module: " SIGILDESK_ODD_MODULE "\ntrust-policy: yes\n");
     EXPECT_THAT(slots(), SizeIs(2)) << "SoftHSM's alone";
     EXPECT_EQ(oddBehaviour().starts, 0);
+    toolkit = std::make_unique<ToolkitLibrary>("HVTK_");
+    workshop.write("modules/odd.module", "module: " SIGILDESK_ODD_MODULE "\ntrust-policy: no\n");
+    EXPECT_THAT(slots(), SizeIs(3));
 }
 
 TEST_F(OddTokens, AModuleIsStartedAtTheFirstTokenCall)
