@@ -159,6 +159,12 @@ TEST_F(OddKeys, SchemesThatNobodyKnowsAreUnsupported)
         EXPECT_EQ(opening(fileUnder(algorithm)), SIGIL_TK_KEY_UNSUPPORTED) << what;
 }
 
+TEST_F(OddKeys, Rc2MayHaveItsVectorAlone)
+{
+    const Bytes algorithm = pbes2(pbkdf2Of(), scheme(oid::rc2Cbc, octets(8)));
+    EXPECT_EQ(opening(fileUnder(algorithm)), SIGIL_TK_KEY_WRONG_PASSWORD);
+}
+
 TEST_F(OddKeys, WhatIsEncryptedMustFillTheBlocksOfItsCipher)
 {
     const Bytes blocks = pbes2(pbkdf2Of(), scheme(aesCbc, octets(16)));
@@ -257,9 +263,16 @@ TEST_F(OddKeys, BytesBehindAKeyAreNotEncryptedWithIt)
 TEST_F(OddKeys, NumbersThatMakeNoRsaKeyAreTakenForNone)
 {
     const Bytes algorithm = sequence({der::oid(oid::rsa), der::element(der::Null, {})});
-    const auto withModulus = [&](const Bytes& modulus, const Bytes& last = integer({1})) {
+    const auto numbers = [](const Bytes& modulus, const Bytes& last = integer({1})) {
         const Bytes one = integer({3});
-        return keyInfoOf(algorithm, sequence({integer({0}), modulus, one, one, one, one, one, one, last}));
+        return sequence({integer({0}), modulus, one, one, one, one, one, one, last});
+    };
+    const auto withModulus = [&](const Bytes& modulus, const Bytes& last = integer({1})) {
+        return keyInfoOf(algorithm, numbers(modulus, last));
+    };
+    const auto behind = [](Bytes key) {
+        key.push_back(0);
+        return key;
     };
     const std::pair<const char*, Bytes> damaged[] = {
         {"a modulus below zero", withModulus(integer({0x80, 1}))},
@@ -268,7 +281,8 @@ TEST_F(OddKeys, NumbersThatMakeNoRsaKeyAreTakenForNone)
         {"a modulus of another kind", withModulus(octets(4))},
         {"no last number", withModulus(integer({15}), {})},
         {"one number too many", withModulus(integer({15}), Bytes{2, 1, 1, 2, 1, 1})},
-        {"something behind the numbers", keyInfoOf(algorithm, Bytes{0x30, 0, 0})},
+        {"something behind no numbers", keyInfoOf(algorithm, Bytes{0x30, 0, 0})},
+        {"something behind the numbers", keyInfoOf(algorithm, behind(numbers(integer({15}))))},
     };
     for (const auto& [what, keyInfo] : damaged)
         EXPECT_EQ(keyOfNumbers(library, keyInfo), nullptr) << what;
@@ -320,6 +334,27 @@ TEST_F(OddKeys, APublicKeyIsNoPrivateOne)
         EXPECT_EQ(keyOfNumbers(library, publicKey), nullptr) << kind;
     }
     EXPECT_EQ(keyOfNumbers(library, sequence({integer({0}), ecAlgorithm()})), nullptr) << "no key";
+    EXPECT_EQ(keyOfNumbers(library, keyInfoOf(sequence({}), integer({1}))), nullptr) << "of no kind";
+}
+
+TEST_F(OddKeys, ACertificateAndAKeyInRareFormsAreComparedByOpenssl)
+{
+    const toolkit_test::Workshop workshop;
+    workshop.certificate("rsa", "/CN=rsa", "keyUsage=digitalSignature");
+    workshop.run("openssl ecparam -genkey -name prime256v1 -noout -out ec.pem &&"
+                 " openssl pkcs8 -topk8 -nocrypt -in ec.pem -outform DER -out ec.key &&"
+                 " openssl ec -in ec.pem -conv_form compressed -out compressed.pem &&"
+                 " openssl req -x509 -new -key compressed.pem -subj /CN=ec -outform DER -out ec.crt");
+    const std::string ec = workshop.read("ec.key");
+    const Certificate compressed(library, view(workshop.read("ec.crt")));
+    const auto checking = [&](const Certificate& certificate, View keyInfo) {
+        return codeOf([&] { checkKeyPair(library, certificate, keyInfo); });
+    };
+    EXPECT_EQ(checking(compressed, view(ec)), SIGIL_TK_OK);
+    EXPECT_EQ(checking(compressed, ecKey()), SIGIL_TK_KEY_MISMATCH);
+    const Bytes algorithm = sequence({der::oid(oid::rsa), der::element(der::Null, {})});
+    const Certificate rsa(library, view(workshop.read("rsa.crt")));
+    EXPECT_EQ(checking(rsa, keyInfoOf(algorithm, view("no numbers"))), SIGIL_TK_KEY_UNUSABLE);
 }
 
 TEST_F(OddKeys, AnEmptyScalarIsTakenForNone)
