@@ -196,10 +196,8 @@ std::string nameOf(const Certificate& certificate, const sigil::CertificateFiles
 void mustFit(const PairFiles& files)
 {
     for (const std::string& path : all(files))
-        for (const fs::path& part : fs::path(path))
-            if (path != sigil::cutPath(path) ||
-                part.native().size() > NAME_MAX - std::char_traits<char>::length(".XXXXXX"))
-                throw Failure(failed, "path_too_long", pathTooLong, {path});
+        if (path != sigil::cutPath(path))
+            throw Failure(failed, "path_too_long", pathTooLong, {path});
 }
 
 /** The paths of the contents that are there. */

@@ -27,9 +27,10 @@ Buffer contentOf(const std::string& path)
     constexpr std::size_t most = 0x7FFFFFFE; // what the façade's lengths can tell
     mustExist(path);
     const sigil::Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-    struct stat status { };
-    if (file.get() < 0 || fstat(file.get(), &status) != 0)
+    if (!file.isOpen())
         throw Failure(failed, "file_not_read", cannotRead, {path, reason(errno)});
+    struct stat status { };
+    static_cast<void>(fstat(file.get(), &status)); // of what is open; without an answer it would be no regular file
     if (!S_ISREG(status.st_mode))
         throw Failure(
             failed, "file_not_read", cannotRead, {path, reason(S_ISDIR(status.st_mode) ? EISDIR : EINVAL)});

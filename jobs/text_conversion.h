@@ -36,7 +36,7 @@ public:
         char* in = const_cast<char*>(text.data());
         char* out = converted.data();
         std::size_t left = text.size(), room = converted.size();
-        while (iconv(m_descriptor, &in, &left, &out, &room) == failure && left > 0) {
+        while (left > 0 && iconv(m_descriptor, &in, &left, &out, &room) == failure) {
             *out++ = '?';
             --room;
             const std::size_t skipped = sizeOfUnknown(std::string_view(in, left));
