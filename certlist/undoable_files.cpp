@@ -92,6 +92,7 @@ bool readContent(const std::string& path, Content& content)
     struct stat status;
     if (stat(path.c_str(), &status) != 0)
         return errno == ENOENT;
+    errno = 0; // no call fails for what is no file, or too long a one
     const Descriptor file = openFile(path, O_RDONLY | O_NONBLOCK);
     return file.isOpen() && status.st_size <= longestFile && readAll(file, content.emplace());
 }
@@ -247,8 +248,10 @@ bool UndoableFiles::begin()
         note(notes, content.key);
     }
     struct stat status;
-    if (lstat(m_notes.c_str(), &status) == 0) // of another process, or what could not be put back
+    if (lstat(m_notes.c_str(), &status) == 0) { // of another process, or what could not be put back
+        errno = 0;
         return false;
+    }
     const std::string draft = m_notes.substr(0, m_notes.size() - std::strlen(notesEnding)) + draftEnding;
     m_lock = makeWhole(m_notes, draft, notes);
     return m_lock.isOpen() && flushFolderOf(m_notes);

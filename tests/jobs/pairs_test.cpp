@@ -6,12 +6,17 @@
 #include "jobs/pairs.h"
 
 #include "jobs/failure.h"
+#include "jobs/read_file.h"
+#include "tests/jobs/failing_calls.h"
 #include "tests/support/files.h"
 
 #include <sigildesk/codes.h>
 
 #include <gtest/gtest.h>
 
+#include <sys/resource.h>
+
+#include <cerrno>
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -27,6 +32,18 @@ std::string nameOfFailure(const std::function<void()>& work)
         return {};
     } catch (const host::Failure& failure) {
         return failure.name();
+    }
+}
+
+/** The last part of what the failure says. */
+std::string reasonOf(const std::function<void()>& work)
+{
+    try {
+        work();
+        return {};
+    } catch (const host::Failure& failure) {
+        const std::string message = failure.message(host::Language::English);
+        return message.substr(message.rfind(": ") + 2);
     }
 }
 
@@ -119,6 +136,8 @@ TEST_F(ChangedPairs, StayWhenAFolderIsInTheWay)
     blocked.kmCertificate = folder.path();
     EXPECT_EQ(change(blocked), "pair_not_changed");
     expectOld();
+    EXPECT_EQ(reasonOf([&] { host::changePairs(blocked, fresh); }), host::reason(EBUSY))
+        << "not that there are no notes of an interrupted change";
 }
 
 TEST_F(ChangedPairs, AreNotFiledOverOthersUnlessAsked)
@@ -135,6 +154,64 @@ TEST_F(ChangedPairs, AreNotFiledBelowAFile)
         files.key + "/a/kmCert.der", files.key + "/a/kmPri.key"};
     EXPECT_EQ(nameOfFailure([&] { host::filePairs(below, fresh, false); }), "pair_not_changed");
     expectOld();
+}
+
+class FiledPairs : public ChangedPairs {
+protected:
+    static host::PairFiles in(const std::string& place)
+    {
+        return {place + "/signCert.der", place + "/signPri.key", place + "/kmCert.der", place + "/kmPri.key"};
+    }
+    std::string file(const std::string& place) const
+    {
+        return reasonOf([&] { host::filePairs(in(place), fresh, false); });
+    }
+};
+
+TEST_F(FiledPairs, MakeTheirFoldersAlsoOnADiskThatFlushesNone)
+{
+    const FailingCall call("fsync", EINVAL, 1);
+    EXPECT_EQ(file(folder.path("new/inner")), "");
+    EXPECT_TRUE(call.haveFailed());
+    EXPECT_EQ(readFile(folder.path("new/inner/kmPri.key")), "new km key");
+}
+
+TEST_F(FiledPairs, LeaveNoFolderWhereTheDiskFails)
+{
+    const FailingCall call("fsync", EIO, 1);
+    EXPECT_EQ(file(folder.path("new")), host::reason(EIO));
+    EXPECT_FALSE(fs::exists(folder.path("new")));
+}
+
+TEST_F(FiledPairs, LeaveNoFolderWhereNoFileCanBeOpened)
+{
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &before), 0);
+    rlimit none = before;
+    none.rlim_cur = 0;
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
+    const std::string told = file(folder.path("new"));
+    setrlimit(RLIMIT_NOFILE, &before);
+    EXPECT_EQ(told, host::reason(EMFILE));
+    EXPECT_FALSE(fs::exists(folder.path("new")));
+}
+
+TEST_F(FiledPairs, GoNowhereByALinkThatLeadsNowhere)
+{
+    fs::create_symlink("none", folder.path("link"));
+    EXPECT_EQ(file(folder.path("link")), host::reason(ENOENT));
+    EXPECT_TRUE(fs::is_symlink(folder.path("link")));
+    EXPECT_FALSE(fs::exists(folder.path("none")));
+}
+
+TEST_F(FiledPairs, MayBeNamedFromTheWorkingFolder)
+{
+    const fs::path before = fs::current_path();
+    fs::current_path(folder.path());
+    const std::string told = file("new/inner");
+    fs::current_path(before);
+    EXPECT_EQ(told, "");
+    EXPECT_EQ(readFile(folder.path("new/inner/signPri.key")), "new key");
 }
 
 TEST_F(ChangedPairs, LeaveTheirFolderWhenTheyGo)

@@ -7,6 +7,7 @@
 
 #include "foundation/file.h"
 #include "jobs/failure.h"
+#include "tests/jobs/failing_calls.h"
 #include "tests/support/files.h"
 
 #include <gtest/gtest.h>
@@ -15,6 +16,7 @@
 #include <sys/stat.h>
 
 #include <cerrno>
+#include <cstdint>
 #include <filesystem>
 #include <string>
 
@@ -58,6 +60,14 @@ TEST(AFile, ThatCannotBeReadIsToldWithTheReason)
     EXPECT_EQ(failureOf("/proc/self/mem"), "file_not_read: " + host::reason(EIO)) << "nothing is mapped at 0";
 }
 
+TEST(AFile, OfTwoGigabytesIsNotRead)
+{
+    const TemporaryFolder folder;
+    const std::string file = folder.write("large", "");
+    fs::resize_file(file, std::uintmax_t{1} << 31);
+    EXPECT_EQ(failureOf(file).substr(0, 14), "file_too_large");
+}
+
 TEST(AFile, IsReadAsFarAsIsAllowed)
 {
     const TemporaryFolder folder;
@@ -67,5 +77,11 @@ TEST(AFile, IsReadAsFarAsIsAllowed)
     content.clear();
     ASSERT_EQ(lseek(file.get(), 0, SEEK_SET), 0);
     EXPECT_EQ(host::readAll(file.get(), content, 4), 0);
+    EXPECT_EQ(content, "1234");
+    content.clear();
+    ASSERT_EQ(lseek(file.get(), 0, SEEK_SET), 0);
+    const FailingCall call("read", EINTR, 2);
+    EXPECT_EQ(host::readAll(file.get(), content, 4), 0) << "whatever interrupts it";
+    EXPECT_TRUE(call.haveFailed());
     EXPECT_EQ(content, "1234");
 }
