@@ -3,7 +3,6 @@
 
 #include "sigil/nameless_file.h"
 
-#include "foundation/file.h"
 #include "jobs/failure.h"
 #include "jobs/read_file.h"
 
@@ -25,25 +24,13 @@ constexpr Words cannotWrite{"cannot write {}: {}", "{} 파일을 쓸 수 없습�
 } // namespace
 
 NamelessFile::NamelessFile(std::string_view content)
-    : m_descriptor(memfd_create("sigil", MFD_CLOEXEC))
+    : m_file(memfd_create("sigil", MFD_CLOEXEC))
 {
-    if (m_descriptor < 0)
+    if (!m_file.isOpen() || sigil::writeAll(m_file, content) != content.size())
         fail("memory");
-    while (!content.empty()) {
-        const ssize_t count = ::write(m_descriptor, content.data(), content.size());
-        if (count < 0 && errno != EINTR) {
-            const int error = errno;
-            ::close(m_descriptor);
-            errno = error;
-            fail("memory");
-        }
-        content.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
-    }
 }
 
-NamelessFile::~NamelessFile() { ::close(m_descriptor); }
-
-std::string NamelessFile::path() const { return "/proc/self/fd/" + std::to_string(m_descriptor); }
+std::string NamelessFile::path() const { return "/proc/self/fd/" + std::to_string(m_file.get()); }
 
 WorkFolder::WorkFolder()
     : m_path((std::filesystem::temp_directory_path() / "sigil-XXXXXX").string())

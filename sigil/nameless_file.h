@@ -6,6 +6,8 @@
  */
 #pragma once
 
+#include "foundation/file.h"
+
 #include <string>
 #include <string_view>
 
@@ -16,14 +18,11 @@ class NamelessFile {
 public:
     /** Throws Failure. */
     explicit NamelessFile(std::string_view content);
-    ~NamelessFile();
-    NamelessFile(const NamelessFile&) = delete;
-    NamelessFile& operator=(const NamelessFile&) = delete;
 
     std::string path() const;
 
 private:
-    int m_descriptor;
+    sigil::Descriptor m_file;
 };
 
 /** A folder for its owner alone, which goes with the object. For what is no secret. */
