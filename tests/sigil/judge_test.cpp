@@ -155,6 +155,7 @@ TEST_P(Judged, FindingsAgreeWithTheList)
     EXPECT_NE(mend, "");
     auto finding = sized<SigilFinding>();
     EXPECT_EQ(sigil_finding(session.get(), count, &finding), SIGIL_BAD_ARGUMENT);
+    EXPECT_EQ(sigil_finding(session.get(), -1, &finding), SIGIL_BAD_ARGUMENT);
     EXPECT_EQ(sigil_examine(session.get(), "/no/such/folder", nullptr), SIGIL_FILE_NOT_READ);
 }
 
@@ -163,6 +164,8 @@ TEST_P(Judged, RefusesBadArguments)
     SigilSession* const s = session.get();
     auto purpose = sized<SigilJudgeOptions>();
     purpose.purpose = 3;
+    auto negativePurpose = sized<SigilJudgeOptions>();
+    negativePurpose.purpose = -1;
     auto nobody = sized<SigilJudgeOptions>();
     nobody.trusted_count = 1;
     auto negative = sized<SigilJudgeOptions>();
@@ -173,7 +176,7 @@ TEST_P(Judged, RefusesBadArguments)
     const auto judge = [&](const SigilJudgeOptions* with) {
         return sigil_verify_certificate(s, with, certificate.data(), certificate.size());
     };
-    const std::vector<int> codes{judge(&purpose), judge(&nobody), judge(&negative),
+    const std::vector<int> codes{judge(&purpose), judge(&negativePurpose), judge(&nobody), judge(&negative),
         sigil_verify_certificate(s, nullptr, nullptr, 1), sigil_verify_certificate(s, nullptr, "x", 0),
         sigil_status(s, nullptr, "x", 1, nullptr), sigil_status(s, nullptr, nullptr, 1, &status),
         sigil_timestamp(s, nullptr, "x", 1, out.out()), sigil_timestamp(s, "", "x", 1, out.out()),

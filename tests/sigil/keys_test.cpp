@@ -6,6 +6,12 @@
 #include "tests/sigil/sigil_test.h"
 #include "tests/support/secret_hunt.h"
 
+#include <sys/resource.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <cstring>
 #include <ctime>
 #include <vector>
 
@@ -14,6 +20,20 @@ using namespace sigil_test;
 namespace {
 
 constexpr std::string_view text = "서명할 내용";
+
+/** What @p work returns while the process may have nothing of @p resource. */
+template <class Work>
+int within(decltype(RLIMIT_FSIZE) resource, Work work)
+{
+    rlimit before{};
+    EXPECT_EQ(getrlimit(resource, &before), 0);
+    rlimit none = before;
+    none.rlim_cur = 0;
+    EXPECT_EQ(setrlimit(resource, &none), 0);
+    const int result = work();
+    setrlimit(resource, &before);
+    return result;
+}
 
 /** A session with a listed store; entries with a key-management pair and without one. */
 class Keys : public ::testing::TestWithParam<int> {
@@ -224,6 +244,37 @@ TEST_P(Keys, AreOfCertificatesThatHaveThem)
     EXPECT_EQ(sigil_unlock(session.get(), 1, password), 2000);
 }
 
+TEST_P(Keys, SignNothingWhereNoFileCanBeMade)
+{
+    unlock(without);
+    Bytes message;
+    const std::string text = "cannot write memory: ";
+    EXPECT_EQ(within(RLIMIT_NOFILE, [&] { return sign(SIGIL_FORM_DETACHED, message, without); }), SIGIL_FAILED);
+    EXPECT_EQ(sigil_error_text(session.get()), text + std::strerror(EMFILE));
+    std::signal(SIGXFSZ, SIG_IGN); // that a file may not grow is to be told by the call
+    EXPECT_EQ(within(RLIMIT_FSIZE, [&] { return sign(SIGIL_FORM_DETACHED, message, without); }), SIGIL_FAILED);
+    std::signal(SIGXFSZ, SIG_DFL);
+    EXPECT_EQ(sigil_error_text(session.get()), text + std::strerror(EFBIG));
+    EXPECT_EQ(message.data(), nullptr);
+    EXPECT_EQ(sign(SIGIL_FORM_DETACHED, message, without), SIGIL_SUCCESS);
+}
+
+TEST_P(Keys, SignNothingWhereNoFolderCanBeMade)
+{
+    unlock(without);
+    Bytes message;
+    const char* const before = std::getenv("TMPDIR");
+    const std::string kept = before ? before : "/tmp";
+    for (const char* folder : {"/no/such/folder", "/proc"}) {
+        setenv("TMPDIR", folder, 1);
+        EXPECT_EQ(sign(SIGIL_FORM_DETACHED, message, without), SIGIL_FAILED) << folder;
+        EXPECT_TRUE(std::string_view(sigil_error_text(session.get())).ends_with(std::strerror(ENOENT)))
+            << folder << ": " << sigil_error_text(session.get());
+    }
+    setenv("TMPDIR", kept.c_str(), 1);
+    EXPECT_EQ(message.data(), nullptr);
+}
+
 TEST_P(Keys, RefuseBadArguments)
 {
     SigilSession* const s = session.get();
@@ -232,6 +283,10 @@ TEST_P(Keys, RefuseBadArguments)
     const SigilBytes recipient{reinterpret_cast<unsigned char*>(const_cast<char*>("x")), 1};
     auto form = sized<SigilSignOptions>();
     form.form = 3;
+    auto negativeForm = sized<SigilSignOptions>();
+    negativeForm.form = -1;
+    auto unstamped = sized<SigilSignOptions>();
+    unstamped.stamp_url = "";
     auto stamped = sized<SigilSignOptions>();
     stamped.form = SIGIL_FORM_RAW;
     stamped.stamp_url = "http://127.0.0.1:1/";
@@ -241,7 +296,8 @@ TEST_P(Keys, RefuseBadArguments)
         sigil_private_key(s, without, 2, nullptr, out.out()), sigil_private_key(s, without, 0, "", out.out()),
         sigil_private_key(s, without, 0, nullptr, nullptr), sigil_private_key(s, 6, 0, nullptr, out.out()),
         sigil_identity(s, without, nullptr), sigil_identity(s, without, ""), sigil_identity(s, -1, "1"),
-        sigil_sign(s, without, &form, "x", 1, out.out()), sigil_sign(s, without, &stamped, "x", 1, out.out()),
+        sigil_sign(s, without, &form, "x", 1, out.out()), sigil_sign(s, without, &negativeForm, "x", 1, out.out()),
+        sigil_sign(s, without, &unstamped, "x", 1, out.out()), sigil_sign(s, without, &stamped, "x", 1, out.out()),
         sigil_sign(s, without, nullptr, nullptr, 1, out.out()), sigil_sign(s, without, nullptr, "x", 0, out.out()),
         sigil_sign(s, without, nullptr, "x", 1, nullptr), sigil_sign(s, 6, nullptr, "x", 1, out.out()),
         sigil_verify(s, nullptr, 1, nullptr, 0, nullptr, nullptr),

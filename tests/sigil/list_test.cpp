@@ -108,9 +108,28 @@ TEST_F(List, TakesWhatTheOptionsTake)
     EXPECT_EQ(count(options), 8);
     options.expires_within = 1;
     EXPECT_EQ(count(options), 0);
+    options.expires_within = 36500;
+    EXPECT_EQ(count(options), 8);
     options = sized<SigilListOptions>();
     options.expired = 1;
     EXPECT_EQ(count(options), 0);
+}
+
+TEST_F(List, TellsExpiredOnesApart)
+{
+    const SampleStore expired({"--count", "2", "--state", "expired", "--keys", "2"});
+    const std::string folder = expired.folder().string();
+    const auto countWith = [&](int SigilListOptions::*option) {
+        auto options = sized<SigilListOptions>();
+        options.medium = folder.c_str();
+        options.*option = 1;
+        int found = -1;
+        EXPECT_EQ(sigil_list(session.get(), &options, &found), SIGIL_SUCCESS);
+        return found;
+    };
+    EXPECT_EQ(countWith(&SigilListOptions::expired), 2);
+    EXPECT_EQ(countWith(&SigilListOptions::valid), 0);
+    EXPECT_EQ(countWith(&SigilListOptions::expires_within), 0);
 }
 
 TEST_F(List, HandsOutCertificates)

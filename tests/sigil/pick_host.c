@@ -3,15 +3,17 @@
 
 /* A host that lets its user pick and signs with what was picked:
 
-       pick_host LIBRARY_FOLDER TOOLKIT LISTED_DISK SIGNATURE CERTIFICATE
+       pick_host LIBRARY_FOLDER TOOLKIT LISTED_DISK SIGNATURE CERTIFICATE [OPTION=VALUE...]
 
-   Says "CODE ERROR TEXT" of the picking, then "ENTRY of ENTRIES, UNLOCKED: NAME, FILE", whether the entry is unlocked after it was
-   locked, and how many files were open before the picking and are open after it. */
+   LISTED_DISK is "home" for the home folder, which is examined too, and empty for none. Says "CODE ERROR TEXT" of the picking, then
+   "ENTRY of ENTRIES, UNLOCKED: NAME, FILE", the code of a copy to nowhere, whether the entry is unlocked after it was locked, and
+   how many files were open before the picking and are open after it. */
 
 #include <sigil.h>
 
 #include <dirent.h>
 #include <signal.h>
+#include <stddef.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
@@ -66,22 +68,62 @@ static void sign_with(int entry, const char* signature, const char* der)
     sigil_free(&message);
 }
 
+/* Sets the option of "OPTION=VALUE". */
+static void set_option(SigilPickOptions* options, char* word)
+{
+    static const struct {
+        const char* name;
+        size_t place;
+    } texts[] = {{"policies", offsetof(SigilPickOptions, policies)},
+        {"subject", offsetof(SigilPickOptions, subject)}, {"serial", offsetof(SigilPickOptions, serial)}},
+      numbers[] = {{"families", offsetof(SigilPickOptions, families)},
+          {"with_km", offsetof(SigilPickOptions, with_km)}, {"no_expired", offsetof(SigilPickOptions, no_expired)},
+          {"lock_expired", offsetof(SigilPickOptions, lock_expired)}};
+    char* value = strchr(word, '=');
+    size_t i = 0;
+    if (!value)
+        exit(2);
+    *value++ = 0;
+    for (i = 0; i < sizeof texts / sizeof *texts; ++i)
+        if (strcmp(word, texts[i].name) == 0)
+            memcpy((char*)options + texts[i].place, &value, sizeof value);
+    for (i = 0; i < sizeof numbers / sizeof *numbers; ++i)
+        if (strcmp(word, numbers[i].name) == 0)
+            *(int*)(void*)((char*)options + numbers[i].place) = atoi(value);
+}
+
+/* Lists a disk, or the home folder, where no fewer findings are than entries. */
+static int list(const char* disk)
+{
+    SigilListOptions listing = {.size = sizeof listing, .medium = disk};
+    int entries = 0, findings = 0;
+    if (!*disk)
+        return 0;
+    if (strcmp(disk, "home") == 0) {
+        listing.medium = NULL;
+        check(sigil_examine(session, NULL, &findings));
+    }
+    check(sigil_list(session, &listing, &entries));
+    if (!listing.medium && findings < entries)
+        exit(1);
+    return entries;
+}
+
 int main(int count, char** words)
 {
     SigilOpenOptions opening = {.size = sizeof opening};
-    SigilListOptions listing = {.size = sizeof listing};
     SigilPickOptions picking = {.size = sizeof picking, .no_expired = 1};
     SigilFields fields = {.size = sizeof fields};
-    int entries = 0, entry = -7, code = 0, files = 0;
-    if (count != 6)
+    int entries = 0, entry = -7, code = 0, files = 0, i = 0;
+    if (count < 6)
         return 2;
+    for (i = 6; i < count; ++i)
+        set_option(&picking, words[i]);
     signal(SIGCHLD, SIG_IGN); /* as hosts do that care for no child */
     opening.folder = words[1];
     opening.toolkit = atoi(words[2]);
-    listing.medium = words[3];
     check(sigil_open(&opening, &session));
-    if (*words[3])
-        check(sigil_list(session, &listing, &entries));
+    entries = list(words[3]);
     files = open_files();
     interrupt_every(5000);
     code = sigil_pick(session, &picking, &entry);
@@ -90,6 +132,7 @@ int main(int count, char** words)
     if (code == SIGIL_SUCCESS) {
         check(sigil_fields(session, entry, &fields));
         printf("%d of %d, %d: %s, %s\n", entry, entries, fields.unlocked, fields.name, fields.certificate_file);
+        printf("copied: %d\n", sigil_copy(session, entry, "/no/such/folder", 0));
         sign_with(entry, words[4], words[5]);
         check(sigil_lock(session, entry));
         check(sigil_fields(session, entry, &fields));

@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <memory>
 #include <sstream>
 #include <unistd.h>
 
@@ -21,7 +22,7 @@ constexpr char password[] = "sample1234!";
 
 /** What the host said, line by line. */
 struct Said {
-    std::string result, entry, locked, files;
+    std::string result, entry, copied, locked, files;
 };
 
 class Pick : public testing::Test {
@@ -43,7 +44,8 @@ protected:
     }
 
     /** Runs a host whose home folder is the store, without any display. */
-    Outcome runHost(const std::vector<std::string>& environment, const std::string& listed = "", int toolkit = 0)
+    Outcome runHost(const std::vector<std::string>& environment, const std::string& listed = "", int toolkit = 0,
+        const std::vector<std::string>& options = {})
     {
         std::vector<std::string> words{"env", "-u", "DISPLAY", "-u", "WAYLAND_DISPLAY", "-u", "QT_QPA_PLATFORM",
             "LC_ALL=C.UTF-8", "LD_PRELOAD=libnss_wrapper.so", "NSS_WRAPPER_PASSWD=" + work.path("passwd"),
@@ -53,17 +55,20 @@ protected:
         for (const std::string& word : {std::string(PICK_HOST), std::string(SIGILDESK_LIBRARY_FOLDER),
                  std::to_string(toolkit), listed, signature(), certificate()})
             words.push_back(word);
+        words.insert(words.end(), options.begin(), options.end());
         return run(words);
     }
-    Said pick(const std::vector<std::string>& environment, const std::string& listed = "", int toolkit = 0)
+    Said pick(const std::vector<std::string>& environment, const std::string& listed = "", int toolkit = 0,
+        const std::vector<std::string>& options = {})
     {
-        const Outcome outcome = runHost(environment, listed, toolkit);
+        const Outcome outcome = runHost(environment, listed, toolkit, options);
         EXPECT_EQ(outcome.status, 0) << outcome.err;
         Said said;
         std::istringstream lines(outcome.out);
         std::getline(lines, said.result);
         if (said.result == "0 ") {
             std::getline(lines, said.entry);
+            std::getline(lines, said.copied);
             std::getline(lines, said.locked);
         }
         std::getline(lines, said.files);
@@ -86,6 +91,22 @@ protected:
             fs::permissions(file, fs::perms::owner_all);
         }
         return {"LD_LIBRARY_PATH=" + work.path("other")};
+    }
+    /** Such a program that greets, keeps the request, and ends. */
+    std::vector<std::string> keepingRequest()
+    {
+        work.write("greeting", std::string_view(host::dialogGreeting.data(), host::dialogGreeting.size()));
+        return program("cat '" + work.path("greeting") + "' >&0; head -c " +
+            std::to_string(sizeof(host::DialogRequest)) + " >'" + work.path("request") + "'");
+    }
+    /** What a host with these options asks the program for. */
+    tagLOADSELECTCERTOPTION requested(const std::vector<std::string>& options)
+    {
+        EXPECT_TRUE(pick(keepingRequest(), "", 0, options).result.starts_with("1609 the dialog ended"));
+        const auto request = std::make_unique<host::DialogRequest>();
+        EXPECT_EQ(readFile(work.path("request")).copy(reinterpret_cast<char*>(request.get()), sizeof *request),
+            sizeof *request);
+        return request->load;
     }
     /** Such a program that greets and answers. */
     std::vector<std::string> answering(const host::DialogAnswer& answer, std::size_t size)
@@ -162,10 +183,14 @@ TEST_F(Pick, MakesAnEntryThatSigns)
 
 TEST_F(Pick, FindsTheEntryThatTheListHasAlready)
 {
-    const Said said = pick(user("1"), sample->folder());
-    ASSERT_EQ(said.result, "0 ");
-    EXPECT_TRUE(said.entry.find(" of 3, 1: ") == 1 && said.entry[0] >= '0' && said.entry[0] < '3') << said.entry;
-    expectSignatureOf(said.entry.substr(said.entry.rfind(", ") + 2));
+    for (const std::string& listed : {sample->folder().string(), std::string("home")}) {
+        const Said said = pick(user("1"), listed);
+        ASSERT_EQ(said.result, "0 ");
+        EXPECT_TRUE(said.entry.find(" of 3, 1: ") == 1 && said.entry[0] >= '0' && said.entry[0] < '3')
+            << said.entry;
+        EXPECT_EQ(said.copied, "copied: " + std::to_string(SIGIL_FILE_NOT_READ)) << "where to is no folder";
+        expectSignatureOf(said.entry.substr(said.entry.rfind(", ") + 2));
+    }
 }
 
 TEST_F(Pick, CanBeCancelled)
@@ -204,6 +229,44 @@ TEST_F(Pick, SaysThatThereAreNoDialogs)
     expectAllFilesClosed(said);
 }
 
+TEST_F(Pick, LooksForTheDialogsWhereTheyAreInstalledUsually)
+{
+    const std::vector<std::string> environment = program("");
+    fs::remove(work.path("other/sigildesk"));
+    const std::string usual = "/usr/local/lib/sigildesk/sigildesk-pick";
+    const std::string result = pick(environment).result;
+    EXPECT_TRUE(
+        fs::exists(usual) ? result.starts_with("1607 ") : result.starts_with("1606 ") && result.ends_with(usual))
+        << result;
+}
+
+TEST_F(Pick, AsksForWhatTheOptionsSay)
+{
+    const tagLOADSELECTCERTOPTION all = requested({"no_expired=0"});
+    EXPECT_EQ(all.nPKITypes, 15u);
+    EXPECT_EQ(all.nKeyPairType, 0u);
+    EXPECT_EQ(all.nSelectFlags, 0u);
+    EXPECT_STREQ(all.szPolicyIDs, "");
+    const tagLOADSELECTCERTOPTION some = requested({"families=6", "with_km=1", "lock_expired=1",
+        "policies=1.2.3|1.2.4", "subject=cn=홍길동,c=KR", "serial=00ab"});
+    EXPECT_EQ(some.nPKITypes, 6u);
+    EXPECT_EQ(some.nKeyPairType, unsigned{SIGIL_KEY_PAIR_BOTH});
+    EXPECT_EQ(some.nSelectFlags, SIGIL_SELECT_EXCLUDE_EXPIRED | SIGIL_SELECT_LOCK_EXPIRED);
+    EXPECT_STREQ(some.szPolicyIDs, "1 2 3|1 2 4|");
+    EXPECT_STREQ(some.szSubjectDN, "cn=홍길동,c=KR");
+    EXPECT_STREQ(some.szSerialNum, "00ab");
+}
+
+TEST_F(Pick, TakesNoOptionThatIsEmptyOrTooLong)
+{
+    for (const std::string option : {"policies=", "subject=", "serial="})
+        for (const std::string& text : {std::string(), std::string(6000, '1')}) {
+            const Said said = pick(program(""), "", 0, {option + text});
+            EXPECT_TRUE(said.result.starts_with("1001 ")) << option << text.size() << ": " << said.result;
+        }
+    EXPECT_TRUE(pick(program(""), "", 0, {"families=16"}).result.starts_with("1001 "));
+}
+
 TEST_F(Pick, SaysThatTheDialogsCannotBeLoaded)
 {
     EXPECT_TRUE(pick(program("exit 127")).result.starts_with("1606 "));
@@ -224,6 +287,35 @@ TEST_F(Pick, TakesACertificateFromAnotherDisk)
     expectSignatureOf(there + "/signCert.der");
 }
 
+TEST_F(Pick, MakesAnotherEntryOfAnotherCertificateInTheSameFile)
+{
+    const std::string listed = sample->folder();
+    const auto entryOf = [&](const host::DialogAnswer& answer) {
+        return pick(answering(answer, sizeof answer), listed).entry.substr(0, 6);
+    };
+    const fs::path first = sample->certificates().front().at("signing_certificate");
+    const fs::path last = sample->certificates().back().at("signing_certificate");
+    host::DialogAnswer answer = answerOf(first.parent_path());
+    EXPECT_EQ(entryOf(answer), "3 of 3") << "without its key-management certificate";
+    const std::string km = readFile(first.parent_path() / "kmCert.der");
+    answer.chosen.nKmCertLen =
+        static_cast<int>(km.copy(reinterpret_cast<char*>(answer.chosen.byKmCert), km.size()));
+    EXPECT_NE(entryOf(answer), "3 of 3") << "the listed one";
+    const std::string der = readFile(last);
+    answer.chosen.nSignCertLen =
+        static_cast<int>(der.copy(reinterpret_cast<char*>(answer.chosen.bySignCert), der.size()));
+    EXPECT_EQ(entryOf(answer), "3 of 3") << "another certificate";
+}
+
+TEST_F(Pick, CopiesNothingThatLiesInNoFile)
+{
+    host::DialogAnswer answer = answerOf(folderOfACertificate());
+    answer.chosen.szSignCertPath[0] = '\0';
+    const Said said = pick(answering(answer, sizeof answer));
+    EXPECT_EQ(said.result, "0 ");
+    EXPECT_EQ(said.copied, "copied: " + std::to_string(SIGIL_NOT_ON_THIS_MEDIUM));
+}
+
 TEST_F(Pick, BelievesNoRecordThatIsNotSound)
 {
     const host::DialogAnswer good = answerOf(folderOfACertificate());
@@ -231,6 +323,7 @@ TEST_F(Pick, BelievesNoRecordThatIsNotSound)
     EXPECT_TRUE(cut.result.starts_with("1609 the dialog ended")) << cut.result;
     using Damage = void (*)(tagSELCERTINFO&);
     const std::vector<Damage> damages{[](tagSELCERTINFO& chosen) { chosen.nSignCertLen = 4097; },
+        [](tagSELCERTINFO& chosen) { chosen.nSignCertLen = 0; },
         [](tagSELCERTINFO& chosen) { chosen.nSignPriKeyLen = -1; },
         [](tagSELCERTINFO& chosen) { chosen.nSignPriKeyLen = 0; },
         [](tagSELCERTINFO& chosen) { chosen.nKmCertLen = 0x7fffffff; },
