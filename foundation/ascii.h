@@ -35,13 +35,12 @@ struct LessIgnoringCase {
     }
 };
 
-/** Position of @p wanted, which is in lower case, in @p text of either case; npos when it is not there. */
+/** Position of @p wanted, which is in lower case and not empty, in @p text of either case; npos when it is not there. */
 inline std::size_t findIgnoringCase(std::string_view text, std::string_view wanted)
 {
     const auto hit = std::search(
         text.begin(), text.end(), wanted.begin(), wanted.end(), [](char a, char b) { return toLower(a) == b; });
-    return hit == text.end() && !wanted.empty() ? std::string_view::npos
-                                                : static_cast<std::size_t>(hit - text.begin());
+    return hit == text.end() ? std::string_view::npos : static_cast<std::size_t>(hit - text.begin());
 }
 
 /** @p text without the white space at both ends. */

@@ -46,12 +46,10 @@ inline unsigned syllableAt(const Byte* in)
     return (bytes & 0xC0C000) == 0x808000 ? codePoint - sigil::firstSyllable : UINT_MAX;
 }
 
-/** Reads a CP949 character: 0 for an unassigned code, noUnit for one outside the table. */
+/** Reads a CP949 character that is none of ASCII: 0 for an unassigned code, noUnit for one outside the table. */
 inline int takeKsc(const Byte*& in, const Byte* end)
 {
     const Byte lead = *in++;
-    if (lead < 0x80)
-        return lead;
     if (in == end)
         return noUnit;
     const int index = (lead << 8 | *in++) - sigil::firstKscCode;

@@ -20,7 +20,7 @@ namespace {
 std::optional<struct stat> regularFile(const Descriptor& file)
 {
     struct stat status { };
-    if (!file.isOpen() || fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode))
+    if (fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode))
         return std::nullopt;
     return status;
 }

@@ -50,7 +50,7 @@ inline void limitedCopy(char* buffer, int limit, std::string_view text)
 /** The text held by a field of @p capacity bytes, also when it fills the field without a terminator. */
 inline std::string_view fieldText(const char* field, std::size_t capacity)
 {
-    return field ? std::string_view(field, strnlen(field, capacity)) : std::string_view();
+    return {field, strnlen(field, capacity)};
 }
 
 template <std::size_t N>

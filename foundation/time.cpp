@@ -160,11 +160,10 @@ time_t CUtil::str2time(char* text)
 
 int CUtil::GetCurrentTimeDay(char* out)
 {
-    const std::string text = sigil::currentTimeText("%Y_%m_%d_%H_%M_%S");
-    if (text.empty() || !out)
+    if (!out)
         return -1;
     // Year and month only; the rest of the text is deliberately left out, and so is a terminator.
-    text.copy(out, std::strlen("2024_03_"));
+    sigil::currentTimeText("%Y_%m_%d_%H_%M_%S").copy(out, std::strlen("2024_03_"));
     return 0;
 }
 
