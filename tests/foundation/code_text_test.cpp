@@ -9,6 +9,7 @@
 
 #include <gmock/gmock.h>
 
+#include <climits>
 #include <set>
 #include <string>
 
@@ -42,14 +43,15 @@ TEST(CodeText, SpeaksEnglishUnlessAskedForKorean)
 
 TEST(CodeText, OwnsUpToANumberThatIsNoneOfTheCodes)
 {
-    for (const int language : {SIGIL_LANGUAGE_KOREAN, SIGIL_LANGUAGE_ENGLISH}) {
-        SigilCodeText text{};
-        EXPECT_EQ(sigil_code_text(7777, language, &text), SIGIL_BAD_ARGUMENT);
-        EXPECT_EQ(text.code, 7777);
-        EXPECT_STREQ(text.name, "");
-        EXPECT_EQ(isKorean(text.sentence), language == SIGIL_LANGUAGE_KOREAN);
-        EXPECT_EQ(isKorean(text.advice), language == SIGIL_LANGUAGE_KOREAN);
-    }
+    for (const int language : {SIGIL_LANGUAGE_KOREAN, SIGIL_LANGUAGE_ENGLISH})
+        for (const int code : {-7777, 999, 7777, INT_MAX}) { // before, between and behind them
+            SigilCodeText text{};
+            EXPECT_EQ(sigil_code_text(code, language, &text), SIGIL_BAD_ARGUMENT);
+            EXPECT_EQ(text.code, code);
+            EXPECT_STREQ(text.name, "");
+            EXPECT_EQ(isKorean(text.sentence), language == SIGIL_LANGUAGE_KOREAN);
+            EXPECT_EQ(isKorean(text.advice), language == SIGIL_LANGUAGE_KOREAN);
+        }
 }
 
 TEST(CodeText, RefusesANullRecord)

@@ -293,6 +293,22 @@ TEST(ConvertUtf8, EveryCodePointGivesTheSameByTheShortWay)
     }
 }
 
+TEST(ConvertUtf8, TextsOfAnyLength)
+{
+    std::string utf8, utf16, cp949;
+    for (int i = 0; i < 1200; ++i) {
+        utf8 += "\xEA\xB0\x80z";
+        utf16 += units({0xAC00, 'z'});
+        cp949 += "\xB0\xA1z";
+    }
+    EXPECT_EQ(utf82unicode(utf8), utf16);
+    EXPECT_EQ(unicode2utf8(utf16), utf8);
+    EXPECT_EQ(unicode2ascii(utf16), cp949);
+    EXPECT_EQ(ascii2unicode(cp949), utf16);
+    EXPECT_EQ(utf82ascii(utf8), cp949);
+    EXPECT_EQ(ascii2utf8(cp949), utf8);
+}
+
 TEST(ConvertUtf8, TreatsNegativeLengthsAndNullAsEmpty)
 {
     unsigned char* out = nullptr;

@@ -109,6 +109,13 @@ TEST_F(Trace, WritesNothingWithoutANameOfTheThree)
     EXPECT_FALSE(std::filesystem::exists(file()));
 }
 
+TEST_F(Trace, WritesALineWithoutAMessage)
+{
+    const decltype(&LOG_LEVEL) log = LOG_LEVEL; // whose messages no compiler looks at
+    log("DEBUG", "a.cpp", 1, "f", nullptr);
+    EXPECT_EQ(trace(), "[tw4np][09:05:07.042][DEBUG][a.cpp:1][f] \n");
+}
+
 TEST_F(Trace, CutsTheMessageAt4095Bytes)
 {
     LOG_LEVEL("DEBUG", "a.cpp", 1, "f", "%s", longText.c_str());

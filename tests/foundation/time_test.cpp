@@ -102,6 +102,13 @@ TEST_F(Time, Str2time)
         EXPECT_EQ(CUtil().str2time(Arg(c.text)), c.expected) << (c.text ? c.text : "null");
 }
 
+TEST_F(Time, Str2timeReadsTheSecondBeforeTheEpochInAnyZone)
+{
+    setZone("AEST-10AEDT,M10.1.0,M4.1.0/3"); // it lies in a summer
+    EXPECT_EQ(CUtil().str2time(Arg("1970-01-01 09:59:59")), -1);
+    EXPECT_EQ(CUtil().str2time(Arg("1970-01-01 10:00:00")), 0);
+}
+
 TEST_F(Time, Str2timeReadsLocalStandardTime)
 {
     struct Case {
@@ -233,7 +240,11 @@ TEST_F(Time, LeapDays)
         {2024, 2, {2028, 3, 1}, 2},
         {2024, 2, {2028, 1, 1}, 1},
         {1999, 1, {2001, 1, 1}, 1}, // 2000 is a leap year
+        {1999, 1, {2000, 2, 29}, 0},
+        {1999, 1, {2000, 3, 1}, 1},
+        {2000, 3, {2001, 1, 1}, 0},
         {2099, 1, {2101, 1, 1}, 0}, // 2100 is none
+        {2099, 1, {2100, 2, 28}, 0},
         {2001, 1, {2401, 1, 1}, 97},
         {2024, 1, {2023, 1, 1}, 0},
     };
@@ -370,6 +381,17 @@ TEST_F(Time, TheWarningEndsAtTheSameHourAcrossSummerTime)
     // 30 days later at 12:00 summer time, which is 11:00 standard time
     EXPECT_EQ(validity("2024-04-19 11:00:00", 2, "").state, 4);
     EXPECT_EQ(validity("2024-04-19 11:00:01", 2, "").state, 3);
+}
+
+TEST_F(Time, ValidityNeedsNeitherDaysNorState)
+{
+    setClock("2024-02-01 12:00:00");
+    char from[16] = {};
+    char to[16] = {};
+    EXPECT_EQ(CUtil().GetValidity(false, 2, nullptr, Arg("2020-01-01 00:00:00"), Arg("2024-02-10 12:00:00"),
+                  sizeof from, from, sizeof to, to, nullptr, nullptr),
+        0);
+    EXPECT_STREQ(to, "2024-02-10");
 }
 
 TEST_F(Time, ValidityStaysWithinItsOutputs)
