@@ -95,12 +95,5 @@ template <class Maker, class Gpki>
         return SIGIL_NO_HANDLE;
     if (const int code = sigil::unmet(needs))
         return code;
-    switch (m_nToolkitType) {
-    case SIGIL_TOOLKIT_MAKER:
-        return toMaker(*m_pHVTKWrap);
-    case SIGIL_TOOLKIT_GPKI:
-        return toGpki(*m_pGPKIWrap);
-    default:
-        return SIGIL_SUCCESS; // Initalize lets no other type in
-    }
+    return isGpki() ? toGpki(*m_pGPKIWrap) : toMaker(*m_pHVTKWrap);
 }

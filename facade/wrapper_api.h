@@ -32,17 +32,7 @@ public:
     /** Ends the toolkits thoroughly, their finish functions included, and returns 0. HV_Finish deliberately does less. */
     int Finish();
     /** Whether the backend of the object's type is there; its library need not be loaded. */
-    bool CheckInit() const
-    {
-        switch (m_nToolkitType) {
-        case SIGIL_TOOLKIT_MAKER:
-            return m_pHVTKWrap != nullptr;
-        case SIGIL_TOOLKIT_GPKI:
-            return m_pGPKIWrap != nullptr;
-        default:
-            return true; // Initalize lets no other type in
-        }
-    }
+    bool CheckInit() const { return isGpki() ? m_pGPKIWrap != nullptr : m_pHVTKWrap != nullptr; }
 
     int GetErrInfo(int length, char* buffer);
     int GetErrInfo2(int length, char* buffer);
@@ -68,6 +58,9 @@ public:
     int pick(sigil::Needs needs, const Maker& toMaker, const Gpki& toGpki);
 
 private:
+    /** The maker toolkit's otherwise: Initalize lets no third type in. */
+    bool isGpki() const { return m_nToolkitType == SIGIL_TOOLKIT_GPKI; }
+
     int m_nToolkitType = 0;
     char m_szFolder[sigil::pathCapacity] = {};
     std::unique_ptr<CHVTKWrap> m_pHVTKWrap;
