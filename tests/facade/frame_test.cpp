@@ -14,12 +14,20 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cerrno>
 #include <cstring>
 #include <new>
+
+#include <dlfcn.h>
+
+// The linker sends every library that the test program loads here.
+extern "C" void* __real_dlopen(const char* path, int how);
+extern "C" void* __wrap_dlopen(const char* path, int how);
 
 namespace {
 
 bool refuseAllocation = false;
+int loadingError = 0; // of the loader, which then loads nothing
 
 /** The name of the symbols called, in order. */
 std::vector<std::string> symbolsCalled()
@@ -36,6 +44,31 @@ std::vector<std::string> symbolsCalled()
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept
 {
     return refuseAllocation ? nullptr : ::operator new(size);
+}
+
+extern "C" void* __wrap_dlopen(const char* path, int how)
+{
+    if (loadingError == 0)
+        return __real_dlopen(path, how);
+    errno = loadingError;
+    return nullptr;
+}
+
+TEST(Initalize, TellsALibraryThatDoesNotLoadFromALackOfMemory)
+{
+    char folder[] = DOUBLES_FOLDER;
+    const auto initialised = [&](int type, int error) {
+        void* handle = nullptr;
+        loadingError = error;
+        const int code = HV_Initalize(&handle, type, folder);
+        loadingError = 0;
+        HV_Finish(handle);
+        return code;
+    };
+    EXPECT_EQ(initialised(0, ENOENT), 1023);
+    EXPECT_EQ(initialised(0, ENOMEM), 1000);
+    EXPECT_EQ(initialised(1, ENOENT), 1024);
+    EXPECT_EQ(initialised(1, ENOMEM), 1000);
 }
 
 TEST(Initalize, RefusesOtherTypesAndLeavesTheVariableAlone)
