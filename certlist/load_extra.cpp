@@ -76,18 +76,26 @@ int CLoadExtra::VerifyCert(const char* cert, int len, CBinary* errText)
 int CLoadExtra::trustRoots()
 {
     int count = 0;
-    int rc = GetRootCertCount(m_szConfFile, &count);
-    if (rc != SIGIL_SUCCESS)
-        return m_log.failed(verifyCert, error::verifyCert, "GetRootCertCount()", rc, SIGIL_NOT_VERIFIED);
-    std::vector<tagROOTCERTURLINFO> roots(static_cast<std::size_t>(count));
-    rc = GetRootCertURL(m_szConfFile, roots);
-    if (rc != SIGIL_SUCCESS)
-        return m_log.failed(verifyCert, error::verifyCert, "GetRootCertURL()", rc, SIGIL_NOT_VERIFIED);
-    for (const tagROOTCERTURLINFO& root : roots) {
-        rc = trustRoot(root);
-        if (rc != SIGIL_SUCCESS)
-            return m_log.failed(verifyCert, error::verifyCert, "CertAddTrustedCert()", rc, SIGIL_NOT_VERIFIED);
-    }
+    std::vector<tagROOTCERTURLINFO> roots;
+    const CallResult trusted = callAll({
+        {"GetRootCertCount()", [&] { return GetRootCertCount(m_szConfFile, &count); }},
+        {"GetRootCertURL()",
+            [&] {
+                roots.resize(static_cast<std::size_t>(count));
+                return GetRootCertURL(m_szConfFile, roots);
+            }},
+        {"CertAddTrustedCert()", [&] { return trustAll(roots); }},
+    });
+    return trusted.code == SIGIL_SUCCESS
+        ? SIGIL_SUCCESS
+        : m_log.failed(verifyCert, error::verifyCert, trusted.name, trusted.code, SIGIL_NOT_VERIFIED);
+}
+
+int CLoadExtra::trustAll(std::span<const tagROOTCERTURLINFO> roots)
+{
+    for (const tagROOTCERTURLINFO& root : roots)
+        if (const int rc = trustRoot(root); rc != SIGIL_SUCCESS)
+            return rc;
     return SIGIL_SUCCESS;
 }
 

@@ -40,6 +40,7 @@ public:
 
 private:
     int trustRoots();
+    int trustAll(std::span<const tagROOTCERTURLINFO> roots);
     int trustRoot(const tagROOTCERTURLINFO& root);
     int verify(const char* cert, int len, CBinary* errText);
     int checkPair(const CBinary& certificate, const CBinary& key, const char* callee);
