@@ -12,11 +12,10 @@
 
 namespace sigil {
 
+/** One without data has the length 0. */
 inline std::string_view bytesOf(const CBinary& bytes)
 {
-    return bytes.m_pData && bytes.m_nLength > 0
-        ? std::string_view(bytes.m_pData, static_cast<std::size_t>(bytes.m_nLength))
-        : std::string_view();
+    return {bytes.m_pData, static_cast<std::size_t>(bytes.m_nLength)};
 }
 
 /** Copies @p bytes into @p out. */

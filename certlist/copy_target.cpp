@@ -39,10 +39,9 @@ std::string partOf(const SubjectNames& subject, CopyPart part)
         return subject.dn;
     case CopyPart::Cn:
         return subject.cn;
-    case CopyPart::ClassFolder: // the class folder in which listing finds such a certificate
+    default: // the class folder in which listing finds such a certificate
         return isPerson(subject) ? "class2" : "class1";
     }
-    return {};
 }
 
 std::string expand(const char* path, const char* base, const SubjectNames& subject, std::span<const CopyPart> parts)

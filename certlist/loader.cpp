@@ -16,7 +16,7 @@ namespace sigil {
 
 void formPath(char (&path)[pathCapacity], const char* folder, const std::string& name)
 {
-    copyText(path, std::string(folder ? folder : "") + "/" + name);
+    copyText(path, std::string(folder) + "/" + name);
 }
 
 Loader::Loader(int language, const char* folder, const SettingsReporter& reporter)

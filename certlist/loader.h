@@ -29,7 +29,7 @@ struct SettingsReporter {
 class Loader {
 public:
     /** @param language  English takes the English settings files, any other the Korean ones
-     *  @param folder    library folder with the settings files; null counts as empty */
+     *  @param folder    library folder with the settings files */
     Loader(int language, const char* folder, const SettingsReporter& reporter);
     Loader(const Loader&) = delete;
     Loader& operator=(const Loader&) = delete;

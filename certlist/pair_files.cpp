@@ -29,7 +29,7 @@ constexpr char deleteCertNKey[] = "CLoadDISK::DeleteCertNKey()";
 std::vector<PairPaths> pairsOf(const tagCERTINFO& entry)
 {
     std::vector<PairPaths> pairs{{entry.szSignCertPath, entry.szSignPriKeyPath}};
-    if (*entry.szKmPriKeyPath && *entry.szKmCertPath)
+    if (*entry.szKmCertPath) // an entry has both of the paths, or none
         pairs.push_back({entry.szKmCertPath, entry.szKmPriKeyPath});
     return pairs;
 }
@@ -163,7 +163,7 @@ int PairFiles::deletePairs(tagCERTINFO& entry, char* szPassword)
     UndoableFiles files(pairsOf(entry));
     files.begin();
     int rc = deletePair(szPassword, signing, entry.szSignPriKeyPath, entry.szSignCertPath);
-    if (rc == SIGIL_SUCCESS && *entry.szKmPriKeyPath && *entry.szKmCertPath)
+    if (rc == SIGIL_SUCCESS && *entry.szKmCertPath)
         rc = deletePair(szPassword, keyManagement, entry.szKmPriKeyPath, entry.szKmCertPath);
     const bool onDisk = files.letGo();
     return rc == SIGIL_SUCCESS && !onDisk ? notOnDisk(deleteCertNKey, error::deleteCertNKey, SIGIL_FILE_NOT_DELETED)

@@ -69,7 +69,7 @@ int PairReader::unreadable(const char* callee, int rc)
 
 int PairReader::readKmPair(bool wanted, tagCERTINFO& entry)
 {
-    if (!*entry.szKmCertPath || !*entry.szKmPriKeyPath)
+    if (!*entry.szKmCertPath) // then the key has no path either
         return wanted ? m_log.because(Drop::NoKmPair, nullptr, 0, SIGIL_FILTERED_OUT) : SIGIL_SUCCESS;
     const int certificate = readKmFile(entry.szKmCertPath, field::kmCert, entry);
     const int key = readKmFile(entry.szKmPriKeyPath, field::encKmKey, entry);

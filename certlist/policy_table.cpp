@@ -21,8 +21,7 @@ namespace {
 
 long sizeOf(std::FILE* file)
 {
-    if (std::fseek(file, 0, SEEK_END) != 0)
-        return 0;
+    std::fseek(file, 0, SEEK_END);
     const long size = std::ftell(file);
     std::rewind(file);
     return size;
