@@ -5,9 +5,20 @@
 
 #include "tests/certlist/transfer.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+
 namespace fs = std::filesystem;
 
+// The linker sends every question for rights of the test program here.
+extern "C" int __real_faccessat(int folder, const char* path, int mode, int how);
+extern "C" int __wrap_faccessat(int folder, const char* path, int mode, int how);
+
 namespace {
+
+fs::path folderNotToBeWritten; // as for a user without rights, which the administrator never is
 
 TEST_F(Transfer, DeleteRemovesTheFilesAndKeepsTheFolder)
 {
@@ -76,6 +87,33 @@ TEST_F(Transfer, DeleteFailures)
     EXPECT_TRUE(fs::exists(second / "signCert.der"));
 }
 
+TEST_F(Transfer, DeleteWithAWrongPasswordOfAnEntryWithoutAKeyManagementPair)
+{
+    const fs::path folder = addNpki("c", {{"subject", "cn=c"}}, "TradeSign");
+    ASSERT_EQ(load(), 0);
+    EXPECT_EQ(CLP_DeleteCert(clp, 2, nullptr, Text("wrong")), 1113);
+    EXPECT_EQ(lastLog(),
+        logRecord("CLoadDISK::DeleteCertNKey()", "ERR_INVALIDPASSWORD", "MediaDiskDeletePriKey()", 2004));
+    EXPECT_TRUE(fs::exists(folder / "signCert.der"));
+    EXPECT_TRUE(fs::exists(folder / "signPri.key"));
+}
+
+TEST_F(Transfer, DeleteLeavesAPairAloneThatItsFolderWillNotLetGo)
+{
+    for (const char* gone : {"", "signPri.key"}) { // each file of the pair is looked at
+        if (*gone)
+            fs::remove(second / gone);
+        doubles::forgetCalls();
+        folderNotToBeWritten = second;
+        EXPECT_EQ(CLP_DeleteCert(clp, 1, nullptr, Text(goodPassword)), 1125);
+        folderNotToBeWritten.clear();
+        EXPECT_EQ(lastLog(), "CLoadDISK::DeleteCertNKey() - ERR_DELETECERTNKEY >> access() : 1125");
+        EXPECT_TRUE(doubles::callsOf("HVTK_MEDIA_DISK_DeletePriKey").empty());
+        EXPECT_TRUE(fs::exists(second / "signCert.der"));
+        EXPECT_TRUE(fs::exists(second / "kmPri.key"));
+    }
+}
+
 TEST_F(Transfer, DeleteRemovesAnEmptyHomeFolder)
 {
     ASSERT_EQ(CLP_DeleteCert(clp, 1, nullptr, Text(goodPassword)), 0);
@@ -87,6 +125,20 @@ TEST_F(Transfer, DeleteRemovesAnEmptyHomeFolder)
     addPair(second, {});
     addKm(second);
     ASSERT_EQ(CLP_DeleteCert(clp, 1, nullptr, Text(goodPassword)), 0);
+    EXPECT_FALSE(fs::exists(empty));
+}
+
+TEST_F(Transfer, DeleteOfAPrivateCasCertificateRemovesAnEmptyHomeFolder)
+{
+    static std::string empty;
+    empty = (disk / "empty home").string();
+    fs::create_directory(empty);
+    addPair(home / "Halvard/TALOCERT/TALO/p", {{"subject", "cn=ppki"}});
+    addKm(home / "Halvard/TALOCERT/TALO/p");
+    ASSERT_EQ(load(), 0);
+    ASSERT_STREQ(entry(2)->szSubjectDN, "cn=ppki");
+    sigil::environment().homeFolder = [] { return empty; };
+    ASSERT_EQ(CLP_DeleteCert(clp, 2, nullptr, Text(goodPassword)), 0);
     EXPECT_FALSE(fs::exists(empty));
 }
 
@@ -106,3 +158,11 @@ TEST_F(Transfer, DeleteOfTheOtherFamiliesLeavesTheHomeFolder)
 }
 
 } // namespace
+
+extern "C" int __wrap_faccessat(int folder, const char* path, int mode, int how)
+{
+    if (folderNotToBeWritten.empty() || path != folderNotToBeWritten || (mode & W_OK) == 0)
+        return __real_faccessat(folder, path, mode, how);
+    errno = EACCES;
+    return -1;
+}
