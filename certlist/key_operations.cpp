@@ -38,9 +38,7 @@ int keyAlgorithm(const char* policyId, const char* keyLength, const char* organi
     if (policyHas("1 2 410 100001") || policyHas("1 2 410 200004 8"))
         return governmentAlgorithm(has2048Bits, organisationUnit);
     // Kept as written, although the first test takes every policy of this kind.
-    if (policyHas("1 2 410 100001 5 3"))
-        return has2048Bits ? algorithm64 : algorithm48;
-    return algorithm48;
+    return policyHas("1 2 410 100001 5 3") && has2048Bits ? algorithm64 : algorithm48;
 }
 
 /** Maps what PriKeyDecrypt returned: the result, and the name of the error in the log. */

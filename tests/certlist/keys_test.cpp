@@ -390,6 +390,38 @@ TEST_F(Keys, ProcessorsChangeOfPasswordIsNotReachableByHosts)
     EXPECT_EQ(processor.ChangePassword(0, Text("new"), Text("newer")), 1005);
 }
 
+TEST_F(Keys, ProcessorLooksAtItsArgumentsItself)
+{
+    auto& processor = *static_cast<CCertListProcInterface*>(clp);
+    sigil::CertNKey imported;
+    EXPECT_EQ(processor.SetLoadCertType(nullptr), 1001);
+    EXPECT_EQ(processor.GetRemDriveCount(nullptr), 1001);
+    EXPECT_EQ(processor.GetRemDriveList(nullptr), 1001);
+    EXPECT_EQ(processor.ImportPFX(nullptr, Text("p"), imported), 1001);
+    EXPECT_EQ(processor.VerifyVID(0, nullptr, nullptr, Text(goodPassword)), 1001);
+    EXPECT_EQ(processor.VerifyVID(0, Text("1"), nullptr, nullptr), 1001);
+    EXPECT_EQ(processor.VerifyVID(-1, Text("1"), nullptr, Text(goodPassword)), 1001);
+}
+
+/** The boundary lets no such medium in; a copy that is refused leaves the processor with it. */
+TEST_F(Keys, ProcessorOnMediaThatCannotBeChosen)
+{
+    auto& processor = *static_cast<CCertListProcInterface*>(clp);
+    const auto turnTo = [&](int medium) {
+        EXPECT_EQ(processor.CopyCertToDISK(false, medium, 0, Text("p"), 2, Text(disk.string())), 1001);
+    };
+    for (const int token : {3, 4}) {
+        turnTo(token);
+        CBinary random;
+        EXPECT_EQ(processor.VerifyVID(0, Text("1"), nullptr, Text(goodPassword)), 1001) << token;
+        EXPECT_EQ(processor.GetPriKeyRandom(0, Text(goodPassword), &random), 0) << token;
+        EXPECT_TRUE(random.isEmpty()) << token;
+        EXPECT_EQ(processor.GetCertCount(), 2) << token;
+    }
+    turnTo(5);
+    EXPECT_EQ(processor.GetCertCount(), 0) << "memory holds none";
+}
+
 TEST_F(Keys, ProcessorOperationsOfNoExport)
 {
     auto& processor = *static_cast<CCertListProcInterface*>(clp);

@@ -313,6 +313,7 @@ TEST_F(Listing, OperationsOnTheWholeList)
     tagCERTINFO record{};
     record.nPKIType = 2;
     loader.CopyCertInfo(0, &record); // no list yet: nothing happens
+    loader.CopyCertInfo(0, nullptr);
     EXPECT_EQ(loader.count(), 0);
     CLoadDISK::ClearCertInfo(&record);
     EXPECT_EQ(record.nPKIType, 0);
