@@ -175,7 +175,31 @@ TEST_F(Transfer, StagedKeyManagementPairStaysUntilItIsReplaced)
     EXPECT_EQ(doubles::callsOf("HVTK_MEDIA_DISK_WriteFile").size(), 4u);
 }
 
+TEST_F(Transfer, HalfAKeyManagementPairIsNotStaged)
+{
+    char whole[] = "k";
+    const std::tuple<char*, int, char*, int> halves[] = {
+        {nullptr, 1, whole, 1}, {whole, 1, nullptr, 1}, {whole, 0, whole, 1}, {whole, 1, whole, 0}};
+    for (const auto& [certificate, certificateLength, key, keyLength] : halves) {
+        doubles::forgetCalls();
+        EXPECT_EQ(CLP_CopyforSetData(clp, Text(signCert), int(signCert.size()), Text(signKey), int(signKey.size()),
+                      certificate, certificateLength, key, keyLength),
+            0);
+        EXPECT_EQ(copyStaged(), 0);
+        EXPECT_EQ(doubles::callsOf("HVTK_MEDIA_DISK_WriteFile").size(), 2u);
+    }
+}
+
 TEST_F(Transfer, NothingStaged) { EXPECT_EQ(copyStaged(), 1001); }
+
+TEST_F(Transfer, CopyOfAnEntryWhoseKeyIsEmpty)
+{
+    writeFile(home / "NPKI/yessign/USER/a/signPri.key", fake::encrypted("", goodPassword));
+    ASSERT_EQ(load(), 0);
+    EXPECT_EQ(CLP_CopySelCertToDISK(clp, 1, 0, 2, Text(disk.string()), Text(goodPassword)), 1001);
+    EXPECT_EQ(lastLog(), "CLoadExtra::CheckKeyPair() - ERR_INVALIDINPUT >>");
+    EXPECT_TRUE(doubles::callsOf("HVTK_MEDIA_DISK_WriteFile").empty());
+}
 
 TEST_F(Transfer, CopyOfWhatDoesNotBelongTogether)
 {

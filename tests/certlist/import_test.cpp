@@ -119,6 +119,15 @@ TEST_F(Transfer, ImportOfAFileWithoutPairs)
     EXPECT_EQ(import(fake::pfx("pfx", {signCert}, {signKey})), 1115);
 }
 
+TEST_F(Transfer, ImportOfAFileThatIsMissingIsLeftToTheToolkit)
+{
+    EXPECT_EQ(CLP_ImportPFX(clp, Text((disk / "missing.pfx").string()), Text("pfx"), cert.to(), nullptr, key.to(),
+                  nullptr, kmCertOut.to(), nullptr, kmKeyOut.to(), nullptr),
+        fake::fileError);
+    EXPECT_EQ(
+        lastLog(), logRecord("CLoadDISK::GetPKCS12()", "ERR_READCERTNKEY", "MediaDiskReadFile()", fake::fileError));
+}
+
 TEST_F(Transfer, ImportReadsRegularFilesAlone)
 {
     const fs::path pipe = disk / "pipe.pfx";

@@ -79,6 +79,8 @@ TEST_F(LoaderFiles, ReadCertNKeyFromPath)
     EXPECT_EQ(sigil::bytesOf(plainKey), signKey);
     EXPECT_EQ(read("c", "empty"), 1123);
     EXPECT_EQ(lastLog(), "CLoadDISK::ReadCertNKeyFromPath() - ERR_READCERTNKEY >> (Msg : Cert&Key data is null)");
+    EXPECT_EQ(read("empty", "k"), 1123);
+    EXPECT_EQ(lastLog(), "CLoadDISK::ReadCertNKeyFromPath() - ERR_READCERTNKEY >> (Msg : Cert&Key data is null)");
     EXPECT_EQ(read("c", "missing"), 1123);
     EXPECT_EQ(read("missing", "k"), 1123);
 }

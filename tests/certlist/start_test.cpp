@@ -9,6 +9,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <climits>
 #include <cstdio>
 #include <map>
 
@@ -76,6 +77,10 @@ TEST_F(Start, SettingsFilesThatAreMissingOrWrong)
     EXPECT_EQ(initialised(), 1100);
     EXPECT_EQ(log(), (std::vector<std::string>{"CLoadDISK::SetPolicyIDNameList() - ERR_LOADCONF >> fopen : 1100"}));
     writeFile(library / "Policy_KOR.conf", "");
+    EXPECT_EQ(initialised(), 1102);
+    EXPECT_EQ(lastLog(), "CLoadDISK::SetPolicyIDNameList() - ERR_FILEREAD_NODATA >> fseek : 1102");
+    writeFile(library / "Policy_KOR.conf", "1.2=a\n");
+    fs::resize_file(library / "Policy_KOR.conf", INT_MAX); // takes no room on the disk
     EXPECT_EQ(initialised(), 1102);
     EXPECT_EQ(lastLog(), "CLoadDISK::SetPolicyIDNameList() - ERR_FILEREAD_NODATA >> fseek : 1102");
     writeFile(library / "Policy_KOR.conf", "1.2=a\n");
