@@ -17,6 +17,7 @@
 #include <memory>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 namespace sigil {
 
@@ -68,10 +69,12 @@ bool flushFolderOf(const std::string& path)
     return folder.isOpen() && (fsync(folder.get()) == 0 || errno == EINVAL);
 }
 
-bool readAll(const Descriptor& file, std::string& bytes)
+/** Reads a regular file and its status. */
+bool readAll(const Descriptor& file, std::string& bytes, struct stat& status)
 {
-    struct stat status;
-    if (fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode) || status.st_size > 8 * longestFile)
+    status = {}; // of no file when it cannot be told
+    fstat(file.get(), &status);
+    if (!S_ISREG(status.st_mode) || status.st_size > 8 * longestFile)
         return false;
     bytes.resize(static_cast<std::size_t>(status.st_size));
     std::size_t held = 0;
@@ -94,16 +97,18 @@ bool readContent(const std::string& path, Content& content)
         return errno == ENOENT;
     errno = 0; // no call fails for what is no file, or too long a one
     const Descriptor file = openFile(path, O_RDONLY | O_NONBLOCK);
-    return file.isOpen() && status.st_size <= longestFile && readAll(file, content.emplace());
+    return file.isOpen() && status.st_size <= longestFile && readAll(file, content.emplace(), status);
 }
 
 /** True when @p path, and no other, still leads to the open file: another process may have finished with it in between. */
 bool leadsTo(const std::string& path, const Descriptor& file)
 {
-    struct stat named;
-    struct stat opened;
-    return lstat(path.c_str(), &named) == 0 && fstat(file.get(), &opened) == 0 && S_ISREG(opened.st_mode) &&
-        opened.st_nlink == 1 && named.st_ino == opened.st_ino && named.st_dev == opened.st_dev;
+    struct stat named { };
+    struct stat opened { };
+    lstat(path.c_str(), &named); // what is gone has no status
+    fstat(file.get(), &opened);
+    return S_ISREG(opened.st_mode) && opened.st_nlink == 1 &&
+        std::pair(named.st_dev, named.st_ino) == std::pair(opened.st_dev, opened.st_ino);
 }
 
 /** Locks the open file @p path. @return false when another process holds it, or has done something else with it */
@@ -204,10 +209,10 @@ void deleteTemporaries(const std::string& path, const timespec& since)
     if (!folder)
         return;
     while (const dirent* item = readdir(folder.get())) {
-        struct stat status;
-        if (!isTemporaryOf(nameOf(path), item->d_name) ||
-            fstatat(dirfd(folder.get()), item->d_name, &status, AT_SYMLINK_NOFOLLOW) != 0)
+        if (!isTemporaryOf(nameOf(path), item->d_name))
             continue;
+        struct stat status { }; // what is gone is no file
+        fstatat(dirfd(folder.get()), item->d_name, &status, AT_SYMLINK_NOFOLLOW);
         const bool later = status.st_mtim.tv_sec > since.tv_sec ||
             (status.st_mtim.tv_sec == since.tv_sec && status.st_mtim.tv_nsec >= since.tv_nsec);
         if (S_ISREG(status.st_mode) && later)
@@ -298,7 +303,7 @@ bool UndoableFiles::undoInterrupted(const std::vector<PairPaths>& pairs)
         return false;
     std::string notes;
     struct stat status;
-    if (!readAll(file, notes) || fstat(file.get(), &status) != 0)
+    if (!readAll(file, notes, status))
         return false;
     const auto contents = readNotes(notes, pairs.size());
     if (!contents || !putBack(pairs, *contents))

@@ -13,12 +13,23 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 
+#include <cerrno>
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <string>
+#include <utility>
 
 namespace fs = std::filesystem;
+
+// The linker sends every such call of the test program here.
+extern "C" int __real_flock(int file, int how);
+extern "C" int __wrap_flock(int file, int how);
+extern "C" int __real_fsync(int file);
+extern "C" int __wrap_fsync(int file);
+extern "C" ssize_t __real_pread(int file, void* bytes, std::size_t size, off_t from);
+extern "C" ssize_t __wrap_pread(int file, void* bytes, std::size_t size, off_t from);
 
 using sigil::PairPaths;
 using sigil::UndoableFiles;
@@ -56,7 +67,61 @@ protected:
 
 using Pairs = UndoableFilesTest;
 
+// What another process or a failing disk does just before a call.
+std::function<void()> beforeLocking; ///< the next file
+std::function<int()> beforeFlushing; ///< each folder. @return what the call fails with, 0 for nothing
+std::function<int()> beforeReading;  ///< each piece of a file, likewise
+
+/** Takes what was to happen back. */
+class Interference {
+public:
+    Interference() = default;
+    ~Interference()
+    {
+        beforeLocking = nullptr;
+        beforeFlushing = nullptr;
+        beforeReading = nullptr;
+    }
+    Interference(const Interference&) = delete;
+    Interference& operator=(const Interference&) = delete;
+};
+
+bool fails(const std::function<int()>& before)
+{
+    const int error = before ? before() : 0;
+    if (error != 0)
+        errno = error;
+    return error != 0;
+}
+
+bool isFolder(int file)
+{
+    struct stat status { };
+    fstat(file, &status);
+    return S_ISDIR(status.st_mode);
+}
+
+/** Fails with @p error at the call of this number alone, from 1. */
+std::function<int()> failingAt(int number, int error)
+{
+    return [=, calls = 0]() mutable { return ++calls == number ? error : 0; };
+}
+
 } // namespace
+
+extern "C" int __wrap_flock(int file, int how)
+{
+    if (beforeLocking)
+        std::exchange(beforeLocking, nullptr)();
+    return __real_flock(file, how);
+}
+
+extern "C" int __wrap_fsync(int file) { return isFolder(file) && fails(beforeFlushing) ? -1 : __real_fsync(file); }
+
+extern "C" ssize_t __wrap_pread(int file, void* bytes, std::size_t size, off_t from)
+{
+    return fails(beforeReading) ? -1 : __real_pread(file, bytes, size, from);
+}
 
 TEST_F(Pairs, AreAsTheyWereWhenNotesAreWhole)
 {
@@ -143,6 +208,99 @@ TEST_F(Pairs, StayInNotesWhenTheyCannotBePutBack)
     EXPECT_EQ(readFile(pair.key), "old key");
 }
 
+TEST_F(Pairs, LoseNoOtherKeyThanTheOneThatCannotBeDeleted)
+{
+    const PairPaths other{folder.path("b.der"), folder.path("b.key")};
+    leaveNotes(notesBegin + nothingNoted + noted("old key") + nothingNoted + noted("other old key"));
+    fs::remove(pair.key);
+    fs::create_directories(pair.key + "/in the way");
+    writeFile(other.key, "other new key");
+    EXPECT_FALSE(UndoableFiles::undoInterrupted({pair, other}));
+    EXPECT_FALSE(fs::exists(other.key)) << "it may not stand beside another's certificate";
+    EXPECT_TRUE(fs::exists(notes));
+    fs::remove_all(pair.key);
+    EXPECT_TRUE(UndoableFiles::undoInterrupted({pair, other}));
+    EXPECT_EQ(readFile(pair.key), "old key");
+    EXPECT_EQ(readFile(other.key), "other old key");
+}
+
+TEST_F(Pairs, StayWhenAnotherProcessFinishesWithTheirNotesInBetween)
+{
+    const Interference between;
+    const std::string whole = notesBegin + nothingNoted + nothingNoted;
+    leaveNotes(whole);
+    beforeLocking = [this] { fs::remove(notes); };
+    EXPECT_FALSE(undone()) << "gone";
+    leaveNotes(whole);
+    beforeLocking = [&] {
+        fs::rename(notes, notes + ".before");
+        leaveNotes(whole);
+    };
+    EXPECT_FALSE(undone()) << "made anew";
+    EXPECT_EQ(state(), "new certificate, new key");
+    EXPECT_TRUE(undone());
+}
+
+TEST_F(Pairs, AreReadAgainWhenASignalComes)
+{
+    const Interference between;
+    leaveNotes(notesBegin + noted("old certificate") + noted("old key"));
+    beforeReading = failingAt(1, EINTR);
+    EXPECT_TRUE(undone());
+    EXPECT_EQ(state(), "old certificate, old key");
+}
+
+TEST_F(Pairs, StayWhenTheirNotesCannotBeRead)
+{
+    const Interference between;
+    leaveNotes(notesBegin + nothingNoted + nothingNoted);
+    beforeReading = failingAt(1, EIO);
+    EXPECT_FALSE(undone()) << "a broken disk";
+    beforeReading = [this] {
+        fs::resize_file(notes, 0);
+        return 0;
+    };
+    EXPECT_FALSE(undone()) << "shorter than it was";
+    EXPECT_EQ(state(), "new certificate, new key");
+}
+
+TEST_F(Pairs, AreChangedWhereFoldersAreNotFlushed)
+{
+    const Interference between;
+    beforeFlushing = [] { return EINVAL; };
+    UndoableFiles change({pair});
+    EXPECT_TRUE(change.begin());
+    EXPECT_TRUE(change.removeKeys());
+    EXPECT_TRUE(change.keep());
+    EXPECT_FALSE(fs::exists(notes));
+}
+
+TEST_F(Pairs, AreSaidToBePutBackWhenTheDiskHasThem)
+{
+    const Interference between;
+    leaveNotes(notesBegin + noted("old certificate") + noted("old key"));
+    beforeFlushing = failingAt(1, EIO);
+    EXPECT_FALSE(undone());
+    EXPECT_TRUE(fs::exists(notes)) << "for the next who works on them";
+    beforeFlushing = failingAt(2, EIO);
+    EXPECT_FALSE(undone());
+    EXPECT_FALSE(fs::exists(notes));
+    EXPECT_EQ(state(), "old certificate, old key");
+}
+
+TEST_F(Pairs, AreNotSaidToBePutBackWhenTheirNotesStay)
+{
+    const Interference between;
+    leaveNotes(notesBegin + noted("old certificate") + noted("old key"));
+    beforeFlushing = [this] {
+        fs::remove(notes);
+        fs::create_directories(notes + "/in the way");
+        return 0;
+    };
+    EXPECT_FALSE(undone());
+    EXPECT_EQ(state(), "old certificate, old key");
+}
+
 TEST_F(Pairs, LoseTheTemporariesOfTheKilledAlone)
 {
     const std::string kept[] = {"a.key.abc", "a.key-abcdef", "a.key.abc-ef", "a.key.abcdefg", "b.key.abcdef"};
@@ -200,6 +358,9 @@ TEST_F(Pairs, AreNotChangedWhenTheyCannotBeNoted)
         fs::remove(path);
         fs::create_directory(path);
         EXPECT_FALSE(UndoableFiles({pair}).begin()) << path << " is a folder";
+        fs::remove(path);
+        ASSERT_EQ(mknod(path.c_str(), S_IFSOCK | 0600, 0), 0);
+        EXPECT_FALSE(UndoableFiles({pair}).begin()) << path << " is a socket, which nobody opens";
         fs::remove(path);
         fs::create_symlink(fs::path(path).filename(), path);
         EXPECT_FALSE(UndoableFiles({pair}).begin()) << path << " leads to itself";
