@@ -76,12 +76,10 @@ void CertViewDetailForm::InitSetControl()
     m_Model.setHorizontalHeaderLabels(
         {m_Texts.ui("DLG_CERVIEWDETAIL_LISTFIELD"), m_Texts.ui("DLG_CERVIEWDETAIL_LISTCONTENTS")});
     sigil::tipHeaders(m_Model);
-    if (m_Entry) {
-        int row = 0;
-        for (const DetailRow& detail : detailRows)
-            SetRow(row++, m_Texts.ui(detail.captionKey), sigil::fromEucKr(detail.value(*m_Entry)));
-        SetRow(row, m_Texts.ui("DLG_CERVIEWDETAIL_FIELDLOCATION"), Location());
-    }
+    int row = 0;
+    for (const DetailRow& detail : detailRows)
+        SetRow(row++, m_Texts.ui(detail.captionKey), sigil::fromEucKr(detail.value(*m_Entry)));
+    SetRow(row, m_Texts.ui("DLG_CERVIEWDETAIL_FIELDLOCATION"), Location());
     sigil::showWholeRows(list);
     list->setModel(&m_Model);
     list->setColumnWidth(0, sigil::scaled(list, 95));
@@ -125,7 +123,7 @@ void CertViewDetailForm::on_tableView_certinfolist_clicked(const QModelIndex&)
 
 void CertViewDetailForm::on_tableViewSelection(const QItemSelection& selected, const QItemSelection&)
 {
-    if (selected.indexes().isEmpty() || !m_Entry)
+    if (selected.indexes().isEmpty())
         return;
     const QModelIndex cell = selected.indexes().last();
     const QString shown =

@@ -86,8 +86,6 @@ void CertViewNormalForm::SetCertificate(const sigil::LanguageTexts& texts, void*
 void CertViewNormalForm::InitSetControl()
 {
     SetCaptions();
-    if (!m_Entry)
-        return;
     SetValues();
     SetCertStatus(m_Entry->nValidStatus);
     SetKeyUsages();
@@ -128,7 +126,7 @@ void CertViewNormalForm::SetKeyUsages()
 
 void CertViewNormalForm::SetCertStatus(int)
 {
-    const sigil::Validity validity = m_Entry ? sigil::validityOf(m_Entry->nValidStatus) : sigil::Validity::unknown;
+    const sigil::Validity validity = sigil::validityOf(m_Entry->nValidStatus);
     if (validity == sigil::Validity::unknown) {
         ShowStatus(QString());
         return;

@@ -108,17 +108,16 @@ void FileChooser::translateControls()
     setLabelText(FileType, m_qtTexts(context, "Files of type:"));
     setLabelText(Accept, m_qtTexts(context, "&Open"));
     setLabelText(Reject, m_qtTexts("QPlatformTheme", "Cancel"));
-    for (const NamedText& button : buttonTips) {
-        auto* widget = findChild<QToolButton*>(button.name);
-        if (!widget)
-            continue;
-        widget->setToolTip(m_qtTexts(context, button.source));
-        widget->setAccessibleName(widget->toolTip());
-    }
+    // Names are not promised: another Qt may have other controls.
+    for (const NamedText& button : buttonTips)
+        for (auto* widget : findChildren<QToolButton*>(button.name)) {
+            widget->setToolTip(m_qtTexts(context, button.source));
+            widget->setAccessibleName(widget->toolTip());
+        }
     for (const NamedText& action : actionTexts)
-        if (auto* entry = findChild<QAction*>(action.name))
+        for (auto* entry : findChildren<QAction*>(action.name))
             entry->setText(m_qtTexts(context, action.source));
-    if (const auto* places = findChild<QListView*>("sidebar"))
+    for (const auto* places : findChildren<QListView*>("sidebar"))
         nameComputer(*places->model(), m_qtTexts("QFileSystemModel", "Computer"));
 }
 

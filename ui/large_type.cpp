@@ -43,7 +43,7 @@ Lines linesIn(const QLabel& label)
         next.setLineWidth(line < most ? room.width() : unlimited);
         const QString text = whole.mid(next.textStart(), line < most ? next.textLength() : -1);
         const QString shown = line < most ? text : metrics.elidedText(text, Qt::ElideRight, room.width());
-        lines.elided = lines.elided || shown != text;
+        lines.elided = shown != text; // only the last line may be
         lines.text += (line > 1 ? "\n" : "") + shown;
     }
     return lines;

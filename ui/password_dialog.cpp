@@ -31,7 +31,7 @@ PasswordDialog::~PasswordDialog() { sigil::wipe(m_szPassword, sizeof m_szPasswor
 void PasswordDialog::SetCaller(int language, const char* folder)
 {
     m_nLanguage = language;
-    sigil::copyText(m_szLibraryFolder, folder ? folder : "");
+    sigil::copyText(m_szLibraryFolder, folder);
 }
 
 void PasswordDialog::InitSetControl()

@@ -58,7 +58,7 @@ RemoveableDialog::~RemoveableDialog() = default;
 void RemoveableDialog::SetCaller(int language, const char* folder, void* processor)
 {
     m_nLanguage = language;
-    sigil::copyText(m_szLibraryFolder, folder ? folder : "");
+    sigil::copyText(m_szLibraryFolder, folder);
     m_hProcessor = processor;
 }
 
@@ -127,7 +127,7 @@ void RemoveableDialog::on_pushButton_ok_clicked()
 void RemoveableDialog::Confirm()
 {
     const QItemSelectionModel* selection = m_Form->tableView_remobable->selectionModel();
-    if (selection && selection->hasSelection()) {
+    if (selection->hasSelection()) {
         const int row = selection->selectedIndexes().first().row();
         sigil::copyText(m_szChosenDrive, sigil::fieldText(m_Drives[static_cast<std::size_t>(row)].szMountDir));
         accept();

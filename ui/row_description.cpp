@@ -24,10 +24,9 @@ QString stateOf(const CertificateRow& row, const LanguageTexts& texts)
             formatOneText(texts.messageBytes("MSG_SELECTCERT_ENDSIN"), std::to_string(row.remainDays)));
     case Validity::expired:
         return texts.ui("DLG_CERVIEWNORAL_CERTEXPIRED");
-    case Validity::unknown:
-        break;
+    default:
+        return {};
     }
-    return {};
 }
 
 QString describe(const CertificateRow& row, const LanguageTexts& texts)

@@ -75,7 +75,6 @@ public:
     void handOut(tagSELCERTINFO* result) const;
 
     SelectionOptions& options() { return m_options; }
-    const SelectionOptions& options() const { return m_options; }
     int language() const { return m_options.init.nLanguage; }
     void* processor() const { return m_processor.get(); }
     const Rows& rows() const { return m_rows; }

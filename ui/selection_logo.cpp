@@ -76,7 +76,8 @@ bool SelectionLogo::LoadDataforSetPixmap(const SelectionOptions& options)
         return false;
     }
     QPixmap logo;
-    return logo.loadFromData(image, "BMP") && show(scaled(m_label, logo));
+    logo.loadFromData(image, "BMP"); // of what is no image it stays empty
+    return show(scaled(m_label, logo));
 }
 
 bool SelectionLogo::show(const QPixmap& logo)
