@@ -86,6 +86,19 @@ static void failToStart(void)
     exit(0);
 }
 
+static void runDry(void)
+{
+    clockLacksMemory(1);
+    print("before", showShared());
+    clockLacksMemory(0);
+    userRunsDry();
+    print("meanwhile", showShared());
+    clockLacksMemory(0);
+    userChooses();
+    print("chosen", showShared());
+    exit(0);
+}
+
 static void quitAfterADialog(void)
 {
     userCancels();
@@ -110,11 +123,21 @@ static int sharedMode(const char* mode, int argc, char** argv)
         whenLoopRuns(startWithoutInitOptions);
     else if (strcmp(mode, "stays") == 0)
         whenLoopRuns(quitAfterADialog);
-    else if (strcmp(mode, "quit") == 0)
+    else if (strcmp(mode, "dry") == 0)
+        whenLoopRuns(runDry);
+    else if (strcmp(mode, "quit") == 0 || strcmp(mode, "given") == 0 || strcmp(mode, "dry-init") == 0)
         whenLoopRuns(quitAtOnce);
     else
         return 2;
+    if (strcmp(mode, "given") == 0)
+        giveSharedObjects(&argc, argv);
+    if (strcmp(mode, "dry-init") == 0) {
+        lackMemoryOnce();
+        printf("init %d\n", ShowUserCertInit(argc, argv));
+    }
     printf("init %d\n", ShowUserCertInit(argc, argv));
+    if (strcmp(mode, "given") == 0)
+        printf("left %d\n", countSharedObjects());
     return 0;
 }
 
@@ -127,6 +150,11 @@ static int ownMode(int argc, char** argv)
     print("cancelled", showOwn());
     userCloses();
     print("closed", showOwn());
+    userChooses();
+    printf("no result %d\n", ShowUserCert_T(&init, &load, NULL, NULL, NULL));
+    userChooses();
+    printf("no load %d\n", ShowUserCert_T(&init, NULL, NULL, NULL, &result));
+    printf("no init %d\n", ShowUserCert_T(NULL, &load, NULL, NULL, &result));
     refuseToStart(1007);
     print("refused", showOwn());
     return 0;

@@ -40,6 +40,21 @@ void quitLoop(int result);
 /** Ends the process, and says so, once the event loop runs again after it has ended. */
 void endWhenLoopIsEnteredAgain(void);
 
+/** Whether the clock throws for lack of memory: a listing looks at it. */
+void clockLacksMemory(int lacks);
+
+/** Lets the user of the next dialog list the hard disk once more, with such a clock. */
+void userRunsDry(void);
+
+/** Refuses the next allocation. */
+void lackMemoryOnce(void);
+
+/** Makes the application and the shared dialog before ShowUserCertInit(), as a host that knows of them may. */
+void giveSharedObjects(int* argc, char** argv);
+
+/** How many of the two there are. */
+int countSharedObjects(void);
+
 /** Makes the processor refuse to start with this code. */
 void refuseToStart(int code);
 

@@ -6,6 +6,7 @@
 #include "tests/ui/c_host.h"
 
 #include "foundation/environment.h"
+#include "tests/support/failing_allocator.h"
 #include "tests/ui/driver.h"
 #include "tests/ui/scripted_processor.h"
 #include "ui/SigilDesk.h"
@@ -13,8 +14,11 @@
 
 #include <QTimer>
 
+#include <chrono>
+#include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <new>
 #include <string_view>
 
 namespace {
@@ -121,3 +125,34 @@ void endWhenLoopIsEnteredAgain()
 }
 
 void refuseToStart(int code) { scripted::processor().results["CLP_Initalize"] = code; }
+
+void clockLacksMemory(int lacks)
+{
+    static const auto usual = sigil::environment().uptime;
+    sigil::environment().uptime = usual;
+    if (lacks)
+        sigil::environment().uptime = []() -> std::chrono::milliseconds { throw std::bad_alloc(); };
+}
+
+void userRunsDry()
+{
+    driver::whenShown([](QDialog& dialog) {
+        clockLacksMemory(1);
+        driver::presses(dialog, "pushButton_hdd");
+    });
+}
+
+void lackMemoryOnce()
+{
+    allocations.refused = 0;
+    allocations.counting = true;
+}
+
+void giveSharedObjects(int* argc, char** argv)
+{
+    g_pQApplication = std::make_unique<QApplication>(*argc, argv).release();
+    g_dlgUserCert = std::make_unique<SelectCertDialog>(nullptr).release();
+    QObject::connect(g_dlgUserCert, &QObject::destroyed, [](QObject*) { std::puts("the given dialog went"); });
+}
+
+int countSharedObjects() { return (g_pQApplication ? 1 : 0) + (g_dlgUserCert ? 1 : 0); }

@@ -76,8 +76,23 @@ TEST_F(HostTest, RunsADialogOfItsOwn)
     EXPECT_THAT(output, HasSubstr(chosen));
     EXPECT_THAT(output, HasSubstr("cancelled -1 key=signkey")) << "the result stays as it was";
     EXPECT_THAT(output, HasSubstr("closed -1 "));
+    EXPECT_THAT(output, HasSubstr("no result 0\nno load 0\nno init 1001\n"));
     EXPECT_THAT(output, HasSubstr("refused 1007 "));
     EXPECT_THAT(output, EndsWith("exit 0\n"));
+}
+
+TEST_F(HostTest, HearsOfALackOfMemoryAndGoesOn)
+{
+    const std::string output = run("dry");
+    EXPECT_THAT(output, HasSubstr(std::string("before 1000 ") + unchanged));
+    EXPECT_THAT(output, HasSubstr(std::string("meanwhile 1000 ") + unchanged));
+    EXPECT_THAT(output, HasSubstr(chosen));
+    EXPECT_EQ(run("dry-init"), "init 1000\ninit 7\nexit 0\n");
+}
+
+TEST_F(HostTest, MayHaveMadeTheSharedObjectsBefore)
+{
+    EXPECT_EQ(run("given"), "the given dialog went\ninit 7\nleft 0\nexit 0\n");
 }
 
 TEST_F(HostTest, ReturnsWhatTheProcessorRefuses)
