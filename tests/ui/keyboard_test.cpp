@@ -164,12 +164,37 @@ TEST_F(KeyboardTest, ReachesTheDrivesWithAnArrowKey)
     ASSERT_TRUE(QTest::qWaitForWindowActive(&drives, driver::patience));
     auto& list = driver::find<QTableView>(drives, "tableView_remobable");
     EXPECT_FALSE(list.selectionModel()->hasSelection());
-    QTest::keyClick(drives.focusWidget(), Qt::Key_Down);
+    QWidget* const label = drives.focusWidget();
+    QTest::keyClick(label, Qt::Key_F1);
+    EXPECT_EQ(drives.focusWidget(), label) << "no arrow";
+    QTest::keyClick(label, Qt::Key_Up);
+    EXPECT_EQ(drives.focusWidget(), &list);
+    EXPECT_TRUE(list.selectionModel()->isRowSelected(0, {}));
+    list.clearSelection();
+    label->setFocus();
+    QTest::keyClick(label, Qt::Key_Down);
     EXPECT_EQ(drives.focusWidget(), &list);
     EXPECT_TRUE(list.selectionModel()->isRowSelected(0, {}));
     QTest::keyClick(&list, Qt::Key_Down);
     QTest::keyClick(&list, Qt::Key_Return);
     EXPECT_STREQ(drives.ChosenDrive(), "/media/DATA");
+}
+
+TEST_F(KeyboardTest, SelectsADriveWheneverAKeyLeadsToTheDrives)
+{
+    RemoveableDialog drives;
+    drives.SetCaller(korean, SIGILDESK_LIBRARY_FOLDER, nullptr);
+    drives.InitSetControl();
+    drives.GetRemovableDisk();
+    drives.show();
+    auto& list = driver::find<QTableView>(drives, "tableView_remobable");
+    for (const auto& [reason, selects] : {std::pair{Qt::TabFocusReason, true}, {Qt::BacktabFocusReason, true},
+             {Qt::ShortcutFocusReason, true}, {Qt::MouseFocusReason, false}}) {
+        list.clearSelection();
+        QFocusEvent event(QEvent::FocusIn, reason);
+        QApplication::sendEvent(&list, &event);
+        EXPECT_EQ(list.selectionModel()->isRowSelected(0, {}), selects) << reason;
+    }
 }
 
 TEST_F(KeyboardTest, TellsThatCapsLockIsOn)

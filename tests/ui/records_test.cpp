@@ -314,4 +314,6 @@ TEST(SubjectName, IsTheIdentifierElseTheCommonNameElseTheWholeName)
     entry.szUID[0] = '\0';
     copyText(entry.szSubjectDN, "ou=x,c=KR");
     EXPECT_EQ(subjectName(entry), "ou=x,c=KR");
+    copyText(entry.szSubjectDN, "cn=,ou=x,c=KR");
+    EXPECT_EQ(subjectName(entry), "cn=,ou=x,c=KR") << "an empty name is none";
 }

@@ -149,7 +149,7 @@ std::string item(const char* data, int length)
 
 void handOut(const std::string& bytes, char** data, int* length)
 {
-    if (bytes.empty())
+    if (bytes.empty() && !processor().handsOutEmpty)
         return;
     *data = new char[bytes.size() + 1]();
     std::memcpy(*data, bytes.data(), bytes.size());

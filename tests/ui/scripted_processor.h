@@ -29,6 +29,7 @@ struct Processor {
 
     std::vector<std::string> calls; ///< "CLP_SetMediaType 2 /media/USB", in order
     tagLOADCERTOPT options{};       ///< of the last CLP_SetType
+    bool handsOutEmpty = false;     ///< whether a buffer comes where there are no bytes
     int openBuffers = 0;
     int handles = 0; ///< open now
 

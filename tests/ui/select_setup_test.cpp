@@ -422,6 +422,15 @@ TEST_F(LogoDataTest, FallsBackWhenItIsNoImage)
     EXPECT_EQ(shown(), resource(":/bmp/image/Logo.bmp"));
 }
 
+TEST_F(LogoDataTest, FallsBackWithoutData)
+{
+    EXPECT_EQ((doubles::answer("HVTK_BASE64_Decode", 0), shown()), resource(":/bmp/image/Logo.bmp"))
+        << "decoded, and nothing in it";
+    extra->szData[0] = '\0';
+    EXPECT_EQ(shown(), resource(":/bmp/image/Logo.bmp"));
+    EXPECT_EQ(doubles::liveByteStrings(), 0);
+}
+
 TEST_F(LogoDataTest, FallsBackWithoutAToolkit)
 {
     qstrncpy(load.szLogo, "LOAD_DATA", sizeof load.szLogo);

@@ -178,3 +178,50 @@ TEST_F(DecisionTest, KeepsItsEntriesWhenAFileHoldsNoPair)
     EXPECT_FALSE(outcome.relisted);
     EXPECT_EQ(selection->count(), 2);
 }
+
+TEST_F(DecisionTest, TakesABufferWithoutBytesForNoItem)
+{
+    scripted::processor().handsOutEmpty = true;
+    scripted::processor().importCert = "certificate";
+    EXPECT_EQ(importWith("x").telling, tellingOf(Step::TakePair, code::missing)) << "its key has no bytes";
+    selection->listDisk(SIGIL_MEDIUM_HARD_DISK, nullptr);
+    scripted::processor().signKey.clear();
+    EXPECT_EQ(selection->confirm(0, "x").code, SIGIL_KEY_NOT_DECRYPTED);
+}
+
+TEST_F(DecisionTest, FillsNoRowThatWentWhileItPaused)
+{
+    int pauses = 0;
+    selection->listDisk(SIGIL_MEDIUM_HARD_DISK, nullptr, [&] {
+        if (++pauses == 1)
+            selection->InitVariable();
+        return true;
+    });
+    EXPECT_EQ(pauses, 2);
+    EXPECT_EQ(selection->count(), 0);
+}
+
+TEST_F(DecisionTest, KnowsOfAnEntryThatCannotBeFetchedItsStateAlone)
+{
+    selection->listDisk(SIGIL_MEDIUM_HARD_DISK, nullptr);
+    scripted::processor().entryResults[1] = 1001;
+    sigil::EntryRecord entry = selection->entry(1);
+    EXPECT_STREQ(entry->szSubjectDN, "");
+    EXPECT_EQ(entry->nValidStatus, 5);
+}
+
+TEST_F(DecisionTest, TellsAndKeepsNothingOfARowThatIsNotThere)
+{
+    load.nMessageFlags = SIGIL_MESSAGE_EXPIRED;
+    selection->options().take(&init, &load, nullptr);
+    selection->listDisk(SIGIL_MEDIUM_HARD_DISK, nullptr);
+    EXPECT_NE(selection->select(1).telling, nullptr);
+    for (const int row : {-1, 2}) {
+        EXPECT_EQ(selection->select(row).telling, nullptr) << row;
+        tagCERTINFO entry{};
+        entry.nValidStatus = 4711;
+        selection->keepStatus(row, entry);
+    }
+    EXPECT_EQ(selection->rows()[0].validStatus, 3);
+    EXPECT_EQ(selection->rows()[1].validStatus, 5);
+}

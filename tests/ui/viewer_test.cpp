@@ -344,4 +344,6 @@ TEST_P(ViewerTest, ShowsTheSelectedFieldInFullAndThePublicKeyItself)
     EXPECT_EQ(details(), entry.szPubKey) << "a click on the selected row shows it again";
     QTest::keyClick(&driver::find<QTableView>(*viewer, "tableView_certinfolist"), Qt::Key_Down);
     EXPECT_EQ(details(), "a1 a2 a3") << "the keyboard selects too";
+    driver::find<QTableView>(*viewer, "tableView_certinfolist").clearSelection();
+    EXPECT_EQ(details(), "a1 a2 a3") << "what was selected last";
 }
