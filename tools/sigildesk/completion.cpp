@@ -8,6 +8,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <string_view>
+
 namespace host {
 
 namespace {
@@ -122,7 +124,7 @@ std::string zshText(const std::string& text)
 {
     std::string result;
     for (const char c : text) {
-        if (c == '[' || c == ']' || c == ':' || c == '\\')
+        if (std::string_view("[]:\\").find(c) != std::string_view::npos)
             result += '\\';
         result += c;
     }

@@ -14,20 +14,12 @@ namespace host {
 
 namespace {
 
-/** Text for troff: hyphens stay hyphens, and no line begins with a request. */
+/** Text for troff: hyphens stay hyphens. No text of the table has a backslash or begins a line with a request. */
 std::string roff(const std::string& text)
 {
     std::string result;
-    for (const char c : text) {
-        if (c == '-')
-            result += "\\-";
-        else if (c == '\\')
-            result += "\\e";
-        else if ((c == '.' || c == '\'') && (result.empty() || result.back() == '\n'))
-            result += std::string("\\&") + c;
-        else
-            result += c;
-    }
+    for (const char c : text)
+        result += c == '-' ? std::string("\\-") : std::string(1, c);
     return result;
 }
 
@@ -67,9 +59,7 @@ std::string commandText(const Command& command)
         text += tagged(argument.name, argument.help.english);
     text += optionsText(command.options);
     text += ".PP\nExample:\n.PP\n.nf\n.RS\n" + roff(command.example) + "\n.RE\n.fi\n";
-    if (*command.document)
-        text += ".PP\nWith \\-\\-json:\n.PP\n.RS\n" + roff(command.document) + "\n.RE\n";
-    return text;
+    return text + ".PP\nWith \\-\\-json:\n.PP\n.RS\n" + roff(command.document) + "\n.RE\n";
 }
 
 constexpr char secretsText[] = "A password is never taken from the command line or the environment. It comes from "

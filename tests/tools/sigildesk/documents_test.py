@@ -54,6 +54,11 @@ class DocumentsTest(CommandTest):
             self.assertEqual(set(re.findall(r"^\.B (--[a-z-]+)", self.section(command), re.MULTILINE)), self.own_options(command),
                              command)
 
+    def test_man_page_has_no_requests_by_chance(self):
+        self.assertEqual(set(re.findall(r"^[.'](\S*)", self.page, re.MULTILINE)),
+                         {"TH", "SH", "SS", "TP", "B", "PP", "nf", "fi", "RS", "RE"})
+        self.assertEqual(set(re.findall(r"\\(.)", self.page)), {"-"})
+
     def test_completion_of_bash(self):
         script = self.work / "completion.bash"
         script.write_text(self.answer("completion", "bash"))
