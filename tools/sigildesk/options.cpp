@@ -59,7 +59,7 @@ void checkValue(const Row& row, const std::string& text)
     if (row.value == Value::Word)
         checkWord(row.name, row.choices, text);
     if (row.value == Value::Words)
-        for (const std::string& word : CLI::detail::split(text, ','))
+        for (const std::string& word : CLI::detail::split(text + ',', ',')) // without it, an empty last one is lost
             checkWord(row.name, row.choices, word);
     if (row.value == Value::Number)
         checkNumber(row.name, text);

@@ -31,8 +31,6 @@ constexpr Words severalFit{"{} certificates fit {}; name one by its index or its
     "인증서 {}개가 {}에 맞습니다. 번호나 일련번호로 하나를 지정하십시오"};
 constexpr Words noPairInFolder{"{} holds no certificate", "{} 폴더에 인증서가 없습니다"};
 constexpr Words leftOut{"{} is not among those that the options take", "{}은(는) 옵션이 고른 인증서가 아닙니다"};
-constexpr Words unknownFamily{"{} is no family; npki, gpki, mpki and ppki are",
-    "{}은(는) 없는 계열입니다. npki, gpki, mpki, ppki가 있습니다"};
 
 bool isOfFamily(const Certificate& certificate, const std::string& names)
 {
@@ -40,11 +38,7 @@ bool isOfFamily(const Certificate& certificate, const std::string& names)
     std::size_t start = 0;
     while (start <= names.size()) {
         const std::size_t end = std::min(names.find(',', start), names.size());
-        const std::string name = names.substr(start, end - start);
-        const int family = familyNamed(name);
-        if (family == 0)
-            throw Failure(wrongUse, "wrong_use", unknownFamily, {name});
-        found = found || family == certificate.family;
+        found = found || familyNamed(names.substr(start, end - start)) == certificate.family;
         start = end + 1;
     }
     return found;

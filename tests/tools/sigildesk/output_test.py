@@ -49,7 +49,10 @@ class OutputTest(CommandTest):
             ("list", "--media"): "--media 옵션에는 값이 필요합니다",
             ("list", "--expired=yes"): "--expired 옵션에는 값을 줄 수 없습니다",
             ("list", "--expires-within", "soon"): "--expires-within: soon은(는) 숫자가 아닙니다",
+            ("list", "--expires-within", "30days"): "--expires-within: 30days은(는) 숫자가 아닙니다",
+            ("list", "--expires-within=-1"): "--expires-within: -1은(는) 숫자가 아닙니다",
             ("list", "--family", "npki,xpki"): "--family: xpki은(는) 다음 가운데",
+            ("list", "--family", "npki,"): "--family: 은(는) 다음 가운데",
             ("list", "--toolkit", "other"): "--toolkit: other은(는) 다음 가운데",
             ("completion", "tcsh"): "SHELL: tcsh은(는) 다음 가운데",
         }.items():
