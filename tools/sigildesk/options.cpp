@@ -160,7 +160,7 @@ void check(const Arguments& arguments)
 std::string Arguments::text(const std::string& name) const
 {
     const auto found = m_values.find(name);
-    return found == m_values.end() || found->second.empty() ? std::string() : found->second.back();
+    return found == m_values.end() ? std::string() : found->second.back();
 }
 
 std::vector<std::string> Arguments::all(const std::string& name) const
@@ -169,10 +169,7 @@ std::vector<std::string> Arguments::all(const std::string& name) const
     return found == m_values.end() ? std::vector<std::string>() : found->second;
 }
 
-int Arguments::number(const std::string& name, int otherwise) const
-{
-    return has(name) ? std::stoi(text(name)) : otherwise;
-}
+int Arguments::number(const std::string& name) const { return std::stoi(text(name)); }
 
 void Arguments::add(const std::string& name, const std::vector<std::string>& values) { m_values[name] = values; }
 
@@ -195,18 +192,12 @@ Arguments parse(int count, char** words)
     take(arguments, app);
     for (const CLI::App* sub : app.get_subcommands()) {
         take(arguments, *sub);
-        arguments.command = commandNamed(sub->get_name());
+        const auto isCommand = [&](const Command& command) { return sub->get_name() == command.name; };
+        arguments.command = &*std::find_if(commands().begin(), commands().end(), isCommand);
     }
     if (!arguments.helpWanted && !arguments.versionWanted)
         check(arguments);
     return arguments;
-}
-
-const Command* commandNamed(const std::string& name)
-{
-    const auto found = std::find_if(
-        commands().begin(), commands().end(), [&](const Command& command) { return name == command.name; });
-    return found == commands().end() ? nullptr : &*found;
 }
 
 } // namespace host

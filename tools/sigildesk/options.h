@@ -54,7 +54,6 @@ struct Command {
 const std::vector<Option>& globalOptions();
 /** All commands, in the order of the documents. */
 const std::vector<Command>& commands();
-const Command* commandNamed(const std::string& name);
 
 /** What was typed. */
 class Arguments {
@@ -65,9 +64,10 @@ public:
     std::string text(const std::string& name) const;
     /** All values. */
     std::vector<std::string> all(const std::string& name) const;
-    /** Its value as a number, @p otherwise when it was not given. */
-    int number(const std::string& name, int otherwise) const;
+    /** The value of one that takes a number and was given. */
+    int number(const std::string& name) const;
 
+    /** @param values  one at least */
     void add(const std::string& name, const std::vector<std::string>& values);
 
     const Command* command = nullptr; ///< null when help or the version was asked for without one

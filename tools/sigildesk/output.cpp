@@ -83,12 +83,6 @@ void Output::raw(const std::string& text)
         put(m_charset.encode(text));
 }
 
-void Output::note(const std::string& text) const
-{
-    if (!m_style.quiet && !m_style.json)
-        putError(harmless(text) + "\n");
-}
-
 void Output::tell(const Failure& failure)
 {
     if (m_style.json) {

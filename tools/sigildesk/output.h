@@ -57,8 +57,6 @@ public:
     /** Text as it is, for scripts and pages: never with --json. */
     void raw(const std::string& text);
 
-    /** What is good to know, on standard error; nothing with --quiet or --json. */
-    void note(const std::string& text) const;
     /** What went wrong: a JSON object, or words on standard error. */
     void tell(const Failure& failure);
 

@@ -233,7 +233,7 @@ std::optional<Secret> fromOptions(const Session& session, const std::string& nam
     const std::string descriptor = name + "-fd";
     const std::string file = name + "-file";
     if (session.arguments.has(descriptor))
-        return fromDescriptor(session.arguments.number(descriptor, -1));
+        return fromDescriptor(session.arguments.number(descriptor));
     if (session.arguments.has(file))
         return fromFile(session.arguments.text(file));
     return std::nullopt;

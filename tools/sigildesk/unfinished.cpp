@@ -44,7 +44,8 @@ void handleEndings()
     action.sa_flags = static_cast<int>(SA_RESETHAND);
     for (const int number : endings) {
         struct sigaction before { };
-        if (sigaction(number, nullptr, &before) == 0 && before.sa_handler == SIG_DFL)
+        sigaction(number, nullptr, &before);
+        if (before.sa_handler == SIG_DFL)
             sigaction(number, &action, nullptr);
     }
 }
