@@ -19,6 +19,7 @@ namespace host {
 namespace {
 
 constexpr Words signedWords{"signed", "서명"};
+constexpr Words noFolder{"cannot make the folder {}: {}", "{} 폴더를 만들 수 없습니다: {}"};
 
 /** A member of what is printed: its name for a person and in JSON. Two texts of the record are UTF-8, the others CP949. */
 struct Member {
@@ -52,7 +53,10 @@ std::vector<std::string> writeCertificates(Session& session, const DialogChoice&
     std::vector<std::string> written;
     if (!session.arguments.has("--out"))
         return written;
-    std::filesystem::create_directories(session.arguments.text("--out"));
+    const std::string folder = session.arguments.text("--out");
+    std::error_code error;
+    if (std::filesystem::create_directories(folder, error); error)
+        throw Failure(failed, "file_not_written", noFolder, {folder, reason(error.value())});
     const auto write = [&](const char* name, std::string_view content) {
         if (content.empty())
             return;
