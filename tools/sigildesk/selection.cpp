@@ -106,9 +106,9 @@ Certificate theOnlyThat(const Session& session, const std::string& cert, Conditi
 /** The name in the folder that equals @p name but for the case of letters; empty for none. */
 std::string existing(const fs::path& folder, const std::string& name)
 {
-    if (fs::is_regular_file(folder / name))
-        return (folder / name).string();
     std::error_code error;
+    if (fs::is_regular_file(folder / name, error))
+        return (folder / name).string();
     for (const fs::directory_entry& item : fs::directory_iterator(folder, error))
         if (sigil::equalsIgnoringCase(item.path().filename().string(), name) && item.is_regular_file(error))
             return item.path().string();
@@ -188,7 +188,8 @@ Certificate readPair(const Session& session, const Crypto& crypto, const std::st
 
 Certificate atPath(const Session& session, const std::string& path)
 {
-    const bool isFolder = fs::is_directory(path);
+    std::error_code error;
+    const bool isFolder = fs::is_directory(path, error);
     sigil::repairPairsIn(isFolder ? path : fs::path(path).parent_path().string());
     mustExist(path);
     const Crypto crypto(session);

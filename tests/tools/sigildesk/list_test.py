@@ -4,6 +4,7 @@
 """list, show, and which certificate a CERT and the filters mean."""
 
 import datetime
+import os
 import pathlib
 import shutil
 
@@ -144,6 +145,24 @@ class ListTest(CommandTest):
         (self.work / "empty.der").touch()
         for form in ("empty.der", "-"):  # standard input is empty
             self.assertEqual(self.error("show", form, status=FAILED)["name"], "empty_file", form)
+
+    def test_paths_that_the_system_refuses(self):
+        error = self.error("show", "a" * 300, status=FAILED)
+        self.assertEqual((error["name"], error["message"]), ("file_not_read", f"cannot read {'a' * 300}: File name too long"))
+        loop = self.work / "loop"
+        loop.mkdir()
+        (loop / "signCert.der").symlink_to("signCert.der")
+        self.assertEqual(self.error("show", loop, status=NO)["name"], "no_match")
+
+    def test_what_standard_input_may_be(self):
+        large = self.work / "large.der"
+        large.write_bytes(bytes((1 << 20) + 1))
+        for path, message in ((large, "standard input holds more than a certificate"),
+                              (self.work, "cannot read -: Is a directory")):
+            descriptor = os.open(path, os.O_RDONLY)
+            self.addCleanup(os.close, descriptor)
+            error = self.error("show", "-", status=FAILED, stdin=descriptor)
+            self.assertEqual((error["name"], error["message"]), ("file_not_read", message))
 
     def test_show_has_fingerprints_and_files(self):
         one = self.listed()[7]
