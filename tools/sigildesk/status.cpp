@@ -17,11 +17,6 @@ namespace {
 constexpr Words working{"Asking for the state of the certificate ...", "인증서 상태를 조회합니다 ..."};
 constexpr Words noAnswer{"the state of {} cannot be told", "{}의 상태를 알 수 없습니다"};
 
-const char* nameOf(State state)
-{
-    return state == State::Good ? "good" : state == State::Revoked ? "revoked" : "unknown";
-}
-
 } // namespace
 
 // A responder that cannot be asked is no fault when the list tells the state: the answer counts, not every step.
@@ -37,14 +32,13 @@ int runStatus(Session& session)
             session, crypto, certificate, {trusted(session, crypto), session.arguments.text("--url")}, steps)
                     .state;
     }
-    if (state == State::Unknown && !session.output.json())
-        print(session, steps);
+    print(session, steps);
     if (state == State::Unknown)
         throw Failure(failed, "no_status", noAnswer, {certificate.name}).with("steps", jsonOf(steps));
-    session.output.document({{"valid", state == State::Good}, {"status", nameOf(state)}, {"steps", jsonOf(steps)},
+    const bool good = state == State::Good;
+    session.output.document({{"valid", good}, {"status", good ? "good" : "revoked"}, {"steps", jsonOf(steps)},
         {"certificate", jsonOf(certificate)}});
-    print(session, steps);
-    return state == State::Good ? done : no;
+    return good ? done : no;
 }
 
 } // namespace host

@@ -197,7 +197,8 @@ class TrustTest(CommandTest):
         for time in ("2100-01-01", "2100-01-01T00:00:00+09:00", "1999-01-01"):
             steps = self.steps(self.user, "--trust", "root.pem", "--no-revocation", "--time", time, status=NO)
             self.assertEqual((steps["path"], steps["validity"]), (True, False))
-        self.assertEqual(self.error("verify", self.user, "--time", "soon", status=WRONG_USE)["name"], "wrong_use")
+        for time in ("soon", "2026-01-31x"):
+            self.assertEqual(self.error("verify", self.user, "--time", time, status=WRONG_USE)["name"], "wrong_use")
 
     def test_purpose(self):
         arguments = [self.user, "--trust", "root.pem", "--no-revocation", "--purpose"]
@@ -261,6 +262,10 @@ class TrustTest(CommandTest):
         self.assertEqual((error["name"], [step["ok"] for step in error["steps"]]), ("no_status", [True, False, False]))
         error = self.error("status", self.user, status=FAILED)
         self.assertEqual([step["step"] for step in error["steps"]], ["issuer"])
+        process = self.run_command("status", self.user)
+        self.assertEqual(process.returncode, FAILED)
+        self.assertRegex(process.stdout, "^issuer +NOT ok")
+        self.assertEqual(process.stderr, "sigildesk: the state of User cannot be told\n")
 
     # -- the examples of the manual page, but for the port of the servers --------------------------------------------
 
@@ -321,6 +326,12 @@ class TrustTest(CommandTest):
                              [("signature", True), ("signer", True), ("timestamp", True)])
             self.assertTrue(document["signers"][0]["timestamp"])
             shapes.check(page, "verify-file", document)
+        forged = re.sub(rb"\x18\x0f\d{14}Z", b"\x18\x0f20200101000000Z", (self.work / "stamped.txt.p7m").read_bytes())
+        (self.work / "forged.p7m").write_bytes(forged)
+        steps = {step["step"]: step for step in self.json("verify-file", "forged.p7m", status=NO)["steps"]}
+        self.assertEqual([(name, step["ok"]) for name, step in steps.items()],
+                         [("signature", True), ("signer", True), ("timestamp", False)])
+        self.assertNotIn("2020", steps["timestamp"]["detail"])
 
     def test_timestamp_needs_an_address(self):
         self.assertEqual(self.error("timestamp", self.user, status=WRONG_USE)["name"], "wrong_use")
