@@ -120,8 +120,8 @@ int runToTheEnd(int count, char** words)
     try {
         output.finish();
     } catch (const Failure& failure) {
-        if (!output.json() && result == failed)
-            return failed; // told already
+        if (!output.json())
+            return failed; // told already, or what came of it
         std::cerr << "sigildesk: " << failure.message(output.language()) << '\n';
         result = failure.exit();
     }

@@ -30,7 +30,8 @@ class OutputTest(CommandTest):
 
     def test_wrong_use(self):
         for arguments in (["no-such-command"], ["list", "--no-such-option"], ["list", "--media"], ["show"], [],
-                          ["list", "--toolkit", "other"], ["list", "--expires-within", "soon"], ["show", "0", "1"]):
+                          ["list", "--toolkit", "other"], ["list", "--expires-within", "soon"], ["show", "0", "1"],
+                          ["list", "--language"], ["list", "--languages=ko"], ["codes", "12x"]):
             process = self.run_command(*arguments)
             self.assertEqual((process.returncode, process.stdout), (WRONG_USE, ""), arguments)
             self.assertTrue(process.stderr.startswith("sigildesk: "), process.stderr)
@@ -86,7 +87,14 @@ class OutputTest(CommandTest):
         self.assertIn("만료", self.answer("list", "--language", "ko"))
         self.assertIn("만료", self.answer("list", environment={"LC_ALL": "", "LANG": "ko_KR.UTF-8", "LC_CTYPE": "C.UTF-8"}))
         self.assertIn("expired", self.answer("list"))
+        self.assertIn("만료", self.answer("list", "--language=ko"))
+        self.assertIn("expired", self.answer("list", environment={"LC_ALL": "", "LC_MESSAGES": "", "LANG": "", "LC_CTYPE": "C.UTF-8"}))
         self.assertIn("정", self.run_command("show", "/none/정", "--language", "ko").stderr)
+
+    def test_what_stands_behind_two_hyphens_is_no_option(self):
+        process = self.run_command("show", "--", "--json")
+        self.assertEqual((process.returncode, process.stdout), (FAILED, ""))
+        self.assertIn("--json does not exist", process.stderr)
 
     def test_full_and_closed_output(self):
         for redirection in (">/dev/full", ">&-"):
@@ -142,6 +150,12 @@ class OutputTest(CommandTest):
 
     def test_a_dumb_terminal_gets_no_sequences(self):
         self.assertNotIn("\x1b", self.on_terminal("list", environment={"TERM": "dumb"}))
+
+    def test_colours_unless_the_environment_wants_none(self):
+        self.assertNotIn("\x1b", self.on_terminal("list", environment={"NO_COLOR": "1"}))
+        self.assertIn("\x1b[31m", self.on_terminal("list", "--color=always", environment={"NO_COLOR": "1"}))
+        self.environment = {name: value for name, value in self.environment.items() if name != "TERM"}
+        self.assertIn("\x1b[31m", self.on_terminal("list"))
 
     def wait_for_a_server(self, *options, shown):
         """What a terminal shows while a time stamp is awaited from a server that answers late, and then not at all."""
