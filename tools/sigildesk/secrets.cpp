@@ -318,10 +318,6 @@ bool confirm(const std::string& question)
     return std::any_of(yes.begin(), yes.end(), [&](std::string_view word) { return answer.starts_with(word); });
 }
 
-bool isWrongPassword(int code)
-{
-    return code == SIGIL_WRONG_PASSWORD || code == SIGIL_TK_KEY_WRONG_PASSWORD ||
-        code == SIGIL_TK_PFX_WRONG_PASSWORD;
-}
+bool isWrongPassword(int code) { return code == SIGIL_WRONG_PASSWORD || code == SIGIL_TK_KEY_WRONG_PASSWORD; }
 
 } // namespace host

@@ -62,6 +62,13 @@ class SecretsTest(CommandTest):
         self.unlock("--password-file", self.file(PASSWORD + "\nmore\n"))
         self.assertEqual(self.error("unlock", "0", "--password-file", "/no/such", status=FAILED)["name"], "file_not_read")
 
+    def test_file_without_a_line(self):
+        folder = self.work / "no file"
+        folder.mkdir(mode=0o700)
+        for path, reason in ((self.file(""), "No data available"), (folder, "Is a directory")):
+            error = self.error("unlock", "0", "--password-file", path, status=FAILED)
+            self.assertEqual((error["name"], error["message"]), ("file_not_read", f"cannot read {path}: {reason}"))
+
     def test_file_of_others(self):
         for mode in (0o604, 0o640, 0o644, 0o660):
             error = self.error("unlock", "0", "--password-file", self.file(PASSWORD, mode), status=FAILED)
@@ -75,6 +82,8 @@ class SecretsTest(CommandTest):
         self.assertIn(self.json("show", "0")["certificate"]["name"], question.read_text())
         self.unlock(status=NO, environment=self.askpass("exit 1"))
         self.unlock(status=NO, environment=self.askpass("true"))
+        self.unlock(status=NO, environment=self.askpass(f"echo '{PASSWORD}'; exit 1"))
+        self.assertEqual(self.error("unlock", "0", status=WRONG_USE, environment={"SIGILDESK_ASKPASS": ""})["name"], "no_terminal")
         self.unlock(status=FAILED, environment={"SIGILDESK_ASKPASS": "/no/such/program"})
 
     def test_order(self):
