@@ -66,8 +66,9 @@ sigil::Descriptor openDrafts(const std::string& path)
     if (!folder.isOpen())
         return {};
     const bool isLocked = flock(folder.get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
-    struct stat status { };
-    if (!isLocked && fstat(folder.get(), &status) == 0 && status.st_uid == geteuid() && status.st_nlink > 0)
+    struct stat status { }; // of a folder that cannot be asked: without links
+    static_cast<void>(fstat(folder.get(), &status));
+    if (!isLocked && status.st_uid == geteuid() && status.st_nlink > 0)
         return folder;
     errno = EBUSY;
     return {};
@@ -111,8 +112,6 @@ WrittenFile::WrittenFile(const Session& session, std::string path, Content conte
 
 WrittenFile::~WrittenFile()
 {
-    if (!m_lock.isOpen())
-        return;
     removeFilesIn(m_lock.get());
     static_cast<void>(rmdir(m_drafts.c_str()));
 }
@@ -127,12 +126,8 @@ void WrittenFile::write(std::string_view bytes)
     const sigil::Descriptor file(::open(m_temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
     if (file.get() < 0)
         fail(errno);
-    while (!bytes.empty()) {
-        const ssize_t count = ::write(file.get(), bytes.data(), bytes.size());
-        if (count < 0 && errno != EINTR)
-            fail(errno);
-        bytes.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
-    }
+    if (sigil::writeAll(file, bytes) < bytes.size())
+        fail(errno);
 }
 
 void WrittenFile::commit()
