@@ -114,6 +114,31 @@ class DoctorTest(CommandTest):
         self.addCleanup(empty.rmdir)
         self.assertEqual(self.findings("--media", empty, status=DONE), {})
 
+    def test_a_broken_installation_is_amiss_without_any_certificate(self):
+        empty = self.work / "nothing"
+        empty.mkdir()
+        self.addCleanup(empty.rmdir)
+        self.assertEqual(self.findings("--media", empty, "--folder", empty, status=NO), {})
+
+    def test_a_certificate_that_is_listed_and_useless(self):
+        disk, (first, _) = self.copy("useless")
+        (first / "signPri.key").write_bytes(b"")
+        finding = self.findings("--media", disk)[str(first / "signPri.key")]
+        self.assertEqual((finding["listed"], finding["rule"]), (True, "key_empty"))
+        lines = self.answer("doctor", "--media", disk, "--color", "always", status=NO).splitlines()
+        yellow, green = "\x1b[33m", "\x1b[32m"
+        self.assertIn(f"{yellow}{first / 'signPri.key'}  key_empty\x1b[0m", lines)
+        self.assertIn(f"{green}{first / 'signCert.der'}  listed\x1b[0m", lines)
+
+    def test_a_folder_that_cannot_be_searched_has_its_reason(self):
+        disk = self.work / "file for a folder"
+        disk.mkdir()
+        self.addCleanup(shutil.rmtree, disk)
+        (disk / "NPKI").touch()
+        answer = self.answer("doctor", "--media", disk, status=NO)
+        self.assertIn(f"{disk}/NPKI/yessign/USER/  Not a directory", answer)
+        self.assertIn(f"{disk}/GPKI/Certificate/class2/  not there", answer)
+
     def test_list_says_what_stands_there(self):
         disk, (first, second) = self.copy("unlisted")
         for folder in (first, second):

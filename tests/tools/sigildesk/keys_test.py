@@ -84,6 +84,14 @@ class KeysTest(CommandTest):
         for options in (["--raw", "--detached"], ["--raw", "--timestamp", "http://127.0.0.1:1/"]):
             self.assertEqual(self.error("sign", "0", self.text, *options, status=WRONG_USE)["name"], "wrong_use")
 
+    def test_wrong_password_of_what_needs_a_key(self):
+        wrong = self.secret("wrong", "wrong-Pass9!")
+        self.answer("encrypt", self.text, "--to", "0", "--out", "wrong.p7e", "--force")
+        for arguments in (["export", "0", "--new-password-file", self.new_password], ["decrypt", "0", "wrong.p7e"]):
+            error = self.error(*arguments, "--out", "out-of-wrong", "--password-file", wrong, status=NO)
+            self.assertEqual(error["code"], 2004, arguments)
+            self.assertEqual([path for path in os.listdir(self.work) if path.startswith("out-of-wrong")], [])
+
     def test_wrong_password(self):
         wrong = self.secret("wrong", "wrong-Pass9!")
         error = self.error("sign", "0", self.text, "--out", self.fresh("no.p7m"), "--password-file", wrong, status=NO)
@@ -186,6 +194,26 @@ class KeysTest(CommandTest):
         document = self.json("verify-file", "text.p7m", "--trust", "stranger.pem", status=NO)
         self.assertEqual([step["ok"] for step in document["steps"]], [True, True, False])
 
+    def test_a_bare_signature(self):
+        self.answer("sign", "0", self.text, "--raw", "--out", "bare.sig", "--force", "--password-file", self.password)
+        bare = ["verify-file", self.text, "--certificate", "0"]
+        for toolkit in TOOLKITS:
+            document = self.json(*bare, "--signature", "bare.sig", "--toolkit", toolkit)
+            self.assertEqual([(step["step"], step["ok"]) for step in document["steps"]], [("signature", True), ("signer", True)])
+            (self.work / "void.sig").touch()
+            self.assertEqual(self.error(*bare, "--signature", "void.sig", "--toolkit", toolkit, status=FAILED)["code"], 1001)
+        self.assertIn("--signature names", self.error(*bare, status=WRONG_USE)["message"])
+
+    def test_one_content_alone(self):
+        error = self.error("verify-file", self.text, "--signature", "bare.sig", "--content", self.text, status=WRONG_USE)
+        self.assertEqual(error["message"], "--content and --signature exclude each other")
+
+    def test_a_message_without_a_time(self):
+        self.openssl("cms", "-sign", "-binary", "-nodetach", "-noattr", "-in", self.text, "-signer", self.pem_certificate(),
+                     "-inkey", self.plain_key(), "-outform", "DER", "-out", "timeless.p7m")
+        self.assertIsNone(self.json("verify-file", "timeless.p7m")["signers"][0]["signing_time"])
+        self.assertIn("the message tells no time", self.answer("verify-file", "timeless.p7m"))
+
     def test_no_message_is_a_failure(self):
         self.assertEqual(self.error("verify-file", self.text, status=FAILED)["code"], 3900)
 
@@ -211,6 +239,14 @@ class KeysTest(CommandTest):
         shutil.copy(message, self.work / "letter.bin")
         self.fresh("letter.bin.plain")
         self.assertEqual(self.json("decrypt", "0", "letter.bin", "--password-file", self.password)["file"], "letter.bin.plain")
+
+        for name in ("abc", ".p7e"):  # nothing is left without the ending
+            shutil.copy(message, self.work / name)
+            self.fresh(name + ".plain")
+            self.assertEqual(self.json("decrypt", "0", name, "--password-file", self.password)["file"], name + ".plain")
+
+    def test_encrypt_needs_a_recipient(self):
+        self.assertEqual(self.error("encrypt", self.text, status=WRONG_USE)["message"], "--to names nobody")
 
     def test_openssl_decrypts_for_every_cipher(self):
         key = self.plain_key("--km")
@@ -321,6 +357,17 @@ class KeysTest(CommandTest):
                                    self.password, "--toolkit", toolkit, status=DONE if matches else NO)
                 self.assertEqual(answer["matches"], matches)
 
+    def test_identity_of_a_certificate_without_one(self):
+        with_random = next(row["signing_key"] for row in self.report if row["identity"])
+        folder = self.work / "mixed"
+        folder.mkdir()
+        self.openssl("req", "-x509", "-newkey", "rsa:2048", "-nodes", "-keyout", "/dev/null", "-subj", "/CN=other", "-outform",
+                     "DER", "-out", folder / "signCert.der")
+        shutil.copy(with_random, folder / "signPri.key")
+        error = self.error("identity", folder, "--identity-file", self.secret("number", "1"), "--password-file", self.password,
+                           status=FAILED)
+        self.assertEqual(error["code"], 3501)
+
     # -- files -----------------------------------------------------------------------------------------------------
 
     def test_nothing_is_replaced_without_force(self):
@@ -351,8 +398,9 @@ class KeysTest(CommandTest):
     def test_files_that_cannot_be_read_or_written(self):
         self.assertEqual(self.error("encrypt", "/no/such", "--to", "0", status=FAILED)["name"], "not_found")
         self.assertEqual(self.error("encrypt", self.work, "--to", "0", "--out", "x", status=FAILED)["name"], "file_not_read")
-        self.assertEqual(self.error("encrypt", self.text, "--to", "0", "--out", "/no/such/place", status=FAILED)["name"],
-                         "file_not_written")
+        for place in ("/no/such/place", self.work):
+            self.assertEqual(self.error("encrypt", self.text, "--to", "0", "--out", place, status=FAILED)["name"],
+                             "file_not_written")
         pipe = self.work / "pipe"
         os.mkfifo(pipe)
         self.assertEqual(self.error("encrypt", pipe, "--to", "0", "--out", "x", status=FAILED)["name"], "file_not_read")

@@ -99,6 +99,7 @@ class ListTest(CommandTest):
         listed = self.listed("--media", other)
         self.assertEqual([certificate["medium"] for certificate in listed], [str(other)] * 2)
         self.assertEqual(self.error("list", "--media", self.work / "gone", status=FAILED)["name"], "not_found")
+        self.assertEqual(self.listed("--media", "disk"), self.listed())
 
     def test_cert_forms(self):
         one = self.listed()[7]
@@ -120,6 +121,30 @@ class ListTest(CommandTest):
         self.assertEqual(self.error("show", pathlib.Path(one["files"]["certificate"]).parent, status=NO)["name"],
                          "ambiguous")
 
+    def test_a_key_management_certificate_has_its_own_key(self):
+        one = next(c for c in self.listed() if c["family"] == "gpki" and c["has_km"])
+        shown = self.json("show", one["files"]["km_certificate"])["certificate"]["files"]
+        self.assertEqual(shown, {"certificate": one["files"]["km_certificate"], "key": one["files"]["km_key"],
+                                 "km_certificate": None, "km_key": None})
+
+    def test_a_pair_in_other_letter_case(self):
+        one = next(c for c in self.listed() if c["family"] == "npki")
+        folder = self.work / "letter case"
+        folder.mkdir()
+        (folder / "SIGNPRI.KEY").mkdir()
+        shutil.copy(one["files"]["certificate"], folder / "SignCert.DER")
+        shown = self.json("show", folder)["certificate"]
+        self.assertEqual((shown["serial"], shown["files"]["certificate"]), (one["serial"], str(folder / "SignCert.DER")))
+        self.assertIsNone(shown["files"]["key"], "a folder is no key")
+        (folder / "SIGNPRI.KEY").rmdir()
+        shutil.copy(one["files"]["key"], folder / "SIGNPRI.KEY")
+        self.assertEqual(self.json("show", folder)["certificate"]["files"]["key"], str(folder / "SIGNPRI.KEY"))
+
+    def test_a_certificate_that_is_not_valid_yet(self):
+        later = (datetime.date.today() + datetime.timedelta(days=800)).isoformat()
+        self.store("--count", "1", "--keys", "2", "--state", "valid", "--now", later, target=self.work / "later")
+        self.assertIn("not valid yet", self.answer("list", "--media", self.work / "later"))
+
     def test_several_fit(self):
         one = self.listed()[7]
         twice = pathlib.Path(one["files"]["certificate"]).parent
@@ -139,6 +164,10 @@ class ListTest(CommandTest):
         self.assertEqual(self.error("show", "/no/such/file", status=FAILED)["name"], "not_found")
         self.assertEqual(self.error("show", self.work, status=NO)["name"], "no_match")
         self.assertEqual(self.error("show", "0", "--serial", "ffff", status=NO)["name"], "no_match")
+        path = self.listed()[0]["files"]["certificate"]
+        self.assertIn("options", self.error("show", path, "--serial", "ffff", status=NO)["message"])
+        for form in ("", "1234567890"):  # no index
+            self.assertEqual(self.error("show", form, status=FAILED)["name"], "not_found", form)
         self.assertEqual(self.error("list", "--family", "xpki", status=WRONG_USE)["name"], "wrong_use")
 
     def test_an_empty_certificate(self):

@@ -152,6 +152,14 @@ class PairsTest(CommandTest):
             self.assertEqual(terminal.end()[0], status, answer)
             self.assertEqual(self.state(self.home) == before, status == NO, answer)
 
+    def test_delete_is_not_confirmed_by_the_end_of_input(self):
+        before = self.state(self.home)
+        terminal = Terminal(self, "delete", self.of("gpki")["index"])
+        terminal.wait_for("? [y/N] ")
+        os.write(terminal.control, b"\x04")
+        self.assertEqual(terminal.end()[0], NO)
+        self.assertEqual(self.state(self.home), before)
+
     def at_terminal(self, answers, *arguments):
         """The exit code of a run that a person at a terminal answers, a line for each question."""
         child, terminal = pty.fork()
