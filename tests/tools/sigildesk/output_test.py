@@ -83,6 +83,11 @@ class OutputTest(CommandTest):
         self.assertIn("--expires-within DAYS", self.answer("--help", "list"))
         self.assertIn("인증서", self.answer("list", "--help", "--language", "ko"))
 
+    def test_the_library_folder_is_found_behind_others(self):
+        whole = self.answer("--help")
+        self.assertRegex(whole, "Library folder: .*/sigildesk\n")
+        self.assertEqual(self.answer("--help", environment={"LD_LIBRARY_PATH": f"{self.work}:/none"}), whole)
+
     def test_language(self):
         self.assertIn("만료", self.answer("list", "--language", "ko"))
         self.assertIn("만료", self.answer("list", environment={"LC_ALL": "", "LANG": "ko_KR.UTF-8", "LC_CTYPE": "C.UTF-8"}))

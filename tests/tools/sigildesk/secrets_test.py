@@ -86,6 +86,9 @@ class SecretsTest(CommandTest):
         self.assertEqual(self.error("unlock", "0", status=WRONG_USE, environment={"SIGILDESK_ASKPASS": ""})["name"], "no_terminal")
         self.unlock(status=FAILED, environment={"SIGILDESK_ASKPASS": "/no/such/program"})
 
+    def test_askpass_of_a_process_that_takes_no_status_of_others(self):
+        self.unlock(environment=self.askpass(f"echo '{PASSWORD}'"), preexec_fn=lambda: signal.signal(signal.SIGCHLD, signal.SIG_IGN))
+
     def test_order(self):
         wrong = self.askpass("echo wrong-Pass9!")
         with self.descriptor(PASSWORD + "\n") as number:
