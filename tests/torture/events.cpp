@@ -7,6 +7,7 @@
 #include "tests/torture/events.h"
 
 #include "tests/torture/live_blocks.h"
+#include "tests/torture/own_code.h"
 #include "tests/torture/toolkit_calls.h"
 
 #include <dirent.h>
@@ -45,6 +46,7 @@ bool watching = false;
 pthread_t watchedThread;
 Fault fault;
 Counts seen{};
+bool (*siteCounts)(const void* site) = nullptr;
 
 using Find = void* (*)(void*, const char*);
 
@@ -66,6 +68,21 @@ void* next(const char* name)
 
 int errorOf(Kind kind) { return kind == Kind::Memory ? ENOMEM : fault.error; }
 
+bool isCounted(const void* site)
+{
+    if (!siteCounts || !site)
+        return true;
+    const Pause pause;
+    return siteCounts(site);
+}
+
+/** Whether no event of a kind can fail any more, so that nobody needs their number. */
+bool isOver(Kind kind)
+{
+    const bool met = seen[static_cast<std::size_t>(kind)] > fault.number;
+    return fault.number >= 0 && (kind != fault.kind || (met && !fault.lasting));
+}
+
 bool isFile(int descriptor)
 {
     struct stat status { };
@@ -76,13 +93,13 @@ bool isFile(int descriptor)
 
 bool fails(Kind kind, const void* site)
 {
-    if (!watching || pthread_equal(watchedThread, pthread_self()) == 0)
+    if (!watching || pthread_equal(watchedThread, pthread_self()) == 0 || isOver(kind) || !isCounted(site))
         return false;
     const long number = seen[static_cast<std::size_t>(kind)]++;
     const bool met = kind == fault.kind && number == fault.number;
     if (met && onFault) {
         const Pause pause;
-        onFault(site);
+        onFault(kind == Kind::Memory ? site : nullptr);
     }
     const bool failing = met || (kind == fault.kind && fault.lasting && fault.number >= 0 && number > fault.number);
     if (failing)
@@ -97,6 +114,8 @@ void watch(const Fault& theFault)
     watchedThread = pthread_self();
     watching = true;
 }
+
+void countOnly(bool (*counts)(const void* site)) { siteCounts = counts; }
 
 Counts stopWatching()
 {
@@ -188,7 +207,7 @@ void operator delete[](void* memory, std::size_t) noexcept { free(memory); }
     extern "C" result name parameters                                                                              \
     {                                                                                                              \
         static const auto following = reinterpret_cast<result(*) parameters>(next(#name));                         \
-        return (condition) && fails(kind) ? (failure) : following arguments;                                       \
+        return (condition) && fails(kind, __builtin_return_address(0)) ? (failure) : following arguments;          \
     }
 #define CAN_FAIL(kind, failure, result, name, parameters, arguments)                                               \
     CAN_FAIL_IF(true, kind, failure, result, name, parameters, arguments)
@@ -220,7 +239,7 @@ mode_t modeBehind(int flags, std::va_list list)
         const mode_t mode = modeBehind(last, list);                                                                \
         va_end(list);                                                                                              \
         static const auto following = reinterpret_cast<int(*) parameters>(next(#name));                            \
-        return fails(Kind::File) ? -1 : following arguments;                                                       \
+        return fails(Kind::File, __builtin_return_address(0)) ? -1 : following arguments;                          \
     }
 OPENING_CALL(open, (const char* path, int flags, ...), (path, flags, mode), flags)
 OPENING_CALL(open64, (const char* path, int flags, ...), (path, flags, mode), flags)
@@ -279,14 +298,15 @@ CAN_FAIL(Kind::File, -1, ssize_t, readlink, (const char* path, char* room, std::
 extern "C" void* dlopen(const char* file, int flags) noexcept
 {
     static const auto following = reinterpret_cast<decltype(&dlopen)>(next("dlopen"));
-    void* const module = fails(Kind::Loader) ? nullptr : following(file, flags);
+    void* const module = fails(Kind::Loader, __builtin_return_address(0)) ? nullptr : following(file, flags);
     findOwnCode();
     return module;
 }
 extern "C" void* dlsym(void* module, const char* name) noexcept
 {
     static const Find following = finder();
-    return !givesBack(name) && fails(Kind::Loader) ? nullptr : watchedCall(name, following(module, name));
+    const bool isMissing = !givesBack(name) && fails(Kind::Loader, __builtin_return_address(0));
+    return isMissing ? nullptr : watchedCall(name, following(module, name));
 }
 
 // The network

@@ -30,10 +30,12 @@ struct Fault {
 void watch(const Fault& fault);
 /** Ends that. @return the events that were met */
 Counts stopWatching();
-/** Is told from where the fault's event is met, before it fails; null for nobody. */
+/** Is told from where the fault's event of memory is met (null for another), before it fails; null for nobody. */
 extern void (*onFault)(const void* site);
-/** Counts an event. @param site  the code that it happens to @return whether it fails */
-bool fails(Kind kind, const void* site = nullptr);
+/** Decides from now on in this process which events count, by the code that they happen to. All do at first. */
+void countOnly(bool (*counts)(const void* site));
+/** Counts an event. @param site  the code that it happens to; null for one that counts always @return whether it fails */
+bool fails(Kind kind, const void* site);
 
 /** While it lives, what the test does itself is no event. */
 class Pause {

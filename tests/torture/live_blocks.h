@@ -11,8 +11,6 @@ namespace torture {
 /** Notes a block that was taken from @p site, when that lies in own code. @return the block */
 void* noted(void* block, const void* site) noexcept;
 void forget(const void* block) noexcept;
-/** Looks where own code lies: asked at the beginning and when a module was loaded. */
-void findOwnCode() noexcept;
 long liveBlocks() noexcept;
 
 } // namespace torture

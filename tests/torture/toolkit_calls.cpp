@@ -71,7 +71,7 @@ bool torture::givesBack(std::string_view name)
 
 void* torture_way_out(std::size_t number)
 {
-    return torture::fails(torture::Kind::Toolkit) ? reinterpret_cast<void*>(&failing) : functions[number];
+    return torture::fails(torture::Kind::Toolkit, nullptr) ? reinterpret_cast<void*>(&failing) : functions[number];
 }
 
 void* torture::watchedCall(const char* name, void* function)

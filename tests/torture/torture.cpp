@@ -5,6 +5,7 @@
 
 #include "tests/torture/events.h"
 #include "tests/torture/live_blocks.h"
+#include "tests/torture/own_code.h"
 
 #include <dlfcn.h>
 #include <execinfo.h>
