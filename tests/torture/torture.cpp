@@ -12,6 +12,7 @@
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <ucontext.h>
 #include <unistd.h>
@@ -30,6 +31,7 @@
 #include <map>
 #include <memory>
 #include <new>
+#include <numeric>
 #include <optional>
 
 namespace torture {
@@ -48,11 +50,10 @@ struct Outcome {
     static constexpr std::size_t mostSteps = 100;
     std::array<int, mostSteps> codes;
     std::array<Counts, mostSteps> events; ///< of the steps, where nothing fails
-    std::array<long, mostSteps> before;   ///< blocks of memory that the project's own code holds before each step
-    std::size_t done;
+    std::size_t done;                     ///< steps of the way that was gone
     bool finished;
-    long after;          ///< blocks at the end
-    int descriptors;     ///< that are open
+    long kept;       ///< blocks of memory that the project's own code holds at the end and did not at the beginning
+    int descriptors; ///< that are open
     bool openSslLacked;  ///< the fault befell OpenSSL's own allocation
     bool openSslCrashed; ///< in its own code
 };
@@ -73,13 +74,13 @@ T* shared()
 
 std::FILE* report = stdout; ///< what the sessions print is lost
 
-/** Runs @p work in a process of its own. @return how that ended, as waitpid() tells it */
+/** Runs @p work in a process of its own, which an exception ends. @return how that ended, as waitpid() tells it */
 int inChild(const std::function<void()>& work)
 {
     std::fflush(report);
     const pid_t process = fork();
     if (process == 0) {
-        work();
+        [&]() noexcept { work(); }();
         std::fflush(report);
         _exit(0);
     }
@@ -155,6 +156,20 @@ void lookWhere(Outcome& outcome, bool tells)
         printStack(); // loads what it needs before memory runs out
 }
 
+/** Of the files in a folder: which they are, how long, and when they were written. */
+std::size_t stateOf(const std::string& folder)
+{
+    std::size_t state = 0;
+    for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+        struct stat status { };
+        lstat(entry.path().c_str(), &status);
+        for (const auto number : {status.st_ino, static_cast<ino_t>(status.st_size),
+                 static_cast<ino_t>(status.st_ctim.tv_sec), static_cast<ino_t>(status.st_ctim.tv_nsec)})
+            state = (state ^ number) * 0x9E3779B97F4A7C15;
+    }
+    return state;
+}
+
 /** The folder of a session as it was at some time. */
 class Snapshot {
 public:
@@ -168,8 +183,18 @@ public:
     Snapshot(const Snapshot&) = delete;
     Snapshot& operator=(const Snapshot&) = delete;
 
-    void take() const { copy(m_folder, m_kept); }
-    void bringBack() const { copy(m_kept, m_folder); }
+    void take()
+    {
+        copy(m_folder, m_kept);
+        m_state = stateOf(m_folder);
+    }
+    void bringBack()
+    {
+        if (stateOf(m_folder) == m_state)
+            return;
+        copy(m_kept, m_folder);
+        m_state = stateOf(m_folder);
+    }
 
 private:
     static void copy(const std::string& from, const std::string& to)
@@ -180,6 +205,7 @@ private:
 
     std::string m_folder;
     std::string m_kept;
+    std::size_t m_state = 0;
 };
 
 struct Options {
@@ -212,23 +238,26 @@ public:
         , m_options(options)
         , m_tally(tally)
         , m_outcome(*shared<Outcome>())
+        , m_expected(*shared<std::array<Outcome, Outcome::mostSteps>>())
     {
         const int status = inChild([this] {
             begin();
-            const Snapshot start(m_session.folder, ".start");
-            runSteps(0, nullptr);
+            Snapshot start(m_session.folder, ".start");
+            Way whole(m_session.steps.size());
+            std::iota(whole.begin(), whole.end(), 0);
+            go(whole, nullptr);
             start.bringBack();
             print();
         });
-        m_expected = m_outcome;
-        if (status != 0 || !m_expected.finished)
+        m_whole = m_outcome;
+        if (status != 0 || !m_whole.finished)
             throw std::runtime_error("a session fails without a fault");
     }
 
     long faults() const
     {
         long all = 0;
-        for (const Counts& events : m_expected.events)
+        for (const Counts& events : m_whole.events)
             for (const long count : events)
                 all += 2 * count;
         return all;
@@ -238,11 +267,16 @@ public:
     {
         const int status = inChild([&] {
             begin();
-            const Snapshot start(m_session.folder, ".start");
-            const Snapshot snapshot(m_session.folder, ".step");
+            Snapshot start(m_session.folder, ".start");
+            Snapshot snapshot(m_session.folder, ".step");
             for (std::size_t step = 0; step < m_session.steps.size(); ++step) {
                 snapshot.take();
-                for (const Choice& choice : choices(step, share)) {
+                const std::vector<Choice> chosen = choices(step, share);
+                if (!chosen.empty() && !m_expected[step].finished) {
+                    expect(step);
+                    snapshot.bringBack();
+                }
+                for (const Choice& choice : chosen) {
                     meet(choice);
                     snapshot.bringBack();
                 }
@@ -257,6 +291,22 @@ public:
     }
 
 private:
+    /** Steps, one after the other. */
+    using Way = std::vector<std::size_t>;
+
+    /** How far a fault in a step is followed: through that step, the two after it, and the last one, which gives everything
+     *  back. */
+    Way wayFrom(std::size_t step) const
+    {
+        constexpr std::size_t followed = 3;
+        const std::size_t count = m_session.steps.size();
+        Way way(m_session.ofProcesses ? 1 : std::min(followed, count - step));
+        std::iota(way.begin(), way.end(), step);
+        if (!m_session.ofProcesses && way.back() + 1 < count)
+            way.push_back(count - 1);
+        return way;
+    }
+
     void begin()
     {
         findOwnCode();
@@ -280,16 +330,17 @@ private:
 
     void runStep(std::size_t step) { m_outcome.codes[step] = m_session.steps[step].run(); }
 
-    /** The steps from @p first on; the first of them meets the fault. */
-    void runSteps(std::size_t first, const Fault* fault)
+    /** The first of the steps meets the fault. Without one, events are counted. */
+    void go(const Way& way, const Fault* fault)
     {
         constexpr unsigned longest = 60;
         alarm(longest);
+        m_outcome.done = 0;
+        m_outcome.finished = false;
+        const long before = liveBlocks();
         if (fault)
             watch(*fault);
-        const std::size_t end = fault && m_session.ofProcesses ? first + 1 : m_session.steps.size();
-        for (std::size_t step = first; step < end; ++step) {
-            m_outcome.before[step] = liveBlocks();
+        for (const std::size_t step : way) {
             if (!fault)
                 watch({});
             runStep(step);
@@ -298,9 +349,17 @@ private:
             ++m_outcome.done;
         }
         stopWatching();
-        m_outcome.after = liveBlocks();
+        m_outcome.kept = liveBlocks() - before;
         m_outcome.descriptors = openDescriptors();
         m_outcome.finished = true;
+    }
+
+    /** Goes the way of faults in a step without one. */
+    void expect(std::size_t step)
+    {
+        if (inChild([&] { go(wayFrom(step), nullptr); }) != 0 || !m_outcome.finished)
+            throw std::runtime_error("a session that leaves steps out fails without a fault");
+        m_expected[step] = m_outcome;
     }
 
     std::uint64_t mixed(const Choice& choice) const
@@ -335,7 +394,7 @@ private:
             chosen.push_back(choice);
         };
         for (std::size_t kind = 0; kind < kindNames.size(); ++kind)
-            for (long number = 0; number < m_expected.events[step][kind]; ++number)
+            for (long number = 0; number < m_whole.events[step][kind]; ++number)
                 for (const bool lasting : {false, true})
                     consider({step, {static_cast<Kind>(kind), number, lasting}});
         return chosen;
@@ -343,17 +402,15 @@ private:
 
     void meet(const Choice& choice)
     {
-        m_outcome.finished = false;
-        m_outcome.done = choice.step;
+        const Way way = wayFrom(choice.step);
         const int status = inChild([&] {
             lookWhere(m_outcome, m_options.only.has_value());
-            runSteps(choice.step, &choice.fault);
+            go(way, &choice.fault);
         });
         ++m_tally.faults;
         const std::string what = symptom(choice, status);
-        if (m_options.only)
-            for (std::size_t step = choice.step; step < m_outcome.done; ++step)
-                std::fprintf(report, "   %s: %d\n", m_session.steps[step].name.c_str(), m_outcome.codes[step]);
+        for (std::size_t i = 0; m_options.only && i < m_outcome.done; ++i)
+            std::fprintf(report, "   %s: %d\n", m_session.steps[way[i]].name.c_str(), m_outcome.codes[way[i]]);
         if (what.empty())
             return;
         const bool isOpenSsls = m_outcome.openSslLacked && (m_outcome.openSslCrashed || failsLater(choice));
@@ -364,8 +421,10 @@ private:
 
     std::string symptom(const Choice& choice, int status) const
     {
+        const Way way = wayFrom(choice.step);
+        const Outcome& expected = m_expected[choice.step];
         const std::string last =
-            m_outcome.done < m_session.steps.size() ? m_session.steps[m_outcome.done].name : "the end";
+            m_outcome.done < way.size() ? m_session.steps[way[m_outcome.done]].name : "the end";
         if (WIFSIGNALED(status))
             return last + (WTERMSIG(status) == SIGALRM ? " hangs" : " crashes: ") + strsignal(WTERMSIG(status));
         if (!m_outcome.finished && choice.fault.kind == Kind::Memory && WEXITSTATUS(status) == m_session.codes.end)
@@ -374,11 +433,10 @@ private:
             return last + " ends the process with " + std::to_string(WEXITSTATUS(status));
         if (std::string code = wrongCode(choice); !code.empty())
             return code;
-        const long kept = m_outcome.after - m_outcome.before[choice.step];
-        const long more = kept - (m_expected.after - m_expected.before[choice.step]);
+        const long more = m_outcome.kept - expected.kept;
         if (more > 0 && !m_session.ofProcesses)
             return "memory is kept: " + std::to_string(more) + " blocks";
-        if (m_outcome.descriptors > m_expected.descriptors)
+        if (m_outcome.descriptors > expected.descriptors)
             return "a file stays open";
         return {};
     }
@@ -389,16 +447,18 @@ private:
     {
         const int code = m_outcome.codes[choice.step];
         return m_outcome.finished && !wrongCode(choice).empty() &&
-            (m_session.ofProcesses || code == m_expected.codes[choice.step] ||
+            (m_session.ofProcesses || code == m_expected[choice.step].codes[choice.step] ||
                 mayAnswer(choice.fault.kind, code, false));
     }
 
     std::string wrongCode(const Choice& choice) const
     {
         bool failed = false;
-        for (std::size_t step = choice.step; step < m_outcome.done; ++step) {
+        const Way way = wayFrom(choice.step);
+        for (std::size_t i = 0; i < m_outcome.done; ++i) {
+            const std::size_t step = way[i];
             const int code = m_outcome.codes[step];
-            if (code == m_expected.codes[step])
+            if (code == m_expected[choice.step].codes[step])
                 continue;
             const bool leftOut = m_session.steps[step].leftOut.count(code) > 0;
             if (!leftOut && !mayAnswer(choice.fault.kind, code, failed))
@@ -418,8 +478,9 @@ private:
     const std::uint64_t m_ofName; ///< a number that differs from session to session
     const Options& m_options;
     Tally& m_tally;
-    Outcome& m_outcome;
-    Outcome m_expected;
+    Outcome& m_outcome;                                  ///< of the last way that was gone
+    Outcome m_whole;                                     ///< of the session from its first step to its last
+    std::array<Outcome, Outcome::mostSteps>& m_expected; ///< of the way from each step, once it was gone
     Session m_session;
 };
 

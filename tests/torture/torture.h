@@ -4,7 +4,7 @@
 /** @file
  *  Sessions of which every event fails in a process of its own. A session is run once to count its events. Then a process
  *  goes through it step by step and forks before each step, once for every fault that is chosen in it: the child meets
- *  the fault and goes on to the end of the session, the parent goes on without.
+ *  the fault and goes on for two steps and to the last one, the parent goes on without.
  */
 #pragma once
 
@@ -35,7 +35,7 @@ struct Session {
     Codes codes;
     std::string folder; ///< what it works on, which is as it was before for every fault
     bool ofProcesses =
-        false; ///< each step would be a process of its own: with it goes what it keeps, and none follows
+        false;        ///< each step would be a process of its own: with it goes what it keeps, and none follows
 };
 
 /** A session, made in the process that runs it. */
