@@ -30,5 +30,7 @@ int main(int count, char** words)
         for (const int toolkit : {SIGIL_TOOLKIT_MAKER, SIGIL_TOOLKIT_GPKI})
             sessions.push_back({name + std::string(toolkit == SIGIL_TOOLKIT_MAKER ? "-maker" : "-gpki"),
                 [make = make, toolkit, &materials] { return make(materials, toolkit); }});
+    sessions.push_back({"dialogs-own", [&] { return torture::ownDialogSession(materials); }});
+    sessions.push_back({"dialogs-shared", [&] { return torture::sharedDialogSession(materials); }});
     return torture::run(count, words, sessions);
 }

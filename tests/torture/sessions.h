@@ -31,6 +31,10 @@ Session listSession(Materials& materials, int toolkit);
 Session transferSession(Materials& materials, int toolkit);
 /** The command: what needs neither a network nor a display. */
 Session commandSession(Materials& materials, int toolkit);
+/** The dialog that lives for a call, which knows one toolkit. */
+Session ownDialogSession(Materials& materials);
+/** The dialog that calls share. */
+Session sharedDialogSession(Materials& materials);
 
 /** Has the layers work on the store and leave the machine alone. */
 void useStore(const Materials& materials);

@@ -434,7 +434,7 @@ private:
         if (std::string code = wrongCode(choice); !code.empty())
             return code;
         const long more = m_outcome.kept - expected.kept;
-        if (more > 0 && !m_session.ofProcesses)
+        if (more > m_session.mayKeep && !m_session.ofProcesses)
             return "memory is kept: " + std::to_string(more) + " blocks";
         if (m_outcome.descriptors > expected.descriptors)
             return "a file stays open";

@@ -36,6 +36,7 @@ struct Session {
     std::string folder; ///< what it works on, which is as it was before for every fault
     bool ofProcesses =
         false;        ///< each step would be a process of its own: with it goes what it keeps, and none follows
+    long mayKeep = 0; ///< blocks of memory that stay with what is deliberately left open when memory was short
 };
 
 /** A session, made in the process that runs it. */
