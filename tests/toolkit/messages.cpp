@@ -95,6 +95,19 @@ std::vector<std::string> children(const std::string& der)
     return out;
 }
 
+std::string replaced(const std::string& der, const std::string& old, const std::string& other)
+{
+    constexpr unsigned constructed = 0x20;
+    if (der == old)
+        return other;
+    if ((static_cast<unsigned char>(der[0]) & constructed) == 0)
+        return der;
+    std::string body;
+    for (const std::string& child : children(der))
+        body += replaced(child, old, other);
+    return element(der[0], body);
+}
+
 bool isMessageCode(int code)
 {
     constexpr std::array codes{SIGIL_TK_OK, SIGIL_TK_ALGORITHM, SIGIL_TK_DECRYPT, SIGIL_TK_SIGNATURE,

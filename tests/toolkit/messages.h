@@ -63,6 +63,8 @@ private:
 std::string element(char tag, const std::string& body);
 /** The elements in a DER element, whole. */
 std::vector<std::string> children(const std::string& der);
+/** A DER element with @p other wherever @p old stands in it as a whole element. Lengths around it are not the shortest. */
+std::string replaced(const std::string& der, const std::string& old, const std::string& other);
 /** Whether a reader of messages may answer a changed one with this code. */
 bool isMessageCode(int code);
 /** A message signed with SHA-256 that names it 40,000 times. */

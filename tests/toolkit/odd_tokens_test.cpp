@@ -35,20 +35,6 @@ std::string code(int value) { return "code " + std::to_string(value); }
 
 std::string numberBytes(unsigned long number) { return {reinterpret_cast<const char*>(&number), sizeof number}; }
 
-/** DER with another element in place of @p old, wherever that stands. */
-std::string replaced(const std::string& der, const std::string& old, const std::string& with)
-{
-    constexpr unsigned constructed = 0x20;
-    if (der == old)
-        return with;
-    if ((static_cast<unsigned char>(der[0]) & constructed) == 0)
-        return der;
-    std::string body;
-    for (const std::string& child : children(der))
-        body += replaced(child, old, with);
-    return element(der[0], body);
-}
-
 /** The only recipient of an enveloped message. */
 std::string recipientIn(const std::string& message)
 {

@@ -226,8 +226,51 @@ TEST_P(TimeStamp, TheFieldsOfATokenAreTexts)
     EXPECT_NEAR(double(*time), double(std::time(nullptr)), 60);
     EXPECT_EQ(texts[7].size(), 32U);
     EXPECT_EQ(infoOf(stamped({document, SIGIL_TK_HASH_SHA1, "", false}))[7], "");
-    EXPECT_EQ(infoOf(stamped(), 64)[4], "") << "64 digits and their end need more";
-    EXPECT_EQ(code, SIGIL_TK_BUFFER_TOO_SMALL);
+    for (const int capacity : {64, 0, -1}) {
+        EXPECT_EQ(infoOf(stamped(), capacity)[4], "") << "64 digits and their end need more";
+        EXPECT_EQ(code, SIGIL_TK_BUFFER_TOO_SMALL);
+    }
+    ByteString token(toolkit, stamped());
+    char* const none = nullptr;
+    BINSTR* const nowhere = nullptr;
+    EXPECT_EQ(hvtk() ? toolkit("TSP_GetTokenInfo", token.get(), 0, none, none, none, none, none, none, nowhere)
+                     : toolkit("TSP_GetTokenInfo", token.get(), 0, none, none, none, none, none, none, none, none),
+        0)
+        << "nothing is wanted";
+}
+
+TEST_P(TimeStamp, OddFieldsAreToldOrRefused)
+{
+    const Workshop& workshop = authority().workshop;
+    workshop.write("token.der", stamped());
+    workshop.run("openssl cms -verify -noverify -binary -inform DER -in token.der -out info");
+    const std::vector<std::string> fields =
+        children(file("info")); // version, policy, imprint, serial, time, accuracy
+    const auto with = [&](std::size_t at, const std::string& other) {
+        std::string body;
+        for (std::size_t i = 0; i < fields.size(); ++i)
+            body += i == at ? other : fields[i];
+        return element('\x30', body);
+    };
+    const auto signedInfo = [&](const std::string& info, const std::string& options = "-nodetach") {
+        workshop.write("changed", info);
+        workshop.run("openssl cms -sign -cades -binary -econtent_type id-smime-ct-TSTInfo -in changed -signer "
+                     "tsa.pem -inkey tsa.key.pem -outform DER -out made.der " +
+            options);
+        return file("made.der");
+    };
+    const auto manySeconds = infoOf(signedInfo(with(5, element('\x30', element('\2', std::string(9, '\1'))))));
+    ASSERT_EQ(code, 0) << toolkit.errorText();
+    EXPECT_EQ(manySeconds[1], hvtk() ? "" : "0") << "more than a number holds";
+    const std::string hash = children(children(fields[2])[0])[0];
+    const auto unknown = infoOf(signedInfo(with(2, replaced(fields[2], hash, fromHex("06032a0304")))));
+    ASSERT_EQ(code, 0) << toolkit.errorText();
+    EXPECT_EQ(unknown[3], "1.2.3.4");
+    EXPECT_EQ(verifyToken(signedInfo(file("info"))), 0) << toolkit.errorText();
+    EXPECT_EQ(verifyToken(signedInfo(with(0, fromHex("020102")))), SIGIL_TK_TSP_MALFORMED) << "a later version";
+    EXPECT_EQ(verifyToken(signedInfo(file("info") + '\0')), SIGIL_TK_TSP_MALFORMED) << "something behind it";
+    EXPECT_EQ(verifyToken(signedInfo("no fields")), SIGIL_TK_TSP_MALFORMED);
+    EXPECT_EQ(verifyToken(signedInfo(file("info"), "")), SIGIL_TK_TSP_MALFORMED) << "it is not in there";
 }
 
 TEST_P(TimeStamp, AResponseCountsForTheLastRequestAlone)
@@ -238,7 +281,9 @@ TEST_P(TimeStamp, AResponseCountsForTheLastRequestAlone)
     const std::string plain = ask({document, SIGIL_TK_HASH_SHA256, "", false});
     ask({"other", SIGIL_TK_HASH_SHA256, "", false});
     EXPECT_EQ(verifyResponse(plain), SIGIL_TK_TSP_IMPRINT);
-    ask({document, SIGIL_TK_HASH_SHA256, "1.2.3.2", false});
+    ask({document, SIGIL_TK_HASH_SHA512, "", false});
+    EXPECT_EQ(verifyResponse(plain), SIGIL_TK_TSP_IMPRINT) << "of another hash";
+    EXPECT_EQ(verifyResponse(ask({document, SIGIL_TK_HASH_SHA256, "1.2.3.2", false})), 0) << toolkit.errorText();
     EXPECT_EQ(verifyResponse(plain), SIGIL_TK_TSP_POLICY);
     ask({document, SIGIL_TK_HASH_SHA256, "", true});
     EXPECT_EQ(verifyResponse(plain), SIGIL_TK_TSP_NONCE) << "it repeats none";
@@ -252,6 +297,11 @@ TEST_P(TimeStamp, RefusalsHaveTheAuthoritysWords)
 {
     EXPECT_EQ(verifyResponse(ask({document, SIGIL_TK_HASH_SHA256, "1.2.3.9"})), SIGIL_TK_TSP_REFUSED);
     EXPECT_THAT(toolkit.errorText(), testing::HasSubstr("status 2"));
+    std::string changes = ask();
+    const std::size_t granted = changes.find(fromHex("3003020100"));
+    ASSERT_NE(granted, changes.npos);
+    changes[granted + 4] = '\1';
+    EXPECT_EQ(verifyResponse(changes), 0) << "granted with changes: " << toolkit.errorText();
     EXPECT_EQ(verifyResponse("garbage"), SIGIL_TK_TSP_MALFORMED);
     EXPECT_EQ(verifyResponse(fromHex("30053003020100")), SIGIL_TK_TSP_MALFORMED) << "granted, but nothing is there";
 }
@@ -291,6 +341,15 @@ TEST_P(TimeStamp, WhoMayNotStampIsRefused)
     workshop.run("openssl ts -query -data data -sha256 -out bare.tsq && openssl ts -reply -config tsa.conf -signer "
                  "tsa.pem -inkey tsa.key.pem -queryfile bare.tsq -token_out -out bare.tok");
     EXPECT_EQ(verifyToken(file("bare.tok")), SIGIL_TK_TSP_SIGNER) << "it does not hold the certificate";
+    if (hvtk()) {
+        ByteString bare(toolkit, file("bare.tok"));
+        ByteString nobody(toolkit);
+        std::array<char, 128> out{};
+        EXPECT_EQ(toolkit("TSP_GetTokenInfo", bare.get(), 128, out.data(), out.data(), out.data(), out.data(),
+                      out.data(), out.data(), nobody.get()),
+            0);
+        EXPECT_TRUE(nobody.empty());
+    }
     workshop.run(
         "openssl cms -sign -in data -signer tsa.pem -inkey tsa.key.pem -nodetach -binary -outform DER -out "
         "message.der");
