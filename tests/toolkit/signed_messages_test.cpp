@@ -118,8 +118,28 @@ TEST_P(SignedMessages, TheSigningTimeIsWritten)
     time.clear();
     ASSERT_EQ(processed(sign("rsa")), content);
     EXPECT_THAT(signerSubject(0), testing::StartsWith("CN = rsa 20"));
+    time = "2055-01-02 03:04:05"; // written in another form
+    ASSERT_EQ(processed(sign("rsa")), content);
+    EXPECT_EQ(signerSubject(0), "CN = rsa 2055-01-02 03:04:05");
     time = "yesterday";
     EXPECT_EQ(sign("rsa"), "code 3007");
+}
+
+TEST_P(SignedMessages, ASigningTimeThatIsNoTimeIsNotTold)
+{
+    std::string message = sign("rsa");
+    const std::size_t at = message.find("260102030405Z");
+    ASSERT_NE(at, message.npos);
+    message[at - 2] = '\4'; // an OCTET STRING
+    const std::string signer = children(children(children(children(message)[1])[0]).back())[0];
+    std::string attributes = children(signer)[3];
+    attributes[0] = '\x31'; // as they are signed
+    write("attributes", attributes);
+    run("openssl dgst -sha256 -sign rsa.key.pem -out signature attributes");
+    const std::string old = signatureIn(message);
+    EXPECT_EQ(processed(message.replace(message.find(old), old.size(), read("signature"))), content)
+        << toolkit.errorText();
+    EXPECT_EQ(signerSubject(0), "CN = rsa ");
 }
 
 TEST_P(SignedMessages, SignersAreAdded)
@@ -143,6 +163,9 @@ TEST_P(SignedMessages, SignersAreAdded)
         EXPECT_THAT(two, testing::HasSubstr(kept));
     const std::string three = addSigner("other", two);
     EXPECT_EQ(processed(three), content);
+    const std::string twice = addSigner("rsa", one);
+    EXPECT_EQ(processed(twice), content) << toolkit.errorText();
+    EXPECT_EQ(twice.find(file("rsa.crt")), twice.rfind(file("rsa.crt"))) << "its certificate is there already";
     EXPECT_EQ(addSigner("rsa", "no message"), "code 3900");
 }
 
@@ -156,6 +179,18 @@ TEST_P(SignedMessages, ASignerIsAddedToADetachedMessageWithTheSameHash)
     run("openssl cms -sign -binary -outform DER -md sha512 -in content -out message -signer rsa.pem -inkey "
         "rsa.key.pem");
     EXPECT_EQ(addSigner("ec", read("message")), "code 3901");
+}
+
+TEST_P(SignedMessages, TheContentNeedNotBeHandedOut)
+{
+    ByteString message(toolkit, sign("rsa"));
+    int count = 0;
+    BINSTR* const nowhere = nullptr;
+    EXPECT_EQ(hvtk() ? toolkit("CMS_ProcessSignedData", 0, message.get(), nowhere, &count)
+                     : toolkit("CMS_ProcessSignedData2", message.get(), nowhere, &count),
+        0)
+        << toolkit.errorText();
+    EXPECT_EQ(count, 1);
 }
 
 TEST_P(SignedMessages, BeforeAnyMessageThereIsNoSigner)
@@ -251,6 +286,7 @@ TEST_P(HvtkSignedMessages, OptionsOfTheContextAreAdded)
     EXPECT_EQ(processed(message), "code 3901");
     EXPECT_EQ(processed(message, content), content);
     EXPECT_EQ(addSigner("ec", message), "code 3901") << "no attributes say what was signed";
+    EXPECT_EQ(addSigner("ec", message, SIGIL_TK_MESSAGE_NO_ATTRIBUTES), "code 3901") << "there is nothing to sign";
     ASSERT_EQ(toolkit("CMS_SetOption", 0), 0);
     const std::string attached = sign("rsa");
     EXPECT_EQ(processed(attached), content);
@@ -277,6 +313,26 @@ TEST_P(HvtkSignedMessages, SignersAreVerifiedUnderTheEnvironment)
     EXPECT_EQ(data.bytes(), content);
     ByteString other(toolkit);
     EXPECT_EQ(process(sign("encipher"), other, SIGIL_TK_CHECK_PATHS), SIGIL_TK_VERIFY_USAGE);
+}
+
+TEST_P(HvtkSignedMessages, AuthoritiesInTheMessageLeadToTheTrustedOne)
+{
+    const std::string smallKey = "ec -pkeyopt ec_paramgen_curve:P-256";
+    messageWorkshop().certificate(
+        "sub", "/CN=sub", "basicConstraints=critical,CA:TRUE", "root", "-days 365", smallKey);
+    messageWorkshop().certificate("leaf", "/CN=leaf", "keyUsage=digitalSignature", "sub", "-days 365", smallKey);
+    ByteString root(toolkit, file("root.crt"));
+    ASSERT_EQ(toolkit("CERT_AddTrustedCert", root.get()), 0);
+    write("content", content);
+    const auto checked = [&](const std::string& options) {
+        run("openssl cms -sign -binary -nodetach -outform DER -in content -out message -signer leaf.pem -inkey "
+            "leaf.key.pem " +
+            options);
+        ByteString data(toolkit);
+        return process(read("message"), data, SIGIL_TK_CHECK_PATHS);
+    };
+    EXPECT_EQ(checked(""), SIGIL_TK_VERIFY_NO_ISSUER);
+    EXPECT_EQ(checked("-certfile sub.pem"), 0) << toolkit.errorText();
 }
 
 TEST_P(HvtkSignedMessages, ASignerElsewhereSigns)
