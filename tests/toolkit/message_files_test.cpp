@@ -283,6 +283,10 @@ TEST_P(MessageFiles, TheCiphertextMayHaveAFileOfItsOwn)
     EXPECT_EQ(open(false), SIGIL_TK_FILE_NOT_FOUND);
     EXPECT_EQ(open(true), SIGIL_TK_CMS_CONTENT) << "the message has none";
     EXPECT_FALSE(exists("out"));
+    write("cipher", "not looked at");
+    ASSERT_EQ(envelope(SIGIL_TK_CIPHER_AES256, true), 0);
+    ASSERT_EQ(open(false), 0) << "what the message has is taken";
+    EXPECT_EQ(read("out"), longContent());
 }
 
 TEST_P(MessageFiles, AnEmptyFileIsAContent)
