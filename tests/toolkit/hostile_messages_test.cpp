@@ -246,6 +246,19 @@ TEST_F(HostileMessages, AHashThatIsNamedThousandsOfTimesIsTakenOnce)
 
 TEST_F(HostileMessages, FieldsLargerThanTheirBoundAreRefused)
 {
+    const auto refused = [&](const std::string& hashes, const std::string& certificates) {
+        const std::string message = signedBy("ec", "-nodetach");
+        const std::vector<std::string> fields = children(children(children(message)[1])[0]);
+        const std::string others = element('\x30', fields[0] + hashes + fields[2] + certificates + fields[4]);
+        EXPECT_EQ(verify(element('\x30', children(message)[0] + element('\xA0', others))), SIGIL_TK_CMS_MALFORMED);
+        return toolkit.errorText();
+    };
+    const std::string hash = element('\x30', fromHex("0609608648016503040201"));
+    const std::string large = std::string(5 * 1024 * 1024, 'x');
+    const std::string withLarge = element('\x30', fromHex("0609608648016503040201") + element('\4', large));
+    EXPECT_THAT(
+        refused(element('\x31', withLarge + withLarge), element('\xA0', "")), testing::HasSubstr("too large"));
+    EXPECT_THAT(refused(element('\x31', hash), element('\xA0', large + large)), testing::HasSubstr("too large"));
     const std::string fields = fromHex("020101") + element('\x31', std::string(9 * 1024 * 1024, 'x'));
     EXPECT_EQ(verify(element('\x30', fromHex("06092a864886f70d010702") + element('\xA0', element('\x30', fields)))),
         SIGIL_TK_CMS_MALFORMED);

@@ -152,7 +152,7 @@ public:
 private:
     void read(const Rest& rest, std::span<unsigned char> room) const
     {
-        if (m_at > rest.end || rest.end - m_at < room.size())
+        if (m_at + room.size() > rest.end)
             failMalformed("truncated");
         m_input.read(m_at, room);
     }
