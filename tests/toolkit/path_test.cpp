@@ -98,6 +98,7 @@ private:
         const std::string again = "openssl x509 -req -in twin.csr -extfile twin.cnf -extensions ext -outform DER ";
         workshop.run(again + "-CA other.pem -CAkey other.key.pem -CAcreateserial -days 99 -out astray.crt");
         workshop.run(again + "-CA root.pem -CAkey root.key.pem -CAcreateserial -days -1 -out past.crt");
+        workshop.run(again + "-CA root.pem -CAkey root.key.pem -CAcreateserial -days -1 -out older.crt");
     }
 
     std::unique_ptr<Server> m_http;
@@ -154,10 +155,12 @@ protected:
 
 void repeatExtension(X509* certificate) { X509_add_ext(certificate, X509_get_ext(certificate, 0), -1); }
 
-void addMalformedExtension(X509* certificate)
+/** Where to learn more of the issuer, in these bytes. */
+void addExtension(X509* certificate, const std::string& bytes)
 {
     const toolkit::Handle<ASN1_OCTET_STRING, ASN1_OCTET_STRING_free> garbage(ASN1_OCTET_STRING_new());
-    ASN1_OCTET_STRING_set(garbage.get(), reinterpret_cast<const unsigned char*>("garbage"), 7);
+    ASN1_OCTET_STRING_set(
+        garbage.get(), reinterpret_cast<const unsigned char*>(bytes.data()), static_cast<int>(bytes.size()));
     const toolkit::Handle<X509_EXTENSION, X509_EXTENSION_free> extension(
         X509_EXTENSION_create_by_NID(nullptr, NID_info_access, 0, garbage.get()));
     X509_add_ext(certificate, extension.get(), -1);
@@ -198,13 +201,15 @@ TEST_F(Paths, FormsThatTheStandardForbidsAreRefused)
     pki().change("v1", "plain", [](X509* x) { X509_set_version(x, X509_VERSION_1); });
     pki().change("v2", "plain", [](X509* x) { X509_set_version(x, X509_VERSION_2); });
     pki().change("twice", "plain", repeatExtension);
-    pki().change("malformed", "plain", addMalformedExtension);
+    pki().change("v0", "plain", [](X509* x) { X509_set_version(x, -1); });
+    pki().change("malformed", "plain", [](X509* x) { addExtension(x, "garbage"); });
+    pki().change("endless", "plain", [](X509* x) { addExtension(x, fromHex("30800000")); });
     pki().change("twiceca", "twin", repeatExtension);
     pki().change("bare", "plain", [](X509* x) {
         dropExtensions(x);
         X509_set_version(x, X509_VERSION_1);
     });
-    for (const char* name : {"v4", "v1", "v2", "twice", "malformed"})
+    for (const char* name : {"v0", "v4", "v1", "v2", "twice", "malformed", "endless"})
         EXPECT_EQ(verify(name), SIGIL_TK_VERIFY_FAILED) << name;
     EXPECT_EQ(verify("child", {"twiceca.crt"}), SIGIL_TK_VERIFY_FAILED);
     EXPECT_EQ(verify("bare"), 0) << toolkit.errorText();
@@ -220,6 +225,36 @@ TEST_F(Paths, EveryAuthorityOfANameIsTried)
     EXPECT_EQ(verify("child", {"double.crt"}), SIGIL_TK_VERIFY_SIGNATURE);
     EXPECT_EQ(verify("child", {"astray.crt"}), SIGIL_TK_VERIFY_NO_ISSUER);
     EXPECT_EQ(verify("child", {"astray.crt", "past.crt"}), SIGIL_TK_VERIFY_EXPIRED);
+    EXPECT_EQ(verify("child", {"past.crt", "older.crt"}), SIGIL_TK_VERIFY_EXPIRED) << "each of them leads nowhere";
+}
+
+TEST_F(Paths, AnAuthorityWithoutAKnownKeySignsNothing)
+{
+    pki().change("keyless", "twin", [](X509* x) {
+        X509_PUBKEY_set0_param(
+            X509_get_X509_PUBKEY(x), OBJ_txt2obj("1.2.3.4", 1), V_ASN1_UNDEF, nullptr, nullptr, 0);
+    });
+    EXPECT_EQ(verify("child", {"keyless.crt"}), SIGIL_TK_VERIFY_NO_ISSUER);
+}
+
+TEST_F(Paths, APathHasSixteenCertificates)
+{
+    const auto nameOf = [](int link) { return link == 0 ? std::string("root") : "link" + std::to_string(link); };
+    const auto setName = [](X509_NAME* name, const std::string& text) {
+        X509_NAME_ENTRY_free(X509_NAME_delete_entry(name, X509_NAME_entry_count(name) - 1));
+        X509_NAME_add_entry_by_txt(name, "CN", MBSTRING_UTF8, reinterpret_cast<const unsigned char*>(text.c_str()),
+            static_cast<int>(text.size()), -1, 0);
+    };
+    std::vector<std::string> authorities;
+    for (int link = 1; link <= 16; ++link) {
+        pki().change(nameOf(link), "root", [&](X509* x) { // all of them have the root's key
+            setName(X509_get_subject_name(x), nameOf(link));
+            setName(X509_get_issuer_name(x), nameOf(link - 1));
+        });
+        authorities.push_back(nameOf(link) + ".crt");
+    }
+    EXPECT_EQ(verify("link15", authorities), 0) << toolkit.errorText();
+    EXPECT_EQ(verify("link16", authorities), SIGIL_TK_VERIFY_NO_ISSUER) << toolkit.errorText();
 }
 
 namespace {
@@ -357,6 +392,23 @@ TEST_F(Paths, AnIssuerThatDidNotSignLeadsNowhere)
     EXPECT_EQ(verify("lost"), SIGIL_TK_VERIFY_SIGNATURE);
     EXPECT_EQ(pki().asked("lure.crt"), 1);
     EXPECT_EQ(pki().asked("next.crt"), 0);
+}
+
+TEST_F(Paths, AddressesThatLeadNowhereAreAskedOnce)
+{
+    const auto hinted = [](const std::string& name, const std::string& issuer) {
+        const std::string hint = "caIssuers;URI:" + pki().url(issuer);
+        pki().certificate(name, name, "authorityInfoAccess=" + hint + "," + hint, "other");
+    };
+    hinted("lonely", "gone.crt");
+    hinted("misled", "without.crt");
+    hinted("selfish", "selfish.crt");
+    ASSERT_EQ(
+        toolkit("CERT_SetVerifyEnv1", int(SIGIL_TK_PATH_FETCH), int(SIGIL_TK_REVOCATION_NONE), false, text("")), 0);
+    for (const std::string name : {"lonely", "misled", "selfish"})
+        EXPECT_EQ(verify(name), SIGIL_TK_VERIFY_NO_ISSUER) << name;
+    for (const std::string name : {"gone.crt", "without.crt", "selfish.crt"})
+        EXPECT_EQ(pki().asked(name), 1) << name;
 }
 
 TEST_F(Paths, OneCallTriesFourAddresses)
