@@ -43,7 +43,8 @@ public:
             attribute("authorityRevocationList", emptyList) + entry("ca (1)", "pkiCA") +
             attribute("cACertificate", workshop.read("ca.crt")) +
             attribute("certificateRevocationList", emptyList) + entry("홍길동", "strongAuthenticationUser") +
-            attribute("userCertificate", workshop.read("user.crt"));
+            attribute("userCertificate", workshop.read("user.crt")) + entry("100%", "pkiCA") +
+            "description: one\ndescription: two\n" + attribute("cACertificate", workshop.read("root.crt"));
         ldap = std::make_unique<Server>(Server::directory(workshop, ldif));
         web = std::make_unique<Server>(Server::web(workshop));
     }
@@ -122,6 +123,20 @@ TEST_P(Fetch, AddressesMayNameTheAttributeInAnyForm)
     EXPECT_EQ(bytes, file("root.crt"));
 }
 
+TEST_P(Fetch, OnlyWholeEscapesAreCharacters)
+{
+    std::string bytes;
+    const std::string server = "ldap://" + ldapServer() + "/";
+    for (const std::string name :
+        {"cn=100%,o=test,c=KR", "cn%3d100%25%2Co%3Dtest,c=KR", "cn=100%25,o=test,c=%4bR"}) {
+        EXPECT_EQ(fetch(server + name, SIGIL_TK_FETCH_CA_CERT, bytes), 0) << name << " " << toolkit.errorText();
+        EXPECT_EQ(bytes, file("root.crt"));
+    }
+    for (const std::string name : {"cn=100%zz,o=test,c=KR", "cn=100%2z,o=test,c=KR", "cn=100%2@,o=test,c=KR",
+             "cn=100%25,o=test,c=KR%2", "cn=100%25,o=test,c=KR%"})
+        EXPECT_EQ(fetch(server + name, SIGIL_TK_FETCH_CA_CERT, bytes), SIGIL_TK_NOT_FOUND) << name;
+}
+
 TEST_P(Fetch, KoreanNamesWorkInBothCharacterSets)
 {
     std::string bytes;
@@ -138,6 +153,7 @@ TEST_P(Fetch, FailuresHaveTheirCodes)
     EXPECT_EQ(fetch("ldap://" + ldapServer() + "/cn=nobody,o=test,c=KR", 1, bytes), SIGIL_TK_NOT_FOUND);
     EXPECT_EQ(fetch("ldap://" + ldapServer() + "/no name", 1, bytes), SIGIL_TK_NOT_FOUND);
     EXPECT_EQ(fetch("ldap://127.0.0.1:1/cn=x,c=KR", 1, bytes), SIGIL_TK_FETCH);
+    EXPECT_EQ(fetch("ldap://[::1]:1/cn=x,c=KR", 1, bytes), SIGIL_TK_FETCH);
     EXPECT_EQ(fetch("ldap:///cn=x", 1, bytes), SIGIL_TK_URL);
     EXPECT_EQ(fetch("", 1, bytes), SIGIL_TK_URL);
     for (const std::string other :
@@ -170,6 +186,9 @@ TEST(GpkiLdap, AnyAttributeAndSearchByName)
     ByteString none(toolkit);
     EXPECT_EQ(toolkit("LDAP_GetAnyDataByURL", text(url), text("description"), none.get()), SIGIL_TK_NOT_FOUND);
     EXPECT_EQ(toolkit("LDAP_GetAnyDataByURL", text(url), text(""), none.get()), SIGIL_TK_URL);
+    const std::string several = "ldap://127.0.0.1:" + std::to_string(port) + "/cn=100%25,o=test,c=KR";
+    ASSERT_EQ(toolkit("LDAP_GetAnyDataByURL", text(several), text("description"), attribute.get()), 0);
+    EXPECT_EQ(attribute.bytes(), "one") << "the first of them";
     const auto byName = [&](const std::string& name, int mode) {
         ByteString out(toolkit);
         const int code = toolkit("LDAP_GetDataByCN", text(server), port, text(name), mode, text("c=KR"), out.get());
