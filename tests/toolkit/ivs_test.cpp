@@ -298,7 +298,11 @@ TEST_P(Ivs, AnAnswerAboutSomethingElseIsRefused)
 TEST_P(Ivs, WhatIsNotAResponseIsRefused)
 {
     EXPECT_EQ(verifyAfter(R"({"version": 2})"), SIGIL_TK_IVS_MALFORMED);
+    EXPECT_EQ(verifyAfter(R"({"version": 1180591620717411303424})"), SIGIL_TK_IVS_MALFORMED) << "too large";
     EXPECT_EQ(verifyAfter(R"({"trailer": "00"})"), SIGIL_TK_IVS_MALFORMED);
+    EXPECT_EQ(verifyAfter(R"({"content": "0500"})"), SIGIL_TK_IVS_MALFORMED);
+    EXPECT_EQ(verifyAfter(R"({"form": "plain", "behind": "00"})"), SIGIL_TK_IVS_MALFORMED);
+    EXPECT_EQ(verifyAfter(R"({"form": "no content"})"), SIGIL_TK_IVS_MALFORMED);
 }
 
 TEST_P(Ivs, SettingsAndServersThatAreNotThereHaveTheirCodes)

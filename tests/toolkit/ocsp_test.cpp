@@ -529,4 +529,11 @@ TEST(HvtkOcsp, AllStepsInOne)
     EXPECT_EQ(check("good"), 0) << toolkit.errorText();
     EXPECT_EQ(check("revoked"), SIGIL_TK_VERIFY_REVOKED);
     EXPECT_EQ(check("unknown"), SIGIL_TK_OCSP_UNKNOWN);
+    ByteString certificate(toolkit, authority().workshop.read("good.crt"));
+    ByteString key(toolkit, authority().workshop.read("good.key"));
+    ByteString other(toolkit, authority().workshop.read("revoked.key"));
+    EXPECT_EQ(toolkit("OCSP_CheckCertStatus", text(url), certificate.get(), true, certificate.get(), key.get()), 0)
+        << toolkit.errorText();
+    EXPECT_EQ(toolkit("OCSP_CheckCertStatus", text(url), certificate.get(), true, certificate.get(), other.get()),
+        SIGIL_TK_KEY_MISMATCH);
 }

@@ -112,8 +112,9 @@ def envelope(dotted, content):
     return element(SEQUENCE, oid(dotted), element(0xA0, content))
 
 
-def without_signer(response):
-    content = element(SEQUENCE, oid(CERT_VAL_RESPONSE), element(0xA0, element(OCTETS, response)))
+def without_signer(response=None):
+    octets = b'' if response is None else element(0xA0, element(OCTETS, response))
+    content = element(SEQUENCE, oid(CERT_VAL_RESPONSE), octets)
     return envelope(SIGNED_DATA, element(SEQUENCE, number(3), element(SET), content, element(SET)))
 
 
@@ -176,9 +177,12 @@ def response(message, authority, lies):
 
 def answer(message, authority, signer, lies):
     content = response(message, authority, lies) + bytes.fromhex(lies.get('trailer', ''))
+    content = bytes.fromhex(lies['content']) if 'content' in lies else content
     form = lies.get('form', 'signed')
     if form == 'plain':
-        return envelope(lies.get('type', CERT_VAL_RESPONSE), content)
+        return envelope(lies.get('type', CERT_VAL_RESPONSE), content) + bytes.fromhex(lies.get('behind', ''))
+    if form == 'no content':
+        return without_signer()
     if form == 'no signer':
         return without_signer(content)
     signed = sign(content, lies.get('signer', signer),
