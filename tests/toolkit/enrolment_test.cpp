@@ -33,9 +33,20 @@ TEST_F(Enrolment, TwoPairsComeOfOneRequest)
 
 TEST_F(Enrolment, TheAuthoritysCertificateIsHandedOut)
 {
-    const Result result = request(authority());
+    const Server server = authority();
+    const Result result = request(server);
     ASSERT_EQ(result.code, 0) << result.text;
     EXPECT_EQ(result.ca, workshop.read("ca.crt"));
+    ByteString made(toolkit);
+    ByteString key(toolkit);
+    ByteString half(toolkit);
+    BINSTR* const none = nullptr;
+    EXPECT_EQ(toolkit("CMP_CertRequest", text(addressOf(server, "/")), 0, text("ref"), text(secret), text(subject),
+                  text(password), none, made.get(), key.get(), half.get(), none),
+        0)
+        << "nobody wants it: " << toolkit.errorText();
+    EXPECT_FALSE(made.empty());
+    EXPECT_TRUE(half.empty()) << "a certificate without its key is not asked for";
 }
 
 TEST_F(Enrolment, TheCertificateMustLeadToTheAuthorityThatIsNamed)

@@ -5,6 +5,7 @@
 
 #include "tests/toolkit/workshop.h"
 #include "toolkit/engine/base/der.h"
+#include "toolkit/engine/enrolment/requests.h"
 #include "toolkit/engine/enrolment/transaction.h"
 #include "toolkit/engine/keys/asymmetric.h"
 #include "toolkit/engine/keys/private_key.h"
@@ -70,10 +71,13 @@ protected:
         return made;
     }
     static OSSL_CMP_PKISI* grant(OSSL_CMP_SRV_CTX* server, const OSSL_CMP_MSG*, int, const OSSL_CRMF_MSG*,
-        const X509_REQ*, X509** certificate, STACK_OF(X509) **, STACK_OF(X509) **)
+        const X509_REQ*, X509** certificate, STACK_OF(X509) **, STACK_OF(X509) * *authorities)
     {
-        *certificate =
-            static_cast<HostileAuthority*>(OSSL_CMP_SRV_CTX_get0_custom_ctx(server))->certificate("user");
+        auto* const self = static_cast<HostileAuthority*>(OSSL_CMP_SRV_CTX_get0_custom_ctx(server));
+        *certificate = self->certificate("user");
+        *authorities = sk_X509_new_null();
+        for (const std::string& name : self->authorities)
+            sk_X509_push(*authorities, self->certificate(name));
         return OSSL_CMP_STATUSINFO_new(OSSL_CMP_PKISTATUS_accepted, 0, nullptr);
     }
     static int confirm(OSSL_CMP_SRV_CTX*, const OSSL_CMP_MSG*, int, const ASN1_OCTET_STRING*, const OSSL_CMP_PKISI*)
@@ -124,6 +128,7 @@ protected:
         return static_cast<std::size_t>(last.data() + last.size() - answer.data());
     }
 
+    std::vector<std::string> authorities; ///< that come along with the certificate
     Library library;
     Workshop workshop;
     TrustStore trust;
@@ -171,4 +176,29 @@ TEST_P(HostileAuthority, AnAnswerOfBeforeIsNoAnswer)
     }),
         SIGIL_TK_OK);
     EXPECT_EQ(outcome([&](int, Bytes& answer) { answer = before; }), SIGIL_TK_CMP_PROTECTION);
+}
+
+TEST_P(HostileAuthority, WhoIssuedACertificateHasItsNameAndSignedIt)
+{
+    const std::string curve = "ec -pkeyopt ec_paramgen_curve:P-256";
+    workshop.certificate("impostor", "/CN=CA", "basicConstraints=critical,CA:TRUE\nsubjectKeyIdentifier=none", "",
+        "-days 365", curve);
+    const auto issuerAmong = [&](const std::vector<std::string>& names) {
+        authorities = names;
+        const ServerHandle answering = server();
+        const Authority asked([&](View request, auto) {
+            const unsigned char* at = request.data();
+            const MessageHandle message(d2i_OSSL_CMP_MSG(nullptr, &at, static_cast<long>(request.size())));
+            const MessageHandle answer(OSSL_CMP_SRV_process_request(answering.get(), message.get()));
+            return encode<Bytes>(answer.get(), i2d_OSSL_CMP_MSG);
+        });
+        const ErrorScope scope;
+        return introduce(
+            {library, asked, nullptr, SIGIL_TK_HASH_SHA256}, {"ref", "the secret"}, "cn=Kim", key("user").get())
+            .issuer;
+    };
+    if (isSigned())
+        return; // the secret vouches for what comes along
+    EXPECT_EQ(issuerAmong({"other", "impostor"}), Bytes());
+    EXPECT_EQ(issuerAmong({"other", "impostor", "ca"}), toBytes(view(workshop.read("ca.crt"))));
 }
