@@ -152,12 +152,6 @@ protected:
         EXPECT_EQ(token("CloseSession"), 0);
         return workshop.read("old.crt");
     }
-    /** Objects that `pkcs11-tool` sees after a login. */
-    std::string listed(const std::string& type) const
-    {
-        return workshop.pkcs11Tool(
-            "--token-label first --login --pin " + std::string(tokenPin) + " --list-objects --type " + type);
-    }
     std::string everything() const
     {
         return listed("privkey") + listed("pubkey") + listed("cert") + listed("data");
@@ -407,6 +401,51 @@ TEST_F(TokenEnrolmentFailure, NobodyIsAskedWithoutTheToken)
     EXPECT_EQ(request({.address = ""}), SIGIL_TK_ARGUMENT);
     EXPECT_EQ(token("CloseSession"), SIGIL_TK_TOKEN_SESSION) << "no session was left";
     EXPECT_EQ(everything(), "");
+}
+
+TEST_F(TokenEnrolmentFailure, ATokenThatIsGoneKeepsTheReason)
+{
+    const Instead<&CK_FUNCTION_LIST::C_DestroyObject> gone([](auto...) -> CK_RV { return CKR_DEVICE_REMOVED; });
+    EXPECT_EQ(request({addressOf(behaving({"-pkistatus", "2", "-failure", "2"}), "")}), SIGIL_TK_CMP_REFUSED)
+        << toolkit->errorText();
+    EXPECT_EQ(keysOnToken(), 1) << "nobody could remove it";
+}
+
+TEST_F(TokenEnrolmentFailure, AKeyWithoutItsCertificateIsFoundByItsIdentifier)
+{
+    const std::string old = written(ecKey);
+    workshop.pkcs11Tool(
+        "--token-label first --login --pin " + std::string(tokenPin) + " --delete-object --type cert --label Kim");
+    EXPECT_THAT(listed("cert"), testing::IsEmpty());
+    const Renewed renewed = update(address(), old, {.newKey = false});
+    ASSERT_EQ(renewed.code, 0) << toolkit->errorText();
+    EXPECT_EQ(provenSubject(renewed.certificate), "subject=CN=Kim,O=Test,C=KR\n");
+}
+
+TEST_F(TokenEnrolmentFailure, AFreshKeyInheritsNoRandomValueWhereNoneIs)
+{
+    const Renewed fresh = update(address(), enrolled(), {});
+    ASSERT_EQ(fresh.code, 0) << toolkit->errorText();
+    EXPECT_EQ(random(fresh.id), "code " + std::to_string(SIGIL_TK_VID_NO_RANDOM));
+    EXPECT_EQ(listed("data"), "");
+}
+
+TEST_F(TokenEnrolmentFailure, WhatNobodyTakesIsNotAskedFor)
+{
+    const std::string unheard = addressOf(Server::answering(workshop, ""), "");
+    ByteString given(*toolkit, ca());
+    ByteString out(*toolkit);
+    BINSTR* const none = nullptr;
+    for (const bool withCertificate : {false, true})
+        EXPECT_EQ(
+            token("CMP_CertUpdate2", text(unheard), 0, true, 0, text(tokenPin), text("first"), given.get(),
+                given.get(), withCertificate ? out.get() : none, withCertificate ? none : out.get(), none, none),
+            SIGIL_TK_ARGUMENT);
+    EXPECT_EQ(token("CMP_CertRequest", text(address()), 0, text("ref"), text(secret), text(tokenPin), text("first"),
+                  none, out.get()),
+        0)
+        << "who issued it is not wanted: " << toolkit->errorText();
+    EXPECT_FALSE(out.empty());
 }
 
 TEST_F(TokenEnrolmentFailure, ARenewalLeavesWhatWasThere)
