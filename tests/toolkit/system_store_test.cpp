@@ -337,3 +337,26 @@ TEST_F(Store, TheProgramThatOpensItRefusesOtherOperations)
     }
     EXPECT_FALSE(fs::exists(at("database")));
 }
+
+TEST_F(Store, WithoutACommonNameTheNicknameIsOfTheKind)
+{
+    make("db");
+    workshop.certificate("nameless", "/C=KR/O=Store", "keyUsage=digitalSignature");
+    ASSERT_EQ(count("db"), 0);
+    ASSERT_EQ(writeCert(workshop.read("nameless.crt")), 0) << toolkit.errorText();
+    EXPECT_THAT(certutilLists("db"), HasSubstr("certificate  "));
+}
+
+TEST_F(Store, WhatItsProgramCannotWriteIsTheMediumsFailure)
+{
+    make("db");
+    workshop.write("rsa.crt", pairs().read("rsa.crt"));
+    const std::string program = SIGILDESK_LIBRARY_FOLDER "/nss-store";
+    const std::string add = program + " add db < rsa.crt";
+    EXPECT_THAT(workshop.run("(trap '' XFSZ; ulimit -f 0; " + add + ") | cat"),
+        testing::StartsWith(std::to_string(SIGIL_TK_MEDIUM) + "\n"));
+    EXPECT_EQ(count("db"), 0);
+    EXPECT_EQ(workshop.run(add), "0\n");
+    EXPECT_EQ(count("db"), 1);
+    EXPECT_EQ(workshop.run(program + " list db >&- && echo ended"), "ended\n") << "nobody listens";
+}
