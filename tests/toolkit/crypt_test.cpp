@@ -204,6 +204,8 @@ TEST_P(Crypt, HashesMatchThePublishedVectors)
     EXPECT_EQ(hashHex(SIGIL_TK_HASH_DEFAULT, "abc"), "a9993e364706816aba3e25717850c26c9cd0d89d");
     EXPECT_EQ(toolkit("API_SetHashAlgo", 99), SIGIL_TK_ALGORITHM);
     EXPECT_EQ(hashHex(SIGIL_TK_HASH_DEFAULT, "abc"), "a9993e364706816aba3e25717850c26c9cd0d89d");
+    EXPECT_EQ(toolkit("API_SetHashAlgo", static_cast<int>(SIGIL_TK_HASH_DEFAULT)), 0);
+    EXPECT_EQ(hashHex(SIGIL_TK_HASH_DEFAULT, "abc"), sha256);
     ByteString in(toolkit, "abc");
     ByteString out(toolkit);
     EXPECT_EQ(toolkit("CRYPT_Hash", 99, in.get(), out.get()), SIGIL_TK_ALGORITHM);
@@ -321,6 +323,10 @@ TEST(HvtkCrypt, AFreshVectorForEveryEncryption)
 {
     const ToolkitLibrary toolkit("HVTK_");
     ByteString data(toolkit, "data");
+    ByteString none(toolkit);
+    ASSERT_EQ(toolkit("CRYPT_SetEnvChangeIV"), 0);
+    EXPECT_EQ(toolkit("CRYPT_Encrypt", data.get(), none.get()), SIGIL_TK_NO_SESSION_KEY);
+    ASSERT_EQ(toolkit("CRYPT_ClearKeyAndIV"), 0);
     ASSERT_EQ(toolkit("CRYPT_GenKeyAndIV", SIGIL_TK_CIPHER_SEED), 0);
     const auto encrypt = [&] {
         ByteString out(toolkit);

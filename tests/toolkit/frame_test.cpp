@@ -19,6 +19,8 @@
 #include <cstdlib>
 #include <future>
 #include <malloc.h>
+#include <stdexcept>
+#include <string>
 #include <thread>
 
 using namespace toolkit_test;
@@ -101,6 +103,24 @@ TEST_P(Frame, AReasonIsToldOnce)
         : toolkit("PFX_Import", text("p"), file.get(), out.data(), &out[1], &out[2], &out[3]);
     EXPECT_EQ(code, SIGIL_TK_PFX_MALFORMED);
     EXPECT_THAT(toolkit.errorText(), testing::StartsWith("The PKCS#12 file is damaged ("));
+}
+
+TEST(Calls, FailuresOfOtherKindsAreTold)
+{
+    void* context = nullptr;
+    ASSERT_EQ(toolkit::init(&context), 0);
+    const auto textOf = [&] {
+        std::array<char, 80> text{};
+        EXPECT_EQ(toolkit::errorText(context, text.size(), text.data()), 0);
+        return std::string(text.data());
+    };
+    EXPECT_EQ(
+        toolkit::call(context, [](toolkit::Context&) { throw std::logic_error("an odd one"); }), SIGIL_TK_INTERNAL);
+    EXPECT_THAT(textOf(), testing::EndsWith(": an odd one"));
+    EXPECT_EQ(toolkit::call(context, [](toolkit::Context&) { throw 1; }), SIGIL_TK_INTERNAL);
+    EXPECT_THAT(textOf(), testing::Not(testing::HasSubstr("odd")));
+    EXPECT_EQ(toolkit::call([] { throw 1; }), SIGIL_TK_INTERNAL);
+    EXPECT_EQ(toolkit::finish(&context), 0);
 }
 
 TEST_P(Frame, AHostsErrnoStaysAsItIs)

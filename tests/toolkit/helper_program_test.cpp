@@ -74,6 +74,12 @@ TEST_F(Helpers, WhoNeitherReadsNorAnswersIsEndedWhenTheTimeIsOver)
     EXPECT_EQ(ask("exec sleep 1000", std::string(8UL << 20, 'x'), 1s).end, HelperEnd::Silent);
 }
 
+TEST_F(Helpers, WhoNeverEndsIsEndedAfterSomeMegabytes)
+{
+    const auto answer = ask("exec yes", "");
+    EXPECT_EQ(answer.end, HelperEnd::Silent);
+}
+
 TEST_F(Helpers, WhoIsNotThereIsAbsent)
 {
     EXPECT_EQ(toolkit::askHelper("no-such-program", {}, {}, 60s).end, HelperEnd::Absent);
