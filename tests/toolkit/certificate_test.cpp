@@ -369,6 +369,15 @@ TEST_P(CertificateFields, TheIdentityNumberIsChecked)
     EXPECT_EQ(toolkit("VID_Verify", certificate.get(), random.get(), text("0000001111112")), SIGIL_TK_VID_MISMATCH);
     EXPECT_EQ(toolkit("VID_Verify", certificate.get(), other.get(), text("0000001111111")), SIGIL_TK_VID_MISMATCH);
     EXPECT_EQ(toolkit("VID_Verify", bare.get(), random.get(), text("0000001111111")), SIGIL_TK_VID_NO_DATA);
+    const Workshop workshop;
+    const std::string name = "subjectAltName=otherName:1.2.410.200004.10.1.1;";
+    workshop.certificate("named", "/CN=named", name + "SEQUENCE:identify\n[identify]\nrealName=UTF8:name");
+    workshop.certificate("texted", "/CN=texted", name + "UTF8:name");
+    for (const std::string file : {"named.crt", "texted.crt"}) {
+        ByteString without(toolkit, workshop.read(file));
+        EXPECT_EQ(toolkit("VID_Verify", without.get(), random.get(), text("0000001111111")), SIGIL_TK_VID_NO_DATA)
+            << file;
+    }
 }
 
 TEST_P(CertificateFields, ASignatureIsVerifiedByTheOpensslCommand)

@@ -357,6 +357,15 @@ TEST_F(OddKeys, ACertificateAndAKeyInRareFormsAreComparedByOpenssl)
     EXPECT_EQ(checking(rsa, keyInfoOf(algorithm, view("no numbers"))), SIGIL_TK_KEY_UNUSABLE);
 }
 
+TEST_F(OddKeys, AKeyForAgreementsAloneSignsNothing)
+{
+    const KeyHandle key(EVP_PKEY_Q_keygen(library.context(), nullptr, "X25519"));
+    const Secret keyInfo = encodePrivateKey(key.get());
+    const SignatureScheme scheme{SIGIL_TK_HASH_SHA256, SIGIL_TK_RSA_V15};
+    EXPECT_EQ(codeOf([&] { sign(library, scheme, keyInfo, view("a text")); }), SIGIL_TK_ALGORITHM);
+    EXPECT_EQ(codeOf([&] { signDigest(library, scheme, keyInfo, Bytes(32)); }), SIGIL_TK_ALGORITHM);
+}
+
 TEST_F(OddKeys, AnEmptyScalarIsTakenForNone)
 {
     EXPECT_EQ(keyOfNumbers(library, keyInfoOf(ecAlgorithm(), ecPrivateKey({}))), nullptr);

@@ -328,6 +328,13 @@ TEST(HvtkPfx, SeveralPairsTravelInLists)
     expectBack(unclean);
     EXPECT_EQ(toolkit("PFX_ExportMultiPair", 77, text("secret1!"), certificates.get(), keys.get(), unclean.get()),
         SIGIL_TK_OPTION);
+    ByteString damaged(toolkit, std::string(certificates.bytes())); // as many, and none of them a key
+    EXPECT_EQ(toolkit("PFX_ExportMultiPair", 0, text("secret1!"), certificates.get(), damaged.get(), unclean.get()),
+        SIGIL_TK_KEY_UNUSABLE);
+    BINSTR* const nowhere = nullptr;
+    EXPECT_EQ(toolkit("PFX_ImportMultiPair2", static_cast<int>(SIGIL_TK_PFX_STRICT), text("secret1!"), file.get(),
+                  nowhere, nowhere, nowhere),
+        SIGIL_TK_ARGUMENT);
     // The other argument list of the same symbol.
     ByteString others(toolkit, workshop().read("root.crt"));
     ByteString file2(toolkit);
