@@ -181,3 +181,20 @@ TEST_F(EngineFiles, AFileWithoutASizeIsReadToItsEnd)
     EXPECT_EQ(std::string(toolkit::chars(version), version.size()), ::readFile("/proc/version"));
     EXPECT_GT(version.size(), 1U);
 }
+
+TEST_F(EngineFiles, AnElementIsReadWithWhateverStandsBesideIt)
+{
+    const auto element = [](std::size_t content) {
+        return std::string{'\x30', '\x82', static_cast<char>(content >> 8), static_cast<char>(content & 0xFF)} +
+            std::string(content, 'x');
+    };
+    const std::string small = element(1400);
+    const std::string cut = small.substr(0, 1000);
+    for (const std::string& written :
+        {small, cut, small + 'y', small + small, element(2043), element(2044), element(2045), element(2044) + 'y',
+            element(60000), std::string("\x30\0", 2), std::string("0"), std::string()}) {
+        folder.write("file", written);
+        const auto bytes = toolkit::readFile(path("file"));
+        EXPECT_TRUE(std::string(toolkit::chars(bytes), bytes.size()) == written) << written.size();
+    }
+}

@@ -3,6 +3,7 @@
 
 #include "toolkit/engine/base/file.h"
 
+#include "toolkit/engine/base/der.h"
 #include "toolkit/engine/base/error.h"
 
 #include <fcntl.h>
@@ -15,6 +16,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 namespace toolkit {
 namespace {
@@ -96,27 +98,34 @@ int makeDraft(const std::string& path)
 
 } // namespace
 
-FileReader::FileReader(const std::string& path)
+OpenFile::OpenFile(const std::string& path)
     : m_descriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY))
 {
     if (m_descriptor < 0)
         failWithErrno(errno == ENOENT || errno == ENOTDIR ? SIGIL_TK_FILE_NOT_FOUND : SIGIL_TK_FILE_READ);
-    struct stat status { };
-    if (fstat(m_descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
-        close(m_descriptor);
-        fail(SIGIL_TK_FILE_READ, "not a regular file");
-    }
-    m_size = static_cast<std::uint64_t>(status.st_size);
 }
 
-FileReader::~FileReader() { close(m_descriptor); }
+OpenFile::~OpenFile()
+{
+    if (m_descriptor >= 0)
+        close(m_descriptor);
+}
+
+FileReader::FileReader(OpenFile file)
+    : m_file(std::move(file))
+{
+    struct stat status { }; // of no kind when nothing can be told
+    static_cast<void>(fstat(m_file.descriptor(), &status));
+    require(S_ISREG(status.st_mode), SIGIL_TK_FILE_READ, "not a regular file");
+    m_size = static_cast<std::uint64_t>(status.st_size);
+}
 
 std::size_t FileReader::readAt(std::uint64_t offset, std::span<unsigned char> room) const
 {
     std::size_t total = 0;
     while (total < room.size()) {
-        const ssize_t count =
-            pread(m_descriptor, room.data() + total, room.size() - total, static_cast<off_t>(offset + total));
+        const ssize_t count = pread(
+            m_file.descriptor(), room.data() + total, room.size() - total, static_cast<off_t>(offset + total));
         if (count < 0 && errno != EINTR)
             failWithErrno(SIGIL_TK_FILE_READ);
         total += count < 0 ? 0 : static_cast<std::size_t>(count);
@@ -138,9 +147,24 @@ void readPieces(const std::string& path, const std::function<void(View)>& take)
     }
 }
 
-Secret readFile(const std::string& path)
+namespace {
+
+/** A file that is one DER element, as most of a store are: that shows by its first piece, so nobody asks for its size
+ *  before. Empty when it is anything else. */
+Secret readElement(const OpenFile& file)
 {
-    const FileReader file(path);
+    constexpr std::size_t piece = 2048;
+    Secret bytes(piece);
+    const ssize_t count = pread(file.descriptor(), bytes.data(), piece, 0);
+    bytes.resize(count > 0 && count < static_cast<ssize_t>(piece) ? static_cast<std::size_t>(count) : 0);
+    const auto element = der::shortest(bytes);
+    if (!element || element->whole.size() != bytes.size())
+        bytes.clear();
+    return bytes;
+}
+
+Secret readWhole(const FileReader& file)
+{
     require(file.size() <= maximumFileSize, SIGIL_TK_FILE_READ, "the file is too large");
     Secret bytes(file.size() + 1); // the byte more tells whether the file grows while it is read
     std::size_t length = 0;
@@ -154,6 +178,16 @@ Secret readFile(const std::string& path)
     }
     bytes.resize(length);
     return bytes;
+}
+
+} // namespace
+
+Secret readFile(const std::string& path)
+{
+    OpenFile file(path);
+    if (Secret element = readElement(file); !element.empty())
+        return element;
+    return readWhole(FileReader(std::move(file)));
 }
 
 void writeFile(const std::string& path, View bytes)

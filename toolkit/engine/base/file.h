@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <utility>
 
 namespace toolkit {
 
@@ -21,13 +22,31 @@ constexpr std::size_t maximumFileSize = 64UL * 1024 * 1024;
  *  of at most maximumFileSize bytes. Never waits for a pipe or a device. */
 Secret readFile(const std::string& path);
 
+/** Whatever has a name, open for reading without waiting. Codes as readFile. */
+class OpenFile {
+public:
+    explicit OpenFile(const std::string& path);
+    OpenFile(OpenFile&& other) noexcept
+        : m_descriptor(std::exchange(other.m_descriptor, -1))
+    {
+    }
+    OpenFile& operator=(OpenFile&&) = delete;
+    ~OpenFile();
+
+    int descriptor() const { return m_descriptor; }
+
+private:
+    int m_descriptor;
+};
+
 /** A regular file open for reading, of any size. Codes as readFile. */
 class FileReader {
 public:
-    explicit FileReader(const std::string& path);
-    ~FileReader();
-    FileReader(const FileReader&) = delete;
-    FileReader& operator=(const FileReader&) = delete;
+    explicit FileReader(const std::string& path)
+        : FileReader(OpenFile(path))
+    {
+    }
+    explicit FileReader(OpenFile file);
 
     /** Its size when it was opened. */
     std::uint64_t size() const { return m_size; }
@@ -35,7 +54,7 @@ public:
     std::size_t readAt(std::uint64_t offset, std::span<unsigned char> room) const;
 
 private:
-    int m_descriptor;
+    OpenFile m_file;
     std::uint64_t m_size = 0;
 };
 
