@@ -25,7 +25,7 @@ constexpr std::size_t maximumLength = 0x7FFFFFFF;
 struct FreeMemory {
     void operator()(unsigned char* memory) const
     {
-        OPENSSL_cleanse(memory, malloc_usable_size(memory));
+        sigil::wipe(memory, malloc_usable_size(memory));
         std::free(memory);
     }
 };
@@ -133,8 +133,8 @@ void replace(View bytes, BINSTR* inOut)
 
 void release(BINSTR* bytes)
 {
-    if (bytes->pData && bytes->nLength > 0)
-        OPENSSL_cleanse(bytes->pData, static_cast<std::size_t>(bytes->nLength));
+    if (bytes->nLength > 0)
+        sigil::wipe(bytes->pData, static_cast<std::size_t>(bytes->nLength));
     std::free(bytes->pData);
     *bytes = {};
 }
