@@ -8,6 +8,8 @@
 #include <openssl/objects.h>
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <cstdint>
 #include <vector>
 
@@ -20,6 +22,10 @@ std::optional<std::string> commonOid(View content)
     if (content.empty() || content.size() > longest || content.back() >= 0x80)
         return {};
     std::string text;
+    const auto add = [&](std::uint64_t part) {
+        std::array<char, 20> digits{};
+        text.append(digits.data(), std::to_chars(digits.begin(), digits.end(), part).ptr);
+    };
     std::uint64_t number = 0;
     int octets = 0;
     for (const unsigned char octet : content) {
@@ -30,10 +36,11 @@ std::optional<std::string> commonOid(View content)
             continue;
         if (text.empty()) { // the first two numbers share one
             const std::uint64_t root = std::min<std::uint64_t>(number / 40, 2);
-            text = std::to_string(root);
+            add(root);
             number -= 40 * root;
         }
-        text += '.' + std::to_string(number);
+        text += '.';
+        add(number);
         number = 0;
         octets = 0;
     }

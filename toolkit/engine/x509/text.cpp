@@ -13,7 +13,6 @@
 #include <array>
 #include <chrono>
 #include <cstdint>
-#include <cstdio>
 #include <cstring>
 #include <mutex>
 
@@ -217,6 +216,17 @@ std::optional<std::string> koreanText(std::string_view bytes)
     return utf8FromCp949(bytes) ? std::optional<std::string>(bytes) : std::nullopt;
 }
 
+/** The digits of each octet. */
+constexpr auto hexPairs = [] {
+    constexpr std::string_view digits = "0123456789abcdef";
+    std::array<std::array<char, 2>, 256> pairs{};
+    for (std::size_t octet = 0; octet < pairs.size(); ++octet)
+        pairs[octet] = {digits[octet >> 4], digits[octet & 15]};
+    return pairs;
+}();
+
+constexpr std::string_view timeForm = "0000-00-00 00:00:00";
+
 struct UsageName {
     unsigned bit;
     const char* name;
@@ -344,13 +354,10 @@ std::string_view cutText(std::string_view cp949, std::size_t bytes)
 
 std::string hexText(View bytes)
 {
-    constexpr std::string_view digits = "0123456789abcdef";
     std::string text(2 * bytes.size(), '0');
-    char* at = text.data();
-    for (const unsigned char byte : bytes) {
-        *at++ = digits[byte >> 4];
-        *at++ = digits[byte & 15];
-    }
+    auto at = text.begin();
+    for (const unsigned char byte : bytes)
+        at = std::copy_n(hexPairs[byte].begin(), 2, at);
     return text;
 }
 
@@ -449,16 +456,23 @@ std::string timeText(std::time_t time)
         return "9999-12-31 23:59:59";
     if (year < 0)
         return "0000-01-01 00:00:00";
-    std::array<char, 32> text{};
-    static_cast<void>(std::snprintf(text.data(), text.size(), "%04d-%02d-%02d %02d:%02d:%02d", year,
-        local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec));
-    return text.data();
+    std::string text(timeForm);
+    const auto write = [&](std::size_t at, std::size_t digits, int number) {
+        for (; digits > 0; number /= 10)
+            text[at + --digits] = static_cast<char>('0' + number % 10);
+    };
+    write(0, 4, year);
+    write(5, 2, local.tm_mon + 1);
+    write(8, 2, local.tm_mday);
+    write(11, 2, local.tm_hour);
+    write(14, 2, local.tm_min);
+    write(17, 2, local.tm_sec);
+    return text;
 }
 
 std::optional<std::time_t> timeFromText(std::string_view text)
 {
-    constexpr std::string_view form = "0000-00-00 00:00:00";
-    const bool formed = std::equal(text.begin(), text.end(), form.begin(), form.end(),
+    const bool formed = std::equal(text.begin(), text.end(), timeForm.begin(), timeForm.end(),
         [](char c, char expected) { return expected == '0' ? c >= '0' && c <= '9' : c == expected; });
     if (!formed)
         return {};
