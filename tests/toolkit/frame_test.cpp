@@ -208,6 +208,23 @@ TEST_P(Frame, ContextsThatNobodyFinishesTakeLittle)
     EXPECT_LT(used(), before + 8 * 1024 * 1024);
 }
 
+TEST(Library, WhatNeedsNoAlgorithmGoesWithoutOpenSslsModules)
+{
+    ASSERT_EQ(setenv("OPENSSL_MODULES", "/nowhere", 1), 0);
+    const toolkit::Library library;
+    EXPECT_NE(library.readingContext(), nullptr);
+    for (int time = 0; time < 2; ++time) {
+        try {
+            library.digest("SHA256");
+            ADD_FAILURE() << "a module was found";
+        } catch (const toolkit::Error& error) {
+            EXPECT_EQ(error.code(), SIGIL_TK_NO_PROVIDER);
+        }
+    }
+    unsetenv("OPENSSL_MODULES");
+    EXPECT_NE(library.digest("SHA256"), nullptr) << "what failed is tried again";
+}
+
 TEST(Library, IsSharedUntilMemoryWasShort)
 {
     toolkit::Context first;

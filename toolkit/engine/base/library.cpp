@@ -58,6 +58,7 @@ void registerMethods(OSSL_LIB_CTX* context)
 using ContextHandle = Handle<OSSL_LIB_CTX, OSSL_LIB_CTX_free>;
 using ProviderHandle = Handle<OSSL_PROVIDER, OSSL_PROVIDER_unload>;
 
+/** All of OpenSSL's algorithms. */
 struct Algorithms {
     Algorithms();
     ContextHandle context;
@@ -71,60 +72,52 @@ Algorithms::Algorithms()
     require(context != nullptr, SIGIL_TK_NO_MEMORY);
     standard.reset(provider(context.get(), "default"));
     legacy.reset(provider(context.get(), "legacy"));
+    registerMethods(context.get());
 }
+
+struct NoAlgorithms {
+    NoAlgorithms();
+    ContextHandle context;
+    ProviderHandle none;
+};
+
+NoAlgorithms::NoAlgorithms()
+    : context(OSSL_LIB_CTX_new())
+{
+    require(context != nullptr, SIGIL_TK_NO_MEMORY);
+    none.reset(provider(context.get(), "null"));
+}
+
+/** Made by whoever asks first, of any threads; when that fails, by the next one. */
+template <class T>
+class MadeAtFirstUse {
+public:
+    OSSL_LIB_CTX* context()
+    {
+        if (!m_isMade) {
+            const std::lock_guard lock(m_mutex);
+            if (!m_made)
+                m_made.emplace();
+            m_isMade = true;
+        }
+        return m_made->context.get();
+    }
+    bool isMade() const { return m_isMade; }
+
+private:
+    std::mutex m_mutex;
+    std::optional<T> m_made;
+    std::atomic<bool> m_isMade = false; ///< and so for everybody to read
+};
 
 } // namespace
 
-/** OpenSSL for any number of threads. */
-class Library::OpenSsl {
-public:
-    OpenSsl();
-
-    OSSL_LIB_CTX* context();
-    OSSL_LIB_CTX* readingContext() const { return m_reading.get(); }
-    void leaveThread() const noexcept;
-
+/** OpenSSL for any number of threads. A start makes nothing of it: it costs more than all else that a start does. */
+struct Library::OpenSsl {
+    MadeAtFirstUse<Algorithms> algorithms;
+    MadeAtFirstUse<NoAlgorithms> reading;
     std::atomic<bool> isLast = false;
-
-private:
-    std::mutex m_mutex; ///< of the algorithms, until they are registered
-    std::optional<Algorithms> m_algorithms{std::in_place};
-    std::atomic<bool> m_areRegistered = false;
-    ContextHandle m_reading;
-    ProviderHandle m_none;
 };
-
-Library::OpenSsl::OpenSsl()
-    : m_reading(OSSL_LIB_CTX_new())
-{
-    require(m_reading != nullptr, SIGIL_TK_NO_MEMORY);
-    m_none.reset(provider(readingContext(), "null"));
-}
-
-OSSL_LIB_CTX* Library::OpenSsl::context()
-{
-    if (m_areRegistered)
-        return m_algorithms->context.get();
-    const std::lock_guard lock(m_mutex);
-    if (m_areRegistered) // by another thread meanwhile, which uses them
-        return m_algorithms->context.get();
-    if (!m_algorithms)
-        m_algorithms.emplace();
-    try {
-        registerMethods(m_algorithms->context.get());
-    } catch (const std::bad_alloc&) {
-        m_algorithms.reset();
-        throw;
-    }
-    m_areRegistered = true;
-    return m_algorithms->context.get();
-}
-
-void Library::OpenSsl::leaveThread() const noexcept
-{
-    if (m_areRegistered)
-        OPENSSL_thread_stop_ex(m_algorithms->context.get());
-}
 
 /** Released with the last Library that has it, before OpenSSL's own clean-up. */
 std::shared_ptr<Library::OpenSsl> Library::openSsl()
@@ -146,15 +139,15 @@ Library::Library()
 OSSL_LIB_CTX* Library::context() const
 {
     m_isInThread = true;
-    return m_openSsl->context();
+    return m_openSsl->algorithms.context();
 }
 
-OSSL_LIB_CTX* Library::readingContext() const { return m_openSsl->readingContext(); }
+OSSL_LIB_CTX* Library::readingContext() const { return m_openSsl->reading.context(); }
 
 void Library::leaveThread() const noexcept
 {
-    if (std::exchange(m_isInThread, false))
-        m_openSsl->leaveThread();
+    if (std::exchange(m_isInThread, false) && m_openSsl->algorithms.isMade())
+        OPENSSL_thread_stop_ex(m_openSsl->algorithms.context());
 }
 
 void Library::beLast() const noexcept { m_openSsl->isLast = true; }

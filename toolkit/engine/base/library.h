@@ -20,12 +20,11 @@ namespace toolkit {
  *  that close sessions without finishing them leave as many contexts as they opened. One thread at a time. */
 class Library {
 public:
-    /** Throws SIGIL_TK_NO_PROVIDER. */
     Library();
     Library(const Library&) = delete;
     Library& operator=(const Library&) = delete;
 
-    /** With all of its algorithms. Throws std::bad_alloc rather than to give one that lacks some. */
+    /** With all of its algorithms. Throws SIGIL_TK_NO_PROVIDER, and std::bad_alloc rather than to give one that lacks some. */
     OSSL_LIB_CTX* context() const;
     /** Releases what OpenSSL keeps of the context for the calling thread, which may live on when the context is gone. */
     void leaveThread() const noexcept;
@@ -41,7 +40,7 @@ public:
     std::array<unsigned char, 16> nonce() const;
 
 private:
-    class OpenSsl;
+    struct OpenSsl;
     static std::shared_ptr<OpenSsl> openSsl();
 
     std::shared_ptr<OpenSsl> m_openSsl;
