@@ -14,7 +14,8 @@ import pathlib
 import re
 import sys
 
-LAYERS = ["secrets", "foundation", "facade", "certlist", "doctor", "jobs", "sigil", "ui", "toolkit", "tools/sigildesk"]
+LAYERS = ["secrets", "foundation", "facade", "certlist", "doctor", "jobs", "sigil", "ui", "toolkit",
+          "tools/pick", "tools/sigildesk"]
 
 # A segment: where it begins, how often it ran, whether it is counted, begins a region, and lies between regions.
 Segment = collections.namedtuple("Segment", "line column count counted entry gap")

@@ -4,6 +4,8 @@
 """pick, with the dialog on Qt's platform without a display, used by a plug-in in a person's place."""
 
 import os
+import socket
+import subprocess
 
 import shapes
 from command import BUILD, DONE, FAILED, NO, PASSWORD, CommandTest, main
@@ -96,6 +98,16 @@ class PickTest(CommandTest):
         error = self.error("pick", "--out", "cancelled", status=NO, environment={"QT_QPA_GENERIC_PLUGINS": "dialog-user:cancel"})
         self.assertEqual((error["code"], error["name"]), (-1, "SIGIL_CANCELLED"))
         self.assertFalse((self.work / "cancelled").exists())
+
+    def test_the_dialogs_program_ends_when_nobody_asks_it(self):
+        program = BUILD / "lib" / "sigildesk" / "sigildesk-pick"
+        self.assertEqual(subprocess.run([program], env=self.environment, stdin=subprocess.DEVNULL, check=False).returncode, 1)
+        ours, its = socket.socketpair()
+        with ours, subprocess.Popen([program], env=self.environment, stdin=its) as process:
+            its.close()
+            self.assertTrue(ours.recv(1), "it says what it is")
+            ours.shutdown(socket.SHUT_WR)
+            self.assertEqual(process.wait(timeout=120), 1)
 
 
 main()
