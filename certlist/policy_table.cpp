@@ -21,7 +21,7 @@ namespace {
 
 long sizeOf(std::FILE* file)
 {
-    std::fseek(file, 0, SEEK_END);
+    static_cast<void>(std::fseek(file, 0, SEEK_END)); // possible in whatever has a size
     const long size = std::ftell(file);
     std::rewind(file);
     return size;
