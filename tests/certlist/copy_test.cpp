@@ -180,10 +180,10 @@ TEST_F(Transfer, HalfAKeyManagementPairIsNotStaged)
     char whole[] = "k";
     const std::tuple<char*, int, char*, int> halves[] = {
         {nullptr, 1, whole, 1}, {whole, 1, nullptr, 1}, {whole, 0, whole, 1}, {whole, 1, whole, 0}};
-    for (const auto& [certificate, certificateLength, key, keyLength] : halves) {
+    for (const auto& [certificate, certificateLength, itsKey, keyLength] : halves) {
         doubles::forgetCalls();
         EXPECT_EQ(CLP_CopyforSetData(clp, Text(signCert), int(signCert.size()), Text(signKey), int(signKey.size()),
-                      certificate, certificateLength, key, keyLength),
+                      certificate, certificateLength, itsKey, keyLength),
             0);
         EXPECT_EQ(copyStaged(), 0);
         EXPECT_EQ(doubles::callsOf("HVTK_MEDIA_DISK_WriteFile").size(), 2u);
