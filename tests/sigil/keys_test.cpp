@@ -9,6 +9,7 @@
 #include <sys/resource.h>
 
 #include <cerrno>
+#include <climits>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
@@ -265,11 +266,15 @@ TEST_P(Keys, SignNothingWhereNoFolderCanBeMade)
     Bytes message;
     const char* const before = std::getenv("TMPDIR");
     const std::string kept = before ? before : "/tmp";
-    for (const char* folder : {"/no/such/folder", "/proc"}) {
-        setenv("TMPDIR", folder, 1);
+    std::string longest = kept;
+    while (longest.size() + 8 < PATH_MAX) // a folder, in which no name has room
+        longest += "/.";
+    for (const auto& [folder, error] :
+        {std::pair{std::string("/no/such/folder"), ENOENT}, {longest, ENAMETOOLONG}}) {
+        setenv("TMPDIR", folder.c_str(), 1);
         EXPECT_EQ(sign(SIGIL_FORM_DETACHED, message, without), SIGIL_FAILED) << folder;
-        EXPECT_TRUE(std::string_view(sigil_error_text(session.get())).ends_with(std::strerror(ENOENT)))
-            << folder << ": " << sigil_error_text(session.get());
+        EXPECT_TRUE(std::string_view(sigil_error_text(session.get())).ends_with(std::strerror(error)))
+            << sigil_error_text(session.get());
     }
     setenv("TMPDIR", kept.c_str(), 1);
     EXPECT_EQ(message.data(), nullptr);
