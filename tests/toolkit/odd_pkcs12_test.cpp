@@ -171,6 +171,8 @@ TEST_F(OddPkcs12, ACodeOverTheFileNeedsItsParameters)
     };
     for (const auto& [what, pfx] : damaged)
         EXPECT_EQ(codeOf(pfx), SIGIL_TK_PFX_MALFORMED) << what;
+    const Bytes unknown = sequence({sequence({der::oid("1.2.3.4")}), octets(Bytes(20))});
+    EXPECT_EQ(codeOf(withParts({unknown, octets(Bytes(8))})), SIGIL_TK_PFX_UNSUPPORTED) << "an unknown hash";
 }
 
 TEST_F(OddPkcs12, APasswordInAnOlderCharacterSetOpensWhatIsInside)

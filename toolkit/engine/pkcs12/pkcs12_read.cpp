@@ -114,7 +114,7 @@ private:
             try {
                 return decryptUnder(std::string_view(chars(reading), reading.size()));
             } catch (const Error& error) {
-                if (error.code() != SIGIL_TK_KEY_WRONG_PASSWORD || &reading == &m_passwords.back())
+                if (error.code() != SIGIL_TK_KEY_WRONG_PASSWORD)
                     throw;
             }
         }
@@ -213,12 +213,12 @@ struct Mac {
 
 SaltAndCount macParameters(der::Reader& fields)
 {
-    const auto salt = fields.take(der::OctetString);
+    const View salt = fields.take(der::OctetString).value_or(View());
     const auto count = fields.take(der::Integer);
     const auto iterations = count ? der::smallInteger(*count) : std::optional(1UL);
-    require(salt && !salt->empty() && iterations && *iterations >= 1 && *iterations <= maximumIterations,
+    require(!salt.empty() && iterations && *iterations >= 1 && *iterations <= maximumIterations,
         SIGIL_TK_PFX_MALFORMED, "salt or iteration count");
-    return {*salt, *iterations};
+    return {salt, *iterations};
 }
 
 /** @param pfx the file as OpenSSL encodes it again: with definite lengths */
@@ -231,10 +231,10 @@ Mac macOf(View pfx)
     const auto content = der::Reader(safe.take(der::Explicit0).value_or(View())).take(der::OctetString);
     der::Reader data(fields.take(der::Sequence).value_or(View()));
     der::Reader digest(data.take(der::Sequence).value_or(View()));
-    const auto hash = der::Reader(digest.take(der::Sequence).value_or(View())).take(der::Oid);
-    const auto value = digest.take(der::OctetString);
-    require(content && hash && value, SIGIL_TK_PFX_MALFORMED, "integrity protection");
-    return {der::oidText(*hash), *value, macParameters(data), *content};
+    const View hash = der::Reader(digest.take(der::Sequence).value_or(View())).take(der::Oid).value_or(View());
+    const View value = digest.take(der::OctetString).value_or(View());
+    require(content.has_value(), SIGIL_TK_PFX_MALFORMED, "integrity protection");
+    return {der::oidText(hash), value, macParameters(data), *content};
 }
 
 bool macMatches(const Library& library, const Mac& mac, std::string_view password, WorkBudget& budget)
