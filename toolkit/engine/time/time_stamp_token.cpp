@@ -94,9 +94,7 @@ TimeStampToken::TimeStampToken(const Library& library, View der)
     : m_cms(parseCms(library, verifiableForm(der, SIGIL_TK_TSP_MALFORMED), SIGIL_TK_TSP_MALFORMED))
 {
     require(OBJ_obj2nid(CMS_get0_eContentType(m_cms.get())) == NID_id_smime_ct_TSTInfo, SIGIL_TK_TSP_MALFORMED);
-    ASN1_OCTET_STRING** const content = CMS_get0_content(m_cms.get());
-    require(content && *content, SIGIL_TK_TSP_MALFORMED, "no content");
-    const View bytes = octets(*content);
+    const View bytes = octets(*CMS_get0_content(m_cms.get())); // the verifiable form has one
     const unsigned char* infoAt = bytes.data();
     m_info.reset(d2i_TS_TST_INFO(nullptr, &infoAt, static_cast<long>(bytes.size())));
     require(m_info && infoAt == bytes.data() + bytes.size() && TS_TST_INFO_get_version(m_info.get()) == 1,
