@@ -226,11 +226,12 @@ TEST_P(HvtkEnvelopedMessages, ARawKeyEncrypts)
     EXPECT_EQ(toolkit("CMS_EncryptData", 1, key.get(), data.get(), 0, message.get()), SIGIL_TK_OPTION);
     setSessionKey(SIGIL_TK_CIPHER_SEED);
     ByteString none(toolkit);
+    ByteString other(toolkit);
     ASSERT_EQ(toolkit("CMS_EncryptData", 0, none.get(), data.get(), static_cast<int>(SIGIL_TK_CIPHER_ARIA128),
-                  message.get()),
+                  other.get()),
         0)
         << "the session's key, with another cipher";
-    EXPECT_EQ(decrypted(message.bytes(), fromHex(sessionKeyHex)), content);
+    EXPECT_EQ(decrypted(other.bytes(), fromHex(sessionKeyHex)), content);
 }
 
 TEST_P(GpkiEnvelopedMessages, TheSessionKeyDecryptsWhateverKeyIsGiven)
