@@ -8,14 +8,15 @@
 
 #include <sigildesk/binary.h>
 
+#include <algorithm>
 #include <string_view>
 
 namespace sigil {
 
-/** One without data has the length 0. */
+/** What a toolkit handed out with a negative length is empty. One without data has the length 0. */
 inline std::string_view bytesOf(const CBinary& bytes)
 {
-    return {bytes.m_pData, static_cast<std::size_t>(bytes.m_nLength)};
+    return {bytes.m_pData, static_cast<std::size_t>(std::max(bytes.m_nLength, 0))};
 }
 
 /** Copies @p bytes into @p out. */

@@ -190,9 +190,11 @@ int CertificateReader::validityState()
     const bool otherKeySize = m_style.statesByKeySize && !equalsIgnoringCase(m_entry.szKeyLength, bits2048);
     int remainDays = 0;
     int state = 0;
-    validityInKnownZone(otherKeySize, m_entry.nPKIType, m_entry.szPolicyID, m_entry.szNotBefore, m_entry.szNotAfter,
-        sizeof m_entry.szValidFrom, m_entry.szValidFrom, sizeof m_entry.szValidTo, m_entry.szValidTo, &remainDays,
-        &state);
+    const int rc = validityInKnownZone(otherKeySize, m_entry.nPKIType, m_entry.szPolicyID, m_entry.szNotBefore,
+        m_entry.szNotAfter, sizeof m_entry.szValidFrom, m_entry.szValidFrom, sizeof m_entry.szValidTo,
+        m_entry.szValidTo, &remainDays, &state);
+    if (rc != SIGIL_SUCCESS)
+        return failed(Drop::FieldNotRead, "GetValidity() check err", rc);
     m_entry.nRemainDays = remainDays;
     m_entry.nValidStatus = state;
     return SIGIL_SUCCESS;

@@ -198,6 +198,8 @@ int CCertListProcInterface::DecryptPriKey(int nIndex, char* szPassword, CBinary*
     finish(m_pLoadDisk->DecryptPriKey(nIndex, szPassword, &signKey, &kmKey));
     if (nErr != SIGIL_SUCCESS)
         return nErr;
+    if (signKey.m_nLength < 0)
+        return finish(SIGIL_KEY_NOT_DECRYPTED);
     *pSignKey = signKey;
     if (!kmKey.isEmpty())
         *pKmKey = kmKey;

@@ -393,7 +393,7 @@ private:
         m_listing.judgePair(contentOfFile(path), contentOfFile(keyBeside(folder, path, names)));
         if (m_hearing.candidates().size() > before && !m_hearing.candidates().back().listed) {
             Diagnosis why = m_hearing.candidates().back().diagnosis;
-            if (why.values[0].empty()) // what kept a pair out is told with a value, most often a path
+            if (!why.values.empty() && why.values[0].empty())
                 why.values[0] = path;
             return find(path, false, why);
         }

@@ -180,12 +180,11 @@ int CUtil::GetValidity(bool bOtherKeySize, int certKind, char* policyText, char*
     int fromSize, char* fromOut, int toSize, char* toOut, int* remainDays, int* state)
 {
     sigil::noticeZone();
-    sigil::validityInKnownZone(bOtherKeySize, certKind, policyText, notBefore, notAfter, fromSize, fromOut, toSize,
-        toOut, remainDays, state);
-    return 0;
+    return sigil::validityInKnownZone(bOtherKeySize, certKind, policyText, notBefore, notAfter, fromSize, fromOut,
+        toSize, toOut, remainDays, state);
 }
 
-void sigil::validityInKnownZone(bool otherKeySize, int family, const char* policyText, const char* notBefore,
+int sigil::validityInKnownZone(bool otherKeySize, int family, const char* policyText, const char* notBefore,
     const char* notAfter, int fromSize, char* fromOut, int toSize, char* toOut, int* remainDays, int* state)
 {
     const std::time_t end = readTime(notAfter);
@@ -200,4 +199,5 @@ void sigil::validityInKnownZone(bool otherKeySize, int family, const char* polic
         *state = otherKeySize ? validity - SIGIL_VALIDITY_VALID + SIGIL_VALIDITY_OTHER_VALID : validity;
     if (validity == SIGIL_VALIDITY_EXPIRES_SOON && remainDays)
         *remainDays = daysUntil({endDate.tm_year + 1900, endDate.tm_mon + 1, endDate.tm_mday}, today);
+    return 0;
 }

@@ -9,7 +9,7 @@
 namespace sigil {
 
 /** CUtil::GetValidity() by the zone that the process last noticed (noticeZone()), which a list asks for once. */
-void validityInKnownZone(bool otherKeySize, int family, const char* policyText, const char* notBefore,
+int validityInKnownZone(bool otherKeySize, int family, const char* policyText, const char* notBefore,
     const char* notAfter, int fromSize, char* fromOut, int toSize, char* toOut, int* remainDays, int* state);
 
 } // namespace sigil
