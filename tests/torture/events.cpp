@@ -39,6 +39,7 @@ void __libc_free(void*);
 namespace torture {
 
 void (*onFault)(const void* site) = nullptr;
+void (*onEvent)(Kind kind, long number) = nullptr;
 
 namespace {
 
@@ -96,6 +97,10 @@ bool fails(Kind kind, const void* site)
     if (!watching || pthread_equal(watchedThread, pthread_self()) == 0 || isOver(kind) || !isCounted(site))
         return false;
     const long number = seen[static_cast<std::size_t>(kind)]++;
+    if (onEvent && fault.number < 0) {
+        const Pause pause;
+        onEvent(kind, number);
+    }
     const bool met = kind == fault.kind && number == fault.number;
     if (met && onFault) {
         const Pause pause;

@@ -32,6 +32,8 @@ void watch(const Fault& fault);
 Counts stopWatching();
 /** Is told from where the fault's event of memory is met (null for another), before it fails; null for nobody. */
 extern void (*onFault)(const void* site);
+/** Is told of each event while none fails; null for nobody. */
+extern void (*onEvent)(Kind kind, long number);
 /** Decides from now on in this process which events count, by the code that they happen to. All do at first. */
 void countOnly(bool (*counts)(const void* site));
 /** Counts an event. @param site  the code that it happens to; null for one that counts always @return whether it fails */

@@ -33,6 +33,7 @@
 #include <new>
 #include <numeric>
 #include <optional>
+#include <utility>
 
 namespace torture {
 namespace {
@@ -110,6 +111,55 @@ bool inOpenSsl(const void* address)
     Dl_info info{};
     return address && dladdr(address, &info) != 0 && std::strstr(info.dli_fname, "libcrypto");
 }
+
+/** Of events to which the same stack leads, the first. Lies in memory that a parent shares. */
+class Places {
+public:
+    /** Looks at the stack of each event from now on. */
+    void look()
+    {
+        s_looking = this;
+        void* frame = nullptr;
+        backtrace(&frame, 1); // loads what it needs
+        onEvent = [](Kind kind, long number) { s_looking->note(kind, number); };
+    }
+    void enter(std::size_t step) { m_step = step; }
+
+    const Choice* begin() const { return m_first.data(); }
+    const Choice* end() const { return m_first.data() + m_count; }
+    long count() const { return static_cast<long>(m_count); }
+
+private:
+    void note(Kind kind, long number)
+    {
+        if (m_count < m_first.size() && isNew(stack()))
+            m_first[m_count++] = {m_step, {kind, number}};
+    }
+    static std::uint64_t stack()
+    {
+        constexpr std::uint64_t prime = 0x100000001B3;
+        std::array<void*, 24> frames{};
+        const auto depth = static_cast<std::size_t>(backtrace(frames.data(), frames.size()));
+        std::uint64_t mix = 1;
+        for (std::size_t i = 0; i < depth; ++i)
+            mix = (mix ^ reinterpret_cast<std::uintptr_t>(frames[i])) * prime;
+        return mix ^ mix >> 32;
+    }
+    bool isNew(std::uint64_t stack)
+    {
+        std::size_t place = stack % m_stacks.size();
+        while (m_stacks[place] != 0 && m_stacks[place] != stack)
+            place = (place + 1) % m_stacks.size();
+        return std::exchange(m_stacks[place], stack) == 0;
+    }
+
+    static constexpr std::size_t most = 1U << 15;
+    static inline Places* s_looking = nullptr;
+    std::array<std::uint64_t, 2 * most> m_stacks; ///< 0 for none
+    std::array<Choice, most> m_first;
+    std::size_t m_count;
+    std::size_t m_step;
+};
 
 Outcome* outcomeOfChild = nullptr;
 bool tellsStacks = false;
@@ -213,6 +263,7 @@ struct Options {
     long seconds = 0;
     std::uint64_t seed = 0;
     std::string session; ///< the only one; empty for all
+    bool places = false; ///< of events to which the same stack leads, one fails
     std::optional<Choice> only;
 };
 
@@ -239,12 +290,15 @@ public:
         , m_tally(tally)
         , m_outcome(*shared<Outcome>())
         , m_expected(*shared<std::array<Outcome, Outcome::mostSteps>>())
+        , m_places(*shared<Places>())
     {
         const int status = inChild([this] {
             begin();
             Snapshot start(m_session.folder, ".start");
             Way whole(m_session.steps.size());
             std::iota(whole.begin(), whole.end(), 0);
+            if (m_options.places)
+                m_places.look();
             go(whole, nullptr);
             start.bringBack();
             print();
@@ -256,6 +310,8 @@ public:
 
     long faults() const
     {
+        if (m_options.places)
+            return 2 * m_places.count();
         long all = 0;
         for (const Counts& events : m_whole.events)
             for (const long count : events)
@@ -341,6 +397,7 @@ private:
         if (fault)
             watch(*fault);
         for (const std::size_t step : way) {
+            m_places.enter(step);
             if (!fault)
                 watch({});
             runStep(step);
@@ -393,10 +450,19 @@ private:
             choice.fault.error = errors.at(mixed(choice) % errors.size());
             chosen.push_back(choice);
         };
+        const auto considerBoth = [&](Kind kind, long number) {
+            for (const bool lasting : {false, true})
+                consider({step, {kind, number, lasting}});
+        };
+        if (m_options.places) {
+            for (const Choice& place : m_places)
+                if (place.step == step)
+                    considerBoth(place.fault.kind, place.fault.number);
+            return chosen;
+        }
         for (std::size_t kind = 0; kind < kindNames.size(); ++kind)
             for (long number = 0; number < m_whole.events[step][kind]; ++number)
-                for (const bool lasting : {false, true})
-                    consider({step, {static_cast<Kind>(kind), number, lasting}});
+                considerBoth(static_cast<Kind>(kind), number);
         return chosen;
     }
 
@@ -481,6 +547,7 @@ private:
     Outcome& m_outcome;                                  ///< of the last way that was gone
     Outcome m_whole;                                     ///< of the session from its first step to its last
     std::array<Outcome, Outcome::mostSteps>& m_expected; ///< of the way from each step, once it was gone
+    Places& m_places;
     Session m_session;
 };
 
@@ -514,6 +581,7 @@ Options read(int count, char** words)
         {"--seconds", [&](const std::string& value) { options.seconds = std::stol(value); }},
         {"--seed", [&](const std::string& value) { options.seed = std::stoull(value); }},
         {"--session", [&](const std::string& value) { options.session = value; }},
+        {"--which", [&](const std::string& value) { options.places = value == "places"; }},
         {"--only", [&](const std::string& value) { readOnly(value, options); }},
     };
     for (int i = 1; i < count; i += 2)
@@ -533,7 +601,7 @@ void loseOutput()
 /** Goes through all sessions several times, so that a run that is out of time has tried something of each of their steps. */
 int torture(const Options& options, const std::vector<NamedSession>& sessions)
 {
-    constexpr int rounds = 10;
+    constexpr int rounds = 3;
     Tally& tally = *shared<Tally>();
     const auto start = std::chrono::steady_clock::now();
     const auto seconds = [&] {

@@ -45,9 +45,9 @@ struct NamedSession {
     std::function<Session()> make;
 };
 
-/** The program: `[--faults N] [--seconds S] [--seed SEED] [--session NAME]
+/** The program: `[--faults N] [--seconds S] [--seed SEED] [--session NAME] [--which places]
  *  [--only SESSION:STEP:KIND:NUMBER:once|lasting]`. N faults are taken out of all, every one for 0; no more are begun after S
- *  seconds.
+ *  seconds. Of places, only the first of the events counts to which the same stack leads.
  *  @return its exit code: 1 when something was found, 2 after wrong use */
 int run(int count, char** words, const std::vector<NamedSession>& sessions);
 
