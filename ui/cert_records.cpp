@@ -156,11 +156,16 @@ void copyItem(const void* from, const Item& source, void* to, const Item& target
 }
 
 template <std::size_t N>
-void turnIntoUtf8(char (&field)[N])
+std::string utf8Of(const char (&field)[N])
 {
-    const std::string utf8 = toUtf8(fromEucKr(fieldText(field)), N - 1);
+    return toUtf8(fromEucKr(fieldText(field)), N - 1);
+}
+
+template <std::size_t N>
+void replaceText(char (&field)[N], const std::string& text)
+{
     std::memset(field, 0, N);
-    copyText(field, utf8);
+    copyText(field, text);
 }
 
 } // namespace
@@ -203,9 +208,12 @@ void stageResult(const tagCERTINFO& from, int medium, tagSELCERTINFO& to)
 
 void handOutResult(const tagSELCERTINFO& from, tagSELCERTINFO& to)
 {
+    // What takes memory comes first: a caller who is told that it ran out must not hold keys.
+    const std::string subject = utf8Of(from.szSubjectDN);
+    const std::string policy = utf8Of(from.szCertPolicy);
     to = from; // the staged record was zero-filled before it was filled, and is copied whole
-    turnIntoUtf8(to.szSubjectDN);
-    turnIntoUtf8(to.szCertPolicy);
+    replaceText(to.szSubjectDN, subject);
+    replaceText(to.szCertPolicy, policy);
 }
 
 int setItem(unsigned char* item, std::size_t capacity, const char* data, int size)

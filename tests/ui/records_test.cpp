@@ -4,6 +4,7 @@
 #include "ui/cert_records.h"
 
 #include "foundation/text_field.h"
+#include "tests/support/failing_allocator.h"
 #include "tests/ui/fixture.h"
 #include "tests/ui/scripted_processor.h"
 
@@ -11,6 +12,7 @@
 
 #include <cstring>
 #include <memory>
+#include <new>
 
 using namespace sigil;
 using scripted::eucKr;
@@ -288,6 +290,20 @@ TEST(HandOut, TurnsTheSubjectAndThePolicyIntoUtf8AndLeavesTheRestInEucKr)
     EXPECT_EQ(std::string(out.szIssuerDN), eucKr("cn=예제인증기관,o=예제,c=KR"));
     EXPECT_EQ(out.byEncKmPriKey[2047], 0) << "what the caller's record held before is gone";
     EXPECT_STREQ(out.szMediaText2, "");
+}
+
+TEST(HandOut, LeavesTheCallersRecordAloneWhenMemoryRunsOut)
+{
+    tagSELCERTINFO staged{};
+    stageResult(sampleEntry("홍길동"), 1, staged);
+    tagSELCERTINFO out, before;
+    std::memset(&out, 0xEE, sizeof out);
+    std::memset(&before, 0xEE, sizeof before);
+    allocations.refused = 0;
+    allocations.counting = true;
+    EXPECT_THROW(handOutResult(staged, out), std::bad_alloc);
+    allocations = {};
+    EXPECT_EQ(std::memcmp(&out, &before, sizeof out), 0) << "keys lie there though the call failed";
 }
 
 TEST(HandOut, CutsUtf8BetweenCharacters)
