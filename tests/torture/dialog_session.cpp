@@ -307,8 +307,8 @@ Session sharedDialogSession(Materials& materials)
     addDialogs(steps, materials);
     steps.addOther("ShowUserCertInit, after it was given back", leaveTheLoop);
     // Each call binds the toolkit again and leaves the context of the call before, of which one may have OpenSSL's
-    // algorithms for itself: after a shortage they are fetched anew.
-    return {steps.take(), dialogCodes(), materials.store().folder(), false, 1};
+    // algorithms for itself: after a shortage they are fetched anew. It also keeps a certificate that could not be unloaded.
+    return {steps.take(), dialogCodes(), materials.store().folder(), false, 3};
 }
 
 } // namespace torture

@@ -96,6 +96,7 @@ void DialogUser::plan(const Moves& moves)
     m_boxSeen = m_blamed = false;
     m_leaves = 0;
     m_waits = false;
+    m_top = nullptr;
     m_timer = startTimer(0);
 }
 
@@ -118,7 +119,9 @@ void DialogUser::timerEvent(QTimerEvent*)
         return;
     const Pause pause;
     auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-    if (dialog && dialog->isVisible())
+    // One that shows for a single turn is only about to be covered: its caller goes on behind another that has closed.
+    const bool stays = std::exchange(m_top, dialog) == dialog;
+    if (dialog && stays && dialog->isVisible())
         look(*dialog);
     else if (!dialog && m_leaves != 0)
         QCoreApplication::exit(m_leaves);
@@ -156,6 +159,7 @@ void DialogUser::act(QDialog& dialog, const std::string& name)
 void DialogUser::waits()
 {
     m_waits = true;
+    m_top = nullptr;
     QCoreApplication::postEvent(this, new QEvent(QEvent::User));
 }
 

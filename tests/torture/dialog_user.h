@@ -64,6 +64,7 @@ private:
     int m_timer = 0;
     int m_leaves = 0;
     bool m_waits = false;
+    const QDialog* m_top = nullptr; ///< in the turn before, only to be compared
     bool m_boxSeen = false;
     bool m_blamed = false;
 };
