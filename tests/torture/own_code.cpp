@@ -15,16 +15,17 @@
 namespace torture {
 namespace {
 
-enum class Owner { Project, Engine, CLibrary, Other };
+enum class Owner { Project, StandardLibrary, CLibrary, Engine, Other };
 
 struct Library {
     const char* name;
     Owner owner;
 };
-constexpr std::array libraries{Library{"libstdc++", Owner::Project}, Library{"libHVCToolkitV30", Owner::Project},
-    Library{"libgpkiapi_v15", Owner::Project}, Library{"libcrypto", Owner::Engine},
-    Library{"libssl", Owner::Engine}, Library{"legacy.so", Owner::Engine}, Library{"libldap", Owner::Engine},
-    Library{"liblber", Owner::Engine}, Library{"libcurl", Owner::Engine}, Library{"libc.so", Owner::CLibrary}};
+constexpr std::array libraries{Library{"libstdc++", Owner::StandardLibrary},
+    Library{"libHVCToolkitV30", Owner::Project}, Library{"libgpkiapi_v15", Owner::Project},
+    Library{"libcrypto", Owner::Engine}, Library{"libssl", Owner::Engine}, Library{"legacy.so", Owner::Engine},
+    Library{"libldap", Owner::Engine}, Library{"liblber", Owner::Engine}, Library{"libcurl", Owner::Engine},
+    Library{"libc.so", Owner::CLibrary}};
 
 struct Range {
     std::uintptr_t start;
@@ -65,13 +66,16 @@ Owner ownerOf(const void* site)
     return Owner::Other;
 }
 
-/** Who asks the C library for what happens at @p site. */
+/** Whether code does what others ask it for. */
+bool isAsked(Owner owner) { return owner == Owner::CLibrary || owner == Owner::StandardLibrary; }
+
+/** Who asks such code for what happens at @p site. */
 Owner askerOf(const void* site)
 {
     std::array<void*, 40> frames{};
     void** const end = frames.data() + backtrace(frames.data(), static_cast<int>(frames.size()));
-    void** const asker = std::find_if(std::find(frames.data(), end, site), end,
-        [](const void* frame) { return ownerOf(frame) != Owner::CLibrary; });
+    void** const asker = std::find_if(
+        std::find(frames.data(), end, site), end, [](const void* frame) { return !isAsked(ownerOf(frame)); });
     return asker == end ? Owner::Other : ownerOf(*asker);
 }
 
@@ -83,12 +87,16 @@ void findOwnCode() noexcept
     dl_iterate_phdr(noteModule, nullptr);
 }
 
-bool inOwnCode(const void* site) noexcept { return ownerOf(site) == Owner::Project; }
+bool inOwnCode(const void* site) noexcept
+{
+    const Owner owner = ownerOf(site);
+    return owner == Owner::Project || owner == Owner::StandardLibrary;
+}
 
 bool worksForUs(const void* site) noexcept
 {
     const Owner owner = ownerOf(site);
-    const Owner asker = owner == Owner::CLibrary ? askerOf(site) : owner;
+    const Owner asker = isAsked(owner) ? askerOf(site) : owner;
     return asker == Owner::Project || asker == Owner::Engine;
 }
 

@@ -12,8 +12,8 @@ namespace torture {
 void findOwnCode() noexcept;
 /** The project's own code, and the standard library, which works for it. */
 bool inOwnCode(const void* site) noexcept;
-/** As above, and what that code stands on: OpenSSL, the libraries of the network. What such code asks the C library for
- *  counts too. A toolkit of windows does not, nor what it loads: it ends the process when it lacks memory. */
+/** The project's own code, and what that stands on: OpenSSL, the libraries of the network. What such code asks the libraries
+ *  of C and C++ for counts too. A toolkit of windows does not, nor what it loads: it ends the process when it lacks memory. */
 bool worksForUs(const void* site) noexcept;
 
 } // namespace torture
