@@ -196,8 +196,9 @@ TEST_F(HostileMessages, NestingAndLengthsAreBounded)
                              "020101") +
                   indefinite),
         SIGIL_TK_CMS_MALFORMED);
-    for (const char* head : {"3084ffffffff", "3088ffffffffffffffff", "30887fffffffffffffff",
-             "3089010000000000000000", "30ff", "3080", "30", "1f8101", "0000", "308006092a864886f70d010702a080"})
+    for (const char* head :
+        {"3084ffffffff", "3088ffffffffffffffff", "30887fffffffffffffff", "3089010000000000000000", "30ff", "3080",
+            "30", "1f8101", "0000", "308006092a864886f70d010702a080", "30800480", "0480"})
         EXPECT_EQ(verify(fromHex(head)), SIGIL_TK_CMS_MALFORMED) << head;
 }
 

@@ -134,9 +134,13 @@ TEST_F(OddPkcs12, KeysThatNobodyKnowsAreTheCertificatesOfTheirIdentifier)
 
 TEST_F(OddPkcs12, WhatCannotBeOpenedSaysWhy)
 {
-    const auto shrouded = [](View algorithm) {
-        return fileOf({bag(oid::shroudedKeyBag, sequence({algorithm, octets(Bytes(16))}))});
+    const auto shroudedIn = [](View algorithm, std::size_t size) {
+        return fileOf({bag(oid::shroudedKeyBag, sequence({algorithm, octets(Bytes(size))}))});
     };
+    const auto shrouded = [&](View algorithm) { return shroudedIn(algorithm, 16); };
+    const Bytes tripleDes =
+        sequence({der::oid("1.2.840.113549.1.12.1.3"), sequence({octets(Bytes(8)), Bytes{2, 1, 1}})});
+    EXPECT_EQ(codeOf(shroudedIn(tripleDes, 17)), SIGIL_TK_PFX_MALFORMED) << "no whole blocks";
     EXPECT_EQ(codeOf(shrouded(sequence({der::oid("1.2.3.4")}))), SIGIL_TK_PFX_UNSUPPORTED);
     EXPECT_EQ(codeOf(shrouded(sequence({der::oid(oid::seedCbc)}))), SIGIL_TK_PFX_MALFORMED);
     const Bytes algorithm = sequence({der::oid("1.2.3.4")});
