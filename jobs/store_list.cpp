@@ -26,7 +26,8 @@ public:
         if (code == SIGIL_SUCCESS)
             return;
         CLP_UnInitalize(m_handle);
-        throw Failure::ofCode(code, folder);
+        // A processor without its parts has no handle to them: it lacked memory.
+        throw Failure::ofCode(code == SIGIL_NO_HANDLE ? static_cast<int>(SIGIL_NO_MEMORY) : code, folder);
     }
     ~Processor() { CLP_UnInitalize(m_handle); }
     Processor(const Processor&) = delete;
