@@ -13,10 +13,12 @@
 #include <openssl/rand.h>
 
 #include <atomic>
+#include <initializer_list>
 #include <mutex>
 #include <new>
 #include <optional>
 #include <utility>
+#include <vector>
 
 namespace toolkit {
 
@@ -58,35 +60,35 @@ void registerMethods(OSSL_LIB_CTX* context)
 using ContextHandle = Handle<OSSL_LIB_CTX, OSSL_LIB_CTX_free>;
 using ProviderHandle = Handle<OSSL_PROVIDER, OSSL_PROVIDER_unload>;
 
-/** All of OpenSSL's algorithms. */
-struct Algorithms {
-    Algorithms();
+/** A library context with what these modules of OpenSSL provide. */
+struct Provided {
+    explicit Provided(std::initializer_list<const char*> modules);
     ContextHandle context;
-    ProviderHandle standard;
-    ProviderHandle legacy;
+    std::vector<ProviderHandle> providers; ///< released before the context
 };
 
-Algorithms::Algorithms()
+Provided::Provided(std::initializer_list<const char*> modules)
     : context(OSSL_LIB_CTX_new())
 {
     require(context != nullptr, SIGIL_TK_NO_MEMORY);
-    standard.reset(provider(context.get(), "default"));
-    legacy.reset(provider(context.get(), "legacy"));
-    registerMethods(context.get());
+    for (const char* const name : modules)
+        providers.push_back(ProviderHandle(provider(context.get(), name)));
 }
 
-struct NoAlgorithms {
-    NoAlgorithms();
-    ContextHandle context;
-    ProviderHandle none;
+struct Algorithms : Provided {
+    Algorithms()
+        : Provided({"default", "legacy"})
+    {
+        registerMethods(context.get());
+    }
 };
 
-NoAlgorithms::NoAlgorithms()
-    : context(OSSL_LIB_CTX_new())
-{
-    require(context != nullptr, SIGIL_TK_NO_MEMORY);
-    none.reset(provider(context.get(), "null"));
-}
+struct NoAlgorithms : Provided {
+    NoAlgorithms()
+        : Provided({"null"})
+    {
+    }
+};
 
 /** Made by whoever asks first, of any threads; when that fails, by the next one. */
 template <class T>
