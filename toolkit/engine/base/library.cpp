@@ -114,12 +114,17 @@ private:
 
 } // namespace
 
-/** OpenSSL for any number of threads. A start makes nothing of it: it costs more than all else that a start does. */
+/** OpenSSL for any number of threads. What a start need not make of it is made at its first use. */
 struct Library::OpenSsl {
+    OpenSsl();
     MadeAtFirstUse<Algorithms> algorithms;
     MadeAtFirstUse<NoAlgorithms> reading;
     std::atomic<bool> isLast = false;
 };
+
+/** From here on OpenSSL stays loaded, which otherwise each start in a host without it would do again, and cleans up at the
+ *  process's end: after what is made later. */
+Library::OpenSsl::OpenSsl() { require(OPENSSL_init_crypto(0, nullptr) == 1, SIGIL_TK_NO_MEMORY); }
 
 /** Released with the last Library that has it, before OpenSSL's own clean-up. */
 std::shared_ptr<Library::OpenSsl> Library::openSsl()
