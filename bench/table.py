@@ -34,6 +34,10 @@ TIMED = [
     ("opening a SEED key, 2,048 rounds of PBKDF1", "keys_bench", "open/seed_pbkdf1", {"the bare rounds": "bareRounds"}),
     ("opening an AES-256 key, 2,048 rounds of PBKDF2", "keys_bench", "open/pbes2_aes256",
      {"OpenSSL's `PKCS8_decrypt`": "opensslDecrypt/pbes2_aes256"}),
+    ("`HV_Initalize` and `HV_Finish`, after the first time", "start_bench", "handle",
+     {"bare `dlopen` and `dlclose` of the open toolkit": "library"}),
+    ("the same, `CLP_Initalize` and `CLP_UnInitalize`", "start_bench", "processor",
+     {"bare `dlopen` and `dlclose` of the open toolkit": "library"}),
 ]
 REPETITIONS = 9
 COMMAND_RUNS = 41
