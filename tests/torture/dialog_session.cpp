@@ -94,10 +94,11 @@ Desk::Desk(const Materials& materials)
     warmUp(*this);
 }
 
+/** A listing goes on without what it cannot read of a key-management pair, so that may be missing. */
 bool isWhole(const tagSELCERTINFO& result)
 {
     const auto pair = {result.nSignCertLen, result.nSignPriKeyLen};
-    const auto ofDisk = {result.nKmCertLen, result.nKmPriKeyLen, result.nRandomLen, int{*result.szSignCertPath}};
+    const auto ofDisk = {result.nRandomLen, int{*result.szSignCertPath}};
     const auto texts = {*result.szSubjectDN, *result.szSubjectName, *result.szIssuerDN, *result.szSerialNum,
         *result.szValidFrom, *result.szValidTo};
     const auto given = [](int item) { return item != 0; };
